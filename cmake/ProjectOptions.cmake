@@ -1,0 +1,34 @@
+# Options and warnings that every target of the project links as INTERFACE targets.
+
+add_library(project_options INTERFACE)
+target_compile_features(project_options INTERFACE cxx_std_17)
+target_compile_definitions(project_options INTERFACE QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII
+                                                     BOOST_BIND_GLOBAL_PLACEHOLDERS)
+find_package(Threads REQUIRED)
+target_link_libraries(project_options INTERFACE Threads::Threads)
+
+add_library(project_warnings INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(project_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  if(UICONTROL_WERROR)
+    target_compile_options(project_warnings INTERFACE -Werror)
+  endif()
+  if(UICONTROL_SANITIZE)
+    add_compile_options(-fsanitize=${UICONTROL_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${UICONTROL_SANITIZE})
+  endif()
+endif()
+
+# A library of the project: hidden symbols, own export macro, its folder as the only include root that it adds.
+function(project_library name)
+  set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON CXX_EXTENSIONS OFF
+                                           POSITION_INDEPENDENT_CODE ON AUTOMOC ON AUTORCC ON)
+  string(TOUPPER ${name} upper)
+  target_compile_definitions(${name} PRIVATE ${upper}_LIBRARY)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${name} PUBLIC ${upper}_STATIC)
+  endif()
+  target_include_directories(${name} PUBLIC "$<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>")
+  target_link_libraries(${name} PRIVATE project_options project_warnings)
+  add_library(uicontrol::${name} ALIAS ${name})
+endfunction()

@@ -1,0 +1,139 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <boost/shared_ptr.hpp>
+#include <memory>
+
+#include "zb/cbasewidget.h"
+#include "zb/etableflag.h"
+#include "zb/ibasehpftablemodel.h"
+#include "zb/ibasetable.h"
+
+namespace ZB {
+
+class CBaseTableColumnWidgetDelegate;
+
+/// The host's table over a high-volume model: header, rows, statistics row, selection, filters, settings, export. It
+/// paints what is on the screen; no cost depends on the number of rows.
+///
+/// Threading: GUI thread. The model may change on any thread; the table shows the change with its next frame.
+/// Ownership: shares its model. Columns are model columns; what they look like is set per column below and stays with
+/// the column until the next setDataModel.
+///
+/// Events it delivers: 33 (header sort click; first the order after the click, second the column), 277 (page request;
+/// second the page's first index, text the rows per page), 69 (a row was double-clicked; second the shown row, text its
+/// key), 70 (the current row changed; second the shown row or -1, text its key).
+class HOST_API CBaseHighPerformanceTable : public CBaseWidget, public IBaseTable
+{
+    Q_OBJECT
+
+public:
+    CBaseHighPerformanceTable(int tableId, QWidget *parent, int menuFlags);
+    ~CBaseHighPerformanceTable() override;
+
+    int tableId() const override;
+
+    /// Flags of ETableFlag.
+    void addTableFlag(int flag);
+    int tableFlags() const;
+
+    /// @name Model and columns
+    /// @{
+    /// Shows a model; null takes the present one away. The caller keeps the model alive until another one is installed
+    /// or the table is gone.
+    virtual void setDataModel(IBaseHpfTableModel *model);
+    /// The same for a model that the table shares.
+    void installDataModel(const boost::shared_ptr<IBaseHpfTableModel> &model);
+    boost::shared_ptr<IBaseHpfTableModel> baseDataModel() const;
+    /// The model has one more column at its end.
+    void addTableColumn(int column);
+    void setColumnAlignment(int column, int alignment);
+    void setStatColumnAlignment(int column, int alignment);
+    void setColumnBoldFont(int column, bool bold);
+    void setColumnFilterable(int column, bool filterable);
+    /// Whether the column is offered in the list of columns; one that is not offered is shown unless hidden.
+    void setColumnInList(int column, bool offered);
+    void setColumnVisible(int column, bool visible);
+    bool columnVisible(int column) const;
+    /// Finds the column again in saved settings; -1 for columns that are no field.
+    void setColumnFieldId(int column, int fieldId);
+    void setColumnWidth(int column, int pixels);
+    int columnWidth(int column) const;
+    /// The table shares the delegate; an empty pointer takes it away.
+    void setColumnDelegate(int column, const boost::shared_ptr<CBaseTableColumnWidgetDelegate> &delegate);
+    bool columnFilterable(int column) const override;
+    /// @}
+
+    /// @name Look; texts are resource keys, sizes pixels at the present scale
+    /// @{
+    void setBackgroundColor(const QString &background, const QString &numberBackground);
+    void setSplitLine(const QString &color, int horizontalWidth, int verticalWidth, const QString &sortColor,
+                      const QString &inactiveSortColor);
+    void setHeaderHeight(int height);
+    void setItemHeight(int height);
+    void setHeaderTextInfo(const QString &color, const QString &font);
+    void setNumberTextInfo(const QString &color, const QString &font, int alignment);
+    void setSelectedBackground(const QString &focused, const QString &unfocused);
+    void setSelectedTextColor(const QString &color);
+    void setStatInfo(const QString &borderColor, int borderWidth, int rowHeight, const QString &background,
+                     const QString &titleBackground, const QString &textColor, const QString &font, int textMargin);
+    void setHeaderButtonColors(const QString &normal, const QString &hover, const QString &pressed,
+                               const QString &disabled);
+    /// What stands in the middle of a table without rows.
+    void setEmptyText(const QString &text);
+    /// @}
+
+    /// @name Contents
+    /// @{
+    /// Redraws what has changed since the last time, now instead of with the next frame, and clears the model's mark.
+    virtual void updateTable();
+    /// Called on the table's timer (every 100 ms while visible).
+    virtual void onTimer();
+    virtual void clear();
+    virtual void clearFilter();
+    void onFilterTrigger(int column, int type, QSet<QString> &values) override;
+    /// The distinct texts of a column that the filter box offers, in reading order.
+    virtual QStringList getMenuItems(int column);
+    /// Sort columns in falling weight with their order (0 ascending).
+    virtual void setSortColumns(const QVector<QPair<int, int>> &columns);
+    /// @}
+
+    /// @name Selection; rows are shown rows
+    /// @{
+    QList<boost::shared_ptr<IBaseHpfTableData>> selectedDatas() const;
+    boost::shared_ptr<IBaseHpfTableData> currentData() const;
+    void selectKey(const std::string &key);
+    void scrollToKey(const std::string &key);
+    void copySelection(bool withHeader);
+    /// @}
+
+    /// @name Paging
+    /// @{
+    void setPagingQueryType(int type);
+    int pagingQueryType() const;
+    void setTotalCount(int count);
+    int totalCount() const;
+    /// @}
+
+    CBaseTableSettingParam getTableSetting() override;
+    void setTableSetting(const CBaseTableSettingParam &setting) override;
+    bool exportData(QString path) override;
+
+    /// Makes the columns as wide as their header and the rows on the screen need, within bounds.
+    void fitVisibleColumns();
+
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+    void themeChanged() override;
+    void scaleChanged() override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ZB

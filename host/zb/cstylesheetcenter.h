@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include "hostexport.h"
+
+namespace ZB {
+
+/// Style sheets for the few stock Qt widgets in use. GUI thread.
+class HOST_API CStyleSheetCenter
+{
+public:
+    /// The sheet of a kind of widget ("QMenu", "QLineEdit" ...) in the present theme and scale; empty for an unknown
+    /// kind.
+    static QString getStyle(const QString &widgetKind);
+};
+
+} // namespace ZB

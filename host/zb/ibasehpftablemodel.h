@@ -1,0 +1,154 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QPair>
+#include <QtCore/QSet>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtCore/QVector>
+#include <boost/shared_ptr.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hostexport.h"
+#include "utils/eformatnumberflag.h"
+#include "zb/efiltertype.h"
+#include "zb/ibasehpftabledata.h"
+
+class QColor;
+
+namespace ZB {
+
+using utils::CFlags;
+class HpfModelState;
+
+/// A set of rows under unique keys, with columns, filters, an order and per-column sums. The host keeps rows, order,
+/// filters and sums; a derived model supplies columns and texts.
+///
+/// Threading: rows may be added, updated, removed and read on any thread; every change is visible to the next reader,
+/// whichever thread it came from. Order and filters are settled lazily, once per batch. Columns are changed on the GUI
+/// thread only.
+/// Ownership: held by boost::shared_ptr (rows hold their model); the last release happens on the GUI thread.
+/// The order of the virtual functions is part of the contract.
+///
+/// Order of rows: without a sort column, the order of arrival (the newest last when appending, first otherwise); with
+/// sort columns, by the values that the row had when it was handed in. Missing values (the largest of the type, NaN)
+/// are last in both directions; ties keep the order of arrival.
+class HOST_API IBaseHpfTableModel
+{
+public:
+    using Row = boost::shared_ptr<IBaseHpfTableData>;
+    using ColumnFilter = QPair<EFilterType, QSet<QString>>;
+
+    /// appendSeq: new rows go to the end of the order of arrival, otherwise to the front.
+    explicit IBaseHpfTableModel(bool appendSeq);
+    virtual ~IBaseHpfTableModel();
+
+    IBaseHpfTableModel(const IBaseHpfTableModel &) = delete;
+    IBaseHpfTableModel &operator=(const IBaseHpfTableModel &) = delete;
+
+    virtual int columnCount() const = 0;
+    virtual QString columnHeader(int column) const = 0;
+    virtual QVariant::Type columnType(int column) const = 0;
+    /// The text under a column in the statistics row; empty for none.
+    virtual QString getStatDispalyQString(int column) const = 0;
+    virtual bool columnFlashChange(int column) const = 0;
+    virtual const QColor *getBackgroundColor(int column) const = 0;
+    virtual CFlags<utils::EFormatNumberFlag> columnFlag(int column) const = 0;
+
+    /// Does nothing for an unknown key.
+    virtual void removeDataByKey(const std::string &key);
+    /// Removes every row; filters, sort columns and enabled statistics stay.
+    virtual void clear() = 0;
+    /// Replaces the filter of one column and leaves the others; an empty set removes it.
+    virtual void filterColumn(int column, QPair<EFilterType, QSet<QString>> &filter);
+    /// Narrows: rows must pass this filter and every filter set before, also one on the same column.
+    virtual void filterColumnCombin(int column, QPair<EFilterType, QSet<QString>> &filter);
+    /// Whether the cell of a shown row flashes when it changes; the column's and the row's own answers unless
+    /// overridden.
+    virtual bool isFlashChange(int row, int column) const;
+    /// Below 0 when a goes in front of b, above 0 behind it, 0 when equal. The default compares the values of the sort
+    /// columns. An override takes effect when the order is set to SortCustom.
+    virtual int customSort(const Row &a, const Row &b) const;
+
+protected:
+    /// Called for every row that enters under a new key, and for every row that replaces one of the same key, outside
+    /// every lock, on the thread of the change. The defaults do nothing.
+    virtual void _addData(const Row &row);
+    virtual void _updateData(const Row &row);
+
+public:
+    /// Called by the table on its timer, once a second, and when the theme or the scale changed. The latter two call
+    /// onTimer() unless overridden.
+    virtual void onTimer() = 0;
+    virtual void onSecondTimer();
+    virtual void onResourceChanged();
+
+protected:
+    virtual void initColumns(const std::vector<int> &metaIds) = 0;
+
+public:
+    static constexpr int SortCustom = -2; ///< sort column id of the order that customSort() defines
+
+    /// A row of a known key replaces that row. Rows without a key are refused (false).
+    bool addData(const Row &row);
+    /// A row of an unknown key is added.
+    bool updateData(const Row &row);
+    /// Many at once, settled once; of several rows with one key the last one wins. Empty pointers are skipped.
+    void updateDatas(const QVector<Row> &rows);
+    void removeDatasByKey(const QVector<std::string> &keys);
+
+    /// The row shown at an index of the filtered order, or an empty pointer.
+    Row getData(int row) const;
+    Row getDataByKey(const QString &key) const;
+    /// Every row, filtered or not, in the present order.
+    QList<Row> getAllDatas() const;
+    /// Appends the rows that pass the filters, in the present order.
+    void getDatas(QList<Row> &rows) const;
+    bool containData(const std::string &key) const;
+    /// The number of rows that pass the filters; allSize() of all rows.
+    int size() const;
+    int allSize() const;
+    /// The shown index of a key, -1 when it is unknown or filtered out.
+    int indexOfKey(const std::string &key) const;
+
+    void clearFilter();
+    QMap<int, ColumnFilter> columnFilters() const;
+    /// Where rows without a sort go, from now on: to the end (true) or to the front.
+    void setAppendSeq(bool append);
+    bool appendSeq() const;
+
+    /// Sort columns in falling weight, each with order 0 (ascending) or another value (descending); empty for the order
+    /// of arrival.
+    void setSortColumns(const QVector<QPair<int, int>> &columns);
+    QVector<QPair<int, int>> sortColumns() const;
+
+    /// Something that the table shows has changed. Setting it from false to true calls the change listener.
+    void setUpdated(bool updated);
+    bool updated() const;
+    /// Called on the thread of the change when updated() becomes true; the table posts itself a wake-up from it. Called
+    /// without any lock; must not call back into the model. One listener; an empty function removes it.
+    void setChangeListener(std::function<void()> listener);
+
+    /// Starts or stops summing a column over the rows that pass the filters.
+    void setColumnStatEnable(int column, bool enable);
+    bool columnStatEnable(int column) const;
+    /// Exact sum, rounded once, 0 over no values; the largest value of the type when the column has no statistics.
+    double getStatColumnDouble(int column) const;
+    qint64 getStatColumnLongLong(int column) const;
+
+protected:
+    void _addStatColumnData(const Row &row);
+    void _resetStatMap();
+    /// What a derived clear() calls.
+    void clearRows();
+
+private:
+    friend class HpfModelAccess;
+    std::unique_ptr<HpfModelState> state;
+};
+
+} // namespace ZB

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QtCore/QSet>
+#include <QtCore/QString>
+
+#include "hostexport.h"
+#include "zb/cbasetablesettingparam.h"
+
+namespace ZB {
+
+/// What every table of the host offers, whichever family it belongs to. GUI thread. Columns are model columns, from 0,
+/// whatever their place on the screen.
+class HOST_API IBaseTable
+{
+public:
+    IBaseTable();
+    virtual ~IBaseTable();
+
+    IBaseTable(const IBaseTable &) = delete;
+    IBaseTable &operator=(const IBaseTable &) = delete;
+
+    virtual int tableId() const = 0;
+    /// Whether users may filter a column by its values; false for columns that do not exist.
+    virtual bool columnFilterable(int column) const = 0;
+    /// The user has chosen a filter (type: EFilterType) for a column; an empty set takes the filter off.
+    virtual void onFilterTrigger(int column, int type, QSet<QString> &values) = 0;
+
+    virtual CBaseTableSettingParam getTableSetting() = 0;
+    /// Applies what fits the table's columns and ignores the rest.
+    virtual void setTableSetting(const CBaseTableSettingParam &setting) = 0;
+    /// Writes the shown rows and columns to a file; false when that failed.
+    virtual bool exportData(QString path) = 0;
+};
+
+} // namespace ZB
