@@ -1,0 +1,67 @@
+# Sourced by the commands beside it: installs what is missing on Debian and Ubuntu, and builds a preset.
+# Says what it does on the standard error; the standard output stays the programs' own.
+
+set -euo pipefail
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# Package and a file that it brings: when every file is there, nothing is asked of the package manager.
+needed_packages() {
+    local libdir
+    libdir=/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH 2>/dev/null || echo "$(uname -m)-linux-gnu")
+    cat <<EOF
+g++ /usr/bin/g++
+cmake /usr/bin/cmake
+ninja-build /usr/bin/ninja
+pkg-config /usr/bin/pkg-config
+ccache /usr/bin/ccache
+qtbase5-dev $libdir/cmake/Qt5Widgets/Qt5WidgetsConfig.cmake
+libqt5svg5-dev $libdir/cmake/Qt5Svg/Qt5SvgConfig.cmake
+libboost-thread-dev $libdir/libboost_thread.so
+libboost-date-time-dev $libdir/libboost_date_time.so
+libfmt-dev /usr/include/fmt/core.h
+liblog4cxx-dev /usr/include/log4cxx/log4cxx.h
+libxlsxwriter-dev /usr/include/xlsxwriter.h
+zlib1g-dev /usr/include/zlib.h
+libgtest-dev /usr/include/gtest/gtest.h
+libgmock-dev /usr/include/gmock/gmock.h
+fonts-noto-cjk /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc
+xvfb /usr/bin/Xvfb
+EOF
+}
+
+install_missing() {
+    local missing=() package file as_root=()
+    while read -r package file; do
+        [ -e "$file" ] || missing+=("$package")
+    done < <(needed_packages "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+    if ! command -v apt-get >/dev/null; then
+        say "These packages are missing, and only apt-get is known here: ${missing[*]}"
+        exit 2
+    fi
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { say "As root, please: apt-get install ${missing[*]}"; exit 2; }
+        as_root=(sudo)
+    fi
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}" >&2
+}
+
+# build PRESET [TARGET ...]: configures and builds with as many jobs as there are cores.
+build() {
+    local preset=$1 log
+    shift
+    local launcher=()
+    command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    mkdir -p "$project/build"
+    log=$project/build/$preset-configure.log
+    say "Building $preset"
+    if ! (cd "$project" && cmake --preset "$preset" "${launcher[@]}" >"$log" 2>&1); then
+        cat "$log" >&2
+        exit 2
+    fi
+    (cd "$project" && cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}) >&2
+}
