@@ -1,0 +1,7 @@
+#include "feed/feedsource.h"
+
+namespace feed {
+
+FeedSource::~FeedSource() = default;
+
+} // namespace feed

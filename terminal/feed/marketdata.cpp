@@ -1,0 +1,24 @@
+#include "feed/marketdata.h"
+
+namespace feed {
+
+namespace {
+
+std::string keyText(int day, const std::string &exchange, int channel, qint64 number)
+{
+    return std::to_string(day) + '.' + exchange + '.' + std::to_string(channel) + '.' + std::to_string(number);
+}
+
+} // namespace
+
+std::string orderKey(const OrderState &order, const Instrument &instrument)
+{
+    return keyText(order.day, instrument.exchange, order.channel, order.orderNo);
+}
+
+std::string dealKey(const Deal &deal, const Instrument &instrument)
+{
+    return keyText(deal.day, instrument.exchange, deal.channel, deal.sequence);
+}
+
+} // namespace feed
