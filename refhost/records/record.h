@@ -6,7 +6,7 @@
 #include "records/plainrecord.h"
 #include "records/typecatalogue.h"
 
-/// Making records. One allocation each: about 200 bytes for an order of the market. Fill a record with setData() and
+/// Making records. One allocation each: about 240 bytes for an order of the market. Fill a record with setData() and
 /// setNested(), then hand it over as boost::shared_ptr<kdservice::IData>; it may be read on several threads from then
 /// on. To change an order that tables already hold, copy it, change the copy and hand that in under the same key. Any
 /// thread.

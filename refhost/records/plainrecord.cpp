@@ -1,0 +1,7 @@
+#include "records/plainrecord.h"
+
+namespace refhost {
+
+PlainRecord::~PlainRecord() = default;
+
+} // namespace refhost

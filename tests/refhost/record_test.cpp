@@ -1,0 +1,203 @@
+#include "records/record.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <limits>
+#include <new>
+#include <thread>
+
+#include "kdservice/keyhash.h"
+
+using namespace refhost;
+
+namespace {
+
+constexpr int noInt = std::numeric_limits<int>::max();
+constexpr qint64 noLong = std::numeric_limits<qint64>::max();
+constexpr double noDouble = std::numeric_limits<double>::max();
+
+boost::shared_ptr<PlainRecord> instrument(const std::string &code, const std::string &name)
+{
+    const auto record = makePlain(MetaInstrument, code);
+    record->setData(InstrumentCode, code);
+    record->setData(InstrumentName, name);
+    return record;
+}
+
+} // namespace
+
+TEST(Record, IsOfTheClassOfItsType)
+{
+    const auto own = makeRecord(MetaOwnOrder, "k");
+    EXPECT_NE(boost::dynamic_pointer_cast<kdservice::COrderDetailV2>(own), nullptr);
+    EXPECT_NE(boost::dynamic_pointer_cast<kdservice::CDealDetailV2>(makeRecord(MetaMarketDeal, "k")), nullptr);
+    EXPECT_EQ(boost::dynamic_pointer_cast<kdservice::COrderDetailV2>(makeRecord(MetaPosition, "k")), nullptr);
+    EXPECT_EQ(own->getBaseId(), 16204);
+    EXPECT_EQ(makeRecord(4711, "k"), nullptr);
+    EXPECT_EQ(makeOrder(MetaMarketDeal, "k"), nullptr);
+    EXPECT_EQ(makeDeal(4711, "k"), nullptr);
+}
+
+TEST(Record, StartsWithoutAnyValue)
+{
+    const auto order = makeOrder(MetaOwnOrder, "k");
+    EXPECT_EQ(order->getLong(OrderQuantity), noLong);
+    EXPECT_EQ(order->getDouble(OrderPrice), noDouble);
+    EXPECT_EQ(order->getInt(OrderChannel), noInt);
+    EXPECT_EQ(order->getInt(OrderStatus), noInt);
+    EXPECT_EQ(order->getString(OrderStatus), "");
+    EXPECT_EQ(order->getString(OrderCode), "");
+    EXPECT_EQ(order->getString(OrderRemark), "");
+    EXPECT_EQ(order->getIData(OrderInstrument), nullptr);
+    EXPECT_EQ(order->orderStatus(), noInt);
+    EXPECT_EQ(order->entrySequence(), noInt);
+}
+
+TEST(Record, KeepsItsKeyAndTheHashThatBelongsToIt)
+{
+    for (const std::string &key :
+         {std::string(), std::string("600519.SH-1"), std::string(300, 'x'), std::string("zero\0inside", 11)}) {
+        const auto record = makeDeal(MetaOwnDeal, key);
+        EXPECT_EQ(record->getKey(), key);
+        EXPECT_EQ(record->hashKey(), kdservice::hashOfKey(key));
+        EXPECT_EQ(copyOf(*record)->getKey(), key);
+    }
+}
+
+TEST(Record, GivesBackWhatEachTypeOfFieldWasSetTo)
+{
+    const auto order = makeOrder(MetaOwnOrder, "k");
+    order->setData(OrderQuantity, qint64(5'000'000'000));
+    order->setData(OrderPrice, 15.929999999999999);
+    order->setData(OrderChannel, -7);
+    order->setData(OrderStatus, 56);
+    order->setData(OrderSequence, 12);
+    order->setData(OrderCode, "600519.SH");
+    order->setData(OrderRemark, std::string("止损 & 一段比较长的备注文字"));
+    order->setNested(OrderInstrument, instrument("600519.SH", "贵州茅台"));
+
+    EXPECT_EQ(order->getLong(OrderQuantity), 5'000'000'000);
+    EXPECT_EQ(order->getDouble(OrderPrice), 15.929999999999999);
+    EXPECT_EQ(order->getInt(OrderChannel), -7);
+    EXPECT_EQ(order->getInt(OrderStatus), 56);
+    EXPECT_EQ(order->getString(OrderStatus), "8");
+    EXPECT_EQ(order->orderStatus(), 56);
+    EXPECT_EQ(order->entrySequence(), 12);
+    EXPECT_EQ(order->codeText(), "600519.SH");
+    EXPECT_EQ(order->getString(OrderRemark), "止损 & 一段比较长的备注文字");
+    EXPECT_EQ(order->getIData(OrderInstrument)->getString(InstrumentName), "贵州茅台");
+
+    order->setData(OrderRemark, "");
+    order->setData(OrderCode, "");
+    order->setData(OrderStatus, "9");
+    EXPECT_EQ(order->getString(OrderRemark), "");
+    EXPECT_EQ(order->getString(OrderCode), "");
+    EXPECT_EQ(order->getInt(OrderStatus), 57);
+}
+
+TEST(Record, WidensNumbersAndIgnoresWhatDoesNotFit)
+{
+    const auto order = makeOrder(MetaOwnOrder, "k");
+    order->setData(OrderQuantity, 300);
+    order->setData(OrderPrice, 15);
+    order->setData(OrderAmount, qint64(7));
+    EXPECT_EQ(order->getLong(OrderQuantity), 300);
+    EXPECT_EQ(order->getDouble(OrderPrice), 15.0);
+    EXPECT_EQ(order->getDouble(OrderAmount), 7.0);
+
+    order->setData(OrderQuantity, noInt);
+    order->setData(OrderAmount, noLong);
+    EXPECT_EQ(order->getLong(OrderQuantity), noLong);
+    EXPECT_EQ(order->getDouble(OrderAmount), noDouble);
+
+    order->setData(OrderFilled, 1);
+    order->setData(OrderFilled, 2.5);
+    order->setData(OrderFilled, "3");
+    order->setData(OrderFilled, true);
+    order->setData(OrderStatus, 300);
+    order->setData(OrderStatus, "ab");
+    order->setData(DealPrice, 1.0);
+    EXPECT_EQ(order->getLong(OrderFilled), 1);
+    EXPECT_EQ(order->getString(OrderStatus), "");
+    EXPECT_EQ(order->getDouble(DealPrice), noDouble);
+    EXPECT_EQ(order->getDouble(OrderFilled), noDouble);
+    EXPECT_EQ(order->getInt(OrderFilled), noInt);
+    EXPECT_EQ(order->getLong(OrderPrice), noLong);
+    EXPECT_EQ(order->getString(OrderFilled), "");
+    EXPECT_FALSE(order->getBool(OrderFilled));
+}
+
+TEST(Record, CopyIsIndependentAndSharesItsInstrument)
+{
+    const auto order = makeOrder(MetaOwnOrder, "k");
+    order->setData(OrderFilled, 100);
+    order->setData(OrderRemark, "first");
+    order->setData(OrderCode, "000001.SZ");
+    order->setNested(OrderInstrument, instrument("000001.SZ", "平安银行"));
+    const auto copy = copyOf(*order);
+    copy->setData(OrderFilled, 200);
+    copy->setData(OrderRemark, "second");
+    EXPECT_EQ(order->getLong(OrderFilled), 100);
+    EXPECT_EQ(order->getString(OrderRemark), "first");
+    EXPECT_EQ(copy->getString(OrderRemark), "second");
+    EXPECT_EQ(copy->getString(OrderCode), "000001.SZ");
+    EXPECT_EQ(copy->getIData(OrderInstrument), order->getIData(OrderInstrument));
+    EXPECT_EQ(copy->hashKey(), order->hashKey());
+}
+
+TEST(Record, DescribesItsFieldsAscendingOneMapForAllOfAType)
+{
+    const auto a = makeRecord(MetaMarketOrder, "a");
+    const auto b = makeRecord(MetaMarketOrder, "b");
+    EXPECT_EQ(&a->getFieldDes(), &b->getFieldDes());
+    EXPECT_EQ(a->getFieldDes().count(OrderRejectReason), 0u);
+    EXPECT_EQ(a->getFieldDes(OrderPrice), a->getFieldDes().at(OrderPrice));
+    EXPECT_EQ(a->getFieldDes(OrderPrice)->dataType, kdservice::ExtDouble);
+    EXPECT_EQ(a->getFieldDes(4711), nullptr);
+}
+
+TEST(Record, OrderOfTheMarketStaysSmall)
+{
+    // Everything an order takes: the allocation is one, its values and key lie behind the record.
+    const auto order = makeOrder(MetaMarketOrder, "600519.SH-12345678");
+    const auto *record = reinterpret_cast<const unsigned char *>(order.get());
+    EXPECT_LE(order->values().bytes() + sizeof(OrderRecord), 200u);
+    // The counted block in front of a record of boost::allocate_shared takes no more than eight pointers.
+    EXPECT_LE(order->values().bytes() + sizeof(OrderRecord) + 8 * sizeof(void *), 250u);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(record) % alignof(void *), 0u);
+}
+
+TEST(Record, MayBeReadWhileItIsChanged)
+{
+    const auto order = makeOrder(MetaOwnOrder, "k");
+    const auto name = instrument("600519.SH", "贵州茅台");
+    order->setNested(OrderInstrument, name);
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> readers;
+    std::atomic<int> wrong{0};
+    for (int reader = 0; reader < 3; ++reader) {
+        readers.emplace_back([&] {
+            while (!stop) {
+                const std::string remark = order->getString(OrderRemark);
+                const std::string code = order->getString(OrderCode);
+                const qint64 filled = order->getLong(OrderFilled);
+                if (!(remark.empty() || remark == std::string(remark.size(), remark[0])) ||
+                    !(code.empty() || code.size() == 9) || !(filled == noLong || filled % 0x100000001 == 0) ||
+                    copyOf(*order)->getIData(OrderInstrument)->getString(InstrumentCode) != "600519.SH")
+                    ++wrong;
+            }
+        });
+    }
+    for (qint64 step = 0; step < 20000; ++step) {
+        order->setData(OrderFilled, step * 0x100000001);
+        order->setData(OrderPrice, static_cast<double>(step));
+        order->setData(OrderRemark,
+                       std::string(static_cast<std::size_t>(step % 40), static_cast<char>('a' + step % 20)));
+        order->setData(OrderCode, "60" + std::to_string(1000 + step % 50) + ".SH");
+    }
+    stop = true;
+    for (std::thread &reader : readers)
+        reader.join();
+    EXPECT_EQ(wrong, 0);
+}
