@@ -1,0 +1,32 @@
+#include "grid/gridsource.h"
+
+namespace ZB {
+
+GridSource::GridSource() = default;
+
+GridSource::~GridSource() = default;
+
+void GridSource::rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &rows) const
+{
+    rows.clear();
+    rows.reserve(ids.size());
+    for (const auto id : ids)
+        rows.push_back(rowOf(id));
+}
+
+GridFlash GridSource::flash(int, int)
+{
+    return GridFlash::None;
+}
+
+QString GridSource::tip(int, int) const
+{
+    return QString();
+}
+
+QString GridSource::statisticsText(int) const
+{
+    return QString();
+}
+
+} // namespace ZB
