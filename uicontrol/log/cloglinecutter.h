@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <vector>
+
+#include "log/clogtextmeasure.h"
+
+namespace KV {
+
+/// Cuts source lines into pieces for a width: characters are added one by one, from 10 on for the first piece and from
+/// 11 on for the others, until the piece is too wide; it is then cut before the character that made it so. What reaches
+/// the end of the line is not measured.
+///
+/// The cuts are those of measuring after every character, but only where sums of widths leave it open is anything
+/// measured: nowhere in fonts of fixed pitch, about five times a piece in kerned ones. Same thread as the measure.
+class UICONTROL_API CLogLineCutter
+{
+public:
+    explicit CLogLineCutter(const QFont &font) : textMeasure(font) {}
+
+    CLogTextMeasure &measure() { return textMeasure; }
+
+    /// Appends the length of each piece of `line` to `lengths`; `width` in pixels, any value. An empty line gives one
+    /// empty piece, or none where the width is negative.
+    void cut(const QString &line, int width, std::vector<int> &lengths);
+
+private:
+    struct Line
+    {
+        const ushort *text;
+        int length;
+        qint64 limit; ///< 1/64 pixel; a piece as wide as this is too wide
+    };
+
+    int firstTooLong(const Line &line, int start, int shortest);
+    int searchShaped(const Line &line, int start, int shortest, int count, qint64 width);
+    int skipPrintable(const Line &line, int start, int last, int &count, qint64 &width);
+    bool fitsWhole(const Line &line);
+
+    CLogTextMeasure textMeasure;
+};
+
+} // namespace KV

@@ -1,0 +1,92 @@
+#include <cmath>
+#include <limits>
+
+#include "kv/cuserconfig.h"
+#include "model/chpfdatamodel.h"
+#include "model/chpfextradatamodel.h"
+#include "model/fieldvalue.h"
+#include "zb/numberformat.h"
+
+namespace KV {
+
+namespace {
+
+constexpr qint64 noLong = std::numeric_limits<qint64>::max();
+
+/// Values outside the range, NaN included, mean no statistic.
+qint64 toInteger(double value)
+{
+    constexpr double end = 9223372036854775808.0;
+    return value >= -end && value < end ? static_cast<qint64>(value) : noLong;
+}
+
+} // namespace
+
+void CHpfDataModel::setColumnStatEnable(int column, bool enable)
+{
+    if (extraDataModel->exist(column))
+        extraDataModel->setColumnStatEnable(column, enable);
+    else
+        ZB::IBaseHpfTableModel::setColumnStatEnable(column, enable);
+}
+
+void CHpfDataModel::resetStatData()
+{
+    _resetStatMap();
+    for (const Row &row : getAllDatas())
+        _addStatColumnData(row);
+}
+
+void CHpfDataModel::reCalcExStat()
+{
+    if (!extraDataModel->hasStatistics())
+        return;
+    QList<Row> rows;
+    getDatas(rows);
+    extraDataModel->reCalcStatOnFilter(rows);
+}
+
+QString CHpfDataModel::getStatDispalyQString(int column) const
+{
+    const bool extra = extraDataModel->exist(column);
+    const QVariant::Type type = columnType(column);
+    const kdservice::FieldDes *field = fieldOf(column);
+    if (field == nullptr)
+        return QString();
+    if (type == QVariant::Int || type == QVariant::LongLong)
+        return integerStatText(column, extra, field->getProperty(7));
+    return type == QVariant::Double ? doubleStatText(column, extra, *field) : QString();
+}
+
+QString CHpfDataModel::integerStatText(int column, bool extra, bool fromZero) const
+{
+    const qint64 value = extra ? toInteger(extraDataModel->getStatData(column)) : getStatColumnLongLong(column);
+    if (value == noLong)
+        return QString();
+    return QString::number(fromZero && value < 0 ? 0 : value, 10);
+}
+
+QString CHpfDataModel::doubleStatText(int column, bool extra, const kdservice::FieldDes &field) const
+{
+    double value = extra ? extraDataModel->getStatData(column) : getStatColumnDouble(column);
+    if (field.getProperty(5) || isAbsent(value))
+        return QString();
+    if (field.getProperty(7) && value < 0)
+        value = 0;
+
+    int precision = field.precision;
+    auto flags = field.formatFlags;
+    CExtraColumnInfo info;
+    if (extra && extraDataModel->getColumnInfo(column, info)) {
+        precision = info.precision;
+        flags = info.flag;
+    }
+    const QString invalid = QStringLiteral("非法值");
+    if (!field.getProperty(10))
+        return ZB::formatDoubleNumber(static_cast<long double>(value), precision, flags, false, invalid);
+    if (const CUserConfig *config = getUserConfig())
+        flags |= config->getSegmentedFormatFlag();
+    return ZB::formatDoubleNumberSpace(static_cast<long double>(value), precision, flags, false, invalid);
+}
+
+} // namespace KV

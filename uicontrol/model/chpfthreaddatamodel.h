@@ -1,0 +1,49 @@
+#pragma once
+
+#include <boost/asio/io_service.hpp>
+#include <boost/asio/strand.hpp>
+#include <vector>
+
+#include "kdservice/idata.h"
+#include "model/chpfdatamodel.h"
+
+namespace KV {
+
+/// A model whose bulk loads run on the host's strand "uicontrol_hpf_data_model": rows are made there and handed to the
+/// base in one call per batch, in the order in which the batches came.
+///
+/// Threading: addDatas() from any thread. A batch holds the model only while it runs, and is skipped when the model is
+/// gone by then; the last hold is given up on the GUI thread.
+/// Errors: loading into a model that no boost::shared_ptr owns ends with boost::bad_weak_ptr.
+class UICONTROL_API CHpfThreadDataModel : public CHpfDataModel
+{
+public:
+    using RecordPtr = boost::shared_ptr<kdservice::IData>;
+    using Records = std::vector<RecordPtr>;
+    /// Records with the colour key of their whole row; an empty key is the default colour.
+    using ColoredRecords = QList<QPair<RecordPtr, QString>>;
+    using Filters = QMap<int, QPair<ZB::EFilterType, QSet<QString>>>;
+
+    CHpfThreadDataModel(int metaId, kdservice::EVxTraderType traderType);
+    ~CHpfThreadDataModel() override;
+
+    void addDatas(const Records &records);
+    /// filters: by column, set after the rows are in.
+    void addDatas(const ColoredRecords &records, const Filters &filters);
+
+    /// Adds or replaces the row of a key at once, on the caller's thread, as a row of a table sorted by time.
+    void updateDataFixColorForSortTime(const QString &key, const RecordPtr &record, const QString &colorKey);
+
+protected:
+    /// On the strand.
+    void doAddDatas(const Records &records);
+    void doAddDatas(const ColoredRecords &records, const Filters &filters);
+
+private:
+    template <typename Task>
+    void post(Task task);
+
+    boost::shared_ptr<boost::asio::io_service::strand> strand;
+};
+
+} // namespace KV

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "model/chpfextradatamodel.h"
+#include "stats/exactsum.h"
+
+namespace KV {
+
+/// One stored value.
+struct CHpfExtraDataModel::Cell
+{
+    int column = -1;
+    unsigned countedIn = 0; ///< generation of the sum that has the value in it; 0 for none
+    const QColor *color = nullptr;
+    QVariant value;
+};
+
+/// The running sum of one column.
+struct CHpfExtraDataModel::Accumulator
+{
+    core::ExactSum sum;
+    unsigned generation = 0; ///< differs from every earlier sum of any column
+};
+
+} // namespace KV
