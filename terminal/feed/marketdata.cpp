@@ -11,6 +11,15 @@ std::string keyText(int day, const std::string &exchange, int channel, qint64 nu
 
 } // namespace
 
+OrderStatus OrderState::statusOfQuantities() const
+{
+    if (openQuantity() > 0)
+        return filled > 0 ? OrderStatus::PartFilled : OrderStatus::Accepted;
+    if (cancelled == 0)
+        return OrderStatus::Filled;
+    return filled > 0 ? OrderStatus::PartCancelled : OrderStatus::Cancelled;
+}
+
 std::string orderKey(const OrderState &order, const Instrument &instrument)
 {
     return keyText(order.day, instrument.exchange, order.channel, order.orderNo);

@@ -14,6 +14,9 @@ namespace feed {
 template <typename T>
 constexpr T absent = std::numeric_limits<T>::max();
 
+/// Milliseconds by which clocks in China are ahead of UTC.
+constexpr qint64 chinaOffset = 8 * 60 * 60 * 1000;
+
 /// Codes as the record types store them.
 enum class Side : char
 {
@@ -92,13 +95,18 @@ struct OrderState
     qint64 orderNo = 0;
     Side side = Side::Buy;
     OrderStatus status = OrderStatus::Accepted;
-    double price = absent<double>; ///< absent: only its deals and cancels are known, or a market order
+    bool isListed = false;         ///< false while only its deals and cancels are known
+    double price = absent<double>; ///< absent for an order that is not listed, and at no price
     qint64 quantity = 0;           ///< filled + cancelled + what is still open
     qint64 filled = 0;
     qint64 cancelled = 0;
     double amount = 0; ///< sum of price x quantity of its deals
     qint64 firstTime = 0;
     qint64 lastTime = 0;
+
+    qint64 openQuantity() const { return quantity - filled - cancelled; }
+    /// The status that follows from the quantities of an order that the exchange took.
+    OrderStatus statusOfQuantities() const;
 };
 
 struct Deal

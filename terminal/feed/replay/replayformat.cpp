@@ -1,0 +1,54 @@
+#include "feed/replay/replayformat.h"
+
+#include "feed/replay/futurestickdecoder.h"
+#include "feed/replay/shanghaiorderdecoder.h"
+#include "feed/replay/shanghaitradedecoder.h"
+#include "feed/replay/shenzhentradedecoder.h"
+#include "feed/replay/stocksnapshotdecoder.h"
+
+namespace feed {
+
+namespace {
+
+template <typename Decoder>
+constexpr ReplayFormat formatOf(std::string_view name)
+{
+    return {name, &Decoder::neededColumns,
+            [](const FieldReader &in) -> std::unique_ptr<RowDecoder> { return std::make_unique<Decoder>(in); }};
+}
+
+constexpr ReplayFormat formats[] = {
+    formatOf<ShanghaiOrderDecoder>("Shanghai orders"),    formatOf<ShanghaiTradeDecoder>("Shanghai trades"),
+    formatOf<ShenzhenTradeDecoder>("Shenzhen trades"),    formatOf<StockSnapshotDecoder>("stock snapshots"),
+    formatOf<FuturesTickDecoder>("CTP ticks of futures"),
+};
+
+std::vector<std::string_view> missingColumns(const FieldReader &headers, const std::vector<std::string_view> &needed)
+{
+    std::vector<std::string_view> missing;
+    for (const std::string_view name : needed)
+        if (headers.column(name) < 0)
+            missing.push_back(name);
+    return missing;
+}
+
+} // namespace
+
+FormatMatch recogniseFormat(const FieldReader &headers)
+{
+    // The formats share columns such as date and code; a file belongs to one when it has nearly all of that one's.
+    FormatMatch best;
+    double bestShare = 0.6;
+    for (const ReplayFormat &format : formats) {
+        const auto needed = format.neededColumns();
+        auto missing = missingColumns(headers, needed);
+        const double share = 1.0 - double(missing.size()) / double(needed.size());
+        if (share > bestShare) {
+            bestShare = share;
+            best = {&format, std::move(missing)};
+        }
+    }
+    return best;
+}
+
+} // namespace feed
