@@ -1,19 +1,20 @@
 #include "log/cloglinecutter.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace KV {
 
 namespace {
 
-constexpr int firstCount = 10;          ///< characters at which the first piece is measured first
-constexpr int nextCount = 11;           ///< the same for every later piece
-constexpr int longestWhole = 1 << 18;   ///< characters; longer lines are wider than any window
+constexpr int firstCount = 10;        ///< characters at which the first piece is measured first
+constexpr int nextCount = 11;         ///< the same for every later piece
+constexpr int longestWhole = 1 << 18; ///< characters; longer lines are wider than any window
 
 /// The most that one more character can add to a text's width, which includes what it changes in those before it.
-qint64 mostAdded(const LogCharWidth &width)
+qint64 mostAdded(ushort unit, const LogCharWidth &width)
 {
+    if (unit == u'\t')
+        return width.advance + 64; // a whole stop, rounded
     switch (width.kind) {
     case EWidthKind::Exact:
         return width.advance;
@@ -57,21 +58,71 @@ void CLogLineCutter::cut(const QString &text, int width, std::vector<int> &lengt
 int CLogLineCutter::firstTooLong(const Line &line, int start, int shortest)
 {
     const int last = line.length - start - 1;
+    const ushort *const text = line.text + start;
+    const int pitch = textMeasure.asciiPitch();
     int count = 0;
     qint64 width = 0;
     while (count < last) {
-        if (textMeasure.asciiPitch() > 0 && skipPrintable(line, start, last, count, width) && count >= last)
-            break;
-        const ushort unit = line.text[start + count];
-        const LogCharWidth added = textMeasure.charWidth(unit);
-        if (added.kind != EWidthKind::Exact)
-            return searchShaped(line, start, shortest, count, width);
-        width = unit == u'\t' ? CLogTextMeasure::afterTab(width) : width + added.advance;
-        ++count;
+        if (pitch > 0) {
+            const qint64 missing = std::max<qint64>((line.limit - width + pitch - 1) / pitch, shortest - count);
+            const int run = CLogTextMeasure::printableRun(
+                text + count, static_cast<int>(std::clamp<qint64>(missing, 1, last - count)));
+            count += run;
+            width += static_cast<qint64>(run) * pitch;
+        }
+        if (count < last && (pitch == 0 || width < line.limit || count < shortest)) {
+            const LogCharWidth added = textMeasure.charWidth(text[count]);
+            if (added.kind != EWidthKind::Exact)
+                return searchShaped(line, start, shortest, count, width);
+            width = text[count] == u'\t' ? CLogTextMeasure::afterTab(width) : width + added.advance;
+            ++count;
+        }
         if (count >= shortest && width >= line.limit)
             return count;
     }
     return -1;
+}
+
+/// Goes on from `count` characters that are `width` wide, measuring truly wherever the most that the characters since
+/// the last measurement can have added reaches the limit.
+int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int count, qint64 width)
+{
+    const int last = line.length - start - 1;
+    const ushort *const text = line.text + start;
+    const auto firstOfScript = std::find_if_not(text, text + last, takesScript) - text;
+    qint64 most = width;
+    bool open = false; // the bound says nothing before the next measurement
+    while (count < last) {
+        most += mostAdded(text[count], textMeasure.charWidth(text[count]));
+        // The first character with a script of its own may change the font of all before it.
+        open = open || count == firstOfScript;
+        ++count;
+        if (count < shortest || (most < line.limit && !open))
+            continue;
+        most = textMeasure.trueWidthFine(text, count);
+        open = false;
+        if (most >= line.limit)
+            return count;
+    }
+    return -1;
+}
+
+/// Whether the whole line is narrow enough although a part of it is not.
+bool CLogLineCutter::fitsWhole(const Line &line)
+{
+    if (line.length > longestWhole)
+        return false;
+    bool exact = true;
+    qint64 least = 0; // no shaping makes spacing characters half as wide
+    for (int i = 0; i < line.length && least < line.limit; ++i) {
+        const LogCharWidth width = textMeasure.charWidth(line.text[i]);
+        exact = exact && width.kind == EWidthKind::Exact;
+        if (width.kind != EWidthKind::Complex && line.text[i] != u'\t')
+            least += width.advance / 2;
+    }
+    if (exact || least >= line.limit)
+        return false;
+    return textMeasure.trueWidthFine(line.text, line.length) < line.limit;
 }
 
 } // namespace KV

@@ -34,7 +34,6 @@ private:
 
     int firstTooLong(const Line &line, int start, int shortest);
     int searchShaped(const Line &line, int start, int shortest, int count, qint64 width);
-    int skipPrintable(const Line &line, int start, int last, int &count, qint64 &width);
     bool fitsWhole(const Line &line);
 
     CLogTextMeasure textMeasure;

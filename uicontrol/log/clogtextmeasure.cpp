@@ -7,9 +7,9 @@ namespace KV {
 
 namespace {
 
-constexpr qint64 tabStop = 80 * 64;      ///< Qt's default distance of tab stops
-constexpr int longestShaped = 4096;      ///< characters; more are never shaped for boundedWidth
-constexpr ushort ideograph = 0x4E2D;     ///< stands for all ideographs where the font is tried out
+constexpr qint64 tabStop = 80 * 64;  ///< Qt's default distance of tab stops
+constexpr int longestShaped = 4096;  ///< characters; more are never shaped for boundedWidth
+constexpr ushort ideograph = 0x4E2D; ///< stands for all ideographs where the font is tried out
 const ushort firstPrintable = u' ';
 const ushort lastPrintable = u'~';
 

@@ -11,7 +11,8 @@
 namespace KV {
 
 /// How far a character's own width can be trusted inside a text.
-enum class EWidthKind : unsigned char {
+enum class EWidthKind : unsigned char
+{
     Exact,  ///< the same beside every other exact character: sums are true widths
     Shaped, ///< a spacing character whose neighbours may move it a little (kerning, ligatures)
     Complex ///< anything: combining, joining, right to left, surrogates, controls

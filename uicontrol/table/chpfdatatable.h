@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QtCore/QPair>
+#include <QtCore/QVector>
+#include <boost/shared_ptr.hpp>
+#include <vector>
+
+#include "kdservice/evxtradertype.h"
+#include "kdservice/idata.h"
+#include "model/chpfdatacolumnproperty.h"
+#include "uicontrolexport.h"
+#include "zb/cbasehighperformancetable.h"
+
+namespace KV {
+
+class CHpfDataModel;
+class CHpfExtraDataModel;
+
+/// The table over a high-volume model: one row per record, columns from the host's catalogue.
+///
+/// Threading: GUI thread; the model may be loaded on any thread.
+/// Ownership: shares its model, which it makes itself until another CHpfDataModel is given to setDataModel(). Rows and
+/// model hold each other, so the table clears its model when it is destroyed. A model that is replaced keeps its rows
+/// for whoever holds it; the one that the table made goes with them when nobody does.
+class UICONTROL_API CHpfDataTable : public ZB::CBaseHighPerformanceTable
+{
+    Q_OBJECT
+
+public:
+    using RecordPtr = boost::shared_ptr<kdservice::IData>;
+    using RowPtr = boost::shared_ptr<ZB::IBaseHpfTableData>;
+    /// Records with the colour key of their whole row; an empty key is the default colour.
+    using ColoredRecords = QList<QPair<RecordPtr, QString>>;
+
+    /// paged: the table shows one page and asks for others by event 277.
+    CHpfDataTable(int tableId, int metaId, QWidget *parent, kdservice::EVxTraderType traderType, bool paged);
+    ~CHpfDataTable() override;
+
+    /// Shows a model. A CHpfDataModel is adopted (it must be owned by a boost::shared_ptr): every operation follows it
+    /// from then on. With any other model, or none, the operations on data do nothing and answer with nothing.
+    void setDataModel(ZB::IBaseHpfTableModel *model) override;
+    /// Empty when the model is none of the library's.
+    const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
+    CHpfExtraDataModel *getExtraDataModel() const;
+
+    /// One more column at the end; returns its number, -1 without a model. extra: its values come from the extra-data
+    /// model, with `cellText` in cells without a value.
+    int addColumn(const CHpfDataColumnProperty &property, bool extra, bool visible, const QString &cellText);
+    /// -1 for a field without a column.
+    int getColumnIdByFileId(int fieldId) const;
+    void setColumnStatEnable(int column, bool enable);
+
+    /// @name Records. The flag asks for redrawing now instead of with the next frame. Empty pointers are skipped.
+    /// @{
+    void updateData(const RecordPtr &record, bool redraw);
+    void updateDatas(const std::vector<RecordPtr> &records, bool redraw);
+    void updateDatas(const QVector<RecordPtr> &records, bool redraw);
+    void updateDatas(const QList<RecordPtr> &records, bool redraw);
+    void updateDataFixColor(const RecordPtr &record, const QString &colorKey, bool redraw);
+    void updateDataFixColor(const ColoredRecords &records, bool redraw);
+    /// Rows of a table sorted by time.
+    void updateDataFixColorForSortTime(const RecordPtr &record, const QString &colorKey, bool redraw);
+    void updateDataFixColorForSortTime(const ColoredRecords &records, bool redraw);
+    void removeDataByKey(const QString &key, bool refresh);
+    void removeDatasByKey(const QVector<QString> &keys, bool refresh);
+    void clear() override;
+    /// @}
+
+    /// @name Rows
+    /// @{
+    QList<RowPtr> getAllDatas() const;
+    /// The row shown at an index, or an empty pointer.
+    RowPtr getData(int row) const;
+    RowPtr getDataByKey(const QString &key) const;
+    /// Rows that pass the filters.
+    int count() const;
+    /// @}
+
+    void clearFilter() override;
+    /// Whether new rows go to the end of an unsorted table or to its front.
+    void setAppendSeq(bool append);
+    /// A change removes all rows, filters and delegates and makes the columns anew.
+    void setTradeType(kdservice::EVxTraderType traderType);
+    kdservice::EVxTraderType tradeType() const;
+
+    /// Writes the file and says so in a box.
+    bool exportData(QString path) override;
+    /// The base's texts and those of the column's filter that no row shows at present, so that they can be taken off.
+    QStringList getMenuItems(int column) override;
+    /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
+    ZB::CBaseTableSettingParam getTableSetting() override;
+    void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
+
+    void onTimer() override;
+    void updateTable() override;
+    /// Fits the column widths to the rows once per fill, as soon as the table is visible with a row that passes the
+    /// filters; adjustVisibleWidth() is content with any row.
+    void tryFirstAdjustVisibleWidth();
+    void adjustVisibleWidth();
+
+    void themeChanged() override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void leaveModel(const boost::shared_ptr<CHpfDataModel> &former);
+    void applyColumnProperties(int column);
+    template <typename RowClass>
+    boost::shared_ptr<RowClass> makeRow(const RecordPtr &record, const QString &colorKey = QString()) const;
+    template <typename Records>
+    void takeRecords(const Records &records, bool redraw);
+    template <typename RowClass>
+    void takeColored(const ColoredRecords &records, bool redraw);
+    void takeRow(const RowPtr &row, bool redraw);
+    void fitOnce(bool hasRows);
+
+    boost::shared_ptr<CHpfDataModel> dataModel;
+    CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
+    bool firstFitDone = false;
+    QList<ZB::CBaseTableColumnSetting> absentColumns; ///< saved columns that the present model does not have
+};
+
+} // namespace KV
