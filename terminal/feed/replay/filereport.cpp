@@ -33,26 +33,30 @@ void FileReport::add(Severity severity, std::string text, int column, std::strin
     message.file = file;
     message.line = line;
     message.column = column;
-    message.header = header;
+    message.header = printable(header);
     message.text = std::move(text);
     receiver(std::move(message));
 }
 
-std::string quotedForMessage(std::string_view value)
+std::string printable(std::string_view text)
 {
     static constexpr size_t longest = 40;
-    std::string result = "\"";
-    for (const char c : value.substr(0, longest))
+    std::string result;
+    for (const char c : text.substr(0, longest))
         result += (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) ? '?' : c;
+    if (text.size() <= longest)
+        return result;
     // A cut in the middle of a character would not be UTF-8 any more.
-    if (value.size() > longest) {
-        while (result.size() > 1 && (static_cast<unsigned char>(result.back()) & 0xc0) == 0x80)
-            result.pop_back();
-        if (static_cast<unsigned char>(result.back()) >= 0xc0)
-            result.pop_back();
-        result += "...";
-    }
-    return result + '"';
+    while (!result.empty() && (static_cast<unsigned char>(result.back()) & 0xc0) == 0x80)
+        result.pop_back();
+    if (!result.empty() && static_cast<unsigned char>(result.back()) >= 0xc0)
+        result.pop_back();
+    return result + "...";
+}
+
+std::string quotedForMessage(std::string_view text)
+{
+    return '"' + printable(text) + '"';
 }
 
 } // namespace feed

@@ -37,7 +37,9 @@ private:
     int leftOut = 0;
 };
 
-/// A value from a file, fit for a message: in quotes, cut if long, what cannot be printed as ?.
-std::string quotedForMessage(std::string_view value);
+/// Text from a file, fit for a message: cut if long, what cannot be printed as ?.
+std::string printable(std::string_view text);
+/// The same in quotes.
+std::string quotedForMessage(std::string_view text);
 
 } // namespace feed

@@ -90,7 +90,7 @@ void ReplayLoader::passOver(const ReplayInput &input, const ReplayFile &file)
     if (!file.firstHeader().empty()) {
         message.line = 1;
         message.column = 1;
-        message.header = file.firstHeader();
+        message.header = printable(file.firstHeader());
     }
     tell(std::move(message));
 }

@@ -1,0 +1,279 @@
+#include "feedplayer.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+namespace {
+
+const QByteArray orderHeader = "MDDate,MDTime,SecurityType,Symbol,OrderType,OrderPrice,OrderQty,OrderBSFlag,ChannelNo,"
+                               "ApplSeqNum,OrderNO,SecurityID\n";
+const QByteArray tradeHeader = "MDDate,MDTime,TradeBuyNo,TradeSellNo,TradeBSFlag,TradePrice,TradeQty,TradeMoney,"
+                               "ChannelNo,ApplSeqNum,SecurityID\n";
+
+QByteArray orderRow(int number, const QByteArray &price = "10.5", const QByteArray &quantity = "100",
+                    const QByteArray &code = "605580.SH")
+{
+    const QByteArray text = QByteArray::number(number);
+    return "2023.07.11,09:30:00." + text.rightJustified(3, '0') + ",2,恒盛能源,2," + price + ',' + quantity + ",1,1," +
+           text + ',' + text + ',' + code + '\n';
+}
+
+QByteArray orderFile(int rows)
+{
+    QByteArray content = orderHeader;
+    for (int i = 1; i <= rows; ++i)
+        content += orderRow(i);
+    return content;
+}
+
+QByteArray gzipped(const QByteArray &content)
+{
+    QByteArray packed(content.size() + 1000, '\0');
+    z_stream stream{};
+    deflateInit2(&stream, 9, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
+    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(content.data()));
+    stream.avail_in = uInt(content.size());
+    stream.next_out = reinterpret_cast<Bytef *>(packed.data());
+    stream.avail_out = uInt(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(int(stream.total_out));
+    deflateEnd(&stream);
+    return packed;
+}
+
+std::string orderNumbers(const PlayedFeed &played)
+{
+    std::string result;
+    for (const auto &order : played.orders)
+        result += (result.empty() ? "" : " ") + std::to_string(order.orderNo);
+    return result;
+}
+
+} // namespace
+
+TEST(FeedBadInput, ABadValueIsNamedWithFileLineAndColumnAndTheOtherLinesPlay)
+{
+    struct Case
+    {
+        QByteArray row;
+        const char *message;
+    };
+    const Case cases[] = {
+        {orderRow(2, "abc"), "error a.csv:3: column 6 \"OrderPrice\": \"abc\" is not a number"},
+        {orderRow(2, ""), "error a.csv:3: column 6 \"OrderPrice\": is empty"},
+        {orderRow(2, "-1"), "error a.csv:3: column 6 \"OrderPrice\": \"-1\" is negative"},
+        {orderRow(2, "nan"), "error a.csv:3: column 6 \"OrderPrice\": \"nan\" is not a number"},
+        {orderRow(2, "inf"), "error a.csv:3: column 6 \"OrderPrice\": \"inf\" is too large"},
+        {orderRow(2, "1e400"), "error a.csv:3: column 6 \"OrderPrice\": \"1e400\" is too large"},
+        {orderRow(2, "10.5.1"), "error a.csv:3: column 6 \"OrderPrice\": \"10.5.1\" is not a number"},
+        {orderRow(2, "10", "-100"), "error a.csv:3: column 7 \"OrderQty\": \"-100\" is negative"},
+        {orderRow(2, "10", "0"), "error a.csv:3: column 7 \"OrderQty\": \"0\" is too small"},
+        {orderRow(2, "10", "1.5"), "error a.csv:3: column 7 \"OrderQty\": \"1.5\" is not a whole number"},
+        {orderRow(2, "10", "99999999999999999999"),
+         "error a.csv:3: column 7 \"OrderQty\": \"99999999999999999999\" is too large"},
+        {orderRow(2, "10", "100", "605580.XX"),
+         "error a.csv:3: column 12 \"SecurityID\": \"605580.XX\" is not a stock code, six digits with .SH, .SZ or .BJ"},
+        {orderRow(2, "10", "100", "恒盛.SH"),
+         "error a.csv:3: column 12 \"SecurityID\": \"恒盛.SH\" is not a stock code, six digits with .SH, .SZ or .BJ"},
+        {orderRow(2).replace("2023.07.11", "2023.02.29"),
+         "error a.csv:3: column 1 \"MDDate\": \"2023.02.29\" is not a date"},
+        {orderRow(2).replace("09:30:00", "24:30:00"),
+         "error a.csv:3: column 2 \"MDTime\": \"24:30:00.002\" is not a time"},
+        {orderRow(2).replace(",2,10.5", ",7,10.5"), "error a.csv:3: column 5 \"OrderType\": \"7\" is not a known code"},
+        {orderRow(2).replace("100,1,1,", "100,3,1,"),
+         "error a.csv:3: column 8 \"OrderBSFlag\": \"3\" is not a known code"},
+        {orderRow(2).replace("100,1,1,", "100,1,"),
+         "error a.csv:3: column 12 \"SecurityID\": the line has 11 fields, the header 12"},
+        {orderRow(2).replace(".SH", ".SH,1"),
+         "error a.csv:3: column 12 \"SecurityID\": the line has 13 fields, the header 12"},
+        {orderRow(2).replace("恒盛能源", "\"恒盛能源"),
+         "error a.csv:3: column 4 \"Symbol\": a quote is not closed, or something follows it"},
+        {orderRow(2).replace("10.5", QByteArray("1\0", 2) + "0.5"),
+         "error a.csv:3: column 6 \"OrderPrice\": holds a zero byte"},
+        {QByteArray(200000, 'x') + '\n', "error a.csv:3: column 1 \"MDDate\": the line is longer than 65536 bytes"},
+        {orderRow(2, QByteArray(60, '7') + "中"),
+         "error a.csv:3: column 6 \"OrderPrice\": \"7777777777777777777777777777777777777777...\" is not a number"},
+    };
+    for (const Case &bad : cases) {
+        const ReplayFolder folder;
+        const PlayedFeed played =
+            folder.play({folder.write("a.csv", orderHeader + orderRow(1) + bad.row + orderRow(3))});
+        EXPECT_TRUE(played.loaded) << bad.message;
+        EXPECT_EQ(joined(played.messages), bad.message + std::string("\n"));
+        EXPECT_EQ(orderNumbers(played), "1 3") << bad.message;
+    }
+}
+
+TEST(FeedBadInput, WritersMayEndLinesQuoteOrderAndMarkFilesAsTheyPlease)
+{
+    const QByteArray plain = orderHeader + orderRow(1) + orderRow(2);
+    QByteArray quoted = plain;
+    quoted.replace(",", "\",\"").replace("\n", "\"\n\"");
+    const QByteArray variants[] = {
+        plain,
+        QByteArray(plain).replace("\n", "\r\n"),
+        "\xef\xbb\xbf" + plain,
+        "\n\n" + QByteArray(plain).replace("\n", "\n\n"),
+        plain.left(plain.size() - 1),
+        '"' + quoted.left(quoted.size() - 1),
+        QByteArray(plain).replace(",", " , "),
+        QByteArray(plain).replace(",100,", ",100.00,"),
+        QByteArray("OrderNO,SecurityID,Extra,MDTime,MDDate,OrderType,OrderPrice,OrderQty,OrderBSFlag,ChannelNo,"
+                   "ApplSeqNum\n1,605580.SH,\"a,\"\"b\",09:30:00.001,2023.07.11,2,10.5,100,1,1,1\n"
+                   "2,605580.SH,,09:30:00.002,2023-07-11,2,10.5,100,1,1,2\n"),
+        gzipped(plain),
+        gzipped(plain.left(200)) + gzipped(plain.mid(200)),
+        gzipped(plain) + QByteArray(512, '\0'),
+    };
+    for (const QByteArray &variant : variants) {
+        const ReplayFolder folder;
+        const PlayedFeed played = folder.play({folder.write("any.name", variant)});
+        EXPECT_EQ(joined(played.messages), "") << variant.toStdString();
+        EXPECT_EQ(orderNumbers(played), "1 2") << variant.toStdString();
+        ASSERT_EQ(played.orders.size(), 2u);
+        EXPECT_EQ(played.orders[1].price, 10.5);
+        EXPECT_EQ(played.orders[1].quantity, 100);
+        EXPECT_EQ(played.orders[1].firstTime, 1689039000002) << "09:30 in China";
+    }
+}
+
+TEST(FeedBadInput, ACutLastLineIsLeftOut)
+{
+    const QByteArray whole = orderFile(3);
+    for (const int cut : {2, 3, 20, 60}) {
+        const ReplayFolder folder;
+        const PlayedFeed played = folder.play({folder.write("a.csv", whole.left(whole.size() - cut))});
+        EXPECT_EQ(orderNumbers(played), "1 2") << cut;
+        ASSERT_EQ(played.messages.size(), 1u) << cut;
+        EXPECT_EQ(played.messages[0].substr(0, 22), "error a.csv:4: column ") << played.messages[0];
+    }
+}
+
+TEST(FeedBadInput, OfATruncatedGzipFileTheWholeLinesPlay)
+{
+    const QByteArray packed = gzipped(orderFile(2000));
+    const ReplayFolder folder;
+    const PlayedFeed played = folder.play({folder.write("a.csv.gz", packed.left(packed.size() / 2))});
+    EXPECT_TRUE(played.loaded);
+    ASSERT_EQ(played.messages.size(), 1u);
+    EXPECT_NE(played.messages[0].find("the compressed data ends too early; what was read before is used"),
+              std::string::npos)
+        << played.messages[0];
+    ASSERT_GT(played.orders.size(), 100u);
+    EXPECT_LT(played.orders.size(), 2000u);
+    EXPECT_EQ(played.messages[0].substr(0, 9 + 3), "error a.csv.");
+    EXPECT_NE(played.messages[0].find(".gz:" + std::to_string(played.orders.size() + 2) + ':'), std::string::npos)
+        << played.messages[0];
+}
+
+TEST(FeedBadInput, ADamagedGzipFileIsNotPlayedAtAll)
+{
+    QByteArray wrongSum = gzipped(orderFile(2000));
+    wrongSum[wrongSum.size() - 6] = char(wrongSum[wrongSum.size() - 6] ^ 1);
+    QByteArray wrongData = gzipped(orderFile(2000));
+    for (int i = wrongData.size() / 2; i < wrongData.size() / 2 + 40; ++i)
+        wrongData[i] = char(wrongData[i] ^ 0x55);
+    const QByteArray wrongHead = QByteArray("\x1f\x8b") + QByteArray(100, '\x7f');
+    for (const QByteArray &content : {wrongSum, wrongData, wrongHead}) {
+        const ReplayFolder folder;
+        folder.write("good.csv", orderFile(2));
+        folder.write("wrong.csv.gz", content);
+        const PlayedFeed played = folder.play({folder.path(".")});
+        EXPECT_FALSE(played.loaded);
+        ASSERT_FALSE(played.messages.empty());
+        const std::string &last = played.messages.back();
+        EXPECT_EQ(last.substr(0, 20), "fatal ./wrong.csv.gz") << last;
+        EXPECT_NE(last.find("the compressed data is damaged"), std::string::npos) << last;
+    }
+}
+
+TEST(FeedBadInput, APathThatGivesNothingToPlayFailsWithOneReason)
+{
+    const ReplayFolder folder;
+    folder.write("empty.csv", "");
+    folder.write("header.csv", orderHeader);
+    folder.write("other.csv", "time,price\n1,2\n");
+    folder.write("binary.gz", QByteArray("PK\x03\x04\0\0\n\xff\xfe", 9));
+    folder.write("missing.csv", QByteArray(orderFile(2)).replace("OrderQty,", "Quantity,").replace("OrderNO", "No"));
+    folder.write("twice.csv", QByteArray(orderFile(2)).replace("SecurityType", "OrderQty"));
+    folder.write("notes/readme.txt", "nothing\n");
+    struct Case
+    {
+        QStringList paths;
+        const char *messages;
+    };
+    const Case cases[] = {
+        {{}, "fatal no path is given\n"},
+        {{""}, "fatal an empty path is given\n"},
+        {{folder.path("gone.csv")}, "fatal gone.csv: does not exist\n"},
+        {{"/dev/null"}, "fatal /dev/null: is neither a file nor a folder\n"},
+        {{folder.path("empty.csv")}, "fatal empty.csv: is empty\n"},
+        {{folder.path("header.csv")},
+         "warning header.csv:1: has a header and no rows\nfatal the files hold no row that can be played\n"},
+        {{folder.path("other.csv")}, "fatal other.csv:1: column 1 \"time\": no known format has these columns\n"},
+        {{folder.path("binary.gz")}, "fatal binary.gz:1: column 1 \"PK????\": no known format has these columns\n"},
+        {{folder.path("missing.csv")},
+         "fatal missing.csv:1: columns \"OrderQty\", \"OrderNO\" are missing, which a file of Shanghai orders needs\n"},
+        {{folder.path("twice.csv")}, "fatal twice.csv:1: column 7 \"OrderQty\": stands twice, first as column 3\n"},
+        {{folder.path("notes")},
+         "warning notes/readme.txt:1: column 1 \"nothing\": no known format has these columns; passed over\n"
+         "fatal notes: the folder holds no file of a known format\n"},
+    };
+    for (const Case &bad : cases) {
+        const PlayedFeed played = folder.play(bad.paths);
+        EXPECT_FALSE(played.loaded) << bad.messages;
+        EXPECT_EQ(joined(played.messages), bad.messages);
+        EXPECT_TRUE(played.orders.empty());
+    }
+}
+
+TEST(FeedBadInput, AFolderIsReadWithAllBelowItAndPassesOverWhatItDoesNotKnow)
+{
+    const ReplayFolder folder;
+    folder.write("market/b/orders.csv", orderFile(2));
+    folder.write("market/a/deals.csv", tradeHeader + "2023.07.11,09:30:01.000,1,2,0,10.5,100,1050,1,77,605580.SH\n");
+    folder.write("market/notes.txt", "price list\n");
+    folder.write("market/empty", "");
+    const PlayedFeed played =
+        folder.play({folder.path("market"), folder.path("market/b/orders.csv"), folder.path("market/b")});
+    EXPECT_TRUE(played.loaded);
+    EXPECT_EQ(joined(played.messages),
+              "warning market/empty: is empty; passed over\n"
+              "warning market/notes.txt:1: column 1 \"price list\": no known format has these columns; passed over\n"
+              "error market/a/deals.csv:2: order 2 belongs to another stock or the other side\n");
+    EXPECT_EQ(orderNumbers(played), "1 2");
+    EXPECT_EQ(played.counters.duplicates, 0) << "a file that is reached by two paths is read once";
+}
+
+TEST(FeedBadInput, AFileOfNothingButBadLinesGivesTenMessagesAndACount)
+{
+    QByteArray content = orderHeader;
+    for (int i = 1; i <= 5000; ++i)
+        content += orderRow(i, "x");
+    const ReplayFolder folder;
+    const PlayedFeed played = folder.play({folder.write("a.csv", content)});
+    EXPECT_FALSE(played.loaded);
+    ASSERT_EQ(played.messages.size(), 12u);
+    EXPECT_EQ(played.messages[9], "error a.csv:11: column 6 \"OrderPrice\": \"x\" is not a number");
+    EXPECT_EQ(played.messages[10], "error a.csv: 4990 further lines with errors or warnings, not listed");
+    EXPECT_EQ(played.messages[11], "fatal the files hold no row that can be played");
+}
+
+TEST(FeedBadInput, RowsThatContradictEachOtherAreNamedAndTheFirstCounts)
+{
+    const ReplayFolder folder;
+    const QByteArray deals = tradeHeader + "2023.07.11,09:30:01.000,1,9,1,10.5,60,630,1,20,605580.SH\n"
+                                           "2023.07.11,09:30:02.000,1,8,1,10.5,70,735,1,21,605580.SH\n";
+    const PlayedFeed played = folder.play(
+        {folder.write("orders.csv", orderFile(1) + orderRow(1, "11") + orderRow(1).replace("1,1,1,1,", "1,1,5,1,")),
+         folder.write("deals.csv", deals)});
+    EXPECT_EQ(joined(played.messages), "error orders.csv:3: column \"ApplSeqNum\": number 1 is given to another row at "
+                                       "orders.csv:2; the first counts\n"
+                                       "error orders.csv:4: order 1 is listed a second time\n"
+                                       "error deals.csv:3: more is filled or withdrawn than is left of order 1\n");
+    ASSERT_EQ(played.orders.size(), 3u);
+    EXPECT_EQ(played.orders[0].price, 10.5);
+    EXPECT_EQ(played.orders[0].filled, 130);
+    EXPECT_EQ(played.orders[0].quantity, 130) << "deals are facts";
+    EXPECT_EQ(played.orders[0].status, feed::OrderStatus::Filled);
+}
