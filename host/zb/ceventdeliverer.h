@@ -28,8 +28,8 @@ public:
 
 private:
     class Life;
-    Life *life; ///< tells a running trip that this deliverer is gone
-    CEventDeliverer *parentDeliverer;
+    Life *const life; ///< tells running trips, and deliverers whose parent this is, that it is gone
+    Life *const parentLife;
 };
 
 } // namespace ZB
