@@ -1,0 +1,178 @@
+#include "rows/chunkedsequence.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+using core::ChunkedSequence;
+using Entry = ChunkedSequence::Entry;
+
+namespace {
+
+/// The same operations on a plain vector.
+struct PlainSequence
+{
+    std::vector<Entry> entries;
+
+    int indexOf(quint32 slot) const
+    {
+        const auto found =
+            std::find_if(entries.begin(), entries.end(), [slot](const Entry &entry) { return entry.slot == slot; });
+        return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
+    }
+    std::vector<Entry> marked() const
+    {
+        std::vector<Entry> result;
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(result),
+                     [](const Entry &entry) { return entry.marked; });
+        return result;
+    }
+};
+
+std::string lines(const std::vector<Entry> &entries)
+{
+    std::string result;
+    for (const Entry &entry : entries)
+        result += std::to_string(entry.value) + ':' + std::to_string(entry.slot) + (entry.marked ? "+\n" : "\n");
+    return result;
+}
+
+std::string allLines(const ChunkedSequence &sequence)
+{
+    std::vector<Entry> entries;
+    sequence.forEach(0, sequence.size(), [&](const Entry &entry) { entries.push_back(entry); });
+    return lines(entries);
+}
+
+std::string markedLines(const ChunkedSequence &sequence)
+{
+    std::vector<Entry> entries;
+    sequence.forEachMarked(0, sequence.markedCount(), [&](const Entry &entry) { entries.push_back(entry); });
+    return lines(entries);
+}
+
+void expectSame(const ChunkedSequence &sequence, const PlainSequence &plain)
+{
+    ASSERT_TRUE(sequence.checkConsistency());
+    ASSERT_EQ(sequence.size(), static_cast<int>(plain.entries.size()));
+    ASSERT_EQ(allLines(sequence), lines(plain.entries));
+    const std::vector<Entry> marked = plain.marked();
+    ASSERT_EQ(sequence.markedCount(), static_cast<int>(marked.size()));
+    ASSERT_EQ(markedLines(sequence), lines(marked));
+    for (std::size_t i = 0; i < marked.size(); i += 7) {
+        ASSERT_EQ(sequence.markedAt(static_cast<int>(i)).slot, marked[i].slot);
+        ASSERT_EQ(sequence.markedIndexOf(marked[i].slot), static_cast<int>(i));
+    }
+    for (std::size_t i = 0; i < plain.entries.size(); i += 11) {
+        ASSERT_EQ(sequence.at(static_cast<int>(i)).slot, plain.entries[i].slot);
+        ASSERT_EQ(sequence.indexOf(plain.entries[i].slot), static_cast<int>(i));
+        ASSERT_EQ(sequence.markedIndexOf(plain.entries[i].slot) >= 0, plain.entries[i].marked);
+    }
+}
+
+} // namespace
+
+TEST(ChunkedSequence, IsEmptyAtFirstAndAnswersSo)
+{
+    ChunkedSequence sequence;
+    EXPECT_EQ(sequence.size(), 0);
+    EXPECT_EQ(sequence.indexOf(0), -1);
+    EXPECT_EQ(sequence.markedIndexOf(7), -1);
+    sequence.erase(5);
+    sequence.append({1, 9, true});
+    EXPECT_EQ(sequence.markedIndexOf(9), 0);
+    EXPECT_EQ(sequence.indexOf(8), -1);
+    sequence.eraseAt(0);
+    EXPECT_EQ(sequence.markedCount(), 0);
+    EXPECT_EQ(sequence.indexOf(9), -1);
+    EXPECT_TRUE(sequence.checkConsistency());
+    EXPECT_EQ(allLines(sequence), "");
+}
+
+TEST(ChunkedSequence, VisitsAPartOfIt)
+{
+    ChunkedSequence sequence;
+    sequence.assign(2000, [](int i) { return Entry{0, static_cast<quint32>(i), i % 10 == 3}; });
+    std::vector<Entry> part;
+    const auto collect = [&part](const Entry &entry) { part.push_back(entry); };
+    sequence.forEach(447, 3, collect);
+    EXPECT_EQ(lines(part), "0:447\n0:448\n0:449\n");
+    part.clear();
+    sequence.forEachMarked(198, 100, collect);
+    EXPECT_EQ(lines(part), "0:1983+\n0:1993+\n");
+    part.clear();
+    sequence.forEach(2000, 5, collect);
+    sequence.forEachMarked(200, 5, collect);
+    EXPECT_EQ(lines(part), "");
+}
+
+TEST(ChunkedSequence, FollowsRandomChangesByIndex)
+{
+    const quint64 seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    ChunkedSequence sequence;
+    PlainSequence plain;
+    quint32 nextSlot = 0;
+    // Growing, shrinking to nothing and growing again, at either end and in between.
+    for (int step = 0; step < 30000; ++step) {
+        const auto count = static_cast<int>(plain.entries.size());
+        const bool growing = step / 6000 % 2 == 0;
+        const quint64 choice = random() % 10;
+        if (choice < (growing ? 7u : 2u) || count == 0) {
+            const quint64 where = random() % 4;
+            const int index = where == 0   ? 0
+                              : where == 1 ? count
+                                           : static_cast<int>(random() % static_cast<quint64>(count + 1));
+            const Entry entry{random() % 100, nextSlot++, random() % 3 == 0};
+            sequence.insert(index, entry);
+            plain.entries.insert(plain.entries.begin() + index, entry);
+        } else if (choice < 9) {
+            const auto index = static_cast<int>(random() % static_cast<quint64>(count));
+            if (choice == 8)
+                sequence.erase(plain.entries[static_cast<std::size_t>(index)].slot);
+            else
+                sequence.eraseAt(index);
+            plain.entries.erase(plain.entries.begin() + index);
+        } else {
+            Entry &entry = plain.entries[random() % plain.entries.size()];
+            entry.marked = !entry.marked;
+            sequence.setMarked(entry.slot, entry.marked);
+        }
+        if (step % 499 == 0)
+            expectSame(sequence, plain);
+        if (::testing::Test::HasFatalFailure())
+            FAIL() << "step " << step;
+    }
+    sequence.clear();
+    expectSame(sequence, PlainSequence());
+}
+
+TEST(ChunkedSequence, KeepsItsOrderUnderSortedInsertions)
+{
+    const quint64 seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    for (const quint64 values : {1u, 5u, 1000000u}) {
+        ChunkedSequence sequence;
+        PlainSequence plain;
+        for (quint32 slot = 0; slot < 5000; ++slot) {
+            const Entry entry{random() % values, slot, slot % 2 == 0};
+            // Among equal values the larger slot goes in front.
+            sequence.insertSorted(entry, [&entry](quint32 other) { return other > entry.slot; });
+            plain.entries.push_back(entry);
+        }
+        std::sort(plain.entries.begin(), plain.entries.end(), [](const Entry &a, const Entry &b) {
+            return a.value != b.value ? a.value < b.value : a.slot > b.slot;
+        });
+        expectSame(sequence, plain);
+
+        ChunkedSequence assigned;
+        assigned.assign(5000, [&](int i) { return plain.entries[static_cast<std::size_t>(i)]; });
+        expectSame(assigned, plain);
+        std::vector<quint32> slots;
+        assigned.copySlots(slots);
+        for (std::size_t i = 0; i < slots.size(); ++i)
+            ASSERT_EQ(slots[i], plain.entries[i].slot);
+    }
+}
