@@ -4,4 +4,10 @@ namespace feed {
 
 FeedSource::~FeedSource() = default;
 
+qint64 FeedSource::longestGap() const
+{
+    // Longer than a lunch break, shorter than any night.
+    return 3 * 60 * 60 * 1000;
+}
+
 } // namespace feed

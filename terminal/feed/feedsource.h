@@ -23,6 +23,8 @@ public:
     virtual bool load(BatchWriter &writer, const std::function<bool()> &keepGoing) = 0;
     /// Time of the event that step() gives next; absent when there is none left. Never runs back.
     virtual qint64 nextTime() const = 0;
+    /// Milliseconds of market time. A longer gap between two events, such as a night, passes at once.
+    virtual qint64 longestGap() const;
     /// Gives the next event.
     virtual void step(BatchWriter &writer) = 0;
     /// Adds what is computed once per batch, such as quotes of books that changed.

@@ -15,7 +15,7 @@ class MarketFeed::Private
 {
 public:
     Private(std::unique_ptr<FeedSource> givenSource, double givenSpeed, size_t limit)
-        : source(std::move(givenSource)), batchLimit(limit), clock(givenSpeed)
+        : source(std::move(givenSource)), batchLimit(limit), clock(givenSpeed, source->longestGap())
     {
     }
 

@@ -5,7 +5,7 @@
 
 namespace feed {
 
-PlayClock::PlayClock(double givenFactor) : factor(std::max(0.0, givenFactor)) {}
+PlayClock::PlayClock(double givenFactor, qint64 gap) : longestGap(gap), factor(std::max(0.0, givenFactor)) {}
 
 double PlayClock::marketTime(Time now) const
 {

@@ -13,11 +13,9 @@ class PlayClock
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
-    /// Milliseconds of market time. Longer than a lunch break, shorter than any night.
-    static constexpr qint64 longestGap = 3 * 60 * 60 * 1000;
-
-    /// `factor` is market time per time, 0 stands still, infinity makes everything due.
-    explicit PlayClock(double factor);
+    /// `factor` is market time per time, 0 stands still, infinity makes everything due. `longestGap` is in
+    /// milliseconds.
+    PlayClock(double factor, qint64 longestGap);
 
     void setSpeed(double factor, Time now = std::chrono::steady_clock::now());
     double speed() const { return factor; }
@@ -29,6 +27,7 @@ public:
 private:
     double marketTime(Time now) const;
 
+    const qint64 longestGap;
     double factor;
     bool started = false;
     Time anchor;             ///< since when `factor` holds

@@ -162,7 +162,7 @@ TEST(MarketFeed, TellsThatItsSourceHasNothingToPlay)
 
 TEST(PlayClock, PassesMarketTimeAtItsSpeed)
 {
-    PlayClock clock(10);
+    PlayClock clock(10, 10'000'000);
     EXPECT_TRUE(clock.isDue(5000, at(0))) << "the first event starts the clock";
     EXPECT_FALSE(clock.isDue(6000, at(99)));
     EXPECT_EQ(clock.due(6000, at(99)), at(100));
@@ -186,7 +186,7 @@ TEST(PlayClock, PassesMarketTimeAtItsSpeed)
 TEST(PlayClock, WaitsThroughALunchBreakButNotThroughANight)
 {
     constexpr qint64 hour = 3'600'000;
-    PlayClock clock(1);
+    PlayClock clock(1, 3 * hour);
     EXPECT_TRUE(clock.isDue(0, at(0)));
     EXPECT_FALSE(clock.isDue(2 * hour, at(1)));
     EXPECT_TRUE(clock.isDue(2 * hour, at(2 * hour)));
