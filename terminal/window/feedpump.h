@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QtCore/QBasicTimer>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QVector>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "feed/marketfeed.h"
+#include "window/marketrecords.h"
+
+namespace terminal {
+
+/// Brings what a feed has ready into the tables, in slices of a few milliseconds, so that the window answers and paints
+/// in between however fast the feed is. GUI thread.
+class FeedPump : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Records = QVector<MarketRecords::Record>;
+    /// Takes records that are new or have changed; of one key the later one counts.
+    using Sink = std::function<void(const Records &)>;
+
+    explicit FeedPump(std::unique_ptr<feed::MarketFeed> feed, QObject *parent = nullptr);
+    /// Ends the feed.
+    ~FeedPump() override;
+
+    /// To be set before start().
+    void setOrderSink(Sink sink) { orderSink = std::move(sink); }
+    void setDealSink(Sink sink) { dealSink = std::move(sink); }
+
+    void start();
+    /// Ends the feed; what it has handed over already is not put into the tables any more.
+    void stop();
+    /// Seconds of market time in a second, above 0. Kept while paused.
+    void setSpeed(double factor);
+    double speed() const { return wantedSpeed; }
+    void setPaused(bool paused);
+    bool isPaused() const { return paused; }
+
+    /// "replay" or "simulated".
+    QString sourceName() const;
+    /// Totals of everything that is in the tables.
+    const feed::FeedCounters &counters() const { return totals; }
+    /// Filled quantity of all orders in the tables, both sides of each deal.
+    qint64 sharesFilled() const { return filledSum; }
+    /// The feed's clock; feed::absent<qint64> before the first event.
+    qint64 marketTime() const { return clock; }
+    /// The feed has ended and all of it is in the tables.
+    bool isFinished() const { return finishedAll; }
+    bool hasFailed() const { return failedAll; }
+
+Q_SIGNALS:
+    /// Warnings and errors of the feed, each as soon as its batch is taken.
+    void messageArrived(const feed::FeedMessage &message);
+    /// Once, when isFinished() becomes true.
+    void finished();
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void wake();
+    void work();
+    bool takeBatch();
+    bool hasRest() const;
+    void putSlice();
+    void putOrders();
+    void putDeals();
+    void completeBatch();
+
+    std::unique_ptr<feed::MarketFeed> source;
+    MarketRecords records;
+    Sink orderSink;
+    Sink dealSink;
+
+    feed::FeedBatch batch;
+    bool batchOpen = false;
+    size_t nextOrder = 0; ///< of the batch, not put into a table yet
+    size_t nextDeal = 0;
+    Records slice;
+
+    QBasicTimer continuation; ///< runs while there is more to do
+    std::atomic<bool> wakePosted{false};
+    double wantedSpeed;
+    bool paused = false;
+
+    feed::FeedCounters totals;
+    std::vector<qint64> filledOf; ///< by an order's entry
+    qint64 filledSum = 0;
+    qint64 clock = feed::absent<qint64>;
+    bool finishedAll = false;
+    bool failedAll = false;
+};
+
+} // namespace terminal

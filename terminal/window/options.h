@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QtCore/QSize>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <optional>
+
+namespace terminal {
+
+/// Which pair of colours stands for rise and fall.
+enum class RiseColors
+{
+    RedRises,
+    GreenRises,
+    OrangeRises ///< orange and blue, for people who do not tell red from green
+};
+
+/// What the command line asks for. Absent values are left to the user's configuration.
+struct Options
+{
+    QStringList replayPaths;       ///< files and folders; none for the simulated exchange
+    double speed = 1;              ///< seconds of market time in a second; feed::MarketFeed::maxSpeed for "max"
+    quint64 seed = 1;              ///< of the simulated exchange
+    bool headless = false;         ///< off screen, without a user
+    std::optional<double> seconds; ///< ends after so long
+    QString shotsDir;              ///< where screenshots go; empty for none
+    std::optional<QSize> size;     ///< of the window, in pixels at 100 %
+    std::optional<bool> dark;
+    std::optional<RiseColors> riseColors;
+    std::optional<int> scale; ///< in per cent
+    QString logDir;
+    QString configFile;
+};
+
+/// The outcome of reading a command line: options to run with, or a text to print and the status to exit with.
+struct ParsedOptions
+{
+    enum class Action
+    {
+        Run,
+        Print, ///< `text` goes to the standard output, exit status 0
+        Refuse ///< `text` says what is wrong, exit status 2
+    };
+    Action action = Action::Run;
+    Options options;
+    QString text;
+};
+
+/// Reads a command line; the first argument is the program's name. Needs no application object.
+ParsedOptions parseOptions(const QStringList &arguments);
+
+} // namespace terminal
