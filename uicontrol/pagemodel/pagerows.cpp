@@ -52,9 +52,9 @@ void PageRows::take(quint32 slot, const boost::shared_ptr<CHpfPageData> &page)
 {
     PageRow &row = rows[slot];
     row.page = page;
-    const kdservice::IData *record = page->getIData().get();
-    row.order = dynamic_cast<const kdservice::COrderDetailV2 *>(record);
-    row.deal = row.order ? nullptr : dynamic_cast<const kdservice::CDealDetailV2 *>(record);
+    row.record = page->getIData().get();
+    row.order = dynamic_cast<const kdservice::COrderDetailV2 *>(row.record);
+    row.deal = row.order ? nullptr : dynamic_cast<const kdservice::CDealDetailV2 *>(row.record);
     row.entrySequence = row.order ? row.order->entrySequence() : row.deal ? row.deal->entrySequence() : 0;
 }
 

@@ -39,6 +39,7 @@ struct PageSortValue
 struct PageRow
 {
     boost::shared_ptr<CHpfPageData> page;
+    const kdservice::IData *record = nullptr;         ///< the page record's, kept by it
     const kdservice::COrderDetailV2 *order = nullptr; ///< the record as an order, null when it is none
     const kdservice::CDealDetailV2 *deal = nullptr;
     int entrySequence = 0; ///< breaks ties among orders and among deals

@@ -1,0 +1,438 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <boost/make_shared.hpp>
+#include <boost/thread/thread.hpp>
+#include <log4cxx/appenderskeleton.h>
+#include <log4cxx/logger.h>
+
+#include "kdservice/keyhash.h"
+#include "pagemodel/pagecolumns.h"
+#include "pagerecords.h"
+#include "records/fieldids.h"
+#include "utils/clogcenter.h"
+
+using namespace pagetest;
+
+namespace {
+
+/// A model over the test columns in which every status passes.
+struct Model : KV::CHpfPageDataModel
+{
+    explicit Model(bool append = true, int type = metaId) : CHpfPageDataModel(type, kdservice::TraderStock, append)
+    {
+        setColumns(*this);
+        setExFilterStatus(0);
+    }
+
+    std::string put(const std::string &key, const Values &values = {})
+    {
+        const Result result = addData(makeOrder(key, values));
+        return "+" + result->enterKey + " -" + result->leaveKey;
+    }
+
+    std::string shown() const { return keysOf(getShowDatas()); }
+    std::string everything() const { return keysOf(getAllDatas()); }
+};
+
+Values priced(double price, int sequence = 0)
+{
+    Values values;
+    values.price = price;
+    values.sequence = sequence;
+    return values;
+}
+
+Values withStatus(int status, const std::string &code = "600000.SH")
+{
+    Values values;
+    values.status = status;
+    values.code = code;
+    return values;
+}
+
+/// A record whose 64-bit key is that of every other one.
+class SameHash : public kdservice::IData
+{
+public:
+    explicit SameHash(std::string text) : key(std::move(text)) {}
+    int getInt(int) const override { return noInt; }
+    qint64 getLong(int) const override { return noLong; }
+    double getDouble(int) const override { return noDouble; }
+    std::string getString(int) const override { return {}; }
+    bool getBool(int) const override { return false; }
+    boost::shared_ptr<IData> getIData(int) const override { return {}; }
+    std::string getKey() const override { return key; }
+    quint64 hashKey() const override { return 42; }
+    int getBaseId() const override { return 1; }
+    const FieldMap &getFieldDes() const override
+    {
+        static const FieldMap none;
+        return none;
+    }
+    const kdservice::FieldDes *getFieldDes(int) const override { return nullptr; }
+    void setData(int, const int &) override {}
+    void setData(int, const qint64 &) override {}
+    void setData(int, const double &) override {}
+    void setData(int, const bool &) override {}
+    void setData(int, const std::string &) override {}
+
+private:
+    std::string key;
+};
+
+} // namespace
+
+TEST(PageModelRules, NewRecordsGoWhereTheSequenceFlagSays)
+{
+    Model front(false);
+    EXPECT_EQ(front.put("A"), "+A -");
+    EXPECT_EQ(front.put("B"), "+B -");
+    EXPECT_EQ(front.shown(), "B A");
+    EXPECT_EQ(front.everything(), "B A");
+    front.setAppendSeq(true);
+    front.put("C");
+    EXPECT_EQ(front.shown(), "B A C");
+    EXPECT_TRUE(front.defaultSeqAscending());
+}
+
+TEST(PageModelRules, AnUpdateKeepsTheSequenceNumberAndACoverToo)
+{
+    Model model;
+    model.put("A");
+    model.put("B");
+    model.put("A");
+    model.put("C");
+    const auto sequence = [&](const char *key) { return model.getDataByKey(kdservice::hashOfKey(key))->getDataSeq(); };
+    EXPECT_EQ(sequence("A"), 0);
+    EXPECT_EQ(sequence("C"), 2);
+
+    // Hidden records are covered: they keep their number, and the counter goes on.
+    model.setExFilterStatus(2);
+    model.filterColumn({});
+    model.put("B");
+    EXPECT_EQ(sequence("B"), 1);
+    model.put("D");
+    EXPECT_EQ(sequence("D"), 4);
+    EXPECT_EQ(model.size(), 0);
+    EXPECT_EQ(model.originalSize(), 4);
+}
+
+TEST(PageModelRules, ResultsTellWhatEntersAndLeavesThePage)
+{
+    Model model;
+    model.setPageCount(2);
+    model.sortByColumnID(DoubleColumn, 0);
+    for (const auto &[key, price] : {std::pair{"B", 2.0}, {"D", 4.0}, {"F", 6.0}, {"H", 8.0}})
+        model.put(key, priced(price));
+    model.setStartIndex(1);
+    ASSERT_EQ(model.shown(), "B D F H");
+
+    struct Case
+    {
+        const char *what;
+        const char *key;
+        double price;
+        const char *result;
+        const char *shown;
+    };
+    const Case cases[] = {
+        {"in front of the page", "A", 1, "+B -F", "A B D F H"},
+        {"inside the page", "C", 3, "+C -D", "A B C D F H"},
+        {"behind the page", "I", 9, "+ -", "A B C D F H I"},
+        {"an update that stays", "C", 3.5, "+C -", "A B C D F H I"},
+        {"out of the page to the front", "C", 0.5, "+A -C", "C A B D F H I"},
+        {"out of the page to the end", "A", 10, "+D -A", "C B D F H I A"},
+        {"into the page from the end", "A", 3, "+A -D", "C B A D F H I"},
+        {"into the page from the front", "C", 2.5, "+C -B", "B C A D F H I"},
+        {"past the page to the end", "B", 11, "+D -C", "C A D F H I B"},
+        {"past the page to the front", "B", 0, "+C -D", "B C A D F H I"},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(model.put(c.key, priced(c.price)), c.result) << c.what;
+        EXPECT_EQ(model.shown(), c.shown) << c.what;
+    }
+    EXPECT_FALSE(model.addData(boost::shared_ptr<kdservice::IData>()));
+    EXPECT_FALSE(model.addData(boost::make_shared<KV::CHpfPageData>(nullptr)));
+}
+
+TEST(PageModelRules, ARecordThatNoLongerPassesLeavesAndTheNextMovesUp)
+{
+    Model model;
+    model.setPageCount(2);
+    model.setExFilterStatus(1);
+    for (const char *key : {"A", "B", "C"})
+        model.put(key);
+    EXPECT_EQ(model.put("A", withStatus('8')), "+C -A");
+    EXPECT_EQ(model.shown(), "B C");
+    EXPECT_EQ(model.everything(), "A B C");
+    // Hidden now: coming back is an add to the visible list, over the hidden record.
+    model.totalCountChange();
+    EXPECT_EQ(model.put("A"), "+ -");
+    EXPECT_EQ(model.shown(), "B C A");
+    EXPECT_FALSE(model.totalCountChange());
+}
+
+TEST(PageModelRules, MissingValuesAreLastInBothDirectionsForEveryType)
+{
+    struct Case
+    {
+        int column;
+        Values low, high, none;
+    };
+    const auto with = [](auto member, auto value) {
+        Values values;
+        values.*member = value;
+        return values;
+    };
+    const Case cases[] = {
+        {IntColumn, with(&Values::channel, -1), with(&Values::channel, 7), with(&Values::channel, noInt)},
+        {LongColumn, with(&Values::quantity, qint64(-5)), with(&Values::quantity, qint64(1) << 40),
+         with(&Values::quantity, noLong)},
+        {DoubleColumn, priced(-1e300), priced(1e300), priced(noDouble)},
+        {DoubleColumn, priced(-std::numeric_limits<double>::infinity()),
+         priced(std::numeric_limits<double>::infinity()), priced(std::numeric_limits<double>::quiet_NaN())},
+        {CharColumn, withStatus('0'), withStatus('9'), withStatus(noInt)},
+    };
+    for (const Case &c : cases) {
+        Model model;
+        model.put("none", c.none);
+        model.put("high", c.high);
+        model.put("low", c.low);
+        model.sortByColumnID(c.column, 0);
+        EXPECT_EQ(model.shown(), "low high none") << "column " << c.column;
+        model.sortByColumnID(c.column, 1);
+        EXPECT_EQ(model.everything(), "high low none") << "column " << c.column;
+        model.put("low", c.high);
+        model.put("late", c.low);
+        EXPECT_EQ(model.shown(), "high low late none") << "column " << c.column;
+    }
+}
+
+TEST(PageModelRules, TextsSortByLengthThenByBytesAndTiesBySequenceThenKey)
+{
+    Model model;
+    for (const auto &[key, code] : {std::pair{"1", "600001.SH"}, {"2", "AP010"}, {"3", "600000.SH"}, {"4", "AP009"}}) {
+        Values values;
+        values.code = code;
+        model.put(key, values);
+    }
+    model.sortByColumnID(TextColumn, 0);
+    EXPECT_EQ(model.shown(), "4 2 3 1");
+
+    Model ties;
+    ties.put("b", priced(1, 7));
+    ties.put("aa", priced(1, 7));
+    ties.put("c", priced(1.000005, 3));
+    ties.put("d", priced(1, noInt));
+    ties.sortByColumnID(DoubleColumn, 0);
+    EXPECT_EQ(ties.shown(), "c b aa d");
+    ties.sortByColumnID(DoubleColumn, 5);
+    EXPECT_EQ(ties.shown(), "aa b c d");
+}
+
+TEST(PageModelRules, ReversingTogglesTheCurrentColumnOnly)
+{
+    Model model;
+    const auto state = [&] { return std::to_string(model.sortColumn()) + ":" + std::to_string(model.sortOrder()); };
+    model.reverseSortByColumn(DoubleColumn);
+    EXPECT_EQ(state(), "2:1");
+    model.reverseSortByColumn(DoubleColumn);
+    EXPECT_EQ(state(), "2:0");
+    model.reverseSortByColumn(DoubleColumn);
+    EXPECT_EQ(state(), "2:1");
+    model.reverseSortByColumn(IntColumn);
+    EXPECT_EQ(state(), "0:1");
+    model.sortByColumnID(IntColumn, 3);
+    model.reverseSortByColumn(IntColumn);
+    EXPECT_EQ(state(), "0:3");
+    model.clearSort();
+    EXPECT_EQ(model.sortColumn(), -1);
+}
+
+TEST(PageModelRules, StatusModesAndTheCodeSearchChooseRecords)
+{
+    Model model;
+    for (const char status : std::string("0123456789V"))
+        model.put(std::string(1, status), withStatus(status, status < '5' ? "600000.SH" : "AP010"));
+    const auto shownIn = [&](int mode, const char *search) {
+        model.setExFilterStatus(mode);
+        model.setFilter(search);
+        model.filterColumn({});
+        return model.shown();
+    };
+    EXPECT_EQ(shownIn(0, ""), "0 1 2 3 4 5 6 7 8 9 V");
+    EXPECT_EQ(shownIn(1, ""), "0 1 2 3 4 7");
+    EXPECT_EQ(shownIn(2, ""), "8 V");
+    EXPECT_EQ(shownIn(3, ""), "5 6 9");
+    EXPECT_EQ(shownIn(4, ""), "");
+    EXPECT_EQ(shownIn(1, "AP"), "7");
+    EXPECT_EQ(shownIn(0, "ap"), "") << "the search is case-sensitive";
+
+    // Deals know no status, and are found by their own code; other records are found by none.
+    Model deals(true, 16203);
+    const auto deal = refhost::makeDeal(refhost::MetaMarketDeal, "D");
+    deal->setData(refhost::DealCode, "600000.SH");
+    deals.addData(deal);
+    deals.setExFilterStatus(1);
+    deals.filterColumn({});
+    EXPECT_EQ(deals.shown(), "D");
+    deals.setFilter("AP");
+    deals.filterColumn({});
+    EXPECT_EQ(deals.shown(), "");
+    Model others(true, 16205);
+    others.setFilter("6");
+    others.put("A");
+    EXPECT_EQ(others.shown(), "");
+}
+
+TEST(PageModelRules, TwoKeysOfOneHashAreBothKept)
+{
+    Model model;
+    const auto first = boost::make_shared<SameHash>("first");
+    model.addData(first);
+    model.addData(boost::make_shared<SameHash>("second"));
+    EXPECT_EQ(model.shown(), "first second");
+    model.addData(boost::make_shared<SameHash>("first"));
+    EXPECT_EQ(model.size(), 2);
+    model.removeDataByKey(quint64(42));
+    EXPECT_EQ(model.size(), 1);
+    EXPECT_TRUE(model.containData(42));
+}
+
+TEST(PageModelRules, APageWithoutRowsReportsNothingAndOddPagesAreHarmless)
+{
+    Model model;
+    model.setPageCount(0);
+    EXPECT_EQ(model.put("A"), "+ -");
+    EXPECT_FALSE(model.isIndexAtShowRegion(0));
+    model.setPageCount(std::numeric_limits<int>::max());
+    model.setStartIndex(std::numeric_limits<int>::max());
+    EXPECT_EQ(model.put("B"), "+ -");
+    model.setStartIndex(-3);
+    EXPECT_EQ(model.put("C"), "+C -");
+    EXPECT_FALSE(model.getData(-1));
+    EXPECT_FALSE(model.getData(3));
+    EXPECT_FALSE(model.getDataFromAll(3));
+    EXPECT_EQ(model.getDataKeyByIndex(7), "");
+    EXPECT_EQ(model.getFiledIdByColumn(NestedColumn), refhost::InstrumentLot);
+    EXPECT_EQ(model.getFiledIdByColumn(99), 0);
+}
+
+TEST(PageModelRules, MenuItemsAreTheTextsOfAllRecordsAndCellsTellTheirValue)
+{
+    Model model;
+    for (const auto &[key, code] : {std::pair{"A", "600001.SH"}, {"B", "AP010"}, {"C", "600001.SH"}}) {
+        Values values;
+        values.code = code;
+        model.put(key, values);
+    }
+    model.filterColumn({{TextColumn, {ZB::FilterExact, {"AP010"}}}});
+    EXPECT_EQ(model.shown(), "B");
+    EXPECT_EQ(model.getMenuItems(TextColumn), QStringList({"600001.SH", "AP010"}));
+
+    QVariant value;
+    EXPECT_TRUE(model.getValue(DoubleColumn, makeOrder("X", priced(12.5)), value));
+    EXPECT_EQ(value.toDouble(), 12.5);
+    EXPECT_FALSE(model.getValue(NestedColumn, makeOrder("X", {}), value));
+    QString text;
+    KV::OriginData origin;
+    EXPECT_TRUE(model.getIDataStringByColID(DoubleColumn, makeOrder("X", priced(15.929999999999999)), text, origin));
+    EXPECT_EQ(text, "15.93");
+}
+
+TEST(PageModelRules, DetailsAreLoggedOnlyWhileTheyAreWanted)
+{
+    class Lines : public log4cxx::AppenderSkeleton
+    {
+    public:
+        void close() override {}
+        bool requiresLayout() const override { return false; }
+        std::vector<std::string> lines;
+
+    protected:
+        void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
+        {
+            std::string line;
+            log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
+            const auto from = line.find("0x");
+            const auto to = line.find(']', from);
+            lines.push_back(from == std::string::npos ? line : line.replace(from, to - from, "*"));
+        }
+    };
+    const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
+    const auto lines = std::make_shared<Lines>();
+    const log4cxx::LevelPtr before = logger->getLevel();
+    logger->setLevel(log4cxx::Level::getDebug());
+    logger->addAppender(lines);
+
+    Model model;
+    model.setLogDetail(true);
+    model.put("quiet");
+    utils::CLogCenter::instance()->setDebugIdEnabled(911, true);
+    model.put("A");
+    model.sortByColumnID(DoubleColumn, 1);
+    model.put("B", priced(99));
+    model.put("A", priced(100));
+    model.filterColumn({{TextColumn, {ZB::FilterExact, {"none"}}}});
+    model.put("A");
+    model.setLogDetail(false);
+    model.put("silent");
+    utils::CLogCenter::instance()->setDebugIdEnabled(911, false);
+    logger->removeAppender(lines);
+    logger->setLevel(before);
+
+    const std::vector<std::string> expected = {
+        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : append.",
+        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : append.",
+        "[dbg_id=911] [Model] [*] sort col id = 2, order = 1.",
+        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : idx_insert = 0, size = 2, insert with order.",
+        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : idxAll_insert = 0, all_size = 3, insert with order.",
+        "[dbg_id=911] [Model] [*] [UPDATE] key = A, seq = 1 : <all pass> idxAll = 2, all_size = 3, <pass> idx = 0, "
+        "size = 3",
+        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : filter not passed.",
+        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : filter not passed.",
+        "[dbg_id=911] [Model] [*] [ADD] key = quiet, seq = 0 : filter not passed.",
+        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : filter not passed.",
+        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : idxAll = 0, all_size = 3, cover.",
+    };
+    EXPECT_EQ(lines->lines, expected);
+}
+
+TEST(PageModelRules, ReadersAndWritersGoOnSideBySide)
+{
+    Model model;
+    model.setColumnStatEnable(LongColumn, true);
+    boost::thread_group writers;
+    for (int writer = 0; writer < 3; ++writer) {
+        writers.create_thread([&model, writer] {
+            for (int i = 0; i < 2000; ++i) {
+                model.put(std::to_string(i % 500), priced(i % 37, writer));
+                if (i % 400 == 0)
+                    model.reverseSortByColumn(writer == 0 ? DoubleColumn : LongColumn);
+                if (i % 500 == 0)
+                    model.filterColumn({{TextColumn, {ZB::FilterContains, {"600"}}}});
+                if (i % 50 == 0)
+                    model.removeDataByKey(kdservice::hashOfKey(std::to_string(i % 500)));
+            }
+        });
+    }
+    std::atomic<bool> done{false};
+    boost::thread reader([&] {
+        while (!done) {
+            int rows = 0;
+            for (const auto &page : model.getShowDatas())
+                rows += page->getIData()->getKey().empty() ? 0 : 1;
+            ASSERT_LE(rows, 500);
+            ASSERT_LE(model.getStatColumnLongLong(LongColumn), 500 * 100);
+            model.getDataIndexByKey(kdservice::hashOfKey("7"));
+            model.totalCountChange();
+        }
+    });
+    writers.join_all();
+    done = true;
+    reader.join();
+    EXPECT_TRUE(model.checkConsistency());
+    EXPECT_EQ(model.size(), model.originalSize());
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), qint64(model.size()) * 100);
+}

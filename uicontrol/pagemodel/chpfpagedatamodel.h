@@ -1,0 +1,185 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QMap>
+#include <QtCore/QPair>
+#include <QtCore/QSet>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <QtCore/QVariant>
+#include <atomic>
+#include <boost/shared_ptr.hpp>
+#include <boost/thread/shared_mutex.hpp>
+#include <memory>
+#include <string>
+
+#include "kdservice/evxtradertype.h"
+#include "model/chpfdatacolumnproperty.h"
+#include "pagemodel/chpfpagedata.h"
+#include "pagemodel/cupdatepagedataresult.h"
+#include "uicontrolexport.h"
+#include "zb/efiltertype.h"
+
+namespace kdservice {
+class IData;
+struct FieldDes;
+} // namespace kdservice
+
+namespace KV {
+
+class PageModelCore;
+struct OriginData;
+
+/// Every record of one kind in order, and the page of them that a table shows. Keeps two ordered lists: all records,
+/// and the visible ones that pass the filters; a page is the slice of the visible list from the start index, of at most
+/// page count rows. Every add tells which row enters and which row leaves that page.
+///
+/// Threading: every operation may come from any thread; changes lock exclusively, reads share. Log messages are written
+/// after the lock is released.
+/// Order: without a sort column that of arrival. With one, by its values as they were when the records were handed in,
+/// missing values (the largest of a type, NaN) last in both directions, doubles equal within 1e-05; ties among orders
+/// and among deals by the host's sequence of entry, then by key. Order 0 is ascending, any other descending. Cost: a
+/// change takes logarithmic time, at a million records some microseconds; sorts and filters read every record.
+class UICONTROL_API CHpfPageDataModel
+{
+public:
+    using Page = boost::shared_ptr<CHpfPageData>;
+    using Result = boost::shared_ptr<CUpdatePageDataResult>;
+    using ColumnFilters = QMap<int, QPair<ZB::EFilterType, QSet<QString>>>;
+
+    /// dataType: meta id of the records; it decides which filters apply. appendSeq: without a sort, new records go to
+    /// the end, otherwise to the front.
+    CHpfPageDataModel(int dataType, kdservice::EVxTraderType traderType, bool appendSeq);
+    virtual ~CHpfPageDataModel();
+
+    CHpfPageDataModel(const CHpfPageDataModel &) = delete;
+    CHpfPageDataModel &operator=(const CHpfPageDataModel &) = delete;
+
+    /// @name Records
+    /// @{
+    /// A new key is added, a key on the visible list updated, a key that the filters hid replaced. Empty for an empty
+    /// pointer or a page record without a record. A removal in front of the page (an update that no longer passes)
+    /// moves the whole page by one row, which no result can tell: refill the page when the leaving key was not on it.
+    Result addData(const boost::shared_ptr<kdservice::IData> &record);
+    Result addData(const Page &page);
+    /// By 64-bit key; of several keys with the same hash, one. The form by text is exact.
+    void removeDataByKey(quint64 key);
+    void removeDataByKey(const std::string &key);
+    void clear();
+
+    int size() const;         ///< of the visible list
+    int originalSize() const; ///< of all records
+    /// Whether the number of records changed since the last call.
+    bool totalCountChange();
+
+    QList<Page> getShowDatas() const;
+    QList<Page> getAllDatas() const;
+    /// Empty when out of range or unknown.
+    Page getData(int index) const;
+    Page getDataFromAll(int index) const;
+    Page getDataByKey(quint64 key) const;
+    bool containData(quint64 key) const;
+    /// The key of the record at a visible index; empty when out of range.
+    std::string getDataKeyByIndex(int index) const;
+
+    /// Indexes in the visible and in the all list, -1 for records that are not there; the insert forms tell where a
+    /// record would be put under the present sort.
+    int getDataIndex(const Page &page) const;
+    int getAllDataIndex(const Page &page) const;
+    int getDataIndexByKey(quint64 key) const;
+    int getDataInsertIndex(const Page &page);
+    int getAllDataInsertIndex(const Page &page);
+    /// @}
+
+    /// @name Page; nothing is recomputed until the next add, update or read
+    /// @{
+    void setPageCount(int rows);
+    void setStartIndex(int index);
+    int pageCount() const;
+    int startIndex() const;
+    bool isIndexAtShowRegion(int index) const;
+    /// @}
+
+    /// @name Order
+    /// @{
+    void setAppendSeq(bool append);
+    bool defaultSeqAscending() const;
+    void sortByColumnID(int column, int order);
+    /// Another column than the present one sorts descending (order 1); the present one turns 1 into 0 and 0 into 1 and
+    /// leaves any other order alone.
+    void reverseSortByColumn(int column);
+    /// Both lists keep their order; new records follow the order of arrival.
+    void clearSort();
+    int sortColumn() const;
+    int sortOrder() const;
+    /// A column under which orders compare by their code, shorter ones first; -1 for none.
+    void setCodeSortColumn(int column);
+    /// @}
+
+    /// @name Filters
+    /// @{
+    /// Replaces the column filters and rebuilds the visible list, with the search and the status as they are now.
+    void filterColumn(const ColumnFilters &filters);
+    ColumnFilters columnFilters() const;
+    /// Drops the column filters. rebuild: the visible list becomes a copy of the all list, whatever search and status
+    /// say.
+    void clearFilter(bool rebuild);
+    /// Search for a code; takes effect with the next record or rebuild, like the two below.
+    void setFilter(const QString &codeSearch);
+    void setExFilterSource(int source);
+    /// Orders only: 0 all, 1 open, 2 filled, 3 ended without a full fill; any other none.
+    void setExFilterStatus(int status);
+    int exFilterSource() const;
+    int exFilterStatus() const;
+    /// The distinct texts of a column over all records, in reading order.
+    QStringList getMenuItems(int column) const;
+    /// @}
+
+    /// @name Columns
+    /// @{
+    void setTraderType(kdservice::EVxTraderType traderType);
+    void setColumnFieldDesMap(const QMap<int, kdservice::FieldDes *> &map);
+    void setColumnIDPropertyMap(const QMap<int, CHpfDataColumnProperty> &map);
+    void setFieldColumnIDMap(const QMap<int, int> &map);
+    QMap<int, kdservice::FieldDes *> getColumnFieldDesMap() const;
+    /// False, and `field` untouched, for an unknown column.
+    bool getFieldDesID(int column, kdservice::FieldDes **field) const;
+    /// 0 for an unknown column.
+    int getFiledIdByColumn(int column) const;
+    QVariant::Type columnType(int column) const;
+    /// The raw value of a record's cell; false when it has none.
+    bool getValue(int column, const boost::shared_ptr<kdservice::IData> &record, QVariant &value) const;
+    /// The text of a record's cell and what belongs to it; false when the record does not have the field.
+    bool getIDataStringByColID(int column, const boost::shared_ptr<kdservice::IData> &record, QString &text,
+                               OriginData &origin) const;
+    /// @}
+
+    /// @name Sums over the visible list; the largest value of the type for columns without
+    /// @{
+    void setColumnStatEnable(int column, bool enable);
+    int getStatColumnInt(int column) const;
+    qint64 getStatColumnLongLong(int column) const;
+    double getStatColumnDouble(int column) const;
+    /// @}
+
+    /// Details go to the logger "KDDbgFile" while its debug id 911 is enabled.
+    void setLogDetail(bool on);
+
+    /// For tests: lists, index and sums agree.
+    bool checkConsistency() const;
+
+private:
+    template <typename Change>
+    auto change(Change work);
+    template <typename Read>
+    auto read(Read work) const;
+    QList<Page> pagesOf(const std::vector<quint32> &slotList) const;
+
+    mutable boost::shared_mutex mutex; ///< guards `core` and `filterSource`
+    std::unique_ptr<PageModelCore> core;
+    int filterSource = 0;
+    std::atomic<bool> countChanged{false};
+    std::atomic<bool> logDetail{false};
+};
+
+} // namespace KV

@@ -1,0 +1,103 @@
+#include "pagemodel/pagelist.h"
+
+#include <algorithm>
+
+namespace KV {
+
+namespace {
+
+/// Merges the sorted runs [first, middle) and [middle, last) of `from` into `to`.
+void mergeRuns(const std::vector<quint32> &from, std::vector<quint32> &to, std::size_t first, std::size_t middle,
+               std::size_t last, const PageComparator &comparator)
+{
+    std::size_t left = first;
+    std::size_t right = middle;
+    for (std::size_t out = first; out < last; ++out) {
+        const bool takeLeft = left < middle && (right >= last || comparator.compare(from[right], from[left]) >= 0);
+        to[out] = takeLeft ? from[left++] : from[right++];
+    }
+}
+
+} // namespace
+
+std::vector<quint32> PageList::slotsInOrder() const
+{
+    std::vector<quint32> list;
+    sequence.copySlots(list);
+    return list;
+}
+
+void PageList::assign(const std::vector<quint32> &slotList)
+{
+    sequence.assign(static_cast<int>(slotList.size()), [&](int index) {
+        return core::ChunkedSequence::Entry{0, slotList[static_cast<std::size_t>(index)], false};
+    });
+}
+
+int PageList::insertIndex(quint32 slot, const PageComparator &comparator) const
+{
+    const int count = size();
+    if (count < 1)
+        return 0;
+    int low = 0;
+    int high = count - 1;
+    while (low <= high) {
+        const int middle = low + (high - low) / 2;
+        const int result = comparator.compare(at(middle), slot);
+        if (result == 0)
+            return middle;
+        if (result < 0)
+            low = middle + 1;
+        else
+            high = middle - 1;
+    }
+    const bool highInside = high >= 0 && high < count;
+    if (low < count) {
+        if (comparator.compare(at(low), slot) < 0)
+            return low + 1;
+        if (!highInside)
+            return 0;
+        return comparator.compare(at(high), slot) > 0 ? high : low;
+    }
+    if (!highInside)
+        return low;
+    return comparator.compare(at(high), slot) > 0 ? high : count;
+}
+
+bool PageList::needRelocate(int index, const PageComparator &comparator) const
+{
+    const quint32 slot = at(index);
+    return (index > 0 && comparator.compare(at(index - 1), slot) > 0) ||
+           (index + 1 < size() && comparator.compare(slot, at(index + 1)) > 0);
+}
+
+int PageList::relocate(int index, const PageComparator &comparator)
+{
+    if (comparator.column() < 0 || !needRelocate(index, comparator))
+        return -1;
+    const quint32 slot = at(index);
+    erase(slot);
+    const int moved = insertIndex(slot, comparator);
+    insert(moved, slot);
+    return moved == index ? -1 : moved;
+}
+
+void PageList::sort(const PageComparator &comparator)
+{
+    std::vector<quint32> from = slotsInOrder();
+    std::vector<quint32> to(from.size());
+    for (std::size_t width = 1; width < from.size(); width *= 2) {
+        for (std::size_t first = 0; first < from.size(); first += 2 * width)
+            mergeRuns(from, to, first, std::min(first + width, from.size()), std::min(first + 2 * width, from.size()),
+                      comparator);
+        from.swap(to);
+    }
+    assign(from);
+}
+
+bool PageList::operator==(const PageList &other) const
+{
+    return size() == other.size() && slotsInOrder() == other.slotsInOrder();
+}
+
+} // namespace KV

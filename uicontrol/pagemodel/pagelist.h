@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "pagemodel/pagecomparator.h"
+#include "rows/chunkedsequence.h"
+
+namespace KV {
+
+/// One ordered list of a paged model: slots in display order. Not thread-safe.
+class PageList
+{
+public:
+    int size() const { return sequence.size(); }
+    quint32 at(int index) const { return sequence.at(index).slot; }
+    bool contains(quint32 slot) const { return sequence.contains(slot); }
+    /// -1 when the slot is not in the list. Logarithmic, sorted or not.
+    int indexOf(quint32 slot) const { return sequence.indexOf(slot); }
+    std::vector<quint32> slotsInOrder() const;
+
+    /// Where the comparator puts a slot that is not in the list: a bisection that ends at the first equal entry it
+    /// meets. Sorted lists only.
+    int insertIndex(quint32 slot, const PageComparator &comparator) const;
+
+    void insert(int index, quint32 slot) { sequence.insert(index, {0, slot, false}); }
+    void erase(quint32 slot) { sequence.erase(slot); }
+    void clear() { sequence.clear(); }
+    void assign(const std::vector<quint32> &slotList);
+
+    /// Whether a slot stands between its neighbours no longer.
+    bool needRelocate(int index, const PageComparator &comparator) const;
+    /// Moves the slot at an index to its sorted place; the new index, or -1 when it stays.
+    int relocate(int index, const PageComparator &comparator);
+    /// A merge sort: equal entries keep their order, and it is safe for an equality that is not transitive.
+    void sort(const PageComparator &comparator);
+
+    bool operator==(const PageList &other) const;
+
+private:
+    core::ChunkedSequence sequence;
+};
+
+} // namespace KV

@@ -1,0 +1,232 @@
+#include "pagemodel/pagemodelcore.h"
+
+#include <boost/make_shared.hpp>
+
+namespace KV {
+
+namespace {
+
+constexpr const char *appendMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : append.";
+constexpr const char *prependMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : prepend.";
+constexpr const char *notPassedMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : filter not passed.";
+
+} // namespace
+
+PageModelCore::PageModelCore(const void *owner_, int dataTypeId, kdservice::EVxTraderType traderType, bool append)
+    : columns(traderType), filter(dataTypeId, columns), appendSeq(append), owner(owner_), visibleComparator(rows),
+      allComparator(rows)
+{
+}
+
+PageModelCore::Result PageModelCore::addData(const Page &page)
+{
+    const boost::shared_ptr<kdservice::IData> record = page->getIData();
+    const std::string key = record->getKey();
+    const quint64 hash = record->hashKey();
+    quint32 slot = rows.find(key, hash);
+    const bool known = slot != PageRows::noSlot;
+    if (known && visible.contains(slot))
+        return updateData(slot, page);
+
+    // The number goes on for a covered record too, which keeps its own.
+    page->setDataSeq(known ? rows[slot].page->getDataSeq() : sequenceCounter);
+    ++sequenceCounter;
+    if (known)
+        rows.replace(slot, page);
+    else
+        slot = rows.add(key, hash, page);
+    capture(slot);
+    const int index = testAddDataToVisible(slot, false);
+    if (index >= 0)
+        addStatColumnData(slot);
+    if (known)
+        coverInAll(slot);
+    else
+        placeInAll(slot);
+    return index >= 0 ? pageAfterInsert(index, slot) : boost::make_shared<CUpdatePageDataResult>();
+}
+
+void PageModelCore::coverInAll(quint32 slot)
+{
+    const int index = all.indexOf(slot);
+    if (logging)
+        logSlot("[Model] [{0}] [ADD] key = {1}, seq = {2} : idxAll = {3}, all_size = {4}, cover.", slot, index,
+                all.size());
+    relocateAllData(index);
+}
+
+void PageModelCore::placeInAll(quint32 slot)
+{
+    if (sortColumn >= 0) {
+        const int index = all.insertIndex(slot, visibleComparator);
+        all.insert(index, slot);
+        if (logging)
+            logSlot(
+                "[Model] [{0}] [ADD] key = {1}, seq = {2} : idxAll_insert = {3}, all_size = {4}, insert with order.",
+                slot, index, all.size());
+    } else {
+        all.insert(appendSeq ? all.size() : 0, slot);
+        if (logging)
+            logSlot(appendSeq ? appendMessage : prependMessage, slot);
+    }
+    countChanged = true;
+}
+
+int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
+{
+    if (!filter.passesAll(rows[slot])) {
+        if (logging)
+            logSlot(notPassedMessage, slot);
+        return -1;
+    }
+    int index = 0;
+    if (sortColumn >= 0) {
+        index = visible.insertIndex(slot, visibleComparator);
+        if (logging)
+            logSlot("[Model] [{0}] [ADD] key = {1}, seq = {2} : idx_insert = {3}, size = {4}, insert with order.", slot,
+                    index, visible.size());
+    } else {
+        const bool append = forceAppend || appendSeq;
+        index = append ? visible.size() : 0;
+        if (logging)
+            logSlot(append ? appendMessage : prependMessage, slot);
+    }
+    visible.insert(index, slot);
+    return index;
+}
+
+PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
+{
+    page->setDataSeq(rows[slot].page->getDataSeq());
+    rows.replace(slot, page);
+    capture(slot);
+    const int allIndex = all.indexOf(slot);
+    relocateAllData(allIndex);
+
+    const int from = visible.indexOf(slot);
+    updateStatColumnData(slot);
+    const int moved = relocateData(from);
+    const int to = moved < 0 ? from : moved;
+    if (logging)
+        logUpdate(slot, allIndex, to);
+    if (filter.passesExtra(rows[slot]))
+        return pageAfterMove({from, to}, slot);
+    visible.erase(slot);
+    removeStatColumnData(slot);
+    countChanged = true;
+    return pageAfterRemoval(from, slot);
+}
+
+void PageModelCore::removeData(quint32 slot)
+{
+    removeStatColumnData(slot);
+    visible.erase(slot);
+    all.erase(slot);
+    rows.remove(slot);
+    countChanged = true;
+}
+
+void PageModelCore::clear()
+{
+    visible.clear();
+    all.clear();
+    rows = PageRows();
+    resetStatMap();
+    sequenceCounter = 0;
+    countChanged = true;
+}
+
+void PageModelCore::filterColumn(const PageColumnFilters &filters)
+{
+    filter.setColumnFilters(filters);
+    visible.clear();
+    PageFilter::Memory memory;
+    std::vector<quint32> passing;
+    for (const quint32 slot : all.slotsInOrder()) {
+        if (filter.passesAll(rows[slot], memory))
+            passing.push_back(slot);
+        else if (logging)
+            logSlot(notPassedMessage, slot);
+    }
+    if (sortColumn < 0) {
+        visible.assign(passing);
+    } else {
+        for (const quint32 slot : passing)
+            visible.insert(visible.insertIndex(slot, visibleComparator), slot);
+    }
+    countChanged = true;
+    refreshStatColumnData();
+}
+
+void PageModelCore::clearFilter(bool rebuild)
+{
+    filter.setColumnFilters({});
+    if (rebuild && !(visible == all)) {
+        visible.assign(all.slotsInOrder());
+        refreshStatColumnData();
+    }
+    countChanged = true;
+}
+
+void PageModelCore::sortByColumnID(int column, int order)
+{
+    if (logging)
+        log("[Model] [{0}] sort col id = {1}, order = {2}.", owner, column, order);
+    sortColumn = column;
+    sortOrder = order;
+    visibleComparator.set(column, order);
+    allComparator.set(column, order);
+    captureAll();
+    visible.sort(visibleComparator);
+    all.sort(allComparator);
+}
+
+void PageModelCore::clearSort()
+{
+    sortColumn = PageComparator::NoColumn;
+    visibleComparator.set(PageComparator::NoColumn, sortOrder);
+    allComparator.set(PageComparator::NoColumn, sortOrder);
+}
+
+void PageModelCore::columnsChanged()
+{
+    captureAll();
+    for (const int column : statistics.enabledColumns())
+        statistics.setEnabled(column, true, columns.type(column));
+    refreshStatColumnData();
+}
+
+void PageModelCore::setColumnStatEnable(int column, bool enable)
+{
+    statistics.setEnabled(column, enable, columns.type(column));
+    refreshStatColumnData();
+}
+
+void PageModelCore::updateStatColumnData(quint32 slot)
+{
+    statistics.remove(slot);
+    statistics.add(slot, rows, columns);
+}
+
+void PageModelCore::refreshStatColumnData()
+{
+    resetStatMap();
+    if (statistics.enabledColumns().isEmpty())
+        return;
+    for (const quint32 slot : visible.slotsInOrder())
+        addStatColumnData(slot);
+}
+
+void PageModelCore::capture(quint32 slot)
+{
+    captureSortValue(rows, slot, columns, sortColumn, codeColumn);
+}
+
+void PageModelCore::captureAll()
+{
+    rows.clearTexts();
+    for (const quint32 slot : all.slotsInOrder())
+        capture(slot);
+}
+
+} // namespace KV

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <fmt/format.h>
+#include <string>
+#include <vector>
+
+#include "pagemodel/cupdatepagedataresult.h"
+#include "pagemodel/pagefilter.h"
+#include "pagemodel/pagelist.h"
+#include "pagemodel/pagestatistics.h"
+
+namespace KV {
+
+/// What a paged model does under its lock: records, both lists, page, filters and sums. Not thread-safe.
+class PageModelCore
+{
+public:
+    using Page = boost::shared_ptr<CHpfPageData>;
+    using Result = boost::shared_ptr<CUpdatePageDataResult>;
+
+    /// owner: named in log messages.
+    PageModelCore(const void *owner, int dataTypeId, kdservice::EVxTraderType traderType, bool append);
+
+    PageModelCore(const PageModelCore &) = delete;
+    PageModelCore &operator=(const PageModelCore &) = delete;
+
+    /// @name Changes; `countChanged` is raised as CHpfPageDataModel::totalCountChange() tells
+    /// @{
+    Result addData(const Page &page);
+    void removeData(quint32 slot);
+    void clear();
+    void filterColumn(const PageColumnFilters &filters);
+    void clearFilter(bool rebuild);
+    void sortByColumnID(int column, int order);
+    void clearSort();
+    /// Columns or trader type have changed: values of the sort column and the sums are taken anew.
+    void columnsChanged();
+    void setColumnStatEnable(int column, bool enable);
+    /// @}
+
+    /// Whether a visible index is on the page.
+    bool isIndexAtShowRegion(qint64 index) const
+    {
+        return startIndex <= index && index < qint64(startIndex) + pageCount;
+    }
+    /// The slot of the record's key in the list, as its index; -1 when the model does not hold it there.
+    int indexIn(const PageList &list, const Page &page) const;
+    /// Where the record would be put; it may be in the list already.
+    int insertIndexIn(const PageList &list, const Page &page);
+    QStringList menuItems(int column) const;
+    /// For tests: lists, index and sums agree.
+    bool checkConsistency() const;
+
+    /// Messages since the last call, when the log is on; the caller writes them out without the lock.
+    std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
+
+    PageColumns columns;
+    PageRows rows;
+    PageList visible;
+    PageList all;
+    PageFilter filter;
+    PageStatistics statistics;
+    int pageCount = 100;
+    int startIndex = 0;
+    int sortColumn = PageComparator::NoColumn;
+    int sortOrder = 0;
+    int codeColumn = -1; ///< column under which orders compare by their code
+    bool appendSeq;
+    bool logging = false;
+    bool countChanged = false;
+
+private:
+    struct Move
+    {
+        int from = -1;
+        int to = -1;
+    };
+
+    Result updateData(quint32 slot, const Page &page);
+    /// Where the record came on the visible list, -1 when it did not.
+    int testAddDataToVisible(quint32 slot, bool forceAppend);
+    void placeInAll(quint32 slot);
+    void coverInAll(quint32 slot);
+    int relocateData(int index) { return visible.relocate(index, visibleComparator); }
+    int relocateAllData(int index) { return all.relocate(index, allComparator); }
+    void addStatColumnData(quint32 slot) { statistics.add(slot, rows, columns); }
+    void removeStatColumnData(quint32 slot) { statistics.remove(slot); }
+    void updateStatColumnData(quint32 slot);
+    void refreshStatColumnData();
+    void resetStatMap() { statistics.removeAll(); }
+    void capture(quint32 slot);
+    void captureAll();
+
+    Result pageAfterInsert(int index, quint32 slot) const;
+    Result pageAfterMove(Move move, quint32 slot) const;
+    Result pageAfterRemoval(int index, quint32 slot) const;
+    std::string visibleKey(qint64 index) const;
+
+    /// Notes a message of the model; {0} is the owner's address, then key and sequence of a slot's record.
+    template <typename... Values>
+    void log(const char *format, const Values &...values)
+    {
+        messages.push_back(fmt::format(fmt::runtime(format), values...));
+    }
+    template <typename... Values>
+    void logSlot(const char *format, quint32 slot, const Values &...values)
+    {
+        log(format, owner, rows.keyView(slot), rows[slot].page->getDataSeq(), values...);
+    }
+    void logUpdate(quint32 slot, int allIndex, int visibleIndex);
+
+    const void *owner;
+    int sequenceCounter = 0;
+    PageComparator visibleComparator;
+    PageComparator allComparator;
+    std::vector<std::string> messages;
+};
+
+} // namespace KV
