@@ -8,20 +8,14 @@
 
 #include "grid/gridcolumn.h"
 #include "grid/gridlook.h"
+#include "grid/gridrows.h"
 #include "grid/gridsource.h"
 
 namespace ZB {
 
 class CBaseTableColumnWidgetDelegate;
 class GridView;
-
-/// Where a grid stays when rows come and go.
-enum class GridFollow
-{
-    None,  ///< always on the rows that it shows
-    Top,   ///< at the top edge while it is there, otherwise on its rows
-    Bottom ///< at the bottom edge while it is there, otherwise on its rows
-};
+class GridViewPrivate;
 
 /// Selected cells: every row (in shown order) with every column (model columns in the order on the screen).
 struct GridCells
@@ -167,7 +161,8 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// A header asks for a sort (mouse or Ctrl+Shift+S for the current column). Control: a further sort column.
+    /// A header asks for a sort. Control: by a further column. By key: Ctrl+Shift+S and, for a further one,
+    /// Ctrl+Shift+D.
     void headerClicked(int column, Qt::KeyboardModifiers modifiers);
     /// The funnel of a header, or Alt+Down in a column. `header`: where its header is.
     void filterRequested(int column, const QRect &header);
@@ -205,13 +200,11 @@ protected:
     void leaveEvent(QEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void timerEvent(QTimerEvent *event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     friend class GridHold;
-    class Private;
-    std::unique_ptr<Private> d;
+    friend class GridViewPrivate;
+    std::unique_ptr<GridViewPrivate> d;
 };
 
 } // namespace ZB

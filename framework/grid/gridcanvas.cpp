@@ -1,0 +1,99 @@
+#include "grid/gridcanvas.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace ZB {
+
+namespace {
+
+/// Two channels at once: x * a / 255, rounded, in each 16-bit half.
+quint32 scaleHalves(quint32 halves, quint32 alpha)
+{
+    quint32 t = halves * alpha;
+    t = (t + ((t >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8;
+    return t & 0x00ff00ffu;
+}
+
+QRgb scaleColor(QRgb color, quint32 alpha)
+{
+    return scaleHalves(color & 0x00ff00ffu, alpha) | (scaleHalves((color >> 8) & 0x00ff00ffu, alpha) << 8);
+}
+
+} // namespace
+
+QRgb mixColors(QRgb under, QRgb over, int weight)
+{
+    const auto alpha = static_cast<quint32>(std::clamp(weight, 0, 255));
+    return 0xff000000u | (scaleColor(over, alpha) + scaleColor(under, 255 - alpha));
+}
+
+GridCanvas::GridCanvas(QImage &picture)
+    : bits(picture.bits()), stride(picture.bytesPerLine()), whole(picture.rect()), bounds(picture.rect())
+{
+}
+
+void GridCanvas::setClip(const QRect &rect)
+{
+    bounds = rect & whole;
+}
+
+void GridCanvas::fill(const QRect &rect, QRgb color)
+{
+    const QRect area = rect & bounds;
+    if (area.isEmpty())
+        return;
+    color |= 0xff000000u;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        std::fill_n(line(y) + area.left(), area.width(), color);
+}
+
+void GridCanvas::frame(const QRect &rect, QRgb color)
+{
+    fill(QRect(rect.left(), rect.top(), rect.width(), 1), color);
+    fill(QRect(rect.left(), rect.bottom(), rect.width(), 1), color);
+    fill(QRect(rect.left(), rect.top(), 1, rect.height()), color);
+    fill(QRect(rect.right(), rect.top(), 1, rect.height()), color);
+}
+
+void GridCanvas::blendMask(int x, int y, const uchar *mask, int width, int height, QRgb color)
+{
+    const QRect area = QRect(x, y, width, height) & bounds;
+    color |= 0xff000000u;
+    for (int row = area.top(); row <= area.bottom(); ++row) {
+        const uchar *coverage = mask + static_cast<qint64>(row - y) * width + (area.left() - x);
+        QRgb *target = line(row) + area.left();
+        for (int left = area.width(); left > 0; --left, ++coverage, ++target) {
+            const quint32 alpha = *coverage;
+            if (alpha == 255)
+                *target = color;
+            else if (alpha != 0)
+                *target = 0xff000000u | (scaleColor(color, alpha) + scaleColor(*target, 255 - alpha));
+        }
+    }
+}
+
+void GridCanvas::blendPicture(int x, int y, const QImage &source)
+{
+    Q_ASSERT(source.isNull() || source.format() == QImage::Format_ARGB32_Premultiplied);
+    const QRect area = QRect(QPoint(x, y), source.size()) & bounds;
+    for (int row = area.top(); row <= area.bottom(); ++row) {
+        const auto *from = reinterpret_cast<const QRgb *>(source.constScanLine(row - y)) + (area.left() - x);
+        QRgb *target = line(row) + area.left();
+        for (int left = area.width(); left > 0; --left, ++from, ++target)
+            *target = 0xff000000u | ((*from & 0x00ffffffu) + (scaleColor(*target, 255 - (*from >> 24)) & 0x00ffffffu));
+    }
+}
+
+void GridCanvas::scrollSideways(const QRect &area, int dx)
+{
+    const QRect inside = area & whole;
+    const int kept = inside.width() - std::abs(dx);
+    if (dx == 0 || kept <= 0)
+        return;
+    const int from = dx > 0 ? inside.left() : inside.left() - dx;
+    for (int y = inside.top(); y <= inside.bottom(); ++y)
+        std::memmove(line(y) + from + dx, line(y) + from, static_cast<size_t>(kept) * sizeof(QRgb));
+}
+
+} // namespace ZB

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtCore/QRect>
+#include <QtGui/QImage>
+#include <QtGui/QRgb>
+
+#include "frameworkexport.h"
+
+namespace ZB {
+
+/// Plain drawing into a 32-bit opaque picture: rectangles, masks, pictures, all cut to a clip. What a grid draws
+/// thousands of times per frame; for anything else there is QPainter.
+///
+/// The picture is the caller's, Format_RGB32, and is used by nobody else while the canvas lives. Device pixels.
+class FRAMEWORK_API GridCanvas
+{
+public:
+    explicit GridCanvas(QImage &picture);
+
+    QRect clip() const { return bounds; }
+    /// Cuts everything to `rect` (and to the picture).
+    void setClip(const QRect &rect);
+
+    void fill(const QRect &rect, QRgb color);
+    /// A frame of one pixel along the inside of `rect`.
+    void frame(const QRect &rect, QRgb color);
+    /// Colour through a mask of 8-bit coverage, `width` bytes per line.
+    void blendMask(int x, int y, const uchar *mask, int width, int height, QRgb color);
+    /// A picture of Format_ARGB32_Premultiplied over what is there.
+    void blendPicture(int x, int y, const QImage &source);
+    /// Moves the pixels of `area` sideways by `dx`; what is uncovered keeps its old pixels.
+    void scrollSideways(const QRect &area, int dx);
+
+private:
+    QRgb *line(int y) { return reinterpret_cast<QRgb *>(bits + y * stride); }
+
+    uchar *bits;
+    qint64 stride;
+    QRect whole;
+    QRect bounds;
+};
+
+/// `over` at `weight` of 255 on `under`, opaque.
+FRAMEWORK_API QRgb mixColors(QRgb under, QRgb over, int weight);
+
+} // namespace ZB

@@ -1,0 +1,216 @@
+#include "grid/gridheaderpainter.h"
+
+#include <QtGui/QPainter>
+#include <QtGui/QPainterPath>
+#include <algorithm>
+
+#include "grid/gridcanvas.h"
+#include "grid/gridsource.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int arrowWidth = 12; ///< at 100 %, with its gap
+
+QImage fitted(const QImage &picture, const QSize &size)
+{
+    return picture.size() == size ? picture : QImage(size.expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+}
+
+QPainterPath arrowIn(const QRect &rect, bool descending)
+{
+    const QPointF middle = QRectF(rect).center();
+    const double half = rect.height() / 8.0;
+    const double tip = descending ? half * 0.75 : -half * 0.75;
+    QPainterPath path(QPointF(middle.x(), middle.y() + tip));
+    path.lineTo(middle.x() - half * 1.1, middle.y() - tip);
+    path.lineTo(middle.x() + half * 1.1, middle.y() - tip);
+    path.closeSubpath();
+    return path;
+}
+
+QPainterPath funnelIn(const QRect &rect)
+{
+    const QPointF middle = QRectF(rect).center();
+    const double unit = rect.height() / 28.0;
+    QPainterPath path(middle + QPointF(-4.5, -4.0) * unit);
+    path.lineTo(middle + QPointF(4.5, -4.0) * unit);
+    path.lineTo(middle + QPointF(1.2, 0.2) * unit);
+    path.lineTo(middle + QPointF(1.2, 4.4) * unit);
+    path.lineTo(middle + QPointF(-1.2, 3.2) * unit);
+    path.lineTo(middle + QPointF(-1.2, 0.2) * unit);
+    path.closeSubpath();
+    return path;
+}
+
+} // namespace
+
+GridHeaderPainter::GridHeaderPainter(GridCellPainter &painter) : cells(painter) {}
+
+int GridHeaderPainter::sortPlace(const GridHeaderState &state, int column)
+{
+    const auto found = std::find_if(state.sorts.begin(), state.sorts.end(),
+                                    [&](const GridSortMark &mark) { return mark.column == column; });
+    return found == state.sorts.end() ? -1 : static_cast<int>(found - state.sorts.begin());
+}
+
+QColor GridHeaderPainter::ground(const GridHeaderState &state, int column) const
+{
+    const GridLook &look = cells.look();
+    if (!state.enabled)
+        return look.headerDisabled;
+    if (state.pressed == column)
+        return look.headerPressed;
+    return state.hovered == column ? look.headerHover : look.header;
+}
+
+/// The marks stand opposite to the text, which stands over the texts of its cells.
+GridHeaderPainter::Marks GridHeaderPainter::marksOf(const GridGeometry &geometry, const GridHeaderState &state,
+                                                    int column) const
+{
+    const GridColumn &look = geometry.columns.at(column);
+    const QRect whole = cells.inside(geometry.headerRect(column));
+    const bool textRight = (look.alignment & Qt::AlignRight) != 0;
+    Marks marks;
+    QRect rest = whole;
+    const auto cutOff = [&](int width) {
+        QRect part = rest;
+        if (textRight) {
+            part.setWidth(width);
+            rest.setLeft(part.right() + 1);
+        } else {
+            part.setLeft(rest.right() + 1 - width);
+            rest.setRight(part.left() - 1);
+        }
+        return part;
+    };
+    const QRect funnel = geometry.funnelRect(column);
+    if (!funnel.isEmpty() && (look.filtered || state.hovered == column))
+        marks.funnel = funnel;
+    if (!funnel.isEmpty() && look.filtered)
+        cutOff(funnel.width());
+    const int place = sortPlace(state, column);
+    if (place >= 0) {
+        marks.arrow = cutOff(cells.devicePixels(qRound(arrowWidth * cells.look().scale)));
+        if (state.sorts.size() > 1)
+            marks.weight = cutOff(cells.text().width(QString::number(place + 1), GridFont::Header));
+    }
+    const int margin = cells.devicePixels(cells.look().margin);
+    const bool shared = rest.width() != whole.width();
+    marks.text =
+        rest.adjusted(shared && textRight ? margin / 2 : margin, 0, shared && !textRight ? -margin / 2 : -margin, 0);
+    return marks;
+}
+
+void GridHeaderPainter::paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
+                                  const GridShownColumn &where, const QString &text)
+{
+    const GridLook &look = cells.look();
+    const QRect rect = geometry.headerRect(where.column);
+    const QRect inside = cells.inside(rect);
+    const Marks marks = marksOf(geometry, state, where.column);
+    const bool sorted = sortPlace(state, where.column) >= 0;
+    canvas.setClip(QRect(where.clipLeft, rect.top(), where.clipRight - where.clipLeft, rect.height()));
+    canvas.fill(inside, ground(state, where.column).rgb());
+    cells.text().draw(canvas, marks.text, text, GridFont::Header, geometry.columns.at(where.column).alignment,
+                      GridCut::Ellipsis, (sorted ? look.text : look.headerText).rgb());
+    if (!marks.weight.isEmpty())
+        cells.text().draw(canvas, marks.weight, QString::number(sortPlace(state, where.column) + 1), GridFont::Header,
+                          Qt::AlignHCenter, GridCut::Ellipsis, look.dimText.rgb());
+    if (!marks.funnel.isEmpty() && !geometry.columns.at(where.column).filtered)
+        canvas.fill(marks.funnel & inside, ground(state, where.column).rgb());
+    const QColor &side = !sorted ? look.line : state.focused ? look.sortLine : look.inactiveSortLine;
+    canvas.fill(QRect(inside.right() + 1, rect.top(), look.verticalLine, rect.height()), side.rgb());
+    canvas.fill(QRect(rect.left(), inside.bottom() + 1, inside.width(), look.horizontalLine),
+                sorted ? side.rgb() : look.line.rgb());
+}
+
+void GridHeaderPainter::paintShapes(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state) const
+{
+    const GridLook &look = cells.look();
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (const GridShownColumn &where : geometry.shownColumns()) {
+        const Marks marks = marksOf(geometry, state, where.column);
+        painter.setClipRect(where.clipLeft, 0, where.clipRight - where.clipLeft, picture.height());
+        if (!marks.arrow.isEmpty()) {
+            const GridSortMark &mark = state.sorts[static_cast<size_t>(sortPlace(state, where.column))];
+            painter.fillPath(arrowIn(marks.arrow, mark.descending), look.accent);
+        }
+        if (!marks.funnel.isEmpty()) {
+            const bool lit =
+                geometry.columns.at(where.column).filtered || (state.funnelHovered && state.hovered == where.column);
+            painter.fillPath(funnelIn(marks.funnel), lit ? look.accent : look.dimText);
+        }
+    }
+}
+
+void GridHeaderPainter::paintHeader(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state,
+                                    const GridSource *source)
+{
+    const GridLook &look = cells.look();
+    picture = fitted(picture, geometry.header().size());
+    {
+        GridCanvas canvas(picture);
+        const QRect all = picture.rect();
+        canvas.fill(all, (state.enabled ? look.header : look.headerDisabled).rgb());
+        canvas.fill(QRect(0, all.bottom() + 1 - look.horizontalLine, all.width(), look.horizontalLine),
+                    look.line.rgb());
+        if (geometry.numberWidth > 0)
+            canvas.fill(QRect(geometry.numberWidth - look.verticalLine, 0, look.verticalLine, all.height()),
+                        look.line.rgb());
+        for (const GridShownColumn &where : geometry.shownColumns())
+            paintCell(canvas, geometry, state, where, source ? source->headerText(where.column) : QString());
+    }
+    paintShapes(picture, geometry, state);
+}
+
+void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
+                                        const QString &title)
+{
+    const GridLook &look = cells.look();
+    picture = fitted(picture, geometry.statistics().size());
+    GridCanvas canvas(picture);
+    const QRect all = picture.rect();
+    const int border = std::max(look.statisticsBorder, look.horizontalLine);
+    const int margin = cells.devicePixels(look.statisticsMargin);
+    const QRgb borderColor = (look.statisticsBorder > 0 ? look.statisticsBorderColor : look.line).rgb();
+    canvas.fill(all, look.statisticsBackground.rgb());
+    for (const GridShownColumn &where : geometry.shownColumns()) {
+        const GridColumn &column = geometry.columns.at(where.column);
+        const QRect rect = QRect(where.left, border, where.width - look.verticalLine, all.height() - border);
+        canvas.setClip(QRect(where.clipLeft, 0, where.clipRight - where.clipLeft, all.height()));
+        canvas.fill(QRect(rect.right() + 1, 0, look.verticalLine, all.height()), look.line.rgb());
+        cells.text().draw(canvas, rect.adjusted(margin, 0, -margin, 0), texts.value(where.column),
+                          column.bold ? GridFont::StatisticsBold : GridFont::Statistics, column.statisticsAlignment,
+                          column.numeric ? GridCut::Hashes : GridCut::Ellipsis, look.statisticsText.rgb());
+    }
+    canvas.setClip(all);
+    canvas.fill(QRect(0, 0, all.width(), border), borderColor);
+    if (title.isEmpty())
+        return;
+    // Without row numbers the title stands in front, as narrow as its text.
+    const int wanted = cells.text().width(title, GridFont::Statistics) + margin;
+    const QRect place(0, border, geometry.numberWidth > 0 ? geometry.numberWidth - look.verticalLine : wanted + margin,
+                      all.height() - border);
+    canvas.fill(place, look.statisticsTitleBackground.rgb());
+    cells.text().draw(canvas, place, title, GridFont::Statistics, Qt::AlignHCenter, GridCut::Ellipsis,
+                      look.statisticsText.rgb());
+}
+
+int GridHeaderPainter::wantedWidth(const QString &text, const GridColumn &column) const
+{
+    const double scale = cells.look().scale;
+    return cells.text().width(text, GridFont::Header) + 2 * cells.devicePixels(cells.look().margin) +
+           cells.look().verticalLine + cells.devicePixels(qRound((column.filtered ? 2 : 1) * arrowWidth * scale));
+}
+
+bool GridHeaderPainter::isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,
+                              int column) const
+{
+    return cells.text().width(text, GridFont::Header) > marksOf(geometry, state, column).text.width();
+}
+
+} // namespace ZB

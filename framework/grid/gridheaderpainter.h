@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <QtGui/QImage>
+#include <vector>
+
+#include "frameworkexport.h"
+#include "grid/gridcellpainter.h"
+#include "grid/gridgeometry.h"
+
+namespace ZB {
+
+class GridSource;
+
+/// What the headers show besides their texts.
+struct GridHeaderState
+{
+    GridSortMarks sorts;
+    int hovered = -1; ///< model column
+    int pressed = -1;
+    bool funnelHovered = false;
+    bool focused = false;
+    bool enabled = true;
+};
+
+/// Draws the header line and the statistics row into pictures of their own, in device pixels. They change rarely, and
+/// are then drawn whole.
+class FRAMEWORK_API GridHeaderPainter
+{
+public:
+    explicit GridHeaderPainter(GridCellPainter &painter);
+
+    void paintHeader(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state,
+                     const GridSource *source);
+    /// texts: by model column, of the columns on the screen at least.
+    void paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts, const QString &title);
+
+    /// The width at which nothing of a header is cut off, with room for its marks.
+    int wantedWidth(const QString &text, const GridColumn &column) const;
+    bool isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
+
+private:
+    struct Marks ///< where the marks of a header are; empty rectangles for none
+    {
+        QRect text;
+        QRect arrow;
+        QRect weight;
+        QRect funnel;
+    };
+
+    Marks marksOf(const GridGeometry &geometry, const GridHeaderState &state, int column) const;
+    void paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
+                   const GridShownColumn &where, const QString &text);
+    void paintShapes(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state) const;
+    QColor ground(const GridHeaderState &state, int column) const;
+    static int sortPlace(const GridHeaderState &state, int column);
+
+    GridCellPainter &cells;
+};
+
+} // namespace ZB

@@ -1,0 +1,168 @@
+#include <QtCore/QPointer>
+#include <algorithm>
+
+#include "grid/gridviewprivate.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int fadeMilliseconds = GridCellPainter::flashMilliseconds / GridCellPainter::flashSteps;
+
+std::vector<GridRowId> idsOf(const GridWindow &window)
+{
+    std::vector<GridRowId> ids;
+    ids.reserve(window.rows.size());
+    for (const GridRow &row : window.rows)
+        ids.push_back(row.id);
+    return ids;
+}
+
+} // namespace
+
+void GridViewPrivate::requestFrame()
+{
+    if (q->isVisible())
+        pacer.request();
+}
+
+void GridViewPrivate::sync()
+{
+    const QRegion damage = takeFrame();
+    if (!damage.isEmpty())
+        q->update(damage);
+}
+
+void GridViewPrivate::showFrame(bool forced)
+{
+    if (!forced && !q->isVisible())
+        return; // shown with the next showEvent or paintEvent
+    sync();
+    pacer.done();
+    if (body.isFlashing() && q->isVisible())
+        pacer.requestIn(fadeMilliseconds);
+    announce();
+}
+
+GridFrame GridViewPrivate::frameNow() const
+{
+    GridFrame frame{geometry, rows.window(), chooser.selection(), delegates};
+    frame.currentRow = chooser.current().row;
+    frame.currentColumn = chooser.current().column;
+    frame.hoveredRow = hoveredRow;
+    frame.hoveredColumn = hoveredColumn;
+    frame.focused = headerState.focused;
+    frame.oddEven = look.oddEvenRows;
+    frame.firstNumber = firstNumber;
+    frame.pixelRatio = ratio;
+    frame.now = pacer.now();
+    return frame;
+}
+
+void GridViewPrivate::updateRows()
+{
+    if (!source)
+        return;
+    rows.update(*source, geometry, holds > 0, chooser.current().row);
+    if (holds == 0)
+        chooser.follow();
+}
+
+QRegion GridViewPrivate::takeFrame()
+{
+    if (!qFuzzyCompare(q->devicePixelRatioF(), ratio))
+        applyLook();
+    const quint64 revision = source ? source->revision() : 0;
+    const bool news = revision != seenRevision;
+    if (!news && !layoutTouched && !headerTouched && !rowsTouched && !overlayTouched && !body.isFlashing())
+        return QRegion();
+    seenRevision = holds > 0 ? seenRevision : revision; // what is held back comes with the release
+    if (source && source->epoch() != seenEpoch) {
+        seenEpoch = source->epoch();
+        ensureColumns();
+        layoutTouched = true;
+    }
+    bool whole = layoutTouched || overlayTouched;
+    if (layoutTouched)
+        layOut();
+    if (news || layoutTouched) {
+        const QSize size = geometry.size;
+        const int numberWidth = geometry.numberWidth;
+        const qint64 rowCount = geometry.rowCount;
+        updateRows();
+        if (geometry.rowCount != rowCount || layoutTouched)
+            layOut();
+        if (geometry.size != size || geometry.numberWidth != numberWidth) {
+            updateRows();
+            headerTouched = true;
+            whole = true;
+        }
+        bars.update(geometry);
+    }
+    QRegion damage;
+    if (layoutTouched || headerTouched) {
+        headers.paintHeader(headerPicture, geometry, headerState, source);
+        damage += toLogical(geometry.header());
+    }
+    if (statisticsVisible && updateStatistics(news || layoutTouched || headerTouched))
+        damage += toLogical(geometry.statistics());
+    for (const QRect &rect : body.update(source, frameNow()))
+        damage += toLogical(rect);
+    layoutTouched = headerTouched = rowsTouched = overlayTouched = false;
+    if (!damage.isEmpty() || whole)
+        ++frames;
+    return whole ? QRegion(q->rect()) : damage;
+}
+
+/// True when the statistics row was drawn. Its texts are asked for on news only: a host may have to add up for them.
+bool GridViewPrivate::updateStatistics(bool ask)
+{
+    if (!ask)
+        return false;
+    QStringList texts;
+    const int count = geometry.columns.count();
+    for (int column = 0; column < count; ++column)
+        texts.append(QString());
+    if (source)
+        for (const GridShownColumn &shown : geometry.shownColumns())
+            texts[shown.column] = source->statisticsText(shown.column);
+    if (texts == statisticsTexts && !headerTouched && !layoutTouched)
+        return false;
+    statisticsTexts = texts;
+    headers.paintStatistics(statisticsPicture, geometry, texts, statisticsTitle);
+    return true;
+}
+
+void GridViewPrivate::announce()
+{
+    const QPointer<GridView> guard(q);
+    const GridRowId current = chooser.isCurrentShown() ? chooser.current().row : NoGridRow;
+    const int column = chooser.current().column;
+    if (told.current != current || told.column != column) {
+        told.current = current;
+        told.column = column;
+        Q_EMIT q->currentChanged(current, column);
+        if (!guard)
+            return;
+    }
+    if (told.selection != chooser.selection().serial()) {
+        told.selection = chooser.selection().serial();
+        Q_EMIT q->selectionChanged();
+        if (!guard)
+            return;
+    }
+    std::vector<GridRowId> ids = idsOf(rows.window());
+    if (told.first != rows.window().first || told.rows != ids) {
+        told.first = rows.window().first;
+        told.rows = std::move(ids);
+        Q_EMIT q->visibleRowsChanged();
+        if (!guard)
+            return;
+    }
+    if (told.unseen != rows.unseen()) {
+        told.unseen = rows.unseen();
+        Q_EMIT q->unseenRowsChanged(told.unseen);
+    }
+}
+
+} // namespace ZB

@@ -1,0 +1,217 @@
+#include "grid/gridviewprivate.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ZB {
+
+namespace {
+
+constexpr int edgeReach = 4;
+constexpr int funnelWidth = 18;
+constexpr int fewestDigits = 4; ///< so that the columns do not move with the first rows
+
+} // namespace
+
+GridViewPrivate::GridViewPrivate(GridView *view)
+    : q(view), pacer([this] { showFrame(false); }), bars(view, [this](qint64 x, qint64 y) {
+          scrollTo(x, y);
+          announce();
+      })
+{
+}
+
+void GridViewPrivate::touchSource()
+{
+    body.forget();
+    seenRevision = source ? ~source->revision() : 0;
+    seenEpoch = source ? ~source->epoch() : 0;
+    statisticsTexts.clear();
+    touchLayout();
+}
+
+void GridViewPrivate::touchLayout()
+{
+    layoutTouched = true;
+    headerTouched = true;
+    requestFrame();
+}
+
+void GridViewPrivate::touchColumns()
+{
+    body.invalidate();
+    touchLayout();
+}
+
+void GridViewPrivate::touchHeader()
+{
+    headerTouched = true;
+    requestFrame();
+}
+
+void GridViewPrivate::touchRows()
+{
+    rowsTouched = true;
+    requestFrame();
+}
+
+void GridViewPrivate::touchOverlay()
+{
+    overlayTouched = true;
+    requestFrame();
+}
+
+void GridViewPrivate::release()
+{
+    if (--holds == 0)
+        requestFrame();
+}
+
+void GridViewPrivate::applyLook()
+{
+    ratio = q->devicePixelRatioF();
+    const int before = geometry.rowHeight;
+    const auto device = [this](double pixels) { return static_cast<int>(std::lround(pixels * ratio)); };
+    geometry.headerHeight = device(look.headerHeight);
+    geometry.rowHeight = std::max(1 + look.horizontalLine, device(look.rowHeight));
+    geometry.edge = device(edgeReach * look.scale);
+    geometry.funnel = device(funnelWidth * look.scale);
+    geometry.columns.setPixelRatio(ratio);
+    geometry.scrollY = geometry.scrollY / before * geometry.rowHeight; // the same row stays on top
+    cells.setLook(look, ratio);
+    touchColumns();
+}
+
+void GridViewPrivate::ensureColumns()
+{
+    if (source && source->columnCount() != geometry.columns.count())
+        geometry.columns.resize(source->columnCount());
+}
+
+void GridViewPrivate::scrollTo(qint64 x, qint64 y)
+{
+    const qint64 dx = x - geometry.scrollX;
+    const qint64 dy = y - geometry.scrollY;
+    if (source && source->revision() != seenRevision) // or the view would run away from rows that moved meanwhile
+        rows.update(*source, geometry, false, chooser.current().row);
+    rows.scrollTo(source, geometry, geometry.scrollX + dx, geometry.scrollY + dy);
+    bars.update(geometry);
+    chooser.follow();
+    headerTouched = true;
+    touchRows();
+}
+
+void GridViewPrivate::showCell(const GridTarget &cell)
+{
+    if (cell.place < 0)
+        return;
+    const qint64 x = geometry.columns.placeOf(cell.column) < 0 ? geometry.scrollX : geometry.scrollXFor(cell.column);
+    scrollTo(x, geometry.scrollYFor(cell.place, false));
+}
+
+void GridViewPrivate::showColumn(int column)
+{
+    sync();
+    if (geometry.columns.placeOf(column) >= 0)
+        scrollTo(geometry.scrollXFor(column), geometry.scrollY);
+    sync();
+}
+
+QPoint GridViewPrivate::toDevice(const QPoint &point) const
+{
+    return QPoint(static_cast<int>(std::floor(point.x() * ratio)), static_cast<int>(std::floor(point.y() * ratio)));
+}
+
+QRect GridViewPrivate::toLogical(const QRect &rect) const
+{
+    return QRectF(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio).toAlignedRect();
+}
+
+GridTarget GridViewPrivate::targetAt(const GridHit &hit) const
+{
+    return hit.row < 0 ? GridTarget()
+                       : GridTarget{rows.idAt(hit.row), hit.row, hit.column < 0 ? currentColumn() : hit.column};
+}
+
+int GridViewPrivate::currentColumn() const
+{
+    const int column = chooser.current().column;
+    if (geometry.columns.placeOf(column) >= 0)
+        return column;
+    return geometry.columns.placed().empty() ? -1 : geometry.columns.placed().front().column;
+}
+
+int GridViewPrivate::wantedNumberWidth() const
+{
+    if (!numbersVisible)
+        return 0;
+    const int digits = QString::number(firstNumber + std::max<qint64>(0, geometry.rowCount - 1)).size();
+    return cells.numberWidth(std::max(fewestDigits, digits));
+}
+
+void GridViewPrivate::layOut()
+{
+    geometry.numberWidth = wantedNumberWidth();
+    geometry.statisticsHeight = statisticsVisible ? static_cast<int>(std::lround(look.statisticsHeight * ratio)) : 0;
+    const QSize whole(static_cast<int>(std::lround(q->width() * ratio)),
+                      static_cast<int>(std::lround(q->height() * ratio)));
+    bars.layOut(geometry, whole, ratio);
+}
+
+void GridViewPrivate::fit(int column, int maximumWidth)
+{
+    if (!source || geometry.columns.placeOf(column) < 0)
+        return;
+    GridColumn wanted = geometry.columns.at(column);
+    int width = headers.wantedWidth(source->headerText(column), wanted);
+    const auto count = static_cast<int>(rows.window().rows.size());
+    GridCell cell;
+    for (int i = 0; i < count; ++i) {
+        GridContent content;
+        source->content(i, column, content);
+        cell.text = content.text;
+        cell.unit = content.unit;
+        cell.icon = cells.keepIcon(content.icon);
+        width = std::max(width, cells.wantedWidth(cell, wanted));
+    }
+    if (statisticsVisible) {
+        cell = GridCell();
+        cell.text = source->statisticsText(column);
+        width = std::max(width, cells.wantedWidth(cell, wanted));
+    }
+    cell = GridCell();
+    cell.text = QStringLiteral("000");
+    const int narrowest = cells.wantedWidth(cell, wanted);
+    const int widest = std::max(narrowest, static_cast<int>(std::lround(maximumWidth * look.scale * ratio)));
+    wanted.width = static_cast<int>(std::ceil(std::clamp(width, narrowest, widest) / ratio));
+    if (geometry.columns.set(column, wanted))
+        touchLayout();
+}
+
+QString GridViewPrivate::toolTipAt(const QPoint &point)
+{
+    const GridHit hit = geometry.hit(toDevice(point));
+    if (!source || hit.column < 0)
+        return QString();
+    if (hit.area == GridArea::Header || hit.area == GridArea::HeaderFunnel) {
+        const QString text = source->headerText(hit.column);
+        return headers.isCut(text, geometry, headerState, hit.column) ? text : QString();
+    }
+    GridCell cell;
+    cell.text = hit.area == GridArea::Statistics ? statisticsTexts.value(hit.column) : QString();
+    QString tip;
+    if (hit.area == GridArea::Cell) {
+        const int index = static_cast<int>(hit.row - rows.window().first);
+        const GridCell *shown = body.cell(index, hit.column);
+        if (!shown)
+            return QString();
+        cell = *shown;
+        tip = source->tip(index, hit.column);
+    }
+    if (!cells.isCut(geometry.cellRect(0, hit.column), cell, geometry.columns.at(hit.column)))
+        return tip;
+    const QString whole = cell.text + cell.unit;
+    return tip.isEmpty() ? whole : whole + QLatin1Char('\n') + tip;
+}
+
+} // namespace ZB
