@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <random>
+
 namespace {
 
 const QByteArray orderHeader = "MDDate,MDTime,SecurityType,Symbol,OrderType,OrderPrice,OrderQty,OrderBSFlag,ChannelNo,"
@@ -276,4 +278,68 @@ TEST(FeedBadInput, RowsThatContradictEachOtherAreNamedAndTheFirstCounts)
     EXPECT_EQ(played.orders[0].filled, 130);
     EXPECT_EQ(played.orders[0].quantity, 130) << "deals are facts";
     EXPECT_EQ(played.orders[0].status, feed::OrderStatus::Filled);
+}
+
+TEST(FeedBadInput, DamageAtRandomPlacesIsSurvivedAndReportedInBoundedWords)
+{
+    QByteArray snapshots = "MDDate,MDTime,SecurityID,PreClosePx,LastPx,OpenPx,HighPx,LowPx,TotalVolumeTrade,"
+                           "TotalValueTrade,TradingPhaseCode,MaxPx,MinPx";
+    QByteArray levels;
+    for (const char *side : {"Buy", "Sell"})
+        for (int level = 1; level <= 10; ++level) {
+            const QByteArray number = QByteArray::number(level);
+            snapshots += QByteArray(",") + side + "Price" + number + ',' + side + "OrderQty" + number;
+            levels += ",10." + number + ",100";
+        }
+    const QByteArray snapshotRow =
+        "\n2022.06.01,09:30:03.000,300918.SZ,8.18,8.2,8.1,8.3,8,500,4100,3,9.82,6.54" + levels;
+    const QByteArray contents[] = {
+        orderFile(30),
+        tradeHeader + QByteArray("2023.07.11,09:30:01.000,1,9,1,10.5,60,630,1,20,605580.SH\n").repeated(20),
+        QByteArray(
+            "ChannelNo,ApplSeqNum,BidApplSeqNum,OfferApplSeqNum,SecurityID,TradePrice,TradeQty,ExecType,TradeTime\n") +
+            QByteArray("2013,1845,1844,0,000001,0,200,4,2023.02.01T09:15:00.040\n").repeated(20),
+        snapshots + snapshotRow.repeated(10),
+        QByteArray(
+            "TradingDay,InstrumentID,LastPrice,PreSettlementPrice,PreClosePrice,OpenPrice,HighestPrice,LowestPrice,"
+            "Volume,Turnover,OpenInterest,UpperLimitPrice,LowerLimitPrice,UpdateTime,UpdateMillisec,BidPrice1,"
+            "BidVolume1,AskPrice1,AskVolume1\n") +
+            QByteArray("20200803,AP010,7169,7233,7185,7169,7169,7169,419,3003811,148703,7667,6799,08:59:00,000,7168,1,"
+                       "7169,63\n")
+                .repeated(20),
+    };
+    static const char *const insertions[] = {"\"",   ",", "\n",  "-", "9999999999999", "1e999", "\r",
+                                             "\xff", ".", "nan", ""};
+    const ReplayFolder folder;
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        QByteArray content = contents[random() % 5];
+        const bool isPacked = random() % 4 == 0;
+        if (isPacked)
+            content = gzipped(content);
+        for (unsigned damages = 1 + random() % 8; damages > 0; --damages) {
+            const int place = int(random() % unsigned(content.size()));
+            switch (random() % 4) {
+            case 0:
+                content[place] = char(random());
+                break;
+            case 1:
+                content.insert(place, insertions[random() % 11]);
+                break;
+            case 2:
+                content.remove(place, int(random() % 20));
+                break;
+            default:
+                content.insert(place, content.mid(int(random() % unsigned(content.size())), int(random() % 50)));
+            }
+            if (content.isEmpty())
+                content = "x";
+        }
+        const PlayedFeed played = folder.play({folder.write("damaged", content)});
+        EXPECT_LE(played.messages.size(), 32u);
+        EXPECT_EQ(played.loaded, !played.times.empty());
+        for (const auto &order : played.orders)
+            EXPECT_LE(order.filled + order.cancelled, order.quantity);
+    }
 }

@@ -19,33 +19,40 @@ namespace {
 
 std::vector<std::string> splitLine(const std::string &line)
 {
-    std::vector<std::string> fields;
-    std::stringstream in(line + ",");
-    for (std::string field; std::getline(in, field, ',');)
-        fields.push_back(field);
+    std::vector<std::string> fields(1);
+    for (const char c : line) {
+        if (c == ',')
+            fields.emplace_back();
+        else
+            fields.back() += c;
+    }
     return fields;
 }
+
+using Columns = std::shared_ptr<std::map<std::string, size_t>>;
+
+struct Values
+{
+    Columns columns;
+    std::vector<std::string> fields;
+
+    bool has(const std::string &name) const { return columns->count(name) > 0; }
+    const std::string &at(const std::string &name) const { return fields.at(columns->at(name)); }
+};
 
 /// A line of a file, split only when it is used.
 struct Row
 {
-    std::shared_ptr<std::map<std::string, size_t>> columns;
+    Columns columns;
     std::string line;
 
-    std::map<std::string, std::string> values() const
-    {
-        const auto fields = splitLine(line);
-        std::map<std::string, std::string> result;
-        for (const auto &[name, place] : *columns)
-            result[name] = fields.at(place);
-        return result;
-    }
+    Values values() const { return {columns, splitLine(line)}; }
 };
 
 std::vector<Row> readRows(const QString &path)
 {
     std::vector<Row> rows;
-    std::shared_ptr<std::map<std::string, size_t>> columns;
+    Columns columns;
     char buffer[8192];
     gzFile file = gzopen(path.toUtf8().constData(), "rb");
     while (file && gzgets(file, buffer, sizeof(buffer))) {
@@ -95,8 +102,8 @@ CountedOrders countShanghai(const QString &orderPath, const QString &tradePath)
             rows[std::stoll(row.values().at("ApplSeqNum"))] = row;
     CountedOrders orders;
     for (const auto &[sequence, recorded] : rows) {
-        const auto row = recorded.values();
-        if (row.count("TradeQty")) {
+        const Values row = recorded.values();
+        if (row.has("TradeQty")) {
             for (const auto &[column, side] : {std::make_pair("TradeBuyNo", '0'), std::make_pair("TradeSellNo", '1')}) {
                 CountedOrder &order = orders[std::stoll(row.at(column))];
                 order.code = row.at("SecurityID");
@@ -124,7 +131,7 @@ CountedOrders countShenzhen(const QString &path)
 {
     CountedOrders orders;
     for (const Row &recorded : readRows(path)) {
-        const auto row = recorded.values();
+        const Values row = recorded.values();
         for (const auto &[column, side] :
              {std::make_pair("BidApplSeqNum", '0'), std::make_pair("OfferApplSeqNum", '1')}) {
             const long long number = std::stoll(row.at(column));
