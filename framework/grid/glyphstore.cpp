@@ -6,8 +6,6 @@
 #include <QtGui/QPainter>
 #include <algorithm>
 
-#include "grid/gridcanvas.h"
-
 namespace ZB {
 
 namespace {
@@ -52,6 +50,11 @@ GlyphStore::GlyphStore(const QFont &askedFont, double pixelRatio) : font(inDevic
 
 GlyphStore::~GlyphStore() = default;
 
+bool GlyphStore::isFor(const QFont &other, double pixelRatio) const
+{
+    return inDevicePixels(other, pixelRatio) == font;
+}
+
 bool GlyphStore::canDraw(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar character) { return canDraw(character); });
@@ -83,22 +86,15 @@ std::unique_ptr<GlyphStore::Glyph> GlyphStore::makeGlyph(QChar character) const
     painter.drawText(QPoint(border, 2 * border), QString(character));
     painter.end();
 
-    QRect inked;
     for (int y = 0; y < picture.height(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-        for (int x = 0; x < picture.width(); ++x)
-            if (qAlpha(line[x]) != 0)
-                inked |= QRect(x, y, 1, 1);
-    }
-    made->left = inked.left() - border;
-    made->top = inked.top() - 2 * border;
-    made->width = inked.width();
-    made->height = inked.height();
-    made->mask.reserve(static_cast<size_t>(inked.width()) * static_cast<size_t>(inked.height()));
-    for (int y = inked.top(); y <= inked.bottom(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-        for (int x = inked.left(); x <= inked.right(); ++x)
-            made->mask.push_back(static_cast<uchar>(qAlpha(line[x])));
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(line[x]) == 0)
+                continue;
+            made->extent |= QRect(x - border, y - 2 * border, 1, 1);
+            made->ink.push_back({static_cast<qint16>(x - border), static_cast<qint16>(y - 2 * border),
+                                 static_cast<quint16>(qAlpha(line[x]))});
+        }
     }
     return made;
 }
@@ -127,7 +123,7 @@ int GlyphStore::draw(GridCanvas &canvas, int x, int baseline, const QString &tex
 {
     for (int i = 0; i < count; ++i) {
         const Glyph &shape = glyph(text.at(i));
-        canvas.blendMask(x + shape.left, baseline + shape.top, shape.mask.data(), shape.width, shape.height, color);
+        canvas.blendInk(x, baseline, shape.ink, shape.extent, color);
         x += shape.advance;
     }
     return x;

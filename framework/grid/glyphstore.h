@@ -2,18 +2,16 @@
 
 #include <QtCore/QString>
 #include <QtGui/QFont>
-#include <QtGui/QRgb>
 #include <array>
 #include <memory>
 #include <vector>
 
 #include "frameworkexport.h"
+#include "grid/gridcanvas.h"
 
 namespace ZB {
 
-class GridCanvas;
-
-/// The shapes of single characters of one font as masks in device pixels, made when first needed and kept. Drawing with
+/// The shapes of single characters of one font as inked device pixels, made when first needed and kept. Drawing with
 /// them costs about a tenth of QPainter::drawText, and nothing extra for a text that was never seen before.
 ///
 /// Every character advances by whole pixels, so that figures of equal width stand exactly below one another in right
@@ -28,6 +26,8 @@ public:
     GlyphStore(const GlyphStore &) = delete;
     GlyphStore &operator=(const GlyphStore &) = delete;
 
+    /// Whether a store of that font at that ratio would be the same.
+    bool isFor(const QFont &font, double pixelRatio) const;
     /// The font in device pixels, for texts that need shaping.
     const QFont &deviceFont() const { return font; }
     int ascent() const { return ascending; }
@@ -48,11 +48,8 @@ private:
     struct Glyph
     {
         int advance = 0;
-        int left = 0; ///< of the mask, from the pen
-        int top = 0;  ///< of the mask, from the baseline, upwards negative
-        int width = 0;
-        int height = 0;
-        std::vector<uchar> mask;
+        QRect extent;             ///< of the ink, from the pen on the baseline
+        std::vector<GridInk> ink; ///< line by line
     };
     using Page = std::array<std::unique_ptr<Glyph>, 256>;
 

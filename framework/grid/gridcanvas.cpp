@@ -7,17 +7,15 @@ namespace ZB {
 
 namespace {
 
-/// Two channels at once: x * a / 255, rounded, in each 16-bit half.
-quint32 scaleHalves(quint32 halves, quint32 alpha)
+/// Two channels at once: each 16-bit half by 255, rounded.
+quint32 divideHalves(quint32 halves)
 {
-    quint32 t = halves * alpha;
-    t = (t + ((t >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8;
-    return t & 0x00ff00ffu;
+    return ((halves + ((halves >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8) & 0x00ff00ffu;
 }
 
 QRgb scaleColor(QRgb color, quint32 alpha)
 {
-    return scaleHalves(color & 0x00ff00ffu, alpha) | (scaleHalves((color >> 8) & 0x00ff00ffu, alpha) << 8);
+    return divideHalves((color & 0x00ff00ffu) * alpha) | (divideHalves(((color >> 8) & 0x00ff00ffu) * alpha) << 8);
 }
 
 } // namespace
@@ -56,20 +54,24 @@ void GridCanvas::frame(const QRect &rect, QRgb color)
     fill(QRect(rect.right(), rect.top(), 1, rect.height()), color);
 }
 
-void GridCanvas::blendMask(int x, int y, const uchar *mask, int width, int height, QRgb color)
+void GridCanvas::blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, QRgb color)
 {
-    const QRect area = QRect(x, y, width, height) & bounds;
-    color |= 0xff000000u;
-    for (int row = area.top(); row <= area.bottom(); ++row) {
-        const uchar *coverage = mask + static_cast<qint64>(row - y) * width + (area.left() - x);
-        QRgb *target = line(row) + area.left();
-        for (int left = area.width(); left > 0; --left, ++coverage, ++target) {
-            const quint32 alpha = *coverage;
-            if (alpha == 255)
-                *target = color;
-            else if (alpha != 0)
-                *target = 0xff000000u | (scaleColor(color, alpha) + scaleColor(*target, 255 - alpha));
-        }
+    const QRect area = extent.translated(x, y);
+    const bool uncut = bounds.contains(area);
+    if (!uncut && !bounds.intersects(area))
+        return;
+    const quint32 evenHalves = color & 0x00ff00ffu;
+    const quint32 oddHalves = (color >> 8) & 0x00ff00ffu;
+    uchar *origin = bits + y * stride + static_cast<qint64>(x) * 4;
+    for (const GridInk &dot : ink) {
+        if (!uncut && !bounds.contains(x + dot.x, y + dot.y))
+            continue;
+        QRgb &target = *reinterpret_cast<QRgb *>(origin + dot.y * stride + dot.x * 4);
+        const quint32 over = dot.coverage;
+        const quint32 under = 255 - over;
+        const quint32 even = divideHalves(evenHalves * over + (target & 0x00ff00ffu) * under);
+        const quint32 odd = divideHalves(oddHalves * over + ((target >> 8) & 0x00ff00ffu) * under);
+        target = 0xff000000u | even | (odd << 8);
     }
 }
 

@@ -3,12 +3,21 @@
 #include <QtCore/QRect>
 #include <QtGui/QImage>
 #include <QtGui/QRgb>
+#include <vector>
 
 #include "frameworkexport.h"
 
 namespace ZB {
 
-/// Plain drawing into a 32-bit opaque picture: rectangles, masks, pictures, all cut to a clip. What a grid draws
+/// One inked pixel of a shape, and how much of it is covered (1 to 255).
+struct GridInk
+{
+    qint16 x;
+    qint16 y;
+    quint16 coverage;
+};
+
+/// Plain drawing into a 32-bit opaque picture: rectangles, shapes, pictures, all cut to a clip. What a grid draws
 /// thousands of times per frame; for anything else there is QPainter.
 ///
 /// The picture is the caller's, Format_RGB32, and is used by nobody else while the canvas lives. Device pixels.
@@ -24,8 +33,8 @@ public:
     void fill(const QRect &rect, QRgb color);
     /// A frame of one pixel along the inside of `rect`.
     void frame(const QRect &rect, QRgb color);
-    /// Colour through a mask of 8-bit coverage, `width` bytes per line.
-    void blendMask(int x, int y, const uchar *mask, int width, int height, QRgb color);
+    /// Colour through the ink of a shape whose origin is at (x, y). `extent` encloses the ink, seen from the origin.
+    void blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, QRgb color);
     /// A picture of Format_ARGB32_Premultiplied over what is there.
     void blendPicture(int x, int y, const QImage &source);
     /// Moves the pixels of `area` sideways by `dx`; what is uncovered keeps its old pixels.

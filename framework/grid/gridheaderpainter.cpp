@@ -200,11 +200,14 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
                       look.statisticsText.rgb());
 }
 
-int GridHeaderPainter::wantedWidth(const QString &text, const GridColumn &column) const
+int GridHeaderPainter::wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,
+                                   int column) const
 {
-    const double scale = cells.look().scale;
-    return cells.text().width(text, GridFont::Header) + 2 * cells.devicePixels(cells.look().margin) +
-           cells.look().verticalLine + cells.devicePixels(qRound((column.filtered ? 2 : 1) * arrowWidth * scale));
+    const Marks marks = marksOf(geometry, state, column);
+    const int marked = cells.inside(geometry.headerRect(column)).width() - marks.text.width();
+    // Room for an arrow is kept from the start, or the first sort would cut the header off.
+    const int arrow = marks.arrow.isEmpty() ? cells.devicePixels(qRound(arrowWidth * cells.look().scale)) : 0;
+    return cells.text().width(text, GridFont::Header) + marked + arrow + cells.look().verticalLine;
 }
 
 bool GridHeaderPainter::isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,

@@ -36,7 +36,7 @@ public:
     void paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts, const QString &title);
 
     /// The width at which nothing of a header is cut off, with room for its marks.
-    int wantedWidth(const QString &text, const GridColumn &column) const;
+    int wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
     bool isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
 
 private:

@@ -33,9 +33,17 @@ void GridText::setLook(const GridLook &look, double pixelRatio)
         look.textFont,      boldened(look.textFont), look.numberFont,     boldened(look.numberFont),
         look.rowNumberFont, look.headerFont,         look.statisticsFont, boldened(look.statisticsFont)};
     pictures.clear();
+    const auto before = stores; // a theme has other colours more often than other fonts
     for (size_t i = 0; i < fonts.size(); ++i) {
-        const auto same = static_cast<size_t>(std::find(fonts.begin(), fonts.end(), fonts[i]) - fonts.begin());
-        stores[i] = same < i ? stores[same] : std::make_shared<GlyphStore>(fonts[i], pixelRatio);
+        const auto same = [&](const auto &store) { return store && store->isFor(fonts[i], pixelRatio); };
+        const auto kept = std::find_if(before.begin(), before.end(), same);
+        const auto shared = std::find_if(stores.begin(), stores.begin() + static_cast<qint64>(i), same);
+        if (kept != before.end())
+            stores[i] = *kept;
+        else
+            stores[i] = shared != stores.begin() + static_cast<qint64>(i)
+                            ? *shared
+                            : std::make_shared<GlyphStore>(fonts[i], pixelRatio);
     }
 }
 

@@ -97,7 +97,7 @@ void GridViewPrivate::scrollTo(qint64 x, qint64 y)
     rows.scrollTo(source, geometry, geometry.scrollX + dx, geometry.scrollY + dy);
     bars.update(geometry);
     chooser.follow();
-    headerTouched = true;
+    headerTouched = headerTouched || dx != 0;
     touchRows();
 }
 
@@ -163,7 +163,7 @@ void GridViewPrivate::fit(int column, int maximumWidth)
     if (!source || geometry.columns.placeOf(column) < 0)
         return;
     GridColumn wanted = geometry.columns.at(column);
-    int width = headers.wantedWidth(source->headerText(column), wanted);
+    int width = headers.wantedWidth(source->headerText(column), geometry, headerState, column);
     const auto count = static_cast<int>(rows.window().rows.size());
     GridCell cell;
     for (int i = 0; i < count; ++i) {
