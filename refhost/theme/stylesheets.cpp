@@ -14,17 +14,21 @@ namespace {
 /// Which sheets make up that of a kind of widget: its own, and those of what it has inside.
 QStringList partsOf(const QString &kind)
 {
-    const QStringList inDialogs = {
-        QStringLiteral("QWidget"),    QStringLiteral("QDialog"),        QStringLiteral("QPushButton"),
-        QStringLiteral("QLineEdit"),  QStringLiteral("QPlainTextEdit"), QStringLiteral("QCheckBox"),
-        QStringLiteral("QComboBox"),  QStringLiteral("QListWidget"),    QStringLiteral("QTabBar"),
-        QStringLiteral("QScrollBar"), QStringLiteral("QProgressBar"),   QStringLiteral("QToolTip"),
-        QStringLiteral("QMenu"),
+    const QStringList widgets = {
+        QStringLiteral("QWidget"),   QStringLiteral("QDialog"),        QStringLiteral("QPushButton"),
+        QStringLiteral("QLineEdit"), QStringLiteral("QPlainTextEdit"), QStringLiteral("QCheckBox"),
+        QStringLiteral("QComboBox"), QStringLiteral("QListWidget"),    QStringLiteral("QTabBar"),
+        QStringLiteral("QMenu"),     QStringLiteral("QScrollBar"),     QStringLiteral("QProgressBar"),
+        QStringLiteral("QToolTip"),
     };
+    // A colour in the sheet is that of the placeholder too. A program whose palette follows the theme gets it from
+    // there, with a placeholder of its own colour.
+    const QString lineText = QStringLiteral("QLineEditText");
     static const QMap<QString, QStringList> composed = {
-        {QStringLiteral("QDialog"), inDialogs},
-        {QStringLiteral("QMessageBox"), inDialogs},
-        {QStringLiteral("QApplication"), inDialogs + QStringList(QStringLiteral("QMainWindow"))},
+        {QStringLiteral("QApplication"), widgets + QStringList(QStringLiteral("QMainWindow"))},
+        {QStringLiteral("QDialog"), widgets + QStringList(lineText)},
+        {QStringLiteral("QMessageBox"), widgets + QStringList(lineText)},
+        {QStringLiteral("QLineEdit"), {QStringLiteral("QLineEdit"), lineText}},
         {QStringLiteral("QComboBox"), {QStringLiteral("QComboBox"), QStringLiteral("QScrollBar")}},
         {QStringLiteral("QListWidget"),
          {QStringLiteral("QListWidget"), QStringLiteral("QCheckBox"), QStringLiteral("QScrollBar")}},
