@@ -5,6 +5,7 @@
 #include "feed/playclock.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -105,9 +106,13 @@ void MarketFeed::Private::play()
 
 void MarketFeed::Private::run()
 {
-    const auto keepGoing = [this] {
-        if (!writer.batch().isEmpty())
-            offer();
+    // While a source is being prepared its counters tell how far it is.
+    constexpr auto offerInterval = std::chrono::milliseconds(50);
+    auto lastOffer = std::chrono::steady_clock::now();
+    const auto keepGoing = [&] {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - lastOffer > offerInterval && offer())
+            lastOffer = now;
         return !stopping.load();
     };
     const bool loaded = source->load(writer, keepGoing);

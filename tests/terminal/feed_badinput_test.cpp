@@ -5,6 +5,8 @@
 
 #include <random>
 
+using namespace feed;
+
 namespace {
 
 const QByteArray orderHeader = "MDDate,MDTime,SecurityType,Symbol,OrderType,OrderPrice,OrderQty,OrderBSFlag,ChannelNo,"
@@ -16,8 +18,8 @@ QByteArray orderRow(int number, const QByteArray &price = "10.5", const QByteArr
                     const QByteArray &code = "605580.SH")
 {
     const QByteArray text = QByteArray::number(number);
-    return "2023.07.11,09:30:00." + text.rightJustified(3, '0') + ",2,恒盛能源,2," + price + ',' + quantity + ",1,1," +
-           text + ',' + text + ',' + code + '\n';
+    return "2023.07.11,09:30:00." + text.right(3).rightJustified(3, '0') + ",2,恒盛能源,2," + price + ',' + quantity +
+           ",1,1," + text + ',' + text + ',' + code + '\n';
 }
 
 QByteArray orderFile(int rows)
@@ -277,7 +279,7 @@ TEST(FeedBadInput, RowsThatContradictEachOtherAreNamedAndTheFirstCounts)
     EXPECT_EQ(played.orders[0].price, 10.5);
     EXPECT_EQ(played.orders[0].filled, 130);
     EXPECT_EQ(played.orders[0].quantity, 130) << "deals are facts";
-    EXPECT_EQ(played.orders[0].status, feed::OrderStatus::Filled);
+    EXPECT_EQ(played.orders[0].status, OrderStatus::Filled);
 }
 
 TEST(FeedBadInput, DamageAtRandomPlacesIsSurvivedAndReportedInBoundedWords)
@@ -341,5 +343,19 @@ TEST(FeedBadInput, DamageAtRandomPlacesIsSurvivedAndReportedInBoundedWords)
         EXPECT_EQ(played.loaded, !played.times.empty());
         for (const auto &order : played.orders)
             EXPECT_LE(order.filled + order.cancelled, order.quantity);
+    }
+}
+
+TEST(FeedBadInput, LoadingIsGivenUpInTheMiddleOfAFileEvenWithoutALineEnd)
+{
+    const ReplayFolder folder;
+    const QByteArray contents[] = {orderFile(20000), orderHeader + QByteArray(2'000'000, 'x')};
+    for (const QByteArray &content : contents) {
+        ReplayFeed replay({folder.write("a.csv", content)});
+        BatchWriter writer;
+        int calls = 0;
+        EXPECT_FALSE(replay.load(writer, [&] { return ++calls < 3; }));
+        EXPECT_EQ(calls, 3);
+        EXPECT_LT(writer.counters().bytesRead, 200'000);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "feed/replay/datafile.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace feed {
@@ -28,24 +29,17 @@ void CsvLines::skipByteOrderMark()
         start += sizeof(mark);
 }
 
-void CsvLines::skipRestOfLine(CsvLine &line)
+void CsvLines::skipRestOfLongLine()
 {
-    // The beginning stays in the buffer for the message; what follows is read over the part behind it.
-    const size_t kept = line.text.size();
-    line.terminated = false;
+    isInLongLine = false;
     for (;;) {
-        const size_t count = file.read(buffer.data() + kept, buffer.size() - kept);
-        if (count == 0) {
-            start = end = kept;
-            return;
-        }
-        const char *from = buffer.data() + kept;
-        if (const void *found = std::memchr(from, '\n', count)) {
-            line.terminated = true;
+        if (const void *found = std::memchr(buffer.data() + start, '\n', end - start)) {
             start = size_t(static_cast<const char *>(found) - buffer.data()) + 1;
-            end = kept + count;
             return;
         }
+        start = end;
+        if (!fill())
+            return;
     }
 }
 
@@ -53,6 +47,8 @@ bool CsvLines::next(CsvLine &line)
 {
     if (lineNumber == 0)
         skipByteOrderMark();
+    if (isInLongLine)
+        skipRestOfLongLine();
     size_t searched = start;
     const char *lineEnd = nullptr;
     for (;;) {
@@ -67,17 +63,12 @@ bool CsvLines::next(CsvLine &line)
     if (!lineEnd && start == end)
         return false;
 
-    line.number = ++lineNumber;
-    line.terminated = lineEnd != nullptr;
     const size_t length = lineEnd ? size_t(lineEnd - buffer.data()) - start : end - start;
+    line.number = ++lineNumber;
     line.tooLong = length > longestLine;
-    if (line.tooLong && !lineEnd) {
-        std::memmove(buffer.data(), buffer.data() + start, longestLine);
-        line.text = {buffer.data(), longestLine};
-        skipRestOfLine(line);
-        return true;
-    }
-    line.text = {buffer.data() + start, length};
+    line.terminated = lineEnd != nullptr || line.tooLong;
+    line.text = {buffer.data() + start, std::min(length, longestLine)};
+    isInLongLine = line.tooLong && !lineEnd;
     start += length + (lineEnd ? 1 : 0);
     if (!line.text.empty() && line.text.back() == '\r')
         line.text.remove_suffix(1);

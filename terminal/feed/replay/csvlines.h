@@ -14,7 +14,7 @@ struct CsvLine
 {
     std::string_view text;
     qint64 number = 0;      ///< from 1
-    bool terminated = true; ///< false for a last line without a line end
+    bool terminated = true; ///< false for a last line without a line end; not known of a line that is too long
     bool tooLong = false;   ///< longer than a line may be; `text` is its beginning
 };
 
@@ -34,13 +34,14 @@ public:
 private:
     bool fill();
     void skipByteOrderMark();
-    void skipRestOfLine(CsvLine &line);
+    void skipRestOfLongLine();
 
     DataFile &file;
     std::vector<char> buffer;
     size_t start = 0; ///< of the next line in the buffer
     size_t end = 0;   ///< of what was read
     qint64 lineNumber = 0;
+    bool isInLongLine = false; ///< the rest of a line that is too long comes next
 };
 
 } // namespace feed

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include <zlib.h>
 
@@ -15,7 +16,7 @@ constexpr int gzipWindow = 15 + 16; // zlib: the largest window, in a gzip wrapp
 
 } // namespace
 
-DataFile::DataFile() = default;
+DataFile::DataFile(Progress readProgress) : progress(std::move(readProgress)) {}
 
 DataFile::~DataFile()
 {
@@ -45,6 +46,10 @@ bool DataFile::open(const QString &path)
 
 bool DataFile::refill()
 {
+    if (!progress(file.pos())) {
+        current = State::Interrupted;
+        return false;
+    }
     const qint64 count = file.read(input.data(), qint64(input.size()));
     inputStart = 0;
     inputEnd = size_t(std::max<qint64>(count, 0));
@@ -130,6 +135,8 @@ std::string DataFile::problem() const
         return "the compressed data is damaged";
     case State::TrailingBytes:
         return "something follows the compressed data";
+    case State::Interrupted:
+        return "reading was given up";
     }
     return {};
 }

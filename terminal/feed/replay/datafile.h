@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,9 +24,13 @@ public:
         Truncated,     ///< the compressed data ends too early; what came before may be used
         Corrupt,       ///< the compressed data is damaged; nothing that was read can be trusted
         TrailingBytes, ///< all was read and is good, but more bytes follow that belong to nothing
+        Interrupted    ///< the progress callback said no
     };
 
-    DataFile();
+    /// Called with each block that is taken from the disk, with the bytes taken so far; false gives up.
+    using Progress = std::function<bool(qint64 bytes)>;
+
+    explicit DataFile(Progress progress);
     ~DataFile();
 
     bool open(const QString &path);
@@ -36,9 +41,6 @@ public:
     /// What is wrong, for the user; empty while all is good.
     std::string problem() const;
     bool isCompressed() const { return compressed; }
-    /// Bytes taken from the disk so far.
-    qint64 position() const { return file.pos(); }
-    qint64 size() const { return file.size(); }
 
 private:
     size_t readPlain(char *to, size_t capacity);
@@ -46,6 +48,7 @@ private:
     bool refill();
     bool startNextMember();
 
+    const Progress progress;
     QFile file;
     std::vector<char> input;
     size_t inputStart = 0;

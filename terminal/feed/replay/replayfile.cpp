@@ -23,8 +23,8 @@ std::string missingText(const FormatMatch &match)
 
 } // namespace
 
-ReplayFile::ReplayFile(ReplayStore &rowStore, FileReport &fileReport, Progress fileProgress)
-    : store(rowStore), report(fileReport), progress(std::move(fileProgress)), lines(data)
+ReplayFile::ReplayFile(ReplayStore &rowStore, FileReport &fileReport, DataFile::Progress progress)
+    : store(rowStore), report(fileReport), data(std::move(progress)), lines(data)
 {
 }
 
@@ -45,6 +45,8 @@ std::optional<ReplayFile::Outcome> ReplayFile::readHeaders()
     while ((hasLine = lines.next(line)) && line.text.empty()) {
     }
     report.setLine(hasLine ? line.number : 0);
+    if (data.state() == DataFile::State::Interrupted)
+        return Outcome::Interrupted;
     if (data.state() != DataFile::State::Good && (!hasLine || data.state() == DataFile::State::Corrupt)) {
         report.add(Severity::Fatal, data.problem());
         return Outcome::Unusable;
@@ -91,24 +93,21 @@ bool ReplayFile::headersAreUnique(const std::vector<std::string_view> &needed)
 
 ReplayFile::Outcome ReplayFile::readRows(quint16 fileNumber)
 {
-    static constexpr qint64 linesPerProgress = 1024;
-    qint64 rows = 0;
+    bool hasRows = false;
     CsvLine line;
     while (lines.next(line)) {
-        if (line.number % linesPerProgress == 0 && !progress(data.position()))
-            return Outcome::Interrupted;
         if (line.text.empty())
             continue;
-        ++rows;
-        // Of a file whose end is lost only the last line can be cut; the end is reported for both.
-        if (!line.terminated && data.state() == DataFile::State::Truncated)
+        hasRows = true;
+        // The line at which reading ended is cut for that reason, which is reported once.
+        if (!line.terminated && data.state() != DataFile::State::Good)
             continue;
         if (!splitLine(line))
             continue;
         reader->setLine(fields.values(), line.number);
         decoder->decode(*reader, store, fileNumber);
     }
-    return endOfRows(rows);
+    return endOfRows(line.number, hasRows);
 }
 
 bool ReplayFile::splitLine(const CsvLine &line)
@@ -145,15 +144,17 @@ void ReplayFile::rejectLine(const CsvLine &line, int column, const std::string &
                place < headers.size() ? std::string_view(headers[place]) : std::string_view());
 }
 
-ReplayFile::Outcome ReplayFile::endOfRows(qint64 rows)
+ReplayFile::Outcome ReplayFile::endOfRows(qint64 lastLine, bool hasRows)
 {
     const DataFile::State state = data.state();
-    if (state == DataFile::State::Good && rows == 0)
+    if (state == DataFile::State::Interrupted)
+        return Outcome::Interrupted;
+    if (state == DataFile::State::Good && !hasRows)
         report.add(Severity::Warning, "has a header and no rows");
     if (state == DataFile::State::Good)
         return Outcome::Loaded;
     const bool canBeUsed = state == DataFile::State::Truncated || state == DataFile::State::TrailingBytes;
-    report.setLine(rows + 1);
+    report.setLine(lastLine);
     report.add(canBeUsed ? Severity::Error : Severity::Fatal,
                data.problem() + (canBeUsed ? "; what was read before is used" : ""));
     return canBeUsed ? Outcome::Loaded : Outcome::Unusable;

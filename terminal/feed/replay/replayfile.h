@@ -7,7 +7,6 @@
 #include "feed/replay/filereport.h"
 #include "feed/replay/rowdecoder.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,10 +23,8 @@ public:
         Unusable,   ///< cannot be trusted as a whole; reported as fatal
         Interrupted ///< the progress callback said no
     };
-    /// Called often with the bytes of the file that are done; false gives up.
-    using Progress = std::function<bool(qint64 bytes)>;
 
-    ReplayFile(ReplayStore &store, FileReport &report, Progress progress);
+    ReplayFile(ReplayStore &store, FileReport &report, DataFile::Progress progress);
 
     Outcome load(const QString &path, const std::string &pathText);
     const std::string &whyUnknown() const { return unknownReason; }
@@ -42,11 +39,10 @@ private:
     /// Splits the line; false, reported, when that is not possible.
     bool splitLine(const CsvLine &line);
     void rejectLine(const CsvLine &line, int column, const std::string &text);
-    Outcome endOfRows(qint64 lines);
+    Outcome endOfRows(qint64 lastLine, bool hasRows);
 
     ReplayStore &store;
     FileReport &report;
-    Progress progress;
     DataFile data;
     CsvLines lines;
     CsvFields fields;

@@ -69,6 +69,8 @@ bool ReplayLoader::loadFile(const ReplayInput &input)
         return keepGoing();
     });
     const ReplayFile::Outcome outcome = file.load(input.path, path);
+    if (outcome == ReplayFile::Outcome::Interrupted)
+        return false;
     if (outcome == ReplayFile::Outcome::Unknown)
         passOver(input, file);
     else
@@ -76,7 +78,7 @@ bool ReplayLoader::loadFile(const ReplayInput &input)
             ++usedFilesOfFolder[size_t(folder)];
     bytesOfEarlierFiles += QFileInfo(input.path).size();
     writer.counters().bytesRead = bytesOfEarlierFiles;
-    return outcome != ReplayFile::Outcome::Interrupted && keepGoing();
+    return keepGoing();
 }
 
 void ReplayLoader::passOver(const ReplayInput &input, const ReplayFile &file)
