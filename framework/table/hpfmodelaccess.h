@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "hostexport.h"
+#include "frameworkexport.h"
 #include "zb/ibasehpftablemodel.h"
 
 namespace ZB {
@@ -34,7 +34,7 @@ struct HpfModelStatus
 /// Every call may come on any thread, takes one lock for a time that does not grow with the number of rows, and sees
 /// the last finished order: a sort or a filter that is not carried out yet shows in status().pending only, while single
 /// changes of rows are in place at once (under SortCustom new rows stand at the end until the next settling).
-class HOST_API HpfModelAccess
+class FRAMEWORK_API HpfModelAccess
 {
 public:
     using Row = IBaseHpfTableModel::Row;
@@ -75,7 +75,7 @@ private:
 ///
 /// Works in slices on the thread that calls step(); text is formatted once for every distinct raw value. Deleting it is
 /// the way to cancel. The model must outlive it; changes of the model meanwhile are seen or not.
-class HOST_API HpfDistinctTexts
+class FRAMEWORK_API HpfDistinctTexts
 {
 public:
     struct Value

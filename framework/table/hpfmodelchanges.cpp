@@ -1,0 +1,217 @@
+#include <algorithm>
+
+#include "kdservice/keyhash.h"
+#include "table/hpfmodelstate.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr std::size_t changesPerPiece = 256; ///< applied under one lock: less than half a millisecond
+
+} // namespace
+
+HpfModelState::PutResult HpfModelState::put(const Row &row)
+{
+    Change change;
+    if (row)
+        change.key = row->key();
+    if (change.key.empty())
+        return PutResult::Refused;
+    change.row = row;
+    change.hash = kdservice::hashOfKey(change.key);
+    applyAll(&change, 1);
+    return change.result;
+}
+
+void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told)
+{
+    if (!presentPlan()->fits(model)) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        wished.revision = ++lastRevision;
+        if (job)
+            job->cancel();
+    }
+    std::vector<Change> changes;
+    changes.reserve(std::min(changesPerPiece, static_cast<std::size_t>(rows.size())));
+    const auto applyPiece = [&] {
+        applyAll(changes.data(), changes.size());
+        for (const Change &change : changes)
+            told(change.row, change.result);
+        changes.clear();
+    };
+    for (const Row &row : rows) {
+        Change change;
+        if (row)
+            change.key = row->key();
+        if (change.key.empty())
+            continue;
+        change.row = row;
+        change.hash = kdservice::hashOfKey(change.key);
+        changes.push_back(std::move(change));
+        if (changes.size() == changesPerPiece)
+            applyPiece();
+    }
+    applyPiece();
+}
+
+/// While there are no rows a plan costs nothing, and the columns may have become others: it is made anew.
+void HpfModelState::refreshEmptyPlan()
+{
+    Lock lock(mutex);
+    if (content->slots.size() != 0)
+        return;
+    const HpfModelWish wanted = wished;
+    const std::shared_ptr<const HpfModelPlan> former = plan;
+    lock.unlock();
+    const auto fresh = std::make_shared<const HpfModelPlan>(model, wanted, former.get());
+    lock.lock();
+    if (content->slots.size() != 0 || job || wished.revision != wanted.revision || plan != former)
+        return;
+    plan = fresh;
+    content->view = std::make_unique<core::RowView>(plan->arrangement());
+}
+
+HpfModelState::Reading HpfModelState::reading()
+{
+    refreshEmptyPlan();
+    const std::lock_guard<std::mutex> lock(mutex);
+    Reading reading;
+    reading.present = std::make_unique<HpfModelPlan::Reader>(plan);
+    reading.job = job;
+    if (job)
+        reading.next = std::make_unique<HpfModelPlan::Reader>(job->target());
+    return reading;
+}
+
+void HpfModelState::readChange(Change &change, Reading &reading) const
+{
+    reading.present->read(*change.row, change.values);
+    if (reading.next)
+        reading.next->read(*change.row, change.nextValues);
+}
+
+void HpfModelState::applyAll(Change *changes, std::size_t count)
+{
+    for (;;) {
+        Reading read = reading();
+        std::for_each(changes, changes + count, [&](Change &change) { readChange(change, read); });
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (plan != read.present->plan() || job != read.job)
+            continue;
+        std::for_each(changes, changes + count, [this](Change &change) { apply(change); });
+        return;
+    }
+}
+
+void HpfModelState::apply(Change &change)
+{
+    core::RowView &view = *content->view;
+    quint32 slot = content->slots.find(change.key, change.hash);
+    const bool known = slot != core::RowSlots::noSlot;
+    qint64 arrival;
+    core::RowView::Effect effect;
+    if (known) {
+        content->slots.touch(slot);
+        arrival = view.arrivalOf(slot);
+        effect = view.change(slot, change.values);
+    } else {
+        slot = content->slots.add(change.key, change.hash);
+        content->rows.ensure(slot);
+        arrival = append ? ++newestArrival : --oldestArrival;
+        effect = view.add(slot, arrival, change.values);
+        ++arrivals;
+    }
+    change.replaced = std::exchange(content->rows[slot], change.row);
+    change.result = known ? PutResult::Replaced : PutResult::Added;
+    if (job)
+        job->noteChange(slot, arrival, change.nextValues);
+    ++dataEpoch;
+    if (effect == core::RowView::Effect::Order)
+        ++orderEpoch;
+}
+
+int HpfModelState::remove(const std::string *keys, int count)
+{
+    int removedCount = 0;
+    const auto end = static_cast<std::size_t>(count);
+    std::vector<Row> removed; // let go without the lock
+    for (std::size_t first = 0; first < end; first += changesPerPiece) {
+        removed.clear();
+        const std::lock_guard<std::mutex> lock(mutex);
+        for (std::size_t i = first; i < std::min(end, first + changesPerPiece); ++i) {
+            const quint32 slot = content->slots.find(keys[i], kdservice::hashOfKey(keys[i]));
+            if (slot == core::RowSlots::noSlot)
+                continue;
+            removed.push_back(removeSlot(slot));
+            ++removedCount;
+        }
+    }
+    return removedCount;
+}
+
+HpfModelState::Row HpfModelState::removeSlot(quint32 slot)
+{
+    const core::RowView::Effect effect = content->view->remove(slot);
+    if (job)
+        job->noteRemoval(slot);
+    content->slots.remove(slot);
+    ++dataEpoch;
+    if (effect == core::RowView::Effect::Order)
+        ++orderEpoch;
+    return std::move(content->rows[slot]);
+}
+
+void HpfModelState::clear()
+{
+    std::unique_ptr<HpfModelContent> old;
+    {
+        Lock lock(mutex);
+        stopWork(lock);
+        old = std::make_unique<HpfModelContent>(plan->arrangement(), content->slots.lastGeneration());
+        old.swap(content);
+        ++orderEpoch;
+        ++dataEpoch;
+    }
+    HpfModelContent::release(std::move(old));
+}
+
+void HpfModelState::uncountAll()
+{
+    for (;;) {
+        settle();
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (job)
+            continue;
+        content->view->uncountAll();
+        ++dataEpoch;
+        return;
+    }
+}
+
+void HpfModelState::count(const Row &row)
+{
+    if (!row)
+        return;
+    const std::string key = row->key();
+    const quint64 hash = kdservice::hashOfKey(key);
+    for (;;) {
+        const std::shared_ptr<const HpfModelPlan> read = presentPlan();
+        QVarLengthArray<quint64, 4> values;
+        for (const HpfModelColumn &column : read->sums())
+            values.append(column.number(*row));
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            if (plan == read && !job) {
+                const quint32 slot = content->slots.find(key, hash);
+                if (slot != core::RowSlots::noSlot)
+                    content->view->count(slot, values);
+                ++dataEpoch;
+                return;
+            }
+        }
+        settle();
+    }
+}
+
+} // namespace ZB

@@ -1,0 +1,144 @@
+#include <QtCore/QElapsedTimer>
+#include <algorithm>
+
+#include "table/hpfmodelaccess.h"
+#include "table/hpfmodelstate.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr quint32 slotsPerPiece = 256; ///< between two looks at the clock
+
+/// A text that was found, with the value of the first row that had it.
+struct Found
+{
+    HpfDistinctTexts::Value value;
+    quint64 sortKey = 0;
+    QString sortText;
+};
+
+bool goesBefore(const Found &a, const Found &b)
+{
+    if (a.sortKey != b.sortKey)
+        return a.sortKey < b.sortKey;
+    const int bySortText = a.sortText.compare(b.sortText);
+    return bySortText != 0 ? bySortText < 0 : a.value.text < b.value.text;
+}
+
+} // namespace
+
+struct HpfDistinctTexts::Private
+{
+    Private(HpfModelState &modelState, const HpfModelColumn &countedColumn)
+        : state(modelState), column(countedColumn), reader(state.presentPlan())
+    {
+        const auto &filters = reader.plan()->filters();
+        for (std::size_t i = 0; i < filters.size(); ++i) {
+            if (filters[i]->source().number() != column.number())
+                otherFilters.push_back(i);
+        }
+    }
+
+    void count(IBaseHpfTableData &row)
+    {
+        for (const std::size_t filter : otherFilters) {
+            if (!reader.passesFilter(row, filter))
+                return;
+        }
+        const int *const known = places.find(column, row);
+        const int place = known ? *known : placeOf(row);
+        if (place < 0)
+            return;
+        if (!known)
+            places.remember(place);
+        ++found[static_cast<std::size_t>(place)].value.count;
+    }
+
+    /// -1 when there are too many different texts already.
+    int placeOf(IBaseHpfTableData &row)
+    {
+        const QString text = row.getFilterQString(column.number());
+        const auto known = placeOfText.constFind(text);
+        if (known != placeOfText.constEnd())
+            return known.value();
+        if (found.size() == static_cast<std::size_t>(maximumValues)) {
+            truncated = true;
+            return -1;
+        }
+        Found added;
+        added.value.text = text;
+        added.sortKey = column.sortKey(row, false, added.sortText);
+        found.push_back(added);
+        const int place = static_cast<int>(found.size()) - 1;
+        placeOfText.insert(text, place);
+        return place;
+    }
+
+    void finish()
+    {
+        std::sort(found.begin(), found.end(), goesBefore);
+        for (const Found &entry : found)
+            values.push_back(entry.value);
+        finished = true;
+    }
+
+    HpfModelState &state;
+    const HpfModelColumn column;
+    HpfModelPlan::Reader reader;
+    std::vector<std::size_t> otherFilters;
+    HpfAnswersByValue<int> places;
+    QHash<QString, int> placeOfText;
+    std::vector<Found> found;
+    std::vector<IBaseHpfTableModel::Row> piece;
+    quint32 nextSlot = 0;
+    quint32 slotLimit = 0;
+    std::vector<Value> values;
+    bool truncated = false;
+    bool finished = false;
+};
+
+HpfDistinctTexts::HpfDistinctTexts(const IBaseHpfTableModel &model, int column)
+    : d(std::make_unique<Private>(HpfModelAccess::stateOf(model), HpfModelColumn(column, model.columnType(column))))
+{
+}
+
+HpfDistinctTexts::~HpfDistinctTexts() = default;
+
+bool HpfDistinctTexts::step(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!d->finished) {
+        d->piece.clear();
+        d->slotLimit = d->state.rowsOfSlots(d->nextSlot, slotsPerPiece, d->piece);
+        for (const IBaseHpfTableModel::Row &row : d->piece)
+            d->count(*row);
+        d->nextSlot += slotsPerPiece;
+        if (d->nextSlot >= d->slotLimit)
+            d->finish();
+        else if (timer.hasExpired(milliseconds))
+            break;
+    }
+    d->piece.clear();
+    return d->finished;
+}
+
+int HpfDistinctTexts::progress() const
+{
+    if (d->finished || d->slotLimit == 0)
+        return d->finished ? 1000 : 0;
+    return static_cast<int>(qMin(quint64(999), quint64(d->nextSlot) * 1000 / d->slotLimit));
+}
+
+const std::vector<HpfDistinctTexts::Value> &HpfDistinctTexts::values() const
+{
+    return d->values;
+}
+
+bool HpfDistinctTexts::isTruncated() const
+{
+    return d->truncated;
+}
+
+} // namespace ZB

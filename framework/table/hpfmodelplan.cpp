@@ -1,0 +1,141 @@
+#include "table/hpfmodelplan.h"
+
+#include <algorithm>
+
+namespace ZB {
+
+namespace {
+
+HpfModelColumn columnOf(const IBaseHpfTableModel &model, int number)
+{
+    return {number, model.columnType(number)};
+}
+
+core::ValueFilter conditionsOf(const QVector<HpfModelWish::Condition> &conditions)
+{
+    core::ValueFilter filter;
+    for (const HpfModelWish::Condition &condition : conditions)
+        filter.narrow(condition.first, condition.second);
+    return filter;
+}
+
+} // namespace
+
+HpfModelPlan::HpfModelPlan(const IBaseHpfTableModel &model, const HpfModelWish &newWish, const HpfModelPlan *former)
+    : madeOf(newWish)
+{
+    for (const auto &[column, order] : madeOf.sort) {
+        const bool custom = column == IBaseHpfTableModel::SortCustom;
+        sort.push_back(
+            {custom ? HpfModelColumn(column, QVariant::Invalid) : columnOf(model, column), order != 0, custom});
+    }
+    for (auto it = madeOf.filters.cbegin(); it != madeOf.filters.cend(); ++it) {
+        const HpfModelColumn column = columnOf(model, it.key());
+        const auto shared = [&]() -> FilterPtr {
+            if (!former || former->madeOf.filters.value(it.key()) != it.value())
+                return nullptr;
+            const auto same = std::find_if(former->columnFilters.begin(), former->columnFilters.end(),
+                                           [&](const FilterPtr &filter) { return filter->source() == column; });
+            return same == former->columnFilters.end() ? nullptr : *same;
+        }();
+        columnFilters.push_back(shared ? shared
+                                       : std::make_shared<const HpfModelFilter>(column, conditionsOf(it.value())));
+    }
+    for (const int column : madeOf.sums) {
+        const HpfModelColumn read = columnOf(model, column);
+        if (read.kind() != core::ValueKind::Text)
+            summed.push_back(read);
+    }
+}
+
+HpfModelPlan::HpfModelPlan(const HpfModelPlan &other, const HpfModelWish &newWish)
+    : madeOf(newWish), sort(other.sort), columnFilters(other.columnFilters), summed(other.summed)
+{
+}
+
+HpfModelPlan::~HpfModelPlan() = default;
+
+core::Arrangement HpfModelPlan::arrangement() const
+{
+    core::Arrangement arrangement;
+    for (const SortField &field : sort)
+        arrangement.sort.push_back({field.custom ? core::ValueKind::Custom : field.column.kind(), field.descending});
+    for (const HpfModelColumn &column : summed)
+        arrangement.sums.push_back(column.kind());
+    return arrangement;
+}
+
+bool HpfModelPlan::fits(const IBaseHpfTableModel &model) const
+{
+    const auto unchanged = [&model](const HpfModelColumn &column) {
+        return columnOf(model, column.number()) == column;
+    };
+    return std::all_of(sort.begin(), sort.end(),
+                       [&](const SortField &field) { return field.custom || unchanged(field.column); }) &&
+           std::all_of(columnFilters.begin(), columnFilters.end(),
+                       [&](const FilterPtr &filter) { return unchanged(filter->source()); }) &&
+           std::all_of(summed.begin(), summed.end(), unchanged);
+}
+
+bool HpfModelPlan::covers(const HpfModelPlan &other) const
+{
+    return sort == other.sort && columnFilters == other.columnFilters &&
+           std::all_of(other.summed.begin(), other.summed.end(), [this](const HpfModelColumn &column) {
+               return std::find(summed.begin(), summed.end(), column) != summed.end();
+           });
+}
+
+int HpfModelPlan::sumIndex(int column) const
+{
+    const auto found = std::find_if(summed.begin(), summed.end(),
+                                    [column](const HpfModelColumn &sum) { return sum.number() == column; });
+    return found == summed.end() ? -1 : static_cast<int>(found - summed.begin());
+}
+
+HpfModelPlan::Reader::Reader(const std::shared_ptr<const HpfModelPlan> &readPlan) : source(readPlan)
+{
+    const std::lock_guard<std::mutex> lock(source->mutex);
+    if (source->spareAnswers.empty()) {
+        answers.resize(source->columnFilters.size());
+    } else {
+        answers = std::move(source->spareAnswers.back());
+        source->spareAnswers.pop_back();
+    }
+}
+
+HpfModelPlan::Reader::~Reader()
+{
+    const std::lock_guard<std::mutex> lock(source->mutex);
+    source->spareAnswers.push_back(std::move(answers));
+}
+
+void HpfModelPlan::Reader::read(IBaseHpfTableData &row, core::RowValues &values)
+{
+    values = core::RowValues();
+    for (std::size_t field = 0; field < source->sort.size(); ++field)
+        readSortField(row, field, values);
+    for (const HpfModelColumn &column : source->summed)
+        values.sums.append(column.number(row));
+    for (std::size_t filter = 0; filter < source->columnFilters.size() && values.passes; ++filter)
+        values.passes = passesFilter(row, filter);
+}
+
+void HpfModelPlan::Reader::readSortField(IBaseHpfTableData &row, std::size_t field, core::RowValues &values) const
+{
+    const SortField &sortField = source->sort[field];
+    if (sortField.custom) {
+        values.sortKeys.append(0);
+        return;
+    }
+    QString text;
+    values.sortKeys.append(sortField.column.sortKey(row, sortField.descending, text));
+    if (sortField.column.kind() == core::ValueKind::Text)
+        values.texts.append(text);
+}
+
+bool HpfModelPlan::Reader::passesFilter(IBaseHpfTableData &row, std::size_t filter)
+{
+    return source->columnFilters[filter]->passes(row, answers[filter]);
+}
+
+} // namespace ZB
