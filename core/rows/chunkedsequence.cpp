@@ -1,5 +1,7 @@
 #include "rows/chunkedsequence.h"
 
+#include <QtCore/qalgorithms.h>
+
 namespace core {
 
 ChunkedSequence::ChunkedSequence() : chunks(1), ordinals(1) {}
@@ -52,6 +54,23 @@ void ChunkedSequence::copySlots(std::vector<quint32> &slots) const
     for (const Top &top : tops) {
         const Chunk &chunk = *chunks[top.chunk];
         out = std::copy_n(chunk.slots.begin(), chunk.count, out);
+    }
+}
+
+void ChunkedSequence::copyMarkedSlots(std::vector<quint32> &slots) const
+{
+    slots.resize(static_cast<std::size_t>(markedCount()));
+    auto out = slots.begin();
+    for (const Top &top : tops) {
+        const Chunk &chunk = *chunks[top.chunk];
+        if (chunk.markedCount == chunk.count) {
+            out = std::copy_n(chunk.slots.begin(), chunk.count, out);
+            continue;
+        }
+        for (std::size_t word = 0; word < chunk.marks.size(); ++word) {
+            for (quint64 bits = chunk.marks[word]; bits != 0; bits &= bits - 1)
+                *out++ = chunk.slots[word * 64 + qCountTrailingZeroBits(bits)];
+        }
     }
 }
 

@@ -50,8 +50,9 @@ public:
     void forEach(int first, int count, Visit visit) const;
     template <typename Visit>
     void forEachMarked(int first, int count, Visit visit) const;
-    /// Every slot in order.
+    /// Every slot in order, or every marked one: about a nanosecond for each.
     void copySlots(std::vector<quint32> &slots) const;
+    void copyMarkedSlots(std::vector<quint32> &slots) const;
 
     /// Puts an entry in front of the present entry at `index`; size() appends.
     void insert(int index, const Entry &entry);
@@ -208,12 +209,17 @@ void ChunkedSequence::assign(int size, EntryAt entryAt)
         Chunk &chunk = *chunks.back();
         const auto number = static_cast<quint32>(chunks.size() - 1);
         const int end = std::min(size, first + assignedFill);
+        chunk.count = end - first;
         for (int i = first; i < end; ++i) {
             const Entry entry = entryAt(i);
-            chunk.append(entry);
+            const auto offset = static_cast<std::size_t>(i - first);
+            chunk.values[offset] = entry.value;
+            chunk.slots[offset] = entry.slot;
+            chunk.marks[offset / 64] |= quint64(entry.marked) << (offset % 64);
             homes.ensure(entry.slot);
             homes[entry.slot] = number;
         }
+        chunk.markedCount = chunk.marksBefore(chunk.count);
         tops.push_back({chunk.values.front(), chunk.slots.front(), number});
         sizes.push_back(chunk.count);
         markedSizes.push_back(chunk.markedCount);

@@ -25,7 +25,6 @@ RowView::Effect RowView::add(quint32 slot, qint64 arrival, const RowValues &valu
 {
     adopt(slot, arrival, values);
     insert(slot);
-    countIn(slot);
     return values.passes ? Effect::Order : Effect::None;
 }
 
@@ -71,6 +70,7 @@ void RowView::adopt(quint32 slot, qint64 arrival, const RowValues &values)
     states[slot] = 0;
     words.block(slot)[arrivalAt] = SortKey::ofInteger(arrival, false);
     keep(slot, values);
+    countIn(slot);
 }
 
 void RowView::keep(quint32 slot, const RowValues &values)
@@ -81,6 +81,17 @@ void RowView::keep(quint32 slot, const RowValues &values)
     std::copy(values.texts.begin(), values.texts.end(), texts.block(slot));
     const quint8 others = states[slot] & static_cast<quint8>(~passing);
     states[slot] = static_cast<quint8>(others | (values.passes ? passing : 0));
+}
+
+RowValues RowView::valuesOf(quint32 slot) const
+{
+    RowValues values;
+    const quint64 *const block = words.block(slot);
+    values.sortKeys.append(block, arrivalAt);
+    values.sums.append(block + sumsFrom, static_cast<int>(sums.size()));
+    values.texts.append(texts.block(slot), textCount);
+    values.passes = passes(slot);
+    return values;
 }
 
 qint64 RowView::arrivalOf(quint32 slot) const
@@ -149,8 +160,6 @@ void RowView::place(const std::vector<quint32> &slots)
         const quint32 slot = slots[static_cast<std::size_t>(index)];
         return ChunkedSequence::Entry{leadingWord(slot), slot, passes(slot)};
     });
-    for (const quint32 slot : slots)
-        countIn(slot);
 }
 
 } // namespace core

@@ -72,9 +72,7 @@ public:
     bool passes(quint32 slot) const { return (states[slot] & passing) != 0; }
     qint64 arrivalOf(quint32 slot) const;
     /// What was kept of a row, for a view of another arrangement.
-    quint64 sortKey(quint32 slot, int field) const { return words.block(slot)[field]; }
-    const QString &sortText(quint32 slot, int textField) const { return texts.block(slot)[textField]; }
-    quint64 sumValue(quint32 slot, int sum) const { return words.block(slot)[sumsFrom + sum]; }
+    RowValues valuesOf(quint32 slot) const;
 
     const ColumnSum &sum(int index) const { return sums[static_cast<std::size_t>(index)]; }
     /// Takes every row out of the sums; count() takes one in with other values. A row that changes or is filtered anew
@@ -85,7 +83,7 @@ public:
     /// Compares two rows by a Custom sort field.
     using Compare = SlotSort::Compare;
 
-    /// Keeps what belongs to a row that place() will bring in.
+    /// Keeps what belongs to a row that place() will bring in, and counts it into the sums; remove() takes it back.
     void adopt(quint32 slot, qint64 arrival, const RowValues &values);
     /// Sorts adopted slots. False when it was called off.
     bool order(std::vector<quint32> &slots, const Compare &customCompare, const SlotSort::CancelFlag &cancelled) const;

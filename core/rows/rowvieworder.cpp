@@ -113,7 +113,7 @@ bool RowView::checkConsistency() const
         consistent =
             consistent && inOrder && entry.marked == passes(entry.slot) && entry.value == leadingWord(entry.slot);
         for (std::size_t i = 0; i < recount.size() && (states[entry.slot] & counted) != 0; ++i)
-            recount[i].add(sumValue(entry.slot, static_cast<int>(i)));
+            recount[i].add(words.block(entry.slot)[sumsFrom + static_cast<int>(i)]);
         previous = entry.slot;
         first = false;
     });

@@ -174,5 +174,12 @@ TEST(ChunkedSequence, KeepsItsOrderUnderSortedInsertions)
         assigned.copySlots(slots);
         for (std::size_t i = 0; i < slots.size(); ++i)
             ASSERT_EQ(slots[i], plain.entries[i].slot);
+        for (quint32 slot = 0; slot < 448; ++slot)
+            assigned.setMarked(plain.entries[slot].slot, plain.entries[slot].marked = true);
+        const std::vector<Entry> marked = plain.marked();
+        assigned.copyMarkedSlots(slots);
+        ASSERT_EQ(slots.size(), marked.size());
+        for (std::size_t i = 0; i < slots.size(); ++i)
+            ASSERT_EQ(slots[i], marked[i].slot);
     }
 }

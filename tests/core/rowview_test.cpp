@@ -192,9 +192,11 @@ TEST(RowView, AgreesWithSortingEverythingAfterAnyChanges)
         RowView made(arrangementOf(fields));
         std::vector<quint32> slots;
         for (const auto &[slot, row] : plain.rows) {
-            made.adopt(slot, view.arrivalOf(slot), valuesOf(row, fields));
+            made.adopt(slot, view.arrivalOf(slot), view.valuesOf(slot));
             slots.push_back(slot);
         }
+        made.adopt(4000, 0, valuesOf(PlainRow(), fields));
+        made.remove(4000);
         ASSERT_TRUE(made.order(slots, nullptr, goOn));
         made.place(slots);
         ASSERT_TRUE(made.checkConsistency());
@@ -275,7 +277,7 @@ TEST(RowView, RowsOfACustomOrderWaitAtTheEndUntilTheyAreMerged)
     for (const quint32 slot : slots) {
         RowValues values;
         values.sortKeys.append(0);
-        values.sortKeys.append(view.sortKey(slot, 1));
+        values.sortKeys.append(view.valuesOf(slot).sortKeys[1]);
         settled.adopt(slot, view.arrivalOf(slot), values);
     }
     ASSERT_TRUE(settled.order(slots, compare, goOn));
