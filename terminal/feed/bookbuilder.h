@@ -20,7 +20,6 @@ public:
     void changeOrder(qint64 openBefore, const OrderState &order);
     void addDeal(const Deal &deal);
 
-    const LevelBook &book() const { return levels; }
     /// The quote at `time`. Previous close and limits are absent, since orders and deals do not tell them.
     QuoteSnapshot quote(int instrument, qint64 time) const;
 

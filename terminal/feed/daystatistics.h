@@ -11,7 +11,6 @@ public:
     void add(double price, qint64 quantity, double amount);
     /// Sets last, open, high, low, volume and turnover; the prices are absent before the first deal.
     void fill(QuoteSnapshot &quote) const;
-    double last() const { return lastPrice; }
 
 private:
     double openPrice = absent<double>;

@@ -255,7 +255,10 @@ TEST_F(FeedRecount, AllRecordedDaysPlayInOrderOfTimeAndEachStockInOrderOfItsNumb
     EXPECT_EQ(joined(played.messages), "");
     EXPECT_TRUE(std::is_sorted(played.times.begin(), played.times.end()));
     std::map<int, qint64> lastNumber;
+    qint64 lastTime = 0;
     for (const auto &deal : played.deals) {
+        ASSERT_GE(deal.time, lastTime);
+        lastTime = deal.time;
         ASSERT_GT(deal.sequence, lastNumber[deal.instrument]);
         lastNumber[deal.instrument] = deal.sequence;
     }

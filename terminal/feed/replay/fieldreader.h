@@ -57,8 +57,6 @@ public:
 
     /// Reports that the value of this column is wrong, and gives the line up.
     void reject(Column column, const char *what);
-    /// Warns about this line without giving it up.
-    void warn(Column column, std::string text);
 
 private:
     std::vector<std::string> names;
@@ -69,8 +67,5 @@ private:
     std::string lastDateText; ///< rows of one day follow each other
     int lastDate = 0;
 };
-
-/// yyyymmdd of days since 1970-01-01.
-int calendarDay(int daysSinceEpoch);
 
 } // namespace feed

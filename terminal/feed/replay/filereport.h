@@ -26,7 +26,6 @@ public:
     /// The line that the next messages are about, 0 for the file as a whole.
     void setLine(qint64 number) { line = number; }
     void add(Severity severity, std::string text, int column = 0, std::string_view header = {});
-    bool hasErrors() const { return errors > 0; }
 
 private:
     std::string file;

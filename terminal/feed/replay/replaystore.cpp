@@ -1,6 +1,6 @@
 #include "feed/replay/replaystore.h"
 
-#include "feed/replay/fieldreader.h"
+#include "feed/replay/timetext.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,7 +13,7 @@ constexpr quint16 unknownFile = std::numeric_limits<quint16>::max();
 
 int dayOfTime(qint64 time)
 {
-    return calendarDay(int((time + chinaOffset) / (24 * 60 * 60 * 1000)));
+    return calendarDay(int((time + chinaOffset) / millisecondsPerDay));
 }
 
 bool isDeal(const EventRow &row)

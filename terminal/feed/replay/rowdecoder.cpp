@@ -23,11 +23,6 @@ std::string nameInUtf8(std::string_view name)
 
 } // namespace
 
-qint64 chinaTime(int daysSinceEpoch, int millisecondsOfDay)
-{
-    return daysSinceEpoch * qint64(24 * 60 * 60 * 1000) + millisecondsOfDay - chinaOffset;
-}
-
 RowDecoder::~RowDecoder() = default;
 
 int RowDecoder::stock(FieldReader &in, ReplayStore &store, Column column, std::string_view code, std::string_view name)

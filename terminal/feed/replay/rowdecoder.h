@@ -2,6 +2,7 @@
 
 #include "feed/replay/fieldreader.h"
 #include "feed/replay/replaystore.h"
+#include "feed/replay/timetext.h"
 
 #include <string>
 
@@ -28,8 +29,5 @@ private:
     std::string lastCode; ///< rows of one instrument follow each other
     int lastIndex = -1;
 };
-
-/// Milliseconds since 1970-01-01 UTC of a day and a time of day in China, where all these files come from.
-qint64 chinaTime(int daysSinceEpoch, int millisecondsOfDay);
 
 } // namespace feed

@@ -5,7 +5,6 @@ namespace feed {
 namespace {
 
 constexpr int millisecondsPerMinute = 60 * 1000;
-constexpr qint64 millisecondsPerDay = 24 * 60 * millisecondsPerMinute;
 constexpr int continuousFrom = (9 * 60 + 30) * millisecondsPerMinute;
 constexpr int closingAuctionFrom = (14 * 60 + 57) * millisecondsPerMinute;
 

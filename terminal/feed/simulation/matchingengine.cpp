@@ -4,11 +4,6 @@
 
 namespace feed {
 
-bool MatchingEngine::Fill::operator==(const Fill &other) const
-{
-    return takerId == other.takerId && makerId == other.makerId && price == other.price && quantity == other.quantity;
-}
-
 template <typename Queues>
 qint64 MatchingEngine::match(Queues &others, qint64 id, Side otherSide, qint64 price, qint64 quantity,
                              std::vector<Fill> &fills)

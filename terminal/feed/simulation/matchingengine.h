@@ -31,7 +31,6 @@ public:
         qint64 makerId = 0; ///< the order that rested
         qint64 price = 0;
         qint64 quantity = 0;
-        bool operator==(const Fill &other) const;
     };
 
     /// Enters an order; its fills are appended to `fills`. An order that is refused changes nothing. Numbers may be
