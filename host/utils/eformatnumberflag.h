@@ -14,7 +14,8 @@ enum EFormatNumberFlag : int
     FormatTrimZeros = 0x8,       ///< no zeros at the end of the decimals, and no decimal point that nothing follows
     FormatZeroAsEmpty = 0x10,    ///< a value that is shown as zero becomes "-"
     FormatGroupDigits = 0x20000, ///< groups of three digits before the decimal point, separated by a comma
-    FormatGroupSpace = 0x40000   ///< with FormatGroupDigits: the groups are separated by a blank
+    FormatGroupSpace = 0x40000,  ///< with FormatGroupDigits: the groups are separated by a blank
+    FormatNoGroups = 0x80000 ///< never in groups, whatever the other flags say: numbers that are names, as an order's
 };
 
 constexpr CFlags<EFormatNumberFlag> operator|(EFormatNumberFlag a, EFormatNumberFlag b)

@@ -21,6 +21,7 @@ struct Line
 using namespace kdservice;
 constexpr int Hidden = Nobody;
 constexpr int Unit = utils::FormatUnit;
+constexpr int Name = utils::FormatNoGroups; ///< of a number that only names
 
 std::vector<Line> table()
 {
@@ -37,13 +38,13 @@ std::vector<Line> table()
         {Both,   {DealQuantity,     ExtLong,   "成交数量",  0, AlignRight | Sum,               Everybody,         0,    {}, {{FutureTraders, "成交手数"}, {OptionTraders, "成交张数"}}}},
         {Both,   {DealAmount,       ExtDouble, "成交金额",  2, AlignRight | Sum | GroupedSum,  Everybody,         Unit, {}}},
         {Own,    {DealCommission,   ExtDouble, "手续费",    2, AlignRight | Sum | GroupedSum,  Everybody,         0,    {}}},
-        {Both,   {DealNumber,       ExtLong,   "成交编号",  0, AlignRight,                     Everybody,         0,    {}}},
-        {Market, {DealBuyOrder,     ExtLong,   "买方委托",  0, AlignRight,                     Everybody,         0,    {}}},
-        {Market, {DealSellOrder,    ExtLong,   "卖方委托",  0, AlignRight,                     Everybody,         0,    {}}},
-        {Own,    {DealOrder,        ExtLong,   "委托编号",  0, AlignRight,                     Everybody,         0,    {}}},
+        {Both,   {DealNumber,       ExtLong,   "成交编号",  0, AlignRight,                     Everybody,         Name, {}}},
+        {Market, {DealBuyOrder,     ExtLong,   "买方委托",  0, AlignRight,                     Everybody,         Name, {}}},
+        {Market, {DealSellOrder,    ExtLong,   "卖方委托",  0, AlignRight,                     Everybody,         Name, {}}},
+        {Own,    {DealOrder,        ExtLong,   "委托编号",  0, AlignRight,                     Everybody,         Name, {}}},
         {Own,    {DealContract,     ExtString, "合同编号",  0, AlignLeft,                      Everybody,         0,    {}}},
         {Own,    {DealAccount,      ExtString, "资金账号",  0, AlignCentre | Filterable,       Everybody,         0,    {}, {}, TextStore::Shared}},
-        {Both,   {DealChannel,      ExtInt,    "通道",      0, AlignRight,                     Everybody,         0,    {}}},
+        {Both,   {DealChannel,      ExtInt,    "通道",      0, AlignRight,                     Everybody,         Name, {}}},
         {Both,   {DealExchange,     ExtInt,    "交易所",    0, AlignCentre | Filterable,       Everybody,         0,    display::enumeration("exchange")}},
         {Both,   {DealSequence,     ExtInt,    "序号",      0, AlignRight,                     Hidden,            0,    {}}},
     };

@@ -21,6 +21,7 @@ struct Line
 using namespace kdservice;
 constexpr int Hidden = Nobody;
 constexpr int Unit = utils::FormatUnit;
+constexpr int Name = utils::FormatNoGroups; ///< of a number that only names
 
 std::vector<Line> table()
 {
@@ -45,9 +46,9 @@ std::vector<Line> table()
         {Own,    {OrderRejectReason, ExtString, "返回信息",  0, AlignLeft,                            Everybody,         0,    {}}},
         {Both,   {OrderKind,         ExtChar,   "委托类型",  0, AlignCentre | Filterable,             Everybody,         0,    display::enumeration("orderkind")}},
         {Own,    {OrderAccount,      ExtString, "资金账号",  0, AlignCentre | Filterable,             Everybody,         0,    {}, {}, TextStore::Shared}},
-        {Both,   {OrderNumber,       ExtLong,   "委托编号",  0, AlignRight,                           Everybody,         0,    {}}},
+        {Both,   {OrderNumber,       ExtLong,   "委托编号",  0, AlignRight,                           Everybody,         Name, {}}},
         {Own,    {OrderContract,     ExtString, "合同编号",  0, AlignLeft,                            Everybody,         0,    {}}},
-        {Both,   {OrderChannel,      ExtInt,    "通道",      0, AlignRight,                           Everybody,         0,    {}}},
+        {Both,   {OrderChannel,      ExtInt,    "通道",      0, AlignRight,                           Everybody,         Name, {}}},
         {Own,    {OrderRemark,       ExtString, "备注",      0, AlignLeft | Filterable,               Everybody,         0,    {}}},
         {Both,   {OrderExchange,     ExtInt,    "交易所",    0, AlignCentre | Filterable,             Everybody,         0,    display::enumeration("exchange")}},
         {Both,   {OrderSequence,     ExtInt,    "序号",      0, AlignRight,                           Hidden,            0,    {}}},

@@ -48,7 +48,7 @@ private:
 /// What stands between three digits and the next; 0 for nothing.
 char16_t groupSign(CFlags<EFormatNumberFlag> flags)
 {
-    if (!flags.testFlag(FormatGroupDigits))
+    if (!flags.testFlag(FormatGroupDigits) || flags.testFlag(FormatNoGroups))
         return 0;
     return flags.testFlag(FormatGroupSpace) ? u' ' : u',';
 }

@@ -230,6 +230,7 @@ TEST(NumberFormat, FlagsCombine)
         {123, 2, FormatGroupDigits, "123.00"},
         {1234567, 0, FormatGroupDigits | FormatGroupSpace, "1 234 567"},
         {1234567, 0, FormatGroupSpace, "1234567"},
+        {1234567, 0, FormatGroupDigits | FormatNoGroups, "1234567"},
         {12.5, 2, FormatSign, "+12.50"},
         {-12.5, 2, FormatSign, "-12.50"},
         {0.001, 2, FormatSign, "0.00"},

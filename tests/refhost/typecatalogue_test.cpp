@@ -7,6 +7,7 @@
 
 #include "kdservice/typemanager.h"
 #include "records/record.h"
+#include "zb/numberformat.h"
 
 using namespace refhost;
 using namespace kdservice;
@@ -77,6 +78,13 @@ TEST(TypeCatalogue, FieldIdsMeanOneFieldOnly)
         }
     }
     EXPECT_GT(seen.size(), 60u);
+}
+
+TEST(TypeCatalogue, NumbersThatAreNamesAreNeverGrouped)
+{
+    const FieldDes *number = TypeCatalogue::instance().findType(MetaMarketOrder)->field(OrderNumber);
+    const utils::CFlags<utils::EFormatNumberFlag> flags = number->formatFlags | utils::FormatGroupDigits;
+    EXPECT_EQ(ZB::formatLonglongNumber(12345678, 0, flags), QStringLiteral("12345678"));
 }
 
 TEST(TypeCatalogue, EveryEnumerationThatAFieldNamesIsThere)
