@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QString>
 #include <memory>
 #include <string>
 #include <vector>
