@@ -27,8 +27,7 @@ void ReplayInputs::addFolder(const QString &path)
     const int folder = int(folderPaths.size());
     folderPaths.append(path);
     QStringList files;
-    QDirIterator entries(path, QDir::Files | QDir::Readable,
-                         QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
+    QDirIterator entries(path, QDir::Files, QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
     while (entries.hasNext())
         files.append(entries.next());
     files.sort();
