@@ -1,0 +1,545 @@
+#include <QtCore/QCoreApplication>
+#include <QtCore/QThread>
+#include <boost/weak_ptr.hpp>
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "modelrows.h"
+#include "table/hpfmodelaccess.h"
+
+using namespace modeltest;
+using ZB::HpfModelAccess;
+using SortColumns = QVector<QPair<int, int>>;
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Rows a to d with quantities 3, none, 1, 2.
+void fillFour(ValueModel &model)
+{
+    model.addData(makeRow("a", 3, 1, 1.5, "xx"));
+    model.addData(makeRow("b", noQuantity, 2, noPrice, "y"));
+    model.addData(makeRow("c", 1, 1, -0.5, "zzz"));
+    model.addData(makeRow("d", 2, noStatus, 1.5, ""));
+}
+
+} // namespace
+
+TEST(HpfModel, AnEmptyModelAnswersEverything)
+{
+    ValueModel model;
+    EXPECT_EQ(model.size(), 0);
+    EXPECT_EQ(shownKeys(model), "");
+    EXPECT_FALSE(model.getData(0));
+    EXPECT_FALSE(model.getDataByKey("a"));
+    EXPECT_EQ(model.indexOfKey("a"), -1);
+    model.removeDataByKey("a");
+    model.clear();
+    model.clearFilter();
+    model.updateDatas({});
+    EXPECT_EQ(model.getStatColumnDouble(Price), noPrice);
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), noQuantity);
+    model.setColumnStatEnable(Price, true);
+    EXPECT_EQ(model.getStatColumnDouble(Price), 0.0);
+    model.setColumnStatEnable(Price, false);
+    EXPECT_EQ(model.getStatColumnDouble(Price), noPrice);
+    EXPECT_TRUE(HpfModelAccess::step(model, 0));
+    EXPECT_FALSE(HpfModelAccess::cancel(model));
+    EXPECT_EQ(HpfModelAccess::progress(model), 1000);
+}
+
+TEST(HpfModel, RefusesRowsWithoutAKeyAndLosesNoneBesides)
+{
+    ValueModel model;
+    EXPECT_FALSE(model.addData({}));
+    EXPECT_FALSE(model.updateData(makeRow("", 1)));
+    model.updateDatas({makeRow("a", 1), {}, makeRow("", 2), makeRow("b", 3), makeRow("a", 4)});
+    EXPECT_EQ(shownKeys(model), "a b");
+    EXPECT_EQ(model.getData(0)->getLongLong(Quantity), 4);
+    const std::string longKey(100000, 'k');
+    EXPECT_TRUE(model.addData(makeRow(longKey, 1)));
+    EXPECT_TRUE(model.addData(makeRow(longKey + "2", 1)));
+    EXPECT_EQ(model.indexOfKey(longKey + "2"), 3);
+    model.removeDataByKey(longKey);
+    EXPECT_EQ(model.indexOfKey(longKey + "2"), 2);
+    const std::string withNull("a\0b", 3);
+    EXPECT_TRUE(model.addData(makeRow(withNull, 1)));
+    EXPECT_TRUE(model.containData(withNull));
+    EXPECT_EQ(model.allSize(), 4);
+}
+
+TEST(HpfModel, NewRowsGoToTheEndOrToTheFrontAsSetLast)
+{
+    ValueModel model(false);
+    fillFour(model);
+    EXPECT_EQ(shownKeys(model), "d c b a");
+    model.setAppendSeq(true);
+    EXPECT_TRUE(model.appendSeq());
+    model.addData(makeRow("e", 1));
+    model.addData(makeRow("b", 7));
+    EXPECT_EQ(shownKeys(model), "d c b a e");
+    // Equal values keep this order under a sort.
+    model.setSortColumns({{Price, 1}});
+    EXPECT_EQ(shownKeys(model), "d a b e c");
+}
+
+TEST(HpfModel, SortsByEveryKindOfColumnWithAbsentValuesLast)
+{
+    ValueModel model;
+    fillFour(model);
+    const struct
+    {
+        SortColumns columns;
+        QString keys;
+    } cases[] = {
+        {{}, "a b c d"},
+        {{{Quantity, 0}}, "c d a b"},
+        {{{Quantity, 1}}, "a d c b"},
+        {{{Status, 0}}, "a c b d"},
+        {{{Status, 7}}, "b a c d"},
+        {{{Price, 0}}, "c a d b"},
+        {{{Price, -1}}, "a d c b"},
+        {{{Name, 0}}, "d a b c"},
+        {{{Name, 1}}, "c b a d"},
+        {{{Status, 0}, {Quantity, 0}}, "c a b d"},
+        {{{Price, 1}, {Name, 0}, {Status, 0}}, "d a c b"},
+        {{{Status, 0}, {Status, 1}, {Quantity, 1}}, "a c b d"},
+        {{{99, 1}}, "a b c d"},
+        {{{-1, 0}, {Quantity, 0}}, "c d a b"},
+    };
+    for (const auto &test : cases) {
+        model.setSortColumns(test.columns);
+        EXPECT_EQ(shownKeys(model), test.keys) << test.columns.size() << " columns";
+    }
+}
+
+TEST(HpfModel, NanAndInfinitiesHaveTheirPlacesInOrderAndSums)
+{
+    ValueModel model;
+    model.setColumnStatEnable(Price, true);
+    model.setSortColumns({{Price, 0}});
+    const double prices[] = {2, std::nan(""), infinity, -infinity, noPrice, -noPrice, -0.0, 0.0};
+    char key = 'a';
+    for (const double price : prices)
+        model.addData(makeRow(std::string(1, key++), 0, 0, price));
+    EXPECT_EQ(shownKeys(model), "d f g h a c b e");
+    model.setSortColumns({{Price, 1}});
+    EXPECT_EQ(shownKeys(model), "c a g h f d b e");
+    EXPECT_TRUE(std::isnan(model.getStatColumnDouble(Price)));
+    EXPECT_EQ(model.getStatColumnLongLong(Price), 0);
+    model.removeDataByKey("b");
+    EXPECT_TRUE(std::isnan(model.getStatColumnDouble(Price)));
+    model.removeDataByKey("d");
+    EXPECT_EQ(model.getStatColumnDouble(Price), infinity);
+    EXPECT_EQ(model.getStatColumnLongLong(Price), noQuantity - 1);
+    model.updateData(makeRow("c", 0, 0, 1));
+    EXPECT_EQ(model.getStatColumnDouble(Price), -noPrice);
+    model.removeDataByKey("f");
+    EXPECT_EQ(model.getStatColumnDouble(Price), 3.0);
+}
+
+TEST(HpfModel, FiltersReplaceNarrowAndGo)
+{
+    ValueModel model;
+    fillFour(model);
+    model.filter(Status, 0, {"S1"});
+    EXPECT_EQ(shownKeys(model), "a c");
+    EXPECT_EQ(allKeys(model), "a b c d");
+    EXPECT_EQ(model.allSize(), 4);
+    EXPECT_EQ(model.indexOfKey("c"), 1);
+    EXPECT_EQ(model.indexOfKey("b"), -1);
+    model.filter(Status, 0, {"S2", "-"});
+    EXPECT_EQ(shownKeys(model), "b d");
+    model.filter(Price, 0, {"1.50"});
+    EXPECT_EQ(shownKeys(model), "d");
+    model.narrow(Status, 0, {});
+    EXPECT_EQ(shownKeys(model), "d");
+    model.filter(Status, 0, {});
+    EXPECT_EQ(shownKeys(model), "a d");
+    model.narrow(Name, 1, {"X"});
+    EXPECT_EQ(shownKeys(model), "a");
+    model.narrow(Name, 1, {"x", "q"});
+    EXPECT_EQ(shownKeys(model), "a");
+    model.narrow(Name, 0, {"x"});
+    EXPECT_EQ(shownKeys(model), "");
+    EXPECT_EQ(model.columnFilters().keys(), (QList<int>{Price, Name}));
+    EXPECT_EQ(model.columnFilters()[Name].second, QSet<QString>{"x"});
+    model.filter(Name, 0, {""});
+    EXPECT_EQ(shownKeys(model), "d");
+    model.clearFilter();
+    EXPECT_EQ(shownKeys(model), "a b c d");
+    model.filter(Name, 5, {"xx"});
+    EXPECT_EQ(shownKeys(model), "");
+    model.clearFilter();
+    model.filter(99, 0, {"x"});
+    EXPECT_EQ(shownKeys(model), "");
+    model.filter(99, 0, {""});
+    EXPECT_EQ(shownKeys(model), "a b c d");
+}
+
+TEST(HpfModel, AFilterTakesUpRowsThatComeToPassAndDropsOthers)
+{
+    ValueModel model;
+    fillFour(model);
+    model.setColumnStatEnable(Quantity, true);
+    model.setSortColumns({{Quantity, 0}});
+    model.filter(Status, 0, {"S1"});
+    EXPECT_EQ(shownKeys(model), "c a");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 4);
+    model.updateData(makeRow("d", 2, 1));
+    EXPECT_EQ(shownKeys(model), "c d a");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 6);
+    model.updateDatas({makeRow("a", 30, 2), makeRow("e", 0, 1)});
+    EXPECT_EQ(shownKeys(model), "e c d");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 3);
+    EXPECT_EQ(allKeys(model), "e c d a b");
+}
+
+TEST(HpfModel, MakesTextOncePerValueAndNotPerRow)
+{
+    ValueModel model;
+    std::vector<RowPtr> rows;
+    for (int i = 0; i < 3000; ++i) {
+        rows.push_back(makeRow(std::to_string(i), 1, i % 4 + 1));
+        model.addData(rows.back());
+    }
+    model.filter(Status, 0, {"S2"});
+    EXPECT_EQ(model.size(), 750);
+    for (int i = 0; i < 500; ++i) {
+        rows.push_back(makeRow(std::to_string(i), 1, i % 3 + 1));
+        model.updateData(rows.back());
+    }
+    EXPECT_EQ(model.size(), 792);
+    int textsMade = 0;
+    for (const RowPtr &row : rows)
+        textsMade += row->textsMade;
+    EXPECT_EQ(textsMade, 4);
+}
+
+TEST(HpfModel, RestsOnTheValuesThatARowHadWhenItWasHandedIn)
+{
+    ValueModel model;
+    model.setColumnStatEnable(Quantity, true);
+    model.setSortColumns({{Quantity, 0}});
+    model.filter(Status, 0, {"S1"});
+    const RowPtr row = makeRow("a", 10, 1);
+    model.addData(row);
+    model.addData(makeRow("b", 20, 1));
+    row->setRecord({30, 2, 0, {}});
+    EXPECT_EQ(shownKeys(model), "a b");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 30);
+    // Also when it is arranged anew, as far as the values are kept.
+    model.setSortColumns({{Quantity, 1}});
+    model.setColumnStatEnable(Price, true);
+    EXPECT_EQ(shownKeys(model), "b a");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 30);
+    model.updateData(row);
+    EXPECT_EQ(shownKeys(model), "b");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 20);
+    model.clearFilter();
+    EXPECT_EQ(shownKeys(model), "a b");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 50);
+    model.removeDataByKey("a");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 20);
+}
+
+TEST(HpfModel, SumsStayWithinTheRangeAndAreRoundedOnce)
+{
+    ValueModel model;
+    model.setColumnStatEnable(Quantity, true);
+    model.setColumnStatEnable(Price, true);
+    model.setColumnStatEnable(Name, true);
+    for (int i = 0; i < 10; ++i)
+        model.addData(makeRow(std::to_string(i), noQuantity - 1, 0, 0.1, "7"));
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), noQuantity - 1);
+    EXPECT_EQ(model.getStatColumnDouble(Quantity), 10 * 9223372036854775806.0);
+    EXPECT_EQ(model.getStatColumnDouble(Price), 1.0);
+    EXPECT_EQ(model.getStatColumnLongLong(Price), 1);
+    EXPECT_EQ(model.getStatColumnDouble(Name), 0.0);
+    EXPECT_TRUE(model.columnStatEnable(Name));
+    for (int i = 0; i < 9; ++i)
+        model.removeDataByKey(std::to_string(i));
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), noQuantity - 1);
+    EXPECT_EQ(model.getStatColumnDouble(Price), 0.1);
+    model.updateData(makeRow("9", -5, 0, noPrice / 2));
+    model.addData(makeRow("x", 0, 0, noPrice / 2));
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), -5);
+    EXPECT_EQ(model.getStatColumnDouble(Price), std::nextafter(noPrice, 0.0));
+}
+
+TEST(HpfModel, ResetSumsAreBuiltUpFromTheRowsAsTheyAreNow)
+{
+    ValueModel model;
+    model.setColumnStatEnable(Quantity, true);
+    fillFour(model);
+    const RowPtr row = makeRow("e", 100);
+    model.addData(row);
+    model.filter(Name, 0, {"xx", "zzz", ""});
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 106);
+    row->setRecord({200, 0, 0, {}});
+    model._resetStatMap();
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 0);
+    const auto rows = model.getAllDatas();
+    for (const auto &each : rows)
+        model._addStatColumnData(each);
+    model._addStatColumnData(makeRow("unknown", 1000));
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 206);
+}
+
+TEST(HpfModel, AColumnOfAnotherTypeIsReadAnew)
+{
+    ValueModel model;
+    model.setSortColumns({{Quantity, 0}});
+    model.updateDatas({makeRow("a", 9), makeRow("b", 10)});
+    EXPECT_EQ(shownKeys(model), "a b");
+    model.textColumns = true;
+    model.updateDatas({makeRow("c", 8)});
+    EXPECT_EQ(shownKeys(model), "b c a");
+    model.clear();
+    model.textColumns = false;
+    model.addData(makeRow("a", 9));
+    model.addData(makeRow("b", 10));
+    EXPECT_EQ(shownKeys(model), "a b");
+}
+
+TEST(HpfModel, ClearKeepsWhatWasAskedForAndForgetsTheRows)
+{
+    ValueModel model;
+    model.setColumnStatEnable(Quantity, true);
+    model.setSortColumns({{Quantity, 1}});
+    model.filter(Status, 0, {"S1"});
+    fillFour(model);
+    const quint64 id = HpfModelAccess::idOfKey(model, "a");
+    model.clear();
+    EXPECT_EQ(model.allSize(), 0);
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 0);
+    EXPECT_FALSE(HpfModelAccess::rowOf(model, id));
+    fillFour(model);
+    EXPECT_EQ(shownKeys(model), "a c");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 4);
+    EXPECT_NE(HpfModelAccess::idOfKey(model, "a"), id);
+    EXPECT_EQ(HpfModelAccess::indexOf(model, id), -1);
+}
+
+TEST(HpfModel, IdsFollowARowAndVersionsItsRecord)
+{
+    ValueModel model;
+    fillFour(model);
+    std::vector<ZB::HpfShownRow> before;
+    HpfModelAccess::fetch(model, 0, 10, before);
+    model.setSortColumns({{Quantity, 0}});
+    model.updateData(makeRow("a", 0));
+    EXPECT_EQ(shownKeys(model), "a c d b");
+    std::vector<ZB::HpfShownRow> after;
+    HpfModelAccess::fetch(model, 0, 10, after);
+    EXPECT_EQ(after[0].id, before[0].id);
+    EXPECT_NE(after[0].version, before[0].version);
+    EXPECT_EQ(after[1].id, before[2].id);
+    EXPECT_EQ(after[1].version, before[2].version);
+    EXPECT_EQ(HpfModelAccess::indexesOf(model, {before[3].id, 0, before[1].id}), (std::vector<int>{2, -1, 3}));
+    model.removeDataByKey("c");
+    EXPECT_FALSE(HpfModelAccess::rowOf(model, before[2].id));
+    model.addData(makeRow("x", 5));
+    EXPECT_FALSE(HpfModelAccess::rowOf(model, before[2].id)) << "a slot that is used again is another row";
+    EXPECT_EQ(HpfModelAccess::fetch(model, 2, 1, after), 1);
+    EXPECT_EQ(after[0].id, HpfModelAccess::idAt(model, 2));
+    EXPECT_EQ(HpfModelAccess::fetch(model, 4, 1, after), 0);
+    EXPECT_EQ(HpfModelAccess::fetch(model, -3, 2, after), 0);
+}
+
+TEST(HpfModel, StatusTellsWhatHasToBeDrawnAgain)
+{
+    ValueModel model;
+    fillFour(model);
+    model.setSortColumns({{Quantity, 0}});
+    model.size();
+    const auto before = HpfModelAccess::status(model);
+    EXPECT_EQ(before.arrivals, 4u);
+    EXPECT_FALSE(before.pending);
+    model.updateData(makeRow("a", 3, 9, 9));
+    const auto changed = HpfModelAccess::status(model);
+    EXPECT_EQ(changed.orderEpoch, before.orderEpoch);
+    EXPECT_GT(changed.dataEpoch, before.dataEpoch);
+    model.updateData(makeRow("a", 0));
+    const auto moved = HpfModelAccess::status(model);
+    EXPECT_GT(moved.orderEpoch, changed.orderEpoch);
+    model.setSortColumns({{Quantity, 1}});
+    EXPECT_TRUE(HpfModelAccess::status(model).pending);
+    while (!HpfModelAccess::step(model, 100)) {
+    }
+    const auto sorted = HpfModelAccess::status(model);
+    EXPECT_GT(sorted.orderEpoch, moved.orderEpoch);
+    EXPECT_FALSE(sorted.pending);
+    EXPECT_EQ(sorted.shown, 4);
+    model.clear();
+    EXPECT_GT(HpfModelAccess::status(model).orderEpoch, sorted.orderEpoch);
+    EXPECT_EQ(HpfModelAccess::status(model).arrivals, 4u);
+}
+
+TEST(HpfModel, ACustomOrderTakesEffectWhenItIsChosen)
+{
+    ValueModel model;
+    fillFour(model);
+    model.compareRecords = [](const Record &a, const Record &b) { return a.name.size() - b.name.size(); };
+    EXPECT_EQ(shownKeys(model), "a b c d");
+    model.setSortColumns({{ZB::IBaseHpfTableModel::SortCustom, 0}});
+    EXPECT_EQ(shownKeys(model), "d b a c");
+    model.setSortColumns({{ZB::IBaseHpfTableModel::SortCustom, 1}, {Quantity, 0}});
+    model.addData(makeRow("e", -1, 0, 0, "vv"));
+    EXPECT_TRUE(HpfModelAccess::status(model).pending);
+    EXPECT_EQ(HpfModelAccess::rowCount(model), 5) << "new rows are shown before they are placed";
+    EXPECT_EQ(shownKeys(model), "c e a b d");
+    model.updateData(makeRow("d", 0, 0, 0, "wwww"));
+    EXPECT_EQ(shownKeys(model), "d c e a b");
+    model.removeDataByKey("c");
+    EXPECT_EQ(shownKeys(model), "d e a b");
+    EXPECT_FALSE(HpfModelAccess::status(model).pending);
+    model.filter(Name, 0, {"xx", "y"});
+    model.addData(makeRow("f", 0, 0, 0, "xx"));
+    EXPECT_EQ(shownKeys(model), "f a b");
+}
+
+TEST(HpfModel, TheHostsCustomSortComparesTheSortColumns)
+{
+    ValueModel model;
+    const RowPtr a = makeRow("a", 1, 5, noPrice, "n");
+    const RowPtr b = makeRow("b", 2, 5, 1, "m");
+    EXPECT_EQ(model.customSort(a, b), 0);
+    model.setSortColumns({{Status, 0}, {Price, 1}});
+    EXPECT_GT(model.customSort(a, b), 0) << "no value is last";
+    model.setSortColumns({{Status, 0}, {Quantity, 1}});
+    EXPECT_GT(model.customSort(a, b), 0);
+    EXPECT_LT(model.customSort(b, a), 0);
+    model.setSortColumns({{Name, 0}});
+    EXPECT_GT(model.customSort(a, b), 0);
+    EXPECT_EQ(model.customSort(a, {}), 0);
+    EXPECT_EQ(model.customSort(a, a), 0);
+}
+
+TEST(HpfModel, TellsOfEveryRowAndCallsTheListenerOncePerMark)
+{
+    ValueModel model;
+    QStringList told;
+    model.onRow = [&told](const Record &record, bool added) {
+        told.append((added ? "+" : "=") + QString::number(record.quantity));
+    };
+    int calls = 0;
+    model.setChangeListener([&calls] { ++calls; });
+    model.addData(makeRow("a", 1));
+    model.updateDatas({makeRow("b", 2), makeRow("a", 3)});
+    EXPECT_EQ(told.join(' '), "+1 +2 =3");
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(model.updated());
+    model.setUpdated(false);
+    model.removeDataByKey("nobody");
+    EXPECT_FALSE(model.updated());
+    EXPECT_EQ(calls, 1);
+    model.removeDataByKey("a");
+    EXPECT_EQ(calls, 2);
+    model.setUpdated(false);
+    model.setSortColumns({{Price, 0}});
+    EXPECT_EQ(calls, 3);
+    model.setUpdated(false);
+    model.size();
+    EXPECT_EQ(calls, 4) << "the order has become another one";
+    model.setChangeListener({});
+    model.setUpdated(false);
+    model.clear();
+    EXPECT_TRUE(model.updated());
+    EXPECT_EQ(calls, 4);
+}
+
+TEST(HpfModel, HooksOfTheTableCallTheTimerUnlessOverridden)
+{
+    ValueModel model;
+    ZB::IBaseHpfTableModel &base = model;
+    base.onSecondTimer();
+    base.onResourceChanged();
+    EXPECT_EQ(model.timerCalls, 2);
+    fillFour(model);
+    EXPECT_TRUE(model.isFlashChange(0, Price));
+    EXPECT_FALSE(model.isFlashChange(0, Name));
+    EXPECT_FALSE(model.isFlashChange(4, Price));
+}
+
+TEST(HpfModel, ARowAnswersWithTheDefaultsOfTheContract)
+{
+    const RowPtr row = makeRow("茅台", 1, 2, 3, "n");
+    EXPECT_EQ(row->qsKey(), "茅台");
+    EXPECT_EQ(row->getFilterQString(Status), "S2");
+    EXPECT_NE(row->hashKey(), makeRow("茅", 1)->hashKey());
+    EXPECT_EQ(row->getDisplayUnit(0) + row->getItemIconKey(0) + row->getItemIconTip(0), "");
+    EXPECT_TRUE(row->getIndexFromName().isEmpty());
+    EXPECT_EQ(row->getBackgroundColor(0), nullptr);
+    EXPECT_EQ(row->getChangedValue(0), 0);
+    EXPECT_TRUE(row->isFlashChange(0));
+}
+
+TEST(HpfModel, DistinctTextsCountWhatTheOtherFiltersLetPass)
+{
+    ValueModel model;
+    fillFour(model);
+    model.addData(makeRow("e", 3, 0, 1.501, "xx"));
+    model.addData(makeRow("f", noQuantity, 0, 0, "xx"));
+    const auto texts = [&model](int column) {
+        ZB::HpfDistinctTexts gatherer(model, column);
+        while (!gatherer.step(1)) {
+        }
+        EXPECT_EQ(gatherer.progress(), 1000);
+        EXPECT_FALSE(gatherer.isTruncated());
+        QStringList lines;
+        for (const auto &value : gatherer.values())
+            lines.append(value.text + ':' + QString::number(value.count));
+        return lines.join(' ');
+    };
+    EXPECT_EQ(texts(Quantity), "1:1 2:1 3:2 -:2");
+    EXPECT_EQ(texts(Price), "-0.50:1 0.00:1 1.50:3 -:1");
+    EXPECT_EQ(texts(Name), ":1 xx:3 y:1 zzz:1");
+    EXPECT_EQ(texts(77), ":6");
+    model.filter(Name, 0, {"xx", "zzz"});
+    model.filter(Status, 0, {"S1"});
+    model.size();
+    EXPECT_EQ(texts(Name), "xx:1 zzz:1");
+    EXPECT_EQ(texts(Status), "S0:2 S1:2");
+    EXPECT_EQ(texts(Quantity), "1:1 3:1");
+    model.clear();
+    EXPECT_EQ(texts(Name), "");
+}
+
+TEST(HpfModel, GivesUpCollectingDistinctTextsAtTheirMaximum)
+{
+    ValueModel model;
+    QVector<ZB::IBaseHpfTableModel::Row> rows;
+    for (int i = 0; i < ZB::HpfDistinctTexts::maximumValues + 10; ++i)
+        rows.append(makeRow(std::to_string(i), i));
+    model.updateDatas(rows);
+    ZB::HpfDistinctTexts gatherer(model, Quantity);
+    EXPECT_FALSE(gatherer.step(0));
+    EXPECT_LT(gatherer.progress(), 1000);
+    while (!gatherer.step(50)) {
+    }
+    EXPECT_TRUE(gatherer.isTruncated());
+    EXPECT_EQ(gatherer.values().size(), static_cast<std::size_t>(ZB::HpfDistinctTexts::maximumValues));
+}
+
+TEST(HpfModel, ALargeModelThatOnlyItsRowsHoldIsDestroyedOnTheGuiThread)
+{
+    for (const int rows : {10, 20000}) {
+        auto model = boost::make_shared<ValueModel>();
+        boost::weak_ptr<ValueModel> watched = model;
+        QThread *destroyedOn = nullptr;
+        model->onDestruction = [&destroyedOn] { destroyedOn = QThread::currentThread(); };
+        for (int i = 0; i < rows; ++i) {
+            const RowPtr row = makeRow(std::to_string(i), i);
+            row->keptAlive = model;
+            model->addData(row);
+        }
+        model->clear();
+        EXPECT_EQ(model->size(), 0);
+        model.reset();
+        while (!watched.expired())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        EXPECT_EQ(destroyedOn, QThread::currentThread()) << rows;
+    }
+}
