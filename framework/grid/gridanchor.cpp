@@ -58,13 +58,14 @@ GridAnchor anchorOf(const GridAnchorCase &change)
             std::is_sorted(rows.begin(), rows.end(), [](const Moved &a, const Moved &b) { return a.place < b.place; });
         return {sameOrder || change.sortedByUser ? shiftOfRow(rows, change.current) : 0, true};
     }
+    // As many rows as possible stay where they are on the screen; of equally many the upper ones.
     std::map<qint64, size_t> votes;
+    size_t most = 0;
     for (const Moved &row : together)
-        ++votes[row.shift];
-    const auto most = std::max_element(votes.begin(), votes.end(), [](const auto &a, const auto &b) {
-        return std::make_pair(a.second, -std::abs(a.first)) < std::make_pair(b.second, -std::abs(b.first));
-    });
-    return {most->second * 2 >= together.size() ? most->first : shiftOfRow(together, change.current), false};
+        most = std::max(most, ++votes[row.shift]);
+    const auto first =
+        std::find_if(together.begin(), together.end(), [&](const Moved &row) { return votes[row.shift] == most; });
+    return {most * 2 >= together.size() ? first->shift : shiftOfRow(together, change.current), false};
 }
 
 } // namespace ZB

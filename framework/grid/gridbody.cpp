@@ -94,8 +94,11 @@ bool GridBody::layOut(const GridFrame &frame, int columnCount)
         moveSideways(frame, next);
         moved = true;
     }
+    if (next != shown || columnCount != knownColumns)
+        forgetOutOfSight(next, static_cast<size_t>(columnCount));
     for (Slot &slot : slotStore)
         slot.cells.resize(static_cast<size_t>(columnCount));
+    knownColumns = columnCount;
     shown = std::move(next);
     placed = geometry.columns.placed();
     frozen = geometry.columns.frozen();
@@ -116,14 +119,23 @@ void GridBody::moveSideways(const GridFrame &frame, const std::vector<GridShownC
     canvas.scrollSideways(QRect(area.left(), 0, area.width(), strip.height()), dx);
     const int uncoveredLeft = dx < 0 ? area.right() + 1 + dx : area.left();
     const int uncoveredRight = dx < 0 ? area.right() + 1 : area.left() + dx;
+    for (const GridShownColumn &column : next) {
+        if (column.frozen || column.clipLeft >= uncoveredRight || column.clipRight <= uncoveredLeft)
+            continue;
+        for (Slot &slot : slotStore)
+            slot.cells[static_cast<size_t>(column.column)].painted = false;
+    }
+}
+
+/// Cells out of sight are not kept up to date, so nothing may be known of them when they come back.
+void GridBody::forgetOutOfSight(const std::vector<GridShownColumn> &next, size_t columnCount)
+{
+    std::vector<bool> inSight(columnCount, false);
+    for (const GridShownColumn &column : next)
+        inSight[static_cast<size_t>(column.column)] = true;
     for (Slot &slot : slotStore) {
-        std::vector<bool> inSight(slot.cells.size(), false);
-        for (const GridShownColumn &column : next) {
-            inSight[static_cast<size_t>(column.column)] = true;
-            if (!column.frozen && column.clipLeft < uncoveredRight && column.clipRight > uncoveredLeft)
-                slot.cells[static_cast<size_t>(column.column)].painted = false;
-        }
-        for (size_t i = 0; i < slot.cells.size(); ++i)
+        slot.cells.resize(columnCount);
+        for (size_t i = 0; i < columnCount; ++i)
             if (!inSight[i])
                 slot.cells[i] = GridCell();
     }

@@ -81,6 +81,7 @@ private:
 
     bool layOut(const GridFrame &frame, int columnCount);
     void moveSideways(const GridFrame &frame, const std::vector<GridShownColumn> &next);
+    void forgetOutOfSight(const std::vector<GridShownColumn> &next, size_t columnCount);
     bool assignSlots(const GridFrame &frame);
     QRect updateRow(GridSource &source, const GridFrame &frame, int index);
     bool updateCell(GridSource &source, const GridFrame &frame, int index, bool ask, const GridShownColumn &where);
@@ -98,6 +99,7 @@ private:
     std::vector<Place> places; ///< of the window's rows
     std::vector<GridShownColumn> shown;
     std::vector<GridPlacedColumn> placed; ///< what `shown` was made of
+    int knownColumns = 0;
     int frozen = 0;
     int numberWidth = 0;
     int rowHeight = 0;

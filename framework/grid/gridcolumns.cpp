@@ -72,13 +72,14 @@ void GridColumns::setOrder(const std::vector<int> &order)
 bool GridColumns::move(int column, int place)
 {
     const int from = placeOf(column);
+    const auto size = static_cast<int>(places.size());
+    place = std::clamp(place, 0, size);
     if (from < 0 || place == from || place == from + 1)
         return false;
     std::vector<int> order = sequence;
     order.erase(std::find(order.begin(), order.end(), column));
-    const auto size = static_cast<int>(places.size());
     if (place < size) {
-        const int next = places[static_cast<size_t>(std::max(0, place))].column;
+        const int next = places[static_cast<size_t>(place)].column;
         order.insert(std::find(order.begin(), order.end(), next), column);
     } else {
         const int last = places.back().column;

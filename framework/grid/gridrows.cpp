@@ -81,17 +81,19 @@ void GridRows::update(GridSource &source, GridGeometry &geometry, bool held, Gri
         return;
     }
     const GridWindow before = shown;
+    const qint64 scrollY = geometry.scrollY; // the way to a row's new place begins here, whatever is possible now
     geometry.rowCount = source.rowCount();
     const bool pinned = pin(geometry);
     if (!pinned)
         geometry.scrollTo(geometry.scrollX, geometry.scrollY);
     fetch(source, geometry);
     if (!pinned && !before.rows.empty())
-        stay(source, geometry, before, current);
+        stay(source, geometry, before, scrollY, current);
     noteEdge(source, geometry);
 }
 
-void GridRows::stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, GridRowId current)
+void GridRows::stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, qint64 scrollY,
+                    GridRowId current)
 {
     if (sameRows(before, shown))
         return;
@@ -111,7 +113,7 @@ void GridRows::stay(GridSource &source, GridGeometry &geometry, const GridWindow
     // Whoever sorts from the very top wants to see what is first, unless he has a row in sight.
     if (anchor.scattered && geometry.scrollY == 0 && change.current < 0)
         return;
-    if (anchor.shift != 0 && geometry.scrollTo(geometry.scrollX, geometry.scrollY + anchor.shift * geometry.rowHeight))
+    if (geometry.scrollTo(geometry.scrollX, scrollY + anchor.shift * geometry.rowHeight))
         fetch(source, geometry);
 }
 

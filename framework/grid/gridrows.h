@@ -44,7 +44,7 @@ public:
 private:
     void fetch(GridSource &source, const GridGeometry &geometry);
     bool pin(GridGeometry &geometry) const;
-    void stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, GridRowId current);
+    void stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, qint64 scrollY, GridRowId current);
     void noteEdge(GridSource &source, const GridGeometry &geometry);
 
     GridWindow shown;

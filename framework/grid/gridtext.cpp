@@ -86,7 +86,7 @@ GridPlacedText GridText::place(const QRect &rect, const QString &text, GridFont 
         placed.tail.truncate(store.fitting(placed.tail, rect.width()));
         width = store.width(placed.tail);
         if (cut == GridCut::Ellipsis) {
-            placed.count = store.fitting(text, std::max(0, rect.width() - width));
+            placed.count = placed.tail.isEmpty() ? 0 : store.fitting(text, rect.width() - width);
             width += store.width(text.left(placed.count));
             if (!(alignment & Qt::AlignHCenter))
                 alignment = Qt::AlignLeft; // the beginning of a text is what tells it from others
