@@ -6,24 +6,25 @@ namespace KV {
 
 namespace {
 
-constexpr int firstCount = 10;        ///< characters at which the first piece is measured first
-constexpr int nextCount = 11;         ///< the same for every later piece
-constexpr int longestWhole = 1 << 18; ///< characters; longer lines are wider than any window
+constexpr int firstCount = 10;         ///< characters at which the first piece is measured first
+constexpr int nextCount = 11;          ///< the same for every later piece
+constexpr ushort endOfMeasured = 0x9C; ///< QFontMetrics measures a text up to this character only
+constexpr int longestWhole = 1 << 18;  ///< characters; longer lines are wider than any window
 
 /// The most that one more character can add to a text's width, which includes what it changes in those before it.
-qint64 mostAdded(ushort unit, const LogCharWidth &width)
+qint64 mostAdded(ushort unit, int advance, EWidthKind kind)
 {
     if (unit == u'\t')
-        return width.advance + 64; // a whole stop, rounded
-    switch (width.kind) {
+        return advance + 64; // a whole stop, rounded
+    switch (kind) {
     case EWidthKind::Exact:
-        return width.advance;
+        return advance;
     case EWidthKind::Shaped:
-        return width.advance + width.advance / 2 + 2 * 64;
+        return advance + advance / 4 + 32;
     case EWidthKind::Complex:
         break;
     }
-    return 2LL * width.advance + 8 * 64;
+    return 2LL * advance + 8 * 64;
 }
 
 /// Characters without a script of their own, which take the font of the script around them.
@@ -35,9 +36,9 @@ bool takesScript(ushort unit)
 
 } // namespace
 
-void CLogLineCutter::cut(const QString &text, int width, std::vector<int> &lengths)
+void CLogLineCutter::cut(const ushort *text, int length, int width, std::vector<int> &lengths)
 {
-    const Line line{text.utf16(), text.size(), width < 0 ? 0 : 64LL * width + 32};
+    const Line line{text, length, width < 0 ? 0 : 64LL * width + 32};
     if (line.length == 0 && width < 0)
         return;
     int start = 0;
@@ -91,9 +92,13 @@ int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int 
     const ushort *const text = line.text + start;
     const auto firstOfScript = std::find_if_not(text, text + last, takesScript) - text;
     qint64 most = width;
+    bool complex = false;
     bool open = false; // the bound says nothing before the next measurement
     while (count < last) {
-        most += mostAdded(text[count], textMeasure.charWidth(text[count]));
+        const LogCharWidth added = textMeasure.charWidth(text[count]);
+        // Behind a complex character others may take a font in which nobody has tried them.
+        most += mostAdded(text[count], added.advance, complex ? std::max(added.kind, EWidthKind::Shaped) : added.kind);
+        complex = complex || added.kind == EWidthKind::Complex;
         // The first character with a script of its own may change the font of all before it.
         open = open || count == firstOfScript;
         ++count;
@@ -114,7 +119,7 @@ bool CLogLineCutter::fitsWhole(const Line &line)
         return false;
     bool exact = true;
     qint64 least = 0; // no shaping makes spacing characters half as wide
-    for (int i = 0; i < line.length && least < line.limit; ++i) {
+    for (int i = 0; i < line.length && least < line.limit && line.text[i] != endOfMeasured; ++i) {
         const LogCharWidth width = textMeasure.charWidth(line.text[i]);
         exact = exact && width.kind == EWidthKind::Exact;
         if (width.kind != EWidthKind::Complex && line.text[i] != u'\t')

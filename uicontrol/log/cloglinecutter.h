@@ -20,9 +20,9 @@ public:
 
     CLogTextMeasure &measure() { return textMeasure; }
 
-    /// Appends the length of each piece of `line` to `lengths`; `width` in pixels, any value. An empty line gives one
+    /// Appends the length of each piece of a line to `lengths`; `width` in pixels, any value. An empty line gives one
     /// empty piece, or none where the width is negative.
-    void cut(const QString &line, int width, std::vector<int> &lengths);
+    void cut(const ushort *text, int length, int width, std::vector<int> &lengths);
 
 private:
     struct Line

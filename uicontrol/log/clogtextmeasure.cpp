@@ -13,16 +13,6 @@ constexpr ushort ideograph = 0x4E2D; ///< stands for all ideographs where the fo
 const ushort firstPrintable = u' ';
 const ushort lastPrintable = u'~';
 
-/// A font whose state belongs to nobody else. Copies of a QFont share what Qt changes while it measures, whichever
-/// thread that happens on; only a changed property parts them.
-QFont ownCopy(const QFont &font)
-{
-    QFont copy(font);
-    copy.setKerning(!font.kerning());
-    copy.setKerning(font.kerning());
-    return copy;
-}
-
 QString printableAscii(bool letters)
 {
     QString text;
@@ -30,6 +20,13 @@ QString printableAscii(bool letters)
         if (letters || !QChar(unit).isLetter())
             text += QChar(unit);
     return text;
+}
+
+/// A letter of each script whose texts are summed. Characters without a script take that of what stands before them,
+/// and with it perhaps another font or other forms.
+QString scriptLetters()
+{
+    return QStringLiteral("aωш中かカㄅ한");
 }
 
 bool isIdeograph(ushort unit)
@@ -101,6 +98,14 @@ CLogTextMeasure::CLogTextMeasure(const QFont &font)
 }
 
 CLogTextMeasure::~CLogTextMeasure() = default;
+
+QFont CLogTextMeasure::ownCopy(const QFont &font)
+{
+    QFont copy(font); // only a changed property parts the two
+    copy.setKerning(!font.kerning());
+    copy.setKerning(font.kerning());
+    return copy;
+}
 
 int CLogTextMeasure::trueWidth(const QString &text) const
 {
@@ -201,16 +206,22 @@ EWidthKind CLogTextMeasure::kindOf(ushort unit)
     if (!hanExact)
         return EWidthKind::Shaped;
 
-    const QChar ch(unit);
-    const QString beside = asciiExact ? QStringLiteral("1 (a.中，") : QStringLiteral("中，");
+    return addsUpEverywhere(QChar(unit)) ? EWidthKind::Exact : EWidthKind::Shaped;
+}
+
+/// Whether a character has its own width among ideographs, beside itself, and in texts of every script.
+bool CLogTextMeasure::addsUpEverywhere(QChar ch)
+{
     QString trial;
-    for (const QChar neighbour : beside)
+    for (const QChar neighbour : asciiExact ? QStringLiteral("1 (a.中，") : QStringLiteral("中，"))
         trial += QString(ch) + neighbour;
     trial += ch;
     trial += ch;
-    const bool exact =
-        addsUp(trial) && addsUp(QChar(ideograph) + trial) && (!asciiExact || addsUp(QStringLiteral("1 (") + trial));
-    return exact ? EWidthKind::Exact : EWidthKind::Shaped;
+    if (!addsUp(trial) || !addsUp(QChar(ideograph) + trial) || !addsUp(QStringLiteral("1") + ch))
+        return false;
+    const QString letters = scriptLetters();
+    return std::all_of(letters.begin(), letters.end(),
+                       [this, ch](QChar letter) { return addsUp(QString(letter) + ch + ch); });
 }
 
 bool CLogTextMeasure::addsUp(const QString &text)
@@ -235,10 +246,11 @@ bool CLogTextMeasure::pairsAddUp(const QString &lead, const QString &characters)
 
 bool CLogTextMeasure::asciiAddsUp()
 {
-    // Digits and signs take the script of what stands before them, and with it perhaps another font.
     const QString shared = printableAscii(false);
+    const QString letters = scriptLetters();
     return pairsAddUp(QString(), shared) && pairsAddUp(QStringLiteral("中"), shared) &&
-           pairsAddUp(QStringLiteral("a"), printableAscii(true));
+           pairsAddUp(QStringLiteral("a"), printableAscii(true)) &&
+           std::all_of(letters.begin(), letters.end(), [&](QChar letter) { return addsUp(letter + shared); });
 }
 
 bool CLogTextMeasure::tabsAddUp()

@@ -39,6 +39,10 @@ public:
     CLogTextMeasure(const CLogTextMeasure &) = delete;
     CLogTextMeasure &operator=(const CLogTextMeasure &) = delete;
 
+    /// A font whose state belongs to nobody else. Plain copies of a QFont share what Qt changes while it measures,
+    /// whichever threads they are on.
+    static QFont ownCopy(const QFont &font);
+
     const QFontMetrics &metrics() const { return fontMetrics; }
 
     /// True width, in pixels. Wrong above 33 million pixels, where Qt's numbers end.
@@ -80,6 +84,7 @@ private:
     static LogCharWidth unpack(int packed) { return {packed >> 2, static_cast<EWidthKind>(packed & 3)}; }
     LogCharWidth learn(ushort unit);
     EWidthKind kindOf(ushort unit);
+    bool addsUpEverywhere(QChar ch);
     bool addsUp(const QString &text);
     bool pairsAddUp(const QString &lead, const QString &characters);
     bool asciiAddsUp();
