@@ -41,8 +41,15 @@ void CHpfDataModel::reCalcExStat()
 {
     if (!extraDataModel->hasStatistics())
         return;
+    // Rows without extra values count for nothing, so where these are few only they are looked up.
+    const QStringList keys = extraDataModel->keys();
     QList<Row> rows;
-    getDatas(rows);
+    if (keys.size() > allSize() / 4)
+        getDatas(rows);
+    else
+        for (const QString &key : keys)
+            if (indexOfKey(key.toStdString()) >= 0)
+                rows.append(getDataByKey(key));
     extraDataModel->reCalcStatOnFilter(rows);
 }
 

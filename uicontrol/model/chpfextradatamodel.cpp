@@ -109,11 +109,6 @@ bool CHpfExtraDataModel::getColumnInfo(int column, CExtraColumnInfo &out) const
     return true;
 }
 
-CHpfExtraDataModel::Cell *CHpfExtraDataModel::findCell(const QString &key, int column)
-{
-    return const_cast<Cell *>(static_cast<const CHpfExtraDataModel *>(this)->findCell(key, column));
-}
-
 const CHpfExtraDataModel::Cell *CHpfExtraDataModel::findCell(const QString &key, int column) const
 {
     const auto cells = values.constFind(key);
@@ -144,17 +139,20 @@ void CHpfExtraDataModel::addData(const QString &key, int column, const QVariant 
 
 void CHpfExtraDataModel::storeCell(const QString &key, int column, const QVariant &value, const QColor *color)
 {
-    Cell *cell = findCell(key, column);
-    if (cell == nullptr) {
-        Cells &cells = values[key];
-        cells.push_back(Cell{column, 0, color, QVariant()});
-        cell = &cells.back();
-    } else {
-        discount(*cell);
+    Cells &cells = values[key];
+    const auto known =
+        std::find_if(cells.begin(), cells.end(), [column](const Cell &cell) { return cell.column == column; });
+    if (known == cells.end()) {
+        cells.push_back(Cell{column, 0, color, value});
+        count(cells.back());
+        return;
     }
-    cell->value = value;
-    cell->color = color;
-    count(*cell);
+    const bool leftOut = isLeftOut(*known);
+    discount(*known);
+    known->value = value;
+    known->color = color;
+    if (!leftOut)
+        count(*known);
 }
 
 void CHpfExtraDataModel::eraseCell(const QString &key, int column)

@@ -3,7 +3,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QMap>
-#include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <atomic>
 #include <boost/shared_ptr.hpp>
@@ -76,6 +76,9 @@ public:
     /// Sums the values of these rows only, from now on; rows without a value count for nothing. Costs about 0.3 us per
     /// row.
     void reCalcStatOnFilter(const QList<boost::shared_ptr<ZB::IBaseHpfTableData>> &rows);
+    /// The rows that have values, in no order.
+    QStringList keys() const;
+    int keyCount() const;
 
     /// Called without the lock, on the thread of the change, when what cells or sums show has changed. Set before the
     /// model is shared.
@@ -86,12 +89,13 @@ private:
     struct Accumulator;
     using Cells = std::vector<Cell>;
 
-    Cell *findCell(const QString &key, int column);
     const Cell *findCell(const QString &key, int column) const;
     bool looksEmpty(int column, const QVariant &value, const QColor *color) const;
     void storeCell(const QString &key, int column, const QVariant &value, const QColor *color);
     void eraseCell(const QString &key, int column);
     void count(Cell &cell);
+    bool isMember(const Cell &cell) const;
+    bool isLeftOut(const Cell &cell) const;
     void discount(const Cell &cell);
     void publishColumns();
     void publishStatistics();
@@ -101,7 +105,7 @@ private:
     QMap<int, CExtraColumnInfo> columns;
     QHash<QString, Cells> values;
     QMap<int, std::shared_ptr<Accumulator>> statistics;
-    unsigned generation = 0;               ///< of the newest accumulator contents
+    unsigned generation = 0;               ///< of the newest sum
     const QColor *defaultColor;            ///< of "clr_text_default"
     std::atomic<quint64> describedColumns; ///< bit n: column n; the highest bit: any column from 63 on
     std::atomic<int> summed;               ///< columns with statistics

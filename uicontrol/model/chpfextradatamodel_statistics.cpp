@@ -36,24 +36,36 @@ void CHpfExtraDataModel::publishStatistics()
     summed.store(statistics.size(), std::memory_order_relaxed);
 }
 
+/// Takes a cell into its column's sum, with its value if that is a number.
 void CHpfExtraDataModel::count(Cell &cell)
 {
-    cell.countedIn = 0;
-    double number = 0;
     const auto accumulator = statistics.constFind(cell.column);
-    if (accumulator == statistics.constEnd() || !numberOf(cell.value, number))
+    if (accumulator == statistics.constEnd())
         return;
-    (*accumulator)->sum.add(number);
-    cell.countedIn = (*accumulator)->generation;
+    cell.memberOf = (*accumulator)->generation;
+    double number = 0;
+    if (numberOf(cell.value, number))
+        (*accumulator)->sum.add(number);
 }
 
+bool CHpfExtraDataModel::isMember(const Cell &cell) const
+{
+    const auto accumulator = statistics.constFind(cell.column);
+    return accumulator != statistics.constEnd() && cell.memberOf == (*accumulator)->generation;
+}
+
+/// Takes a cell's value, which is about to change or to go, out of its column's sum.
 void CHpfExtraDataModel::discount(const Cell &cell)
 {
     double number = 0;
+    if (isMember(cell) && numberOf(cell.value, number))
+        statistics.value(cell.column)->sum.subtract(number);
+}
+
+bool CHpfExtraDataModel::isLeftOut(const Cell &cell) const
+{
     const auto accumulator = statistics.constFind(cell.column);
-    if (accumulator != statistics.constEnd() && cell.countedIn == (*accumulator)->generation &&
-        numberOf(cell.value, number))
-        (*accumulator)->sum.subtract(number);
+    return accumulator != statistics.constEnd() && (*accumulator)->judged && !isMember(cell);
 }
 
 void CHpfExtraDataModel::setColumnStatEnable(int column, bool enable)
@@ -97,17 +109,28 @@ void CHpfExtraDataModel::reCalcStatOnFilter(const QList<boost::shared_ptr<ZB::IB
     for (const auto &accumulator : qAsConst(statistics)) {
         accumulator->sum.clear();
         accumulator->generation = ++generation;
+        accumulator->judged = true;
     }
     for (const QString &key : qAsConst(keys)) {
         const auto cells = values.find(key);
         if (cells == values.end())
             continue;
-        for (Cell &cell : *cells) {
-            const auto accumulator = statistics.constFind(cell.column);
-            if (accumulator != statistics.constEnd() && cell.countedIn != (*accumulator)->generation)
+        for (Cell &cell : *cells)
+            if (!isMember(cell))
                 count(cell);
-        }
     }
+}
+
+QStringList CHpfExtraDataModel::keys() const
+{
+    const Lock lock(mutex);
+    return values.keys();
+}
+
+int CHpfExtraDataModel::keyCount() const
+{
+    const Lock lock(mutex);
+    return values.size();
 }
 
 void CHpfExtraDataModel::clear()

@@ -9,7 +9,7 @@ namespace KV {
 struct CHpfExtraDataModel::Cell
 {
     int column = -1;
-    unsigned countedIn = 0; ///< generation of the sum that has the value in it; 0 for none
+    unsigned memberOf = 0; ///< generation of the sum that the cell belongs to; 0 for none
     const QColor *color = nullptr;
     QVariant value;
 };
@@ -19,6 +19,7 @@ struct CHpfExtraDataModel::Accumulator
 {
     core::ExactSum sum;
     unsigned generation = 0; ///< differs from every earlier sum of any column
+    bool judged = false;     ///< the rows that count were named; others stay out until the next time
 };
 
 } // namespace KV

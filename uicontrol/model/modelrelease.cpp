@@ -1,6 +1,7 @@
 #include "model/modelrelease.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 #include <QtCore/QThread>
 #include <algorithm>
 #include <boost/thread/lock_guard.hpp>
@@ -14,26 +15,50 @@ namespace KV {
 namespace {
 
 using ModelPtr = boost::shared_ptr<CHpfDataModel>;
+using Lock = boost::lock_guard<boost::mutex>;
 
-/// Models that wait for the GUI thread, each once however many rows gave it up.
-struct Waiting
+/// Models that wait for the GUI thread, each once however many rows gave it up. Lives in the GUI thread; is woken by an
+/// event without contents.
+class WaitingModels : public QObject
 {
-    boost::mutex mutex;
+public:
+    void add(ModelPtr &&model)
+    {
+        const Lock lock(mutex);
+        if (std::find(models.begin(), models.end(), model) != models.end()) {
+            model.reset(); // not the last hold: the list has one, and cannot lose it while it is locked
+            return;
+        }
+        models.push_back(std::move(model));
+        if (models.size() == 1)
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        std::vector<ModelPtr> released;
+        const Lock lock(mutex);
+        released.swap(models);
+        return true; // they go after the lock
+    }
+
+private:
+    boost::mutex mutex; ///< guards the models
     std::vector<ModelPtr> models;
 };
 
-Waiting &waiting()
+WaitingModels &waitingModels(QThread *guiThread)
 {
     // Never destroyed: rows may still die while the program ends.
-    static auto *models = new Waiting;
-    return *models;
-}
-
-void releaseWaiting()
-{
-    std::vector<ModelPtr> models;
-    const boost::lock_guard<boost::mutex> lock(waiting().mutex);
-    models.swap(waiting().models);
+    static auto *waiting = [guiThread] {
+        auto *made = new WaitingModels;
+        made->moveToThread(guiThread);
+        return made;
+    }();
+    return *waiting;
 }
 
 } // namespace
@@ -42,20 +67,11 @@ void releaseModel(ModelPtr &&model)
 {
     if (!model)
         return;
-    QCoreApplication *application = QCoreApplication::instance();
-    if (application == nullptr || QThread::currentThread() == application->thread()) {
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (application == nullptr || QThread::currentThread() == application->thread())
         model.reset();
-        return;
-    }
-    const boost::lock_guard<boost::mutex> lock(waiting().mutex);
-    auto &models = waiting().models;
-    if (std::find(models.begin(), models.end(), model) != models.end()) {
-        model.reset(); // not the last one: the list has it, and cannot lose it while it is locked
-        return;
-    }
-    models.push_back(std::move(model));
-    if (models.size() == 1)
-        QMetaObject::invokeMethod(application, releaseWaiting, Qt::QueuedConnection);
+    else
+        waitingModels(application->thread()).add(std::move(model));
 }
 
 } // namespace KV

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QPair>
 #include <QtCore/QVector>
 #include <boost/shared_ptr.hpp>
@@ -113,12 +114,28 @@ private:
     template <typename RowClass>
     void takeColored(const ColoredRecords &records, bool redraw);
     void takeRow(const RowPtr &row, bool redraw);
-    void fitOnce(bool hasRows);
+    void recountExtraSums();
+    bool canFit() const;
+    void fitFirst();
+
+    /// A saved column that the present model does not have.
+    struct AbsentColumn
+    {
+        int leftFieldId = -1; ///< of the column that stood left of it; -1 for none
+        ZB::CBaseTableColumnSetting setting;
+    };
 
     boost::shared_ptr<CHpfDataModel> dataModel;
     CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
     bool firstFitDone = false;
-    QList<ZB::CBaseTableColumnSetting> absentColumns; ///< saved columns that the present model does not have
+    QList<AbsentColumn> absentColumns;
+
+    /// What the sums of the extra columns were last counted for.
+    int countedRows = -1;
+    int countedAllRows = -1;
+    int countedExtraRows = -1;
+    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> countedFilters;
+    QElapsedTimer sinceRecount;
 };
 
 } // namespace KV

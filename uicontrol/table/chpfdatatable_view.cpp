@@ -1,6 +1,8 @@
 #include <QtCore/QPointer>
+#include <algorithm>
 
 #include "model/chpfdatamodel.h"
+#include "model/chpfextradatamodel.h"
 #include "table/chpfdatatable.h"
 #include "zb/cuiresource.h"
 #include "zb/messagebox.h"
@@ -8,6 +10,12 @@
 namespace KV {
 
 using Base = ZB::CBaseHighPerformanceTable;
+
+namespace {
+
+constexpr int recountMilliseconds = 1000;
+
+} // namespace
 
 void CHpfDataTable::themeChanged()
 {
@@ -68,41 +76,63 @@ QStringList CHpfDataTable::getMenuItems(int column)
 ZB::CBaseTableSettingParam CHpfDataTable::getTableSetting()
 {
     ZB::CBaseTableSettingParam setting = Base::getTableSetting();
-    setting.columns += absentColumns;
+    for (const AbsentColumn &absent : absentColumns) {
+        // Behind the neighbour that it had, so that it finds its place again.
+        const auto neighbour = std::find_if(setting.columns.begin(), setting.columns.end(),
+                                            [&absent](const ZB::CBaseTableColumnSetting &column) {
+                                                return column.fieldId >= 0 && column.fieldId == absent.leftFieldId;
+                                            });
+        const bool first = absent.leftFieldId < 0 || neighbour == setting.columns.end();
+        setting.columns.insert(first ? setting.columns.begin() : neighbour + 1, absent.setting);
+    }
     return setting;
 }
 
 void CHpfDataTable::setTableSetting(const ZB::CBaseTableSettingParam &setting)
 {
-    ZB::CBaseTableSettingParam present = setting;
-    present.columns.clear();
     absentColumns.clear();
-    for (ZB::CBaseTableColumnSetting column : setting.columns) {
-        const bool isField = column.fieldId >= 0;
-        if (isField)
-            column.column = getColumnIdByFileId(column.fieldId);
-        if (isField && column.column < 0)
-            absentColumns.append(column);
-        else
-            present.columns.append(column);
+    int leftFieldId = -1;
+    for (const ZB::CBaseTableColumnSetting &column : setting.columns) {
+        if (column.fieldId >= 0 && getColumnIdByFileId(column.fieldId) < 0)
+            absentColumns.append({leftFieldId, column});
+        if (column.fieldId >= 0)
+            leftFieldId = column.fieldId;
     }
-    Base::setTableSetting(present);
+    Base::setTableSetting(setting);
 }
 
 void CHpfDataTable::onTimer()
 {
-    if (dataModel)
-        dataModel->onTimer();
-    Base::onTimer();
+    Base::onTimer(); // takes the model's step
+    recountExtraSums();
     tryFirstAdjustVisibleWidth();
 }
 
 void CHpfDataTable::updateTable()
 {
-    if (dataModel && dataModel->updated())
-        dataModel->reCalcExStat();
+    recountExtraSums();
     Base::updateTable();
     tryFirstAdjustVisibleWidth();
+}
+
+/// Sums of extra columns are the model's own business only while no row is left out by a filter.
+void CHpfDataTable::recountExtraSums()
+{
+    if (!dataModel || !dataModel->getExtraDataModel()->hasStatistics())
+        return;
+    const auto filters = dataModel->columnFilters();
+    const bool changed = dataModel->size() != countedRows || dataModel->allSize() != countedAllRows ||
+                         dataModel->getExtraDataModel()->keyCount() != countedExtraRows || filters != countedFilters;
+    // Two rows can change places at a filter without a trace in these numbers.
+    const bool due = !filters.isEmpty() && (!sinceRecount.isValid() || sinceRecount.elapsed() >= recountMilliseconds);
+    if (!changed && !due)
+        return;
+    dataModel->reCalcExStat();
+    countedRows = dataModel->size();
+    countedAllRows = dataModel->allSize();
+    countedExtraRows = dataModel->getExtraDataModel()->keyCount();
+    countedFilters = filters;
+    sinceRecount.start();
 }
 
 void CHpfDataTable::showEvent(QShowEvent *event)
@@ -113,18 +143,24 @@ void CHpfDataTable::showEvent(QShowEvent *event)
 
 void CHpfDataTable::tryFirstAdjustVisibleWidth()
 {
-    fitOnce(dataModel && dataModel->size() > 0);
+    // The number of shown rows comes last: asking for it finishes a filter that is under way.
+    if (canFit() && dataModel->size() > 0)
+        fitFirst();
 }
 
 void CHpfDataTable::adjustVisibleWidth()
 {
-    fitOnce(dataModel && dataModel->allSize() > 0);
+    if (canFit())
+        fitFirst();
 }
 
-void CHpfDataTable::fitOnce(bool hasRows)
+bool CHpfDataTable::canFit() const
 {
-    if (firstFitDone || !hasRows || !isVisible())
-        return;
+    return !firstFitDone && isVisible() && dataModel && dataModel->allSize() > 0;
+}
+
+void CHpfDataTable::fitFirst()
+{
     firstFitDone = true;
     fitVisibleColumns();
 }
