@@ -44,10 +44,11 @@ bool GridView::event(QEvent *event)
 
 void GridView::paintEvent(QPaintEvent *event)
 {
-    // Anything that is not shown yet goes along: a frame that waits for its time, or a view that was hidden.
-    const QRegion beyond = d->takeFrame() - event->region();
-    if (!beyond.isEmpty())
-        update(beyond);
+    if (d->mustCatchUp()) {
+        const QRegion beyond = d->takeFrame() - event->region();
+        if (!beyond.isEmpty())
+            update(beyond);
+    }
     QPainter painter(this);
     d->paint(painter, event->region());
 }

@@ -32,6 +32,8 @@ public:
     QRegion takeFrame();
     /// takeFrame() and its repaint, without telling anybody: for setters that need to know where things are.
     void sync();
+    /// The pictures do not fit the view: it has another size, or was not on the screen while things changed.
+    bool mustCatchUp() const { return layoutTouched || !q->isVisible(); }
     void paint(QPainter &painter, const QRegion &region);
     /// Tells what has changed since the last time. The view may be gone afterwards.
     void announce();

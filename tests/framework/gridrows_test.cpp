@@ -1,0 +1,250 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "framework/gridlistsource.h"
+#include "grid/gridanchor.h"
+#include "grid/gridrows.h"
+
+using namespace ZB;
+
+namespace {
+
+/// Five whole rows on the screen.
+struct Shown
+{
+    explicit Shown(int rowCount) : source(rowCount)
+    {
+        geometry.size = QSize(200, 100);
+        geometry.rowHeight = 20;
+        rows.update(source, geometry, false, NoGridRow);
+    }
+    void update(GridRowId current = NoGridRow, bool held = false) { rows.update(source, geometry, held, current); }
+    void scrollToRow(qint64 row) { rows.scrollTo(&source, geometry, 0, row * 20); }
+    std::string ids() const { return idsOf(rows.window()).toStdString(); }
+
+    ListSource source;
+    GridGeometry geometry;
+    GridRows rows;
+};
+
+void reverse(std::vector<ListSource::Row> &rows)
+{
+    std::reverse(rows.begin(), rows.end());
+}
+
+} // namespace
+
+TEST(GridRows, StaysOnItsRowsWhenOthersComeAndGo)
+{
+    Shown shown(100);
+    shown.scrollToRow(50);
+    ASSERT_EQ(shown.ids(), "51 52 53 54 55");
+    for (int i = 0; i < 30; ++i)
+        shown.source.insert(3);
+    shown.source.remove(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "51 52 53 54 55");
+    EXPECT_EQ(shown.rows.window().first, 79);
+    shown.source.remove(80); // 52, from the middle of the screen
+    shown.update();
+    EXPECT_EQ(shown.ids(), "50 51 53 54 55") << "as few as possible move";
+    shown.source.remove(82);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "50 51 53 54 56");
+}
+
+TEST(GridRows, DoesNotFollowASingleRowThatJumps)
+{
+    Shown shown(100);
+    shown.scrollToRow(50);
+    for (const int from : {50, 52, 54}) {
+        shown.source.reorder(
+            [&](auto &rows) { std::rotate(rows.begin(), rows.begin() + from, rows.begin() + from + 1); });
+        shown.update();
+    }
+    EXPECT_EQ(shown.ids(), "50 52 54 56 57");
+}
+
+TEST(GridRows, StaysAtTheTopWhileItFollowsTheTop)
+{
+    Shown shown(100);
+    shown.rows.setFollow(GridFollow::Top, shown.geometry);
+    shown.source.insert(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "101 1 2 3 4");
+    shown.scrollToRow(1);
+    EXPECT_FALSE(shown.rows.isAtEdge());
+    shown.source.insert(0);
+    shown.source.insert(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "1 2 3 4 5");
+    EXPECT_EQ(shown.rows.unseen(), 2);
+    shown.scrollToRow(0);
+    EXPECT_EQ(shown.rows.unseen(), 0);
+    shown.source.insert(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "104 103 102 101 1");
+}
+
+TEST(GridRows, FollowsTheBottomThroughGrowthAndThroughSmallerSizes)
+{
+    Shown shown(3);
+    shown.rows.setFollow(GridFollow::Bottom, shown.geometry);
+    for (int i = 0; i < 10; ++i)
+        shown.source.insert(shown.source.rowCount());
+    shown.update();
+    EXPECT_EQ(shown.ids(), "9 10 11 12 13");
+    shown.geometry.size.setHeight(60);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "11 12 13");
+    shown.scrollToRow(5);
+    shown.source.insert(13);
+    shown.source.insert(0); // not at the edge that is followed
+    shown.update();
+    EXPECT_EQ(shown.ids(), "6 7 8");
+    EXPECT_EQ(shown.rows.unseen(), 1);
+    shown.source.remove(13); // the row that was last when the view left
+    shown.update();
+    EXPECT_EQ(shown.rows.unseen(), 1);
+    shown.scrollToRow(100);
+    EXPECT_TRUE(shown.rows.isAtEdge());
+    EXPECT_EQ(shown.rows.unseen(), 0);
+}
+
+TEST(GridRows, WithoutAnEdgeToFollowItStaysOnItsRowsEvenAtTheTop)
+{
+    Shown shown(100);
+    shown.source.insert(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "1 2 3 4 5");
+}
+
+TEST(GridRows, AHeldOrderStaysWhileContentsGoOn)
+{
+    Shown shown(100);
+    shown.scrollToRow(10);
+    shown.source.reorder(reverse);
+    shown.source.insert(0);
+    shown.source.remove(shown.source.rowOf(13));
+    shown.source.setText(shown.source.rowOf(12), 0, QStringLiteral("new"));
+    shown.update(NoGridRow, true);
+    EXPECT_EQ(shown.ids(), "11 12 13 14 15");
+    EXPECT_EQ(shown.geometry.rowCount, 100);
+    EXPECT_EQ(shown.rows.window().rows[1].version, 1u);
+    GridContent content;
+    shown.source.content(1, 0, content);
+    EXPECT_EQ(content.text, "new");
+    shown.rows.expectSort();
+    shown.update(14);
+    EXPECT_EQ(shown.rows.idAt(shown.rows.window().first + 3), 14u) << shown.ids();
+}
+
+TEST(GridRows, AfterASortTheCurrentRowKeepsItsPlaceOnTheScreen)
+{
+    Shown shown(100);
+    shown.scrollToRow(20);
+    shown.rows.expectSort();
+    shown.source.insert(0); // something unimportant comes first: the sort is still awaited
+    shown.update(23);
+    ASSERT_EQ(shown.ids(), "21 22 23 24 25");
+    shown.source.reorder([](auto &rows) {
+        std::sort(rows.begin(), rows.end(), [](const auto &a, const auto &b) {
+            return std::make_pair(a.id % 7, a.id) < std::make_pair(b.id % 7, b.id);
+        });
+    });
+    shown.update(23);
+    EXPECT_EQ(shown.ids(), "9 16 23 30 37");
+    EXPECT_EQ(shown.rows.window().rows[2].id, 23u);
+}
+
+TEST(GridRows, FromTheVeryTopASortShowsWhatIsFirst)
+{
+    Shown shown(100);
+    shown.rows.expectSort();
+    shown.source.reorder([](auto &rows) {
+        std::sort(rows.begin(), rows.end(), [](const auto &a, const auto &b) { return a.id % 9 > b.id % 9; });
+    });
+    shown.update();
+    EXPECT_EQ(shown.geometry.scrollY, 0);
+}
+
+TEST(GridRows, RowsThatScatterByThemselvesLeaveTheViewWhereItIs)
+{
+    std::mt19937 random(7);
+    Shown shown(1000);
+    shown.scrollToRow(500);
+    shown.source.reorder([&](auto &rows) { std::shuffle(rows.begin(), rows.end(), random); });
+    shown.update();
+    EXPECT_EQ(shown.rows.window().first, 500);
+}
+
+TEST(GridRows, AFilterThatComesOffLeavesTheCurrentRowInItsPlace)
+{
+    Shown shown(1000);
+    std::vector<ListSource::Row> all = shown.source.rows;
+    shown.scrollToRow(300);
+    shown.source.reorder([](auto &rows) {
+        rows.erase(std::remove_if(rows.begin(), rows.end(), [](const auto &row) { return row.id % 100 != 2; }),
+                   rows.end());
+    });
+    shown.update(302);
+    ASSERT_EQ(shown.ids(), "202 302 402 502 602") << "the only row that is left keeps its place";
+    shown.source.reorder([&](auto &rows) { rows = all; });
+    shown.update(402);
+    EXPECT_EQ(shown.ids(), "400 401 402 403 404");
+}
+
+TEST(GridRows, SurvivesSourcesThatLoseTheirRows)
+{
+    Shown shown(100);
+    shown.scrollToRow(90);
+    shown.source.reorder([](auto &rows) { rows.resize(3); });
+    shown.update();
+    EXPECT_EQ(shown.ids(), "1 2 3");
+    EXPECT_EQ(shown.geometry.scrollY, 0);
+    shown.source.reorder([](auto &rows) { rows.clear(); });
+    shown.update();
+    EXPECT_EQ(shown.ids(), "");
+    shown.source.insert(0);
+    shown.update();
+    EXPECT_EQ(shown.ids(), "101");
+}
+
+TEST(GridAnchor, MostRowsDecide)
+{
+    struct Case
+    {
+        const char *what;
+        std::vector<qint64> places; ///< of rows that began at 100
+        int current;
+        bool sorted;
+        qint64 shift;
+        bool scattered;
+    };
+    const std::vector<Case> cases = {
+        {"nothing moved", {100, 101, 102}, -1, false, 0, false},
+        {"all moved", {105, 106, 107}, -1, false, 5, false},
+        {"one came in between", {100, 101, 103, 104, 105}, -1, false, 1, false},
+        {"one jumped to the front", {0, 101, 102, 103}, -1, false, 0, false},
+        {"the current row jumped", {9000, 101, 102, 103}, 0, false, 0, false},
+        {"all gone", {-1, -1, -1}, -1, false, 0, true},
+        {"one is left", {-1, -1, 17}, -1, false, -85, false},
+        {"spread in order, no current row", {200, 300, 400, 500}, -1, false, 100, true},
+        {"spread in order, current row third", {200, 300, 400, 500}, 2, false, 298, true},
+        {"scattered by themselves", {900, 20, 400, 7}, 2, false, 0, true},
+        {"sorted by the user", {900, 20, 400, 7}, 2, true, 298, true},
+        {"sorted, current row gone", {-1, 20, 400, 7}, 0, true, -81, true},
+    };
+    for (const Case &one : cases) {
+        GridAnchorCase change;
+        change.first = 100;
+        change.places = one.places;
+        change.current = one.current;
+        change.sortedByUser = one.sorted;
+        const GridAnchor anchor = anchorOf(change);
+        EXPECT_EQ(anchor.shift, one.shift) << one.what;
+        EXPECT_EQ(anchor.scattered, one.scattered) << one.what;
+    }
+}

@@ -1,0 +1,263 @@
+#include <QtCore/QElapsedTimer>
+
+#include "framework/gridviewfixture.h"
+
+using namespace ZB;
+
+TEST_F(GridViewTest, KeysMoveTheCurrentCell)
+{
+    key(Qt::Key_Down);
+    EXPECT_EQ(current(), "1.0") << "from nowhere to the first row";
+    key(Qt::Key_Down);
+    key(Qt::Key_Right);
+    EXPECT_EQ(current(), "2.1");
+    EXPECT_EQ(selected(), "2");
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(current(), "11.1");
+    key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(current(), "100.1");
+    EXPECT_FALSE(view.cellRect(100, 1).isEmpty());
+    key(Qt::Key_End);
+    EXPECT_EQ(current(), "100.4");
+    key(Qt::Key_Home);
+    key(Qt::Key_Up);
+    EXPECT_EQ(current(), "99.0");
+    key(Qt::Key_Home, Qt::ControlModifier);
+    key(Qt::Key_Left);
+    key(Qt::Key_Up);
+    EXPECT_EQ(current(), "1.0");
+    view.setColumnVisible(1, false);
+    key(Qt::Key_Right);
+    EXPECT_EQ(current(), "1.2") << "past the hidden column";
+}
+
+TEST_F(GridViewTest, KeysSelectRowsAndBlocks)
+{
+    key(Qt::Key_Down);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "1 2 3");
+    key(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "1 2");
+    key(Qt::Key_Down, Qt::ControlModifier);
+    key(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "1 2");
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "1 2 4");
+    key(Qt::Key_Space);
+    EXPECT_EQ(selected(), "4");
+    key(Qt::Key_Right);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selectedCells(), "4 5 x 1 2");
+    key(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(selectedCells(), "4 5 x 1 2 3 4");
+    key(Qt::Key_Down);
+    EXPECT_EQ(selected(), "6") << "and back to rows";
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(view.selectedRows().size(), 100u);
+}
+
+TEST_F(GridViewTest, KeysReachWhatTheHeadersDo)
+{
+    click(cell(2, 1));
+    takeSaid();
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier); // at the edge
+    key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::AltModifier); // not filterable
+    GridColumn look = view.column(1);
+    look.filterable = true;
+    view.setColumn(1, look);
+    key(Qt::Key_Down, Qt::AltModifier);
+    key(Qt::Key_C, Qt::ControlModifier);
+    key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(takeSaid(), "sort 1; sort 1+; moved 1 to 2; moved 1 to 1; moved 1 to 0; resized 1 to 68; filter 1; copy; "
+                          "copy+; activated 3.1");
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
+    QApplication::sendEvent(&view, &letter);
+    EXPECT_FALSE(letter.isAccepted()) << "for the table's search";
+}
+
+TEST_F(GridViewTest, TheKeyboardGoesOnWhereTheCurrentRowWas)
+{
+    click(cell(4, 0));
+    takeSaid();
+    source.remove(4);
+    view.refreshNow();
+    QTRY_VERIFY_WITH_TIMEOUT((view.refreshNow(), view.currentRow() == NoGridRow), 5000);
+    EXPECT_EQ(takeSaid(), "current 0.0");
+    key(Qt::Key_Return);
+    key(Qt::Key_Space);
+    EXPECT_EQ(takeSaid(), "") << "nothing happens to a record that nobody chose";
+    key(Qt::Key_Down);
+    EXPECT_EQ(current(), "6.0") << "the row that took its place";
+}
+
+TEST_F(GridViewTest, SelectionAndViewStayOnTheirRecords)
+{
+    view.scrollToRow(40);
+    click(cell(36, 1));
+    click(cell(38, 1), Qt::ShiftModifier);
+    QTest::qWait(QApplication::doubleClickInterval() + 50); // rows may move again
+    const std::string before = rowsOnScreen();
+    for (int i = 0; i < 7; ++i)
+        source.insert(0);
+    view.refreshNow();
+    EXPECT_EQ(rowsOnScreen(), before);
+    source.reorder([](auto &rows) { std::reverse(rows.begin(), rows.end()); });
+    view.setSortMarks({{1, true}});
+    view.refreshNow();
+    EXPECT_EQ(selected(), "39 38 37");
+    EXPECT_EQ(view.currentRow(), 39u);
+    EXPECT_FALSE(view.cellRect(39, 1).isEmpty()) << "still in sight";
+}
+
+TEST_F(GridViewTest, CountsTheRowsThatCameWhileTheViewWasElsewhere)
+{
+    view.setFollow(GridFollow::Bottom);
+    view.scrollToFollowedEdge();
+    source.insert(source.rowCount());
+    view.refreshNow();
+    EXPECT_FALSE(view.cellRect(101, 0).isEmpty());
+    turnWheel(QPoint(0, 120));
+    takeSaid();
+    source.insert(source.rowCount());
+    source.insert(source.rowCount());
+    view.refreshNow();
+    EXPECT_EQ(takeSaid(), "unseen 2");
+    EXPECT_EQ(view.unseenRows(), 2);
+    view.scrollToFollowedEdge();
+    EXPECT_EQ(takeSaid(), "unseen 0");
+}
+
+TEST_F(GridViewTest, FramesAreKeptApartAndNothingIsPaintedWithoutAReason)
+{
+    QApplication::processEvents();
+    const quint64 frames = view.frameCount();
+    for (int i = 0; i < 1000; ++i)
+        view.refresh();
+    source.asked = 0;
+    QTest::qWait(50);
+    EXPECT_EQ(view.frameCount(), frames);
+    EXPECT_EQ(source.asked, 0);
+
+    QElapsedTimer clock;
+    clock.start();
+    int changes = 0;
+    while (clock.elapsed() < 300) {
+        source.setText(2, 1, QString::number(++changes));
+        view.refresh();
+        QApplication::processEvents();
+    }
+    const auto shown = view.frameCount() - frames;
+    EXPECT_GE(shown, 2u);
+    EXPECT_LE(shown, static_cast<quint64>(clock.elapsed() / 16 + 2)) << changes << " changes";
+}
+
+TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
+{
+    const auto fresh = [this] {
+        GridView other;
+        other.setLook(view.look());
+        other.setSource(&source);
+        other.setColumnOrder(view.columnOrder());
+        for (int column = 0; column < source.columns; ++column)
+            other.setColumn(column, view.column(column));
+        other.setFrozenColumns(view.frozenColumns());
+        other.setStatisticsVisible(view.statisticsVisible());
+        other.setRowNumbersVisible(view.rowNumbersVisible());
+        other.setSortMarks(view.sortMarks());
+        other.resize(view.size());
+        other.scrollToRow(source.rowCount() - 1);
+        other.scrollToRow(view.firstVisibleRow());
+        return other.grab().toImage();
+    };
+    view.clearFocus();
+    view.setStatisticsVisible(true);
+    source.statistics = QStringLiteral("77");
+    view.setFrozenColumns(1);
+    view.setSortMarks({{2, false}, {0, true}});
+    source.setText(5, 3, QStringLiteral("a text that does not fit"));
+    view.refreshNow();
+    EXPECT_EQ(view.grab().toImage(), fresh());
+    view.scrollToRow(99);
+    view.scrollToRow(60);
+    source.insert(3);
+    view.resize(300, 320);
+    view.setColumnWidth(2, 90);
+    view.refreshNow();
+    EXPECT_EQ(view.grab().toImage(), fresh());
+    GridLook larger = plainLook();
+    larger.rowHeight = 36;
+    larger.headerHeight = 42;
+    larger.textFont.setPixelSize(18);
+    larger.scale = 1.5;
+    view.setLook(larger);
+    view.setRowNumbersVisible(false);
+    source.renew();
+    view.refreshNow();
+    EXPECT_EQ(view.grab().toImage(), fresh());
+}
+
+TEST_F(GridViewTest, BadInputChangesNothing)
+{
+    view.setColumnWidth(-1, 10);
+    view.setColumnWidth(99, 10);
+    view.setColumnVisible(99, false);
+    view.setColumnOrder({99, -5, 4, 4});
+    EXPECT_EQ(joined(view.columnOrder()), "4 0 1 2 3");
+    view.setColumnDelegate(-1, nullptr);
+    view.scrollTo(12345);
+    view.scrollToRow(-1);
+    view.scrollToRow(100);
+    view.scrollToColumn(77);
+    view.setFrozenColumns(-3);
+    EXPECT_EQ(view.frozenColumns(), 0);
+    EXPECT_EQ(view.firstVisibleRow(), 0);
+    view.setCurrent(12345, 2);
+    EXPECT_EQ(view.currentRow(), NoGridRow);
+    view.selectRows({5, 12345, 3});
+    EXPECT_EQ(selected(), "3 5");
+    view.resize(1, 1);
+    view.refreshNow();
+    view.grab();
+    for (int column = 0; column < 5; ++column)
+        view.setColumnVisible(column, false);
+    view.resize(400, 268);
+    view.refreshNow();
+    key(Qt::Key_Right);
+    key(Qt::Key_Down);
+    click(QPoint(200, 100));
+    view.grab();
+    view.setSource(nullptr);
+    view.refreshNow();
+    key(Qt::Key_Down);
+    click(QPoint(200, 100));
+    turnWheel(QPoint(0, -120));
+    view.selectAll();
+    view.grab();
+    EXPECT_EQ(view.column(0).width, GridColumn().width);
+}
+
+TEST_F(GridViewTest, ColumnsThatTheSourceAddsKeepTheOthersAsTheyAre)
+{
+    view.setColumnOrder({2, 0, 1, 3, 4});
+    view.setColumnWidth(3, 77);
+    source.columns = 7;
+    source.renew();
+    view.setColumnWidth(6, 99); // before any frame has shown it
+    view.refreshNow();
+    EXPECT_EQ(joined(view.columnOrder()), "2 0 1 3 4 5 6");
+    EXPECT_EQ(view.column(3).width, 77);
+    EXPECT_EQ(view.column(6).width, 99);
+    source.columns = 3;
+    source.renew();
+    view.refreshNow();
+    EXPECT_EQ(joined(view.visibleColumns()), "2 0 1");
+}
