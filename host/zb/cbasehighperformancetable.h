@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "zb/cbasewidget.h"
+#include "zb/ctablerowmark.h"
 #include "zb/etableflag.h"
 #include "zb/ibasehpftablemodel.h"
 #include "zb/ibasetable.h"
@@ -104,8 +105,35 @@ public:
     boost::shared_ptr<IBaseHpfTableData> currentData() const;
     void selectKey(const std::string &key);
     void scrollToKey(const std::string &key);
+    /// Copies what is selected (rows, or cells where cells are selected) as tab-separated text. Many rows are gathered
+    /// in the background, with progress and a way to stop.
     void copySelection(bool withHeader);
+    /// Opens the search under the table; the user takes it from there.
+    void openFind();
+    /// The next cell (or the one before) whose text contains this, ignoring case, becomes the current one as soon as it
+    /// is found: the search goes on in slices, around the end of the table.
+    void find(const QString &text, bool forward);
     /// @}
+
+    /// @name What a user arranges; each of it is part of the table's settings
+    /// @{
+    /// Columns at the left that do not scroll, counted on the screen.
+    void setFrozenColumns(int count);
+    int frozenColumns() const;
+    /// Rules that tint rows which stand out, such as large orders.
+    void setRowMarks(const QVector<CTableRowMark> &marks);
+    QVector<CTableRowMark> rowMarks() const;
+    /// Arrangements of columns under a name. Saving replaces one of the same name; applying answers false for a name
+    /// that there is not.
+    QStringList columnSets() const;
+    void saveColumnSet(const QString &name);
+    bool applyColumnSet(const QString &name);
+    void removeColumnSet(const QString &name);
+    /// @}
+
+    /// Holds the rows as they are shown now, while the model goes on; a sign says so and counts what has come.
+    void setPaused(bool paused);
+    bool isPaused() const;
 
     /// @name Paging
     /// @{
@@ -119,7 +147,8 @@ public:
     void setTableSetting(const CBaseTableSettingParam &setting) override;
     bool exportData(QString path) override;
 
-    /// Makes the columns as wide as their header and the rows on the screen need, within bounds.
+    /// Makes the columns as wide as their header and the rows on the screen need, within bounds. Columns whose width
+    /// the user has chosen keep it.
     void fitVisibleColumns();
 
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
@@ -130,6 +159,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     class Private;

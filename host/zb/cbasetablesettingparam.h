@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtCore/QVector>
 
+#include "zb/ctablerowmark.h"
+
 namespace ZB {
 
 /// How a user arranged one column. Widths are those at 100 % scale, in pixels.
@@ -25,7 +27,8 @@ struct CBaseTableFrameSetting
     int frozenColumns = 0;          ///< columns at the left that do not scroll, counted on the screen
     bool showRowNumbers = true;
     bool showStatistics = true;
-    QString columnSet; ///< the named column set in use; empty for none
+    QVector<CTableRowMark> marks; ///< rules that tint rows which stand out
+    QString columnSet;            ///< the named column set in use; empty for none
 };
 
 /// What a table's settings hold. A value type; the host keeps it in the user's configuration.

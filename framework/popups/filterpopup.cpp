@@ -1,0 +1,173 @@
+#include "popups/filterpopup.h"
+
+#include <QtCore/QHash>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <algorithm>
+
+#include "popups/checklist.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int sliceMilliseconds = 8;
+
+QString shownText(const QString &text)
+{
+    return text.isEmpty() ? QStringLiteral("(空白)") : text;
+}
+
+} // namespace
+
+FilterPopup::FilterPopup(const IBaseHpfTableModel &model, int column, QWidget *parent)
+    : PopupFrame(parent), filterColumn(column), present(model.columnFilters().value(column)),
+      gatherer(std::make_unique<HpfDistinctTexts>(model, column))
+{
+    build(model.columnHeader(column));
+    connect(&step, &QTimer::timeout, this, &FilterPopup::gatherOn);
+    step.start(0);
+    updateState();
+}
+
+FilterPopup::~FilterPopup() = default;
+
+int FilterPopup::column() const
+{
+    return filterColumn;
+}
+
+bool FilterPopup::isGathered() const
+{
+    return !step.isActive();
+}
+
+QStringList FilterPopup::texts() const
+{
+    QStringList all;
+    for (const HpfDistinctTexts::Value &value : gatherer->values())
+        all.append(value.text);
+    return all;
+}
+
+void FilterPopup::gatherOn()
+{
+    if (!gatherer->step(sliceMilliseconds)) {
+        list->setEmptyText(QStringLiteral("正在读取 %1%").arg(gatherer->progress() / 10));
+        return;
+    }
+    step.stop();
+    list->setEmptyText(QStringLiteral("没有匹配的取值"));
+    setTexts(texts());
+    Q_EMIT gathered();
+}
+
+/// A value that the filter holds is offered also where no row has it any more, or applying would lose it.
+QStringList FilterPopup::withFiltered(QStringList texts) const
+{
+    if (present.first != FilterExact)
+        return texts;
+    QSet<QString> missing = present.second;
+    for (const QString &text : qAsConst(texts))
+        missing.remove(text);
+    QStringList rest = missing.values();
+    rest.sort();
+    return texts + rest;
+}
+
+void FilterPopup::setTexts(const QStringList &offered)
+{
+    const QStringList texts = withFiltered(offered);
+    QHash<QString, int> counts;
+    for (const HpfDistinctTexts::Value &value : gatherer->values())
+        counts.insert(value.text, value.count);
+    const bool all = present.second.isEmpty() || present.first != FilterExact;
+    std::vector<CheckItem> items;
+    textOfItem.assign(texts.begin(), texts.end());
+    for (const QString &text : texts)
+        items.push_back({shownText(text), QString::number(counts.value(text)), all || present.second.contains(text),
+                         int(items.size())});
+    list->setItems(std::move(items));
+    updateState();
+}
+
+QSet<QString> FilterPopup::checkedTexts() const
+{
+    QSet<QString> checked;
+    for (const int index : list->shownItems()) {
+        const CheckItem &item = list->items()[std::size_t(index)];
+        if (item.checked)
+            checked.insert(textOfItem[std::size_t(item.id)]);
+    }
+    return checked;
+}
+
+void FilterPopup::updateState()
+{
+    const bool byText = !contains->text().trimmed().isEmpty();
+    const auto &shown = list->shownItems();
+    const auto checked = std::count_if(shown.begin(), shown.end(),
+                                       [this](int index) { return list->items()[std::size_t(index)].checked; });
+    QString text = QStringLiteral("已选 %1 / %2").arg(checked).arg(shown.size());
+    if (!isGathered())
+        text = QStringLiteral("正在读取…");
+    else if (gatherer->isTruncated())
+        text += QStringLiteral("（取值过多，未全部列出）");
+    state->setText(text);
+    list->setEnabled(!byText);
+    for (QPushButton *button : choiceButtons)
+        button->setEnabled(!byText && isGathered());
+    accept->setEnabled(byText || (isGathered() && checked > 0));
+    remove->setEnabled(!present.second.isEmpty());
+}
+
+/// Everything chosen means no filter, so that values which come later show too.
+void FilterPopup::apply()
+{
+    QSet<QString> values;
+    for (const QString &word : contains->text().split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        values.insert(word);
+    if (!values.isEmpty())
+        return finish(FilterContains, values);
+    if (!accept->isEnabled())
+        return;
+    values = checkedTexts();
+    const bool all = values.size() == int(textOfItem.size()) && !gatherer->isTruncated();
+    finish(FilterExact, all ? QSet<QString>() : values);
+}
+
+void FilterPopup::takeOff()
+{
+    finish(FilterExact, QSet<QString>());
+}
+
+/// The receiver may close popups, this one included, while it filters.
+void FilterPopup::finish(int type, const QSet<QString> &values)
+{
+    close();
+    Q_EMIT chosen(type, values);
+}
+
+void FilterPopup::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        apply();
+    else
+        PopupFrame::keyPressEvent(event);
+}
+
+bool FilterPopup::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == search && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down) {
+        list->setFocus();
+        return true;
+    }
+    return PopupFrame::eventFilter(watched, event);
+}
+
+} // namespace ZB

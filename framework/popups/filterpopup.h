@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QtCore/QSet>
+#include <QtCore/QTimer>
+#include <memory>
+#include <vector>
+
+#include "frameworkexport.h"
+#include "popups/popupframe.h"
+#include "table/hpfmodelaccess.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace ZB {
+
+class CheckList;
+
+/// The filter box of a column: its different texts with how often each occurs, a search in them, and a condition by
+/// contained text. Gathers the texts in slices while it is open; the model must outlive it.
+///
+/// Keys: typing searches; Down goes into the list; Enter applies, in a search to what the search leaves; Escape closes.
+class FRAMEWORK_API FilterPopup : public PopupFrame
+{
+    Q_OBJECT
+
+public:
+    FilterPopup(const IBaseHpfTableModel &model, int column, QWidget *parent);
+    ~FilterPopup() override;
+
+    int column() const;
+    bool isGathered() const;
+    /// Once gathered: the texts in reading order.
+    QStringList texts() const;
+    /// Replaces the offered texts; counts stay with those that have been gathered.
+    void setTexts(const QStringList &texts);
+
+Q_SIGNALS:
+    /// All texts are there: who wants to change what is offered does so now.
+    void gathered();
+    /// An empty set takes the filter off. The popup closes by itself.
+    void chosen(int type, const QSet<QString> &values);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void build(const QString &title);
+    QWidget *buildChoiceRow();
+    QWidget *buildButtonRow();
+    void gatherOn();
+    QStringList withFiltered(QStringList texts) const;
+    void updateState();
+    void apply();
+    void takeOff();
+    void finish(int type, const QSet<QString> &values);
+    QSet<QString> checkedTexts() const;
+
+    const int filterColumn;
+    IBaseHpfTableModel::ColumnFilter present;
+    std::unique_ptr<HpfDistinctTexts> gatherer;
+    std::vector<QString> textOfItem; ///< by CheckItem::id
+    QTimer step;
+    QLineEdit *search = nullptr;
+    CheckList *list = nullptr;
+    QLineEdit *contains = nullptr;
+    QLabel *state = nullptr;
+    QPushButton *accept = nullptr;
+    QPushButton *remove = nullptr;
+    std::vector<QPushButton *> choiceButtons;
+};
+
+} // namespace ZB

@@ -1,0 +1,79 @@
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+
+#include "popups/checklist.h"
+#include "popups/filterpopup.h"
+#include "popups/popupbuild.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+void FilterPopup::build(const QString &title)
+{
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(scaled(8), scaled(8), scaled(8), scaled(8));
+    column->setSpacing(scaled(6));
+    column->addWidget(titleLabel(QStringLiteral("筛选：%1").arg(title), this));
+    search = searchField(QStringLiteral("搜索取值"), this);
+    search->installEventFilter(this);
+    column->addWidget(search);
+    list = new CheckList(look, this);
+    list->setFixedSize(scaled(268), scaled(24) * 10);
+    list->setEmptyText(QStringLiteral("正在读取…"));
+    column->addWidget(buildChoiceRow());
+    column->addWidget(list);
+    contains = searchField(QStringLiteral("或：包含文字（空格分隔多个）"), this);
+    if (present.first == FilterContains)
+        contains->setText(QStringList(present.second.values()).join(QLatin1Char(' ')));
+    column->addWidget(contains);
+    column->addWidget(buildButtonRow());
+    setFocusProxy(search);
+
+    connect(search, &QLineEdit::textChanged, list, &CheckList::setSearch);
+    connect(search, &QLineEdit::textChanged, this, &FilterPopup::updateState);
+    connect(contains, &QLineEdit::textChanged, this, &FilterPopup::updateState);
+    connect(list, &CheckList::checkChanged, this, &FilterPopup::updateState);
+}
+
+QWidget *FilterPopup::buildChoiceRow()
+{
+    auto *row = new QWidget(this);
+    auto *line = tightRow(row);
+    const auto add = [this, row, line](const QString &text) {
+        QPushButton *button = linkButton(text, row);
+        choiceButtons.push_back(button);
+        line->addWidget(button);
+        return button;
+    };
+    connect(add(QStringLiteral("全选")), &QPushButton::clicked, list, [this] { list->checkShown(true); });
+    connect(add(QStringLiteral("全不选")), &QPushButton::clicked, list, [this] { list->checkShown(false); });
+    connect(add(QStringLiteral("反选")), &QPushButton::clicked, list, &CheckList::invertShown);
+    line->addStretch();
+    state = dimLabel(QString(), row);
+    line->addWidget(state);
+    return row;
+}
+
+QWidget *FilterPopup::buildButtonRow()
+{
+    auto *row = new QWidget(this);
+    auto *line = tightRow(row);
+    remove = new QPushButton(QStringLiteral("清除筛选"), row);
+    remove->setAutoDefault(false);
+    auto *cancel = new QPushButton(QStringLiteral("取消"), row);
+    cancel->setAutoDefault(false);
+    accept = new QPushButton(QStringLiteral("确定"), row);
+    accept->setDefault(true);
+    line->addWidget(remove);
+    line->addStretch();
+    line->addWidget(cancel);
+    line->addWidget(accept);
+    connect(remove, &QPushButton::clicked, this, &FilterPopup::takeOff);
+    connect(cancel, &QPushButton::clicked, this, &FilterPopup::close);
+    connect(accept, &QPushButton::clicked, this, &FilterPopup::apply);
+    return row;
+}
+
+} // namespace ZB

@@ -1,0 +1,135 @@
+#include "popups/pagingbar.h"
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+#include <algorithm>
+
+#include "popups/popupbuild.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int pageSizes[] = {50, 100, 200, 500, 1000};
+
+} // namespace
+
+PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
+{
+    auto *row = tightRow(this);
+    row->setContentsMargins(scaled(8), scaled(4), scaled(8), scaled(4));
+    const auto button = [this, row](const QString &text, auto target) {
+        QPushButton *made = linkButton(text, this);
+        connect(made, &QPushButton::clicked, this, [this, target] { goTo(target()); });
+        row->addWidget(made);
+        return made;
+    };
+    first = button(QStringLiteral("首页"), [] { return 0; });
+    previous = button(QStringLiteral("上一页"), [this] { return current - 1; });
+    row->addWidget(new QLabel(QStringLiteral("第"), this));
+    number = new QSpinBox(this);
+    number->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    number->setKeyboardTracking(false);
+    number->setFixedWidth(scaled(56));
+    row->addWidget(number);
+    pages = new QLabel(this);
+    row->addWidget(pages);
+    next = button(QStringLiteral("下一页"), [this] { return current + 1; });
+    last = button(QStringLiteral("末页"), [this] { return pageCount() - 1; });
+    row->addStretch();
+    count = dimLabel(QString(), this);
+    row->addWidget(count);
+    size = new QComboBox(this);
+    for (const int each : pageSizes)
+        size->addItem(QStringLiteral("%1 行/页").arg(each), each);
+    size->setCurrentIndex(size->findData(rows));
+    row->addWidget(size);
+    connect(number, QOverload<int>::of(&QSpinBox::valueChanged), this, [this](int value) { goTo(value - 1); });
+    connect(size, QOverload<int>::of(&QComboBox::activated), this,
+            [this] { setRowsPerPage(size->currentData().toInt()); });
+    setLook(PopupLook::fromResources());
+    updateState();
+    hide();
+}
+
+void PagingBar::setTotalCount(int newTotal)
+{
+    if (total == newTotal)
+        return;
+    total = std::max(0, newTotal);
+    if (current >= pageCount())
+        goTo(pageCount() - 1);
+    else
+        updateState();
+}
+
+int PagingBar::totalCount() const
+{
+    return total;
+}
+
+int PagingBar::rowsPerPage() const
+{
+    return rows;
+}
+
+int PagingBar::page() const
+{
+    return current;
+}
+
+int PagingBar::pageCount() const
+{
+    return std::max(1, int((qint64(total) + rows - 1) / rows));
+}
+
+void PagingBar::goTo(int page)
+{
+    current = std::clamp(page, 0, pageCount() - 1);
+    updateState();
+    Q_EMIT pageRequested(current * rows, rows);
+}
+
+/// The first row that is shown stays on the page.
+void PagingBar::setRowsPerPage(int newRows)
+{
+    if (rows == newRows)
+        return;
+    const int firstIndex = current * rows;
+    rows = newRows;
+    goTo(firstIndex / rows);
+}
+
+void PagingBar::updateState()
+{
+    const QSignalBlocker quiet(number);
+    number->setRange(1, pageCount());
+    number->setValue(current + 1);
+    pages->setText(QStringLiteral("/ %1 页").arg(pageCount()));
+    count->setText(QStringLiteral("共 %1 条").arg(total));
+    for (QPushButton *back : {first, previous})
+        back->setEnabled(current > 0);
+    for (QPushButton *forth : {next, last})
+        forth->setEnabled(current + 1 < pageCount());
+}
+
+void PagingBar::setLook(const PopupLook &popupLook)
+{
+    look = popupLook;
+    setFont(look.font);
+    setStyleSheet(look.sheet());
+}
+
+void PagingBar::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), look.raised);
+    painter.fillRect(0, 0, width(), 1, look.border);
+}
+
+} // namespace ZB

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtWidgets/QFrame>
+
+#include "frameworkexport.h"
+#include "popups/popuplook.h"
+
+namespace ZB {
+
+/// A small window that stands at a place over its parent until the user clicks elsewhere or presses Escape; it deletes
+/// itself then, and goes with its parent. GUI thread.
+class FRAMEWORK_API PopupFrame : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit PopupFrame(QWidget *parent);
+    ~PopupFrame() override;
+
+    /// Shows it below a rectangle of the screen, or above where there is no room, and always whole on the screen.
+    void showAt(const QRect &anchor);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+    PopupLook look;
+};
+
+/// Moves a rectangle of this size next to an anchor: below it if there is room on the screen, else above; never beyond.
+QRect placedAt(const QRect &anchor, const QSize &size, const QRect &screen);
+
+} // namespace ZB

@@ -1,0 +1,237 @@
+#include <QtGui/QKeyEvent>
+#include <algorithm>
+
+#include "popups/filterpopup.h"
+#include "popups/findbar.h"
+#include "popups/gridbadge.h"
+#include "popups/pagingbar.h"
+#include "popups/taskstrip.h"
+#include "table/cbasehighperformancetable_p.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int scrolledEvent = 17;
+constexpr int sortEventId = 33;
+constexpr int activatedEvent = 69;
+constexpr int currentEvent = 70;
+constexpr int pageEvent = 277;
+
+} // namespace
+
+void CBaseHighPerformanceTable::Private::connectGrid()
+{
+    const auto on = [this](auto signal, auto action) { QObject::connect(grid, signal, q, action); };
+    on(&GridView::headerClicked, [this](int column, Qt::KeyboardModifiers keys) { sortClicked(column, keys); });
+    on(&GridView::filterRequested, [this](int column, const QRect &header) { openFilter(column, header); });
+    on(&GridView::columnMoved, [this] { saveSoon(); });
+    on(&GridView::columnResized, [this](int column) {
+        if (hasColumn(column))
+            columns[std::size_t(column)].width = WidthOrigin::User;
+        saveSoon();
+    });
+    on(&GridView::contextMenuRequested,
+       [this](quint64 row, int column, const QPoint &position) { openRowMenu(row, column, position); });
+    on(&GridView::headerMenuRequested,
+       [this](int column, const QPoint &position) { openHeaderMenu(column, position); });
+    on(&GridView::activated, [this](quint64 row, int column) { activated(row, column); });
+    on(&GridView::currentChanged, [this](quint64 row) { currentMoved(row); });
+    on(&GridView::copyRequested, [this](bool withHeader) { q->copySelection(withHeader); });
+    on(&GridView::unseenRowsChanged, [this] { updateBadges(); });
+    QObject::connect(overlay.pauseBadge(), &GridBadge::clicked, q, [this] { q->setPaused(false); });
+    QObject::connect(overlay.unseenBadge(), &GridBadge::clicked, q, [this] { grid->scrollToFollowedEdge(); });
+    overlay.workStrip()->setTask(QStringLiteral("正在排序和筛选"));
+    QObject::connect(overlay.workStrip(), &TaskStrip::cancelRequested, q, [this] {
+        HpfModelAccess::cancel(*model);
+        housekeep();
+    });
+    QObject::connect(pagingBar, &PagingBar::pageRequested, q, [this](int first, int rows) {
+        grid->setFirstRowNumber(first + 1);
+        q->deliverEvent(pageEvent, 0, first, QString::number(rows), nullptr);
+    });
+}
+
+/// The first click on a column descends, the next ones turn over. Who hears the event may delete the table.
+void CBaseHighPerformanceTable::Private::sortClicked(int column, Qt::KeyboardModifiers modifiers)
+{
+    int order = 1;
+    for (const auto &[sorted, present] : currentSorts())
+        if (sorted == column)
+            order = present ? 0 : 1;
+    sortBy(column, order, modifiers & Qt::ControlModifier);
+}
+
+void CBaseHighPerformanceTable::Private::sortBy(int column, int order, bool adding)
+{
+    const QPointer<CBaseHighPerformanceTable> self(q);
+    addingSort = adding;
+    q->deliverEvent(sortEventId, order, column, QString(), nullptr);
+    if (!self)
+        return;
+    addingSort = false;
+    saveSoon();
+}
+
+/// A further sort column counts less than those before it; one that is there already stays at its place.
+void CBaseHighPerformanceTable::Private::applySort(int column, int order)
+{
+    if (!hasColumn(column))
+        return;
+    QVector<QPair<int, int>> sorts;
+    if (addingSort)
+        sorts = currentSorts();
+    const auto known = std::find_if(sorts.begin(), sorts.end(),
+                                    [column](const QPair<int, int> &sort) { return sort.first == column; });
+    if (known != sorts.end())
+        known->second = order;
+    else
+        sorts.append({column, order});
+    q->setSortColumns(sorts);
+}
+
+void CBaseHighPerformanceTable::setSortColumns(const QVector<QPair<int, int>> &sorts)
+{
+    QVector<QPair<int, int>> known;
+    for (const QPair<int, int> &sort : sorts)
+        if (d->hasColumn(sort.first))
+            known.append(sort);
+    setPaused(false);
+    if (d->isPaged() || !d->model)
+        d->pagedSorts = known;
+    else
+        d->model->setSortColumns(known);
+    d->settle();
+    d->updateMarks();
+    d->updateFollow();
+}
+
+bool CBaseHighPerformanceTable::handleEvent(int event, int first, int second, QString text, void *payload)
+{
+    if (event == scrolledEvent)
+        return true;
+    if (event == sortEventId) {
+        d->applySort(second, first);
+        return false;
+    }
+    return CBaseWidget::handleEvent(event, first, second, text, payload);
+}
+
+void CBaseHighPerformanceTable::Private::currentMoved(quint64 row)
+{
+    if (row == reportedRow)
+        return;
+    reportedRow = row;
+    q->deliverEvent(currentEvent, grid->currentColumn(), int(source.rowOf(row)), keyText(source.rowOfId(row)), nullptr);
+}
+
+void CBaseHighPerformanceTable::Private::activated(quint64 row, int column)
+{
+    q->deliverEvent(activatedEvent, column, int(source.rowOf(row)), keyText(source.rowOfId(row)), nullptr);
+}
+
+void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &header)
+{
+    if (!model || !q->columnFilterable(column))
+        return;
+    closePopup();
+    auto *box = new FilterPopup(*model, column, q);
+    popup = box;
+    QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
+    QObject::connect(box, &FilterPopup::chosen, q,
+                     [this, column](int type, QSet<QString> values) { q->onFilterTrigger(column, type, values); });
+    box->showAt(QRect(grid->mapToGlobal(header.topLeft()), header.size()));
+    box->setFocus();
+}
+
+/// While its filter box is open, the texts that the box has gathered; otherwise gathers them now.
+QStringList CBaseHighPerformanceTable::getMenuItems(int column)
+{
+    if (const auto *box = qobject_cast<FilterPopup *>(d->popup); box && box->isGathered() && box->column() == column)
+        return box->texts();
+    QStringList texts;
+    if (!d->model || !d->hasColumn(column))
+        return texts;
+    HpfDistinctTexts gatherer(*d->model, column);
+    while (!gatherer.step(1000)) {
+    }
+    for (const HpfDistinctTexts::Value &value : gatherer.values())
+        texts.append(value.text);
+    return texts;
+}
+
+void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)
+{
+    if (!d->model || !columnFilterable(column) || (type != FilterExact && type != FilterContains))
+        return;
+    QPair<EFilterType, QSet<QString>> filter(EFilterType(type), values);
+    setPaused(false);
+    d->model->filterColumn(column, filter);
+    d->settle();
+    d->updateMarks();
+    d->updateStatistics();
+}
+
+void CBaseHighPerformanceTable::clearFilter()
+{
+    setPaused(false);
+    if (d->model)
+        d->model->clearFilter();
+    d->settle();
+    d->updateMarks();
+}
+
+void CBaseHighPerformanceTable::keyPressEvent(QKeyEvent *event)
+{
+    const QKeySequence pressed(event->key() | int(event->modifiers() & ~Qt::KeypadModifier));
+    for (const TableCommandEntry &entry : tableCommands())
+        if (entry.keys == pressed && d->isOffered(entry)) {
+            d->run(entry.command);
+            return;
+        }
+    if (event->key() == Qt::Key_Escape && d->findBar->isVisible())
+        d->search.close();
+    else
+        CBaseWidget::keyPressEvent(event);
+}
+
+void CBaseHighPerformanceTable::setPaused(bool paused)
+{
+    if (paused == d->source.isPaused())
+        return;
+    if (paused)
+        d->source.pause();
+    else
+        d->source.resume();
+    d->grid->refresh();
+    d->updateBadges();
+}
+
+bool CBaseHighPerformanceTable::isPaused() const
+{
+    return d->source.isPaused();
+}
+
+void CBaseHighPerformanceTable::setPagingQueryType(int type)
+{
+    d->queryType = type;
+    d->pagingBar->setVisible(d->isPaged() && type == PagingByIndex);
+}
+
+int CBaseHighPerformanceTable::pagingQueryType() const
+{
+    return d->queryType;
+}
+
+void CBaseHighPerformanceTable::setTotalCount(int count)
+{
+    d->total = std::max(0, count);
+    d->pagingBar->setTotalCount(d->total);
+}
+
+int CBaseHighPerformanceTable::totalCount() const
+{
+    return d->total;
+}
+
+} // namespace ZB

@@ -1,0 +1,206 @@
+#include <algorithm>
+
+#include "popups/taskstrip.h"
+#include "table/cbasehighperformancetable_p.h"
+#include "table/cellvalue.h"
+#include "zb/cbasetablecolumnwidgetdelegate.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int ticksPerSecond = 10;
+constexpr int settleMilliseconds = 12; ///< what an action may wait for its result to show with the next frame
+constexpr int workShownAfterMilliseconds = 250;
+constexpr int defaultWidth = 80;
+
+} // namespace
+
+/// The same model again: its columns are others.
+void CBaseHighPerformanceTable::Private::install(const boost::shared_ptr<IBaseHpfTableModel> &newShared,
+                                                 IBaseHpfTableModel *newModel)
+{
+    store.flush([this] { return q->CBaseHighPerformanceTable::getTableSetting(); });
+    closePopup();
+    search.cancel();
+    const boost::shared_ptr<IBaseHpfTableModel> former = shared;
+    releaseModel();
+    shared = newShared;
+    model = newModel;
+    source.setModel(model);
+    columns.clear();
+    grid->setSource(nullptr);
+    grid->setSource(&source);
+    if (model)
+        model->setChangeListener(wakeUp.listener());
+    for (int column = 0; model && column < model->columnCount(); ++column)
+        initColumn(column);
+    frame = CBaseTableFrameSetting();
+    columnSets.clear();
+    applyMarks();
+    restorePending = model != nullptr;
+    QTimer::singleShot(0, q, [this] { restoreNow(); });
+    updateMarks();
+    updateFollow();
+    updateStatistics();
+    updateBadges();
+}
+
+/// A model that is not shared may be gone already when the table goes; its listener is safe to be called after that.
+void CBaseHighPerformanceTable::Private::releaseModel()
+{
+    if (shared)
+        shared->setChangeListener(nullptr);
+    source.setModel(nullptr);
+    model = nullptr;
+    shared.reset();
+}
+
+void CBaseHighPerformanceTable::Private::initColumn(int column)
+{
+    columns.emplace_back();
+    columns.back().info.name = model->columnHeader(column);
+    columns.back().info.defaultWidth = defaultWidth;
+    GridColumn shown;
+    shown.width = scaled(defaultWidth);
+    shown.filterable = true;
+    if (isNumberType(model->columnType(column)))
+        shown.alignment = Qt::AlignRight | Qt::AlignVCenter;
+    const auto unitFlags = model->columnFlag(column);
+    if (unitFlags.testFlag(utils::FormatPercent))
+        shown.unitSample = QStringLiteral("%");
+    else if (unitFlags.testFlag(utils::FormatUnit))
+        shown.unitSample = QStringLiteral("万");
+    grid->setColumn(column, shown);
+    updateNumeric(column);
+}
+
+bool CBaseHighPerformanceTable::Private::hasColumn(int column) const
+{
+    return column >= 0 && column < int(columns.size());
+}
+
+/// A number column that is aligned as one: states and times of number type stand at the left or in the middle.
+void CBaseHighPerformanceTable::Private::updateNumeric(int column)
+{
+    changeColumn(column, [this, column](GridColumn &shown) {
+        shown.numeric = isNumberType(model->columnType(column)) && shown.alignment.testFlag(Qt::AlignRight);
+    });
+}
+
+std::vector<TableColumnInfo> CBaseHighPerformanceTable::Private::columnInfos() const
+{
+    std::vector<TableColumnInfo> infos;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(infos),
+                   [](const Column &column) { return column.info; });
+    return infos;
+}
+
+/// Once per tick of the table's timer, after the table's own step.
+void CBaseHighPerformanceTable::Private::housekeep()
+{
+    if (!model)
+        return;
+    if (++ticks % ticksPerSecond == 0) {
+        model->onSecondTimer();
+        updateStatistics();
+    }
+    grid->refresh();
+    updateMarks();
+    updateFollow();
+    updateWork();
+    updateBadges();
+}
+
+/// Gives a sort or a filter a moment, so that what is quick is seen with the next frame.
+void CBaseHighPerformanceTable::Private::settle()
+{
+    if (!model)
+        return;
+    HpfModelAccess::step(*model, settleMilliseconds);
+    grid->refresh();
+}
+
+void CBaseHighPerformanceTable::Private::updateMarks()
+{
+    GridSortMarks marks;
+    for (const auto &[column, order] : currentSorts())
+        marks.push_back({column, order != 0});
+    const GridSortMarks present = grid->sortMarks();
+    const bool same = std::equal(marks.begin(), marks.end(), present.begin(), present.end(),
+                                 [](const GridSortMark &a, const GridSortMark &b) {
+                                     return a.column == b.column && a.descending == b.descending;
+                                 });
+    if (!same)
+        grid->setSortMarks(marks);
+    const auto filters = model ? model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
+    for (int column = 0; column < int(columns.size()); ++column)
+        if (grid->column(column).filtered != filters.contains(column))
+            changeColumn(column, [&filters, column](GridColumn &shown) { shown.filtered = filters.contains(column); });
+}
+
+QVector<QPair<int, int>> CBaseHighPerformanceTable::Private::currentSorts() const
+{
+    if (isPaged() || !model)
+        return pagedSorts;
+    QVector<QPair<int, int>> sorts = model->sortColumns();
+    sorts.erase(std::remove_if(sorts.begin(), sorts.end(),
+                               [this](const QPair<int, int> &sort) { return !hasColumn(sort.first); }),
+                sorts.end());
+    return sorts;
+}
+
+/// Rows in the order of arrival come in at one edge; under a sort they come in anywhere.
+void CBaseHighPerformanceTable::Private::updateFollow()
+{
+    GridFollow follow = GridFollow::None;
+    if (model && !isPaged() && model->sortColumns().isEmpty())
+        follow = model->appendSeq() ? GridFollow::Bottom : GridFollow::Top;
+    if (grid->follow() != follow)
+        grid->setFollow(follow);
+}
+
+void CBaseHighPerformanceTable::Private::updateStatistics()
+{
+    bool any = false;
+    for (int column = 0; model && column < int(columns.size()) && !any; ++column)
+        any = model->columnStatEnable(column) || !source.statisticsText(column).isEmpty();
+    grid->setStatisticsVisible(any && frame.showStatistics);
+}
+
+void CBaseHighPerformanceTable::Private::updateWork()
+{
+    const bool pending = HpfModelAccess::status(*model).pending;
+    if (!pending) {
+        workClock.invalidate();
+        overlay.workStrip()->hide();
+        return;
+    }
+    HpfModelAccess::step(*model, 0);
+    if (!workClock.isValid())
+        workClock.start();
+    overlay.workStrip()->setProgress(HpfModelAccess::progress(*model));
+    overlay.workStrip()->setVisible(workClock.elapsed() >= workShownAfterMilliseconds);
+}
+
+void CBaseHighPerformanceTable::Private::updateBadges()
+{
+    QString paused;
+    if (source.isPaused())
+        paused = QStringLiteral("已暂停刷新 · 新增 %1 条（Pause 键继续）").arg(source.arrivalsSincePause());
+    overlay.setPauseText(paused);
+    const bool top = grid->follow() == GridFollow::Top;
+    const qint64 unseen = source.isPaused() ? 0 : grid->unseenRows();
+    QString text;
+    if (unseen > 0)
+        text = QStringLiteral("%1 %2 条新记录").arg(top ? QStringLiteral("↑") : QStringLiteral("↓")).arg(unseen);
+    overlay.setUnseenText(text, top);
+}
+
+QString CBaseHighPerformanceTable::Private::keyText(const IBaseHpfTableModel::Row &row) const
+{
+    return row ? row->qsKey() : QString();
+}
+
+} // namespace ZB

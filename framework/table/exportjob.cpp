@@ -1,0 +1,104 @@
+#include "table/exportjob.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QRunnable>
+#include <QtCore/QThreadPool>
+#include <algorithm>
+
+namespace ZB {
+
+namespace {
+
+constexpr int shareOfRows = 850; ///< thousandths of the time that rows take, the rest being the packing of the file
+
+} // namespace
+
+ExportJob::ExportJob(WriterFactory factory, std::vector<ExportColumn> exportColumns, std::vector<Row> exportRows)
+    : makeWriter(std::move(factory)), columns(std::move(exportColumns)), rowCount(qint64(exportRows.size())),
+      rows(std::move(exportRows))
+{
+}
+
+ExportJob::~ExportJob() = default;
+
+void ExportJob::start(std::function<void()> finished)
+{
+    finishedCallback = std::move(finished);
+    QThreadPool::globalInstance()->start(QRunnable::create([job = shared_from_this()] { job->run(); }));
+}
+
+void ExportJob::cancel()
+{
+    cancelled = true;
+}
+
+bool ExportJob::isFinished() const
+{
+    return done;
+}
+
+bool ExportJob::hasSucceeded() const
+{
+    return done && succeeded;
+}
+
+QString ExportJob::errorText() const
+{
+    return done ? error : QString();
+}
+
+int ExportJob::progress() const
+{
+    if (done)
+        return 1000;
+    return rowCount ? int(written * shareOfRows / rowCount) : 0;
+}
+
+void ExportJob::run()
+{
+    succeeded = write();
+    releaseRows();
+    done = true;
+    tellFinished();
+}
+
+bool ExportJob::write()
+{
+    const auto writer = makeWriter(cancelled);
+    const auto writeAll = [this, &writer] {
+        if (!writer->begin(columns, rowCount))
+            return false;
+        std::vector<CellValue> values(columns.size());
+        for (const Row &row : rows) {
+            std::transform(columns.begin(), columns.end(), values.begin(),
+                           [&row](const ExportColumn &column) { return cellValue(*row, column.column, column.type); });
+            if (cancelled || !writer->writeRow(values))
+                return false;
+            ++written;
+        }
+        return writer->finish();
+    };
+    const bool whole = writeAll();
+    error = writer->errorText();
+    return whole;
+}
+
+void ExportJob::releaseRows()
+{
+    if (rows.size() > 1)
+        rows.erase(rows.begin() + 1, rows.end());
+}
+
+/// The pool's thread lets go of the job before or after the GUI thread does; the row left in it must go on the latter.
+void ExportJob::tellFinished()
+{
+    const auto tell = [job = shared_from_this()] {
+        job->rows.clear();
+        if (const auto callback = std::move(job->finishedCallback))
+            callback();
+    };
+    if (QCoreApplication *application = QCoreApplication::instance())
+        QMetaObject::invokeMethod(application, tell, Qt::QueuedConnection);
+}
+
+} // namespace ZB

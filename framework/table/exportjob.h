@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <atomic>
+#include <boost/shared_ptr.hpp>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "frameworkexport.h"
+#include "table/tablewriter.h"
+#include "zb/ibasehpftablemodel.h"
+
+namespace ZB {
+
+/// Writes rows on a worker thread of Qt's global pool: to a file, or to a text for the clipboard.
+///
+/// Made and watched on the GUI thread. The worker holds what it needs: whoever started it may be deleted meanwhile.
+/// Rows are let go on the worker but for one, which goes back to the GUI thread, since the last row may take its model
+/// along.
+class FRAMEWORK_API ExportJob : public std::enable_shared_from_this<ExportJob>
+{
+public:
+    using Row = IBaseHpfTableModel::Row;
+    /// Makes the writer, on the worker. The flag says that the user has cancelled.
+    using WriterFactory = std::function<std::unique_ptr<TableWriter>(const std::atomic<bool> &cancelled)>;
+
+    ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, std::vector<Row> rows);
+    ~ExportJob();
+
+    /// finished: called on the GUI thread, unless the job has been cancelled and dropped before.
+    void start(std::function<void()> finished);
+    /// The worker stops soon and takes back what it wrote.
+    void cancel();
+
+    bool isFinished() const;
+    /// Once finished: whether all is written, and why not.
+    bool hasSucceeded() const;
+    QString errorText() const;
+    /// In thousandths; the last stretch is spent on packing.
+    int progress() const;
+
+private:
+    void run();
+    bool write();
+    void releaseRows();
+    void tellFinished();
+
+    const WriterFactory makeWriter;
+    const std::vector<ExportColumn> columns;
+    const qint64 rowCount;
+    std::vector<Row> rows; ///< the worker's while it runs
+    std::function<void()> finishedCallback;
+    std::atomic<qint64> written{0};
+    std::atomic<bool> cancelled{false};
+    std::atomic<bool> done{false};
+    bool succeeded = false; ///< with the error: written before `done`, read after it
+    QString error;
+};
+
+} // namespace ZB

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QtCore/QVector>
+#include <QtGui/QColor>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+#include "grid/gridsource.h"
+#include "table/hpfmodelaccess.h"
+#include "zb/ctablerowmark.h"
+
+namespace ZB {
+
+class CBaseTableColumnSimpleTextDelegate;
+
+/// Shows a model to a grid. Reads the last finished order and never waits for a sort or a filter; can hold a picture of
+/// all rows while the model goes on (pause). GUI thread; the model is the table's and outlives its stay here.
+class TableSource : public GridSource
+{
+public:
+    TableSource();
+    ~TableSource() override;
+
+    /// Null shows nothing. Ends a pause.
+    void setModel(IBaseHpfTableModel *model);
+    /// Everything may look different: the next frame asks for all of it.
+    void touch();
+
+    /// @name Pause
+    /// @{
+    /// Keeps the rows as they are now, with their order. Costs a pointer per row.
+    void pause();
+    void resume();
+    bool isPaused() const;
+    /// Rows that the model has got since the pause began.
+    qint64 arrivalsSincePause() const;
+    /// @}
+
+    /// Rules for rows that stand out, each with the tint that it gives.
+    void setRowMarks(const QVector<CTableRowMark> &marks, std::vector<QColor> tints);
+    /// A background that a model gives to its columns counts only where it differs from this, the table's own.
+    void setPlainBackground(const QColor &background);
+
+    /// @name Rows as they are shown, paused or not
+    /// @{
+    void fetchRows(qint64 first, int count, std::vector<HpfShownRow> &rows) const;
+    IBaseHpfTableModel::Row rowOfId(GridRowId id) const;
+    GridRowId idAt(qint64 row) const;
+    /// @}
+
+    quint64 revision() const override;
+    quint64 epoch() const override;
+    qint64 rowCount() const override;
+    void fetch(qint64 first, int count, GridWindow &window) override;
+    void refetch(GridWindow &window) override;
+    qint64 rowOf(GridRowId id) const override;
+    void rowIds(qint64 first, qint64 count, std::vector<GridRowId> &ids) const override;
+    void content(int windowRow, int column, GridContent &content) override;
+    GridFlash flash(int windowRow, int column) override;
+    QString tip(int windowRow, int column) const override;
+    int columnCount() const override;
+    QString headerText(int column) const override;
+    QString statisticsText(int column) const override;
+
+private:
+    static constexpr int unknownMark = -2;
+
+    void takeWindow(qint64 first, GridWindow &window);
+    const QColor *columnBackground(int column);
+    int markOf(std::size_t windowRow);
+    GridFlash direction(const IBaseHpfTableModel::Row &row, GridRowId id, int column) const;
+    void releasePausedRows();
+
+    IBaseHpfTableModel *model = nullptr;
+    std::vector<HpfShownRow> window; ///< the rows of the last fetch
+    std::vector<HpfShownRow> before; ///< those of the fetch before it: tells in which direction a value changed
+    std::vector<int> windowMarks;    ///< index of the rule of each row of the window, -1 for none
+    qint64 windowFirst = 0;
+
+    std::vector<HpfShownRow> pausedRows;
+    mutable std::vector<std::pair<quint64, int>> pausedIndex; ///< id and row, by id; made when first asked for
+    bool paused = false;
+    quint64 pausedArrivals = 0;
+    quint64 pausedData = 0;
+
+    QVector<CTableRowMark> marks;
+    std::vector<QColor> markTints;
+    QColor plainBackground;
+    std::map<int, QColor> columnBackgrounds;
+
+    mutable quint64 touches = 1;
+    mutable quint64 lastData = 0;
+    mutable std::unordered_map<int, QString> statisticsTexts; ///< as they were when no work was pending
+};
+
+} // namespace ZB

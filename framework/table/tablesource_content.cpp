@@ -1,0 +1,108 @@
+#include <cmath>
+
+#include "table/cellvalue.h"
+#include "table/tablesource.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+namespace {
+
+/// Moves a percent sign or a unit from the end of a number to its own slot.
+void splitUnit(GridContent &content)
+{
+    if (content.text.size() < 2 || !content.text[0].isPrint())
+        return;
+    const QChar last = content.text.back();
+    const QChar beforeLast = content.text[content.text.size() - 2];
+    const bool unit = last == QLatin1Char('%') || last == QChar(0x4e07) || last == QChar(0x4ebf);
+    if (!unit || !(beforeLast.isDigit() || beforeLast == QLatin1Char(' ')))
+        return;
+    content.unit = last;
+    content.text.chop(1);
+    content.text = content.text.trimmed();
+}
+
+} // namespace
+
+void TableSource::content(int windowRow, int column, GridContent &content)
+{
+    const auto at = std::size_t(windowRow);
+    if (!model || windowRow < 0 || at >= window.size() || !window[at].row)
+        return;
+    IBaseHpfTableData &row = *window[at].row;
+    content.text = row.getDisplayQString(column);
+    content.unit = row.getDisplayUnit(column);
+    if (content.unit.isEmpty() && isNumberType(model->columnType(column)))
+        splitUnit(content);
+    content.color = row.getColor(column);
+    content.background = row.getBackgroundColor(column);
+    if (!content.background)
+        if (const int mark = markOf(at); mark >= 0)
+            content.background = &markTints[std::size_t(mark)];
+    if (!content.background)
+        content.background = columnBackground(column);
+    if (const QString icon = row.getItemIconKey(column); !icon.isEmpty())
+        content.icon = CUiResource::instance()->getPixmap(icon);
+}
+
+const QColor *TableSource::columnBackground(int column)
+{
+    auto known = columnBackgrounds.find(column);
+    if (known == columnBackgrounds.end()) {
+        const QColor *color = model->getBackgroundColor(column);
+        known = columnBackgrounds.emplace(column, color ? *color : plainBackground).first;
+    }
+    return known->second == plainBackground ? nullptr : &known->second;
+}
+
+int TableSource::markOf(std::size_t windowRow)
+{
+    if (marks.isEmpty())
+        return -1;
+    int &mark = windowMarks[windowRow];
+    if (mark != unknownMark)
+        return mark;
+    mark = -1;
+    for (int rule = 0; rule < marks.size() && mark < 0; ++rule) {
+        const CellValue value =
+            cellValue(*window[windowRow].row, marks[rule].column, model->columnType(marks[rule].column));
+        const auto *number = std::get_if<CellNumber>(&value);
+        if (number && std::abs(toDouble(*number)) >= marks[rule].threshold)
+            mark = rule;
+    }
+    return mark;
+}
+
+GridFlash TableSource::flash(int windowRow, int column)
+{
+    const auto at = std::size_t(windowRow);
+    if (!model || windowRow < 0 || at >= window.size() || !window[at].row)
+        return GridFlash::None;
+    const IBaseHpfTableModel::Row &row = window[at].row;
+    const bool settled = !paused && !HpfModelAccess::status(*model).pending;
+    const bool wanted = settled ? model->isFlashChange(int(windowFirst) + windowRow, column)
+                                : model->columnFlashChange(column) && row->isFlashChange(column);
+    return wanted ? direction(row, window[at].id, column) : GridFlash::None;
+}
+
+/// Rows that do not know by how much they changed are compared with the row that stood there before.
+GridFlash TableSource::direction(const IBaseHpfTableModel::Row &row, GridRowId id, int column) const
+{
+    double change = row->getChangedValue(column);
+    if (change == 0.0 && isNumberType(model->columnType(column)))
+        for (const HpfShownRow &old : before)
+            if (old.id == id && old.row && old.row != row)
+                change = row->getDouble(column) - old.row->getDouble(column);
+    if (change == 0.0 || std::isnan(change))
+        return GridFlash::Equal;
+    return change > 0 ? GridFlash::Rise : GridFlash::Fall;
+}
+
+QString TableSource::tip(int windowRow, int column) const
+{
+    const auto at = std::size_t(windowRow);
+    return windowRow >= 0 && at < window.size() && window[at].row ? window[at].row->getItemIconTip(column) : QString();
+}
+
+} // namespace ZB

@@ -1,0 +1,19 @@
+#include "table/tablewriter.h"
+
+#include "table/csvtablewriter.h"
+#include "table/xlsxtablewriter.h"
+
+namespace ZB {
+
+TableWriter::TableWriter() = default;
+
+TableWriter::~TableWriter() = default;
+
+std::unique_ptr<TableWriter> TableWriter::forPath(const QString &path, const std::atomic<bool> &cancelled)
+{
+    if (path.endsWith(QLatin1String(".xlsx"), Qt::CaseInsensitive))
+        return std::make_unique<XlsxTableWriter>(path, cancelled);
+    return std::make_unique<CsvTableWriter>(path);
+}
+
+} // namespace ZB

@@ -1,0 +1,225 @@
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QThreadPool>
+#include <QtCore/QTimer>
+#include <QtCore/QXmlStreamReader>
+#include <QtTest/QTest>
+
+#include "framework/tablefixture.h"
+#include "popups/taskstrip.h"
+#include "table/csvtablewriter.h"
+#include "table/xlsxcheck.h"
+#include "table/xlsxtablewriter.h"
+#include "table/ziparchive.h"
+
+namespace tabletest {
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+/// The cells of a sheet, row by row: numbers as they are, texts in quotes, each with its place.
+QString sheetText(const QString &path, const QString &sheet)
+{
+    ZB::ZipArchive archive(path);
+    if (!archive.open())
+        return QStringLiteral("(no archive)");
+    QByteArray xml;
+    for (const ZB::ZipArchive::Entry &entry : archive.entries())
+        if (entry.name == sheet)
+            archive.read(entry, [&xml](const char *bytes, qint64 size) {
+                xml.append(bytes, int(size));
+                return true;
+            });
+    QXmlStreamReader reader(xml);
+    QStringList lines;
+    QString place;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (!reader.isStartElement())
+            continue;
+        if (reader.name() == QLatin1String("row"))
+            lines.append(QString());
+        else if (reader.name() == QLatin1String("c"))
+            place = reader.attributes().value(QLatin1String("r")).toString();
+        else if (reader.name() == QLatin1String("v"))
+            lines.last() += QStringLiteral("%1=%2 ").arg(place, reader.readElementText());
+        else if (reader.name() == QLatin1String("t"))
+            lines.last() += QStringLiteral("%1=\"%2\" ").arg(place, reader.readElementText());
+        else if (reader.name() == QLatin1String("f"))
+            lines.last() += QStringLiteral("FORMULA ");
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+class TableExportTest : public TableTest
+{
+protected:
+    ~TableExportTest() override { QThreadPool::globalInstance()->waitForDone(); }
+
+    QString path(const QString &name) const { return folder.filePath(name); }
+    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    void fill(int rows)
+    {
+        for (int row = 0; row < rows; ++row)
+            model->put({std::to_string(row), QString::number(row), QStringLiteral("n"), 0, 1.5, row});
+        settle();
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(TableExportTest, CsvHasTheShownRowsAndColumnsAndNoFormulas)
+{
+    model->put({"f", "+86", "a,b \"c\"\nd", 0, -2.5, -7});
+    model->put({"g", "@x", "-1", 0, 0.0, 0});
+    table->setColumnVisible(Side, false);
+    grid()->setColumnOrder({Quantity, Code, Name, Side, Price});
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_TRUE(contentOf(path("out.csv")).startsWith("\xEF\xBB\xBF"));
+    EXPECT_EQ(QString::fromUtf8(contentOf(path("out.csv"))), QStringLiteral("数量,代码,名称,价格\r\n"
+                                                                            "300,600000,浦发银行,10.25\r\n"
+                                                                            "1200000,000001,平安银行,12.5\r\n"
+                                                                            "100,300918,南山智尚,15.93\r\n"
+                                                                            "700,600000,浦发银行,\r\n"
+                                                                            "50,688293,'=奥浦迈,98.7\r\n"
+                                                                            "-7,'+86,\"a,b \"\"c\"\"\nd\",-2.5\r\n"
+                                                                            "0,'@x,'-1,0\r\n"));
+    EXPECT_EQ(files(), QStringList({"out.csv"}));
+}
+
+TEST_F(TableExportTest, FilterAndSortShapeTheFile)
+{
+    QSet<QString> values{QStringLiteral("买入")};
+    table->onFilterTrigger(Side, ZB::FilterExact, values);
+    clickHeader(Price);
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(QString::fromUtf8(contentOf(path("out.csv"))).section(QLatin1Char('\n'), 1, 3),
+              QStringLiteral("688293,'=奥浦迈,买入,98.7,50\r\n"
+                             "300918,南山智尚,买入,15.93,100\r\n"
+                             "600000,浦发银行,买入,10.25,300\r"));
+}
+
+TEST_F(TableExportTest, WorkbooksHaveTypedCells)
+{
+    model->put({"f", "<&>", "_x0041_\x01", 1, 0.1, (qint64(1) << 60) + 1});
+    EXPECT_TRUE(table->exportData(path("out.XLSX")));
+    EXPECT_EQ(sheetText(path("out.XLSX"), QStringLiteral("xl/worksheets/sheet1.xml")),
+              QStringLiteral("A1=\"代码\" B1=\"名称\" C1=\"方向\" D1=\"价格\" E1=\"数量\" \n"
+                             "A2=\"600000\" B2=\"浦发银行\" C2=\"买入\" D2=10.25 E2=300 \n"
+                             "A3=\"000001\" B3=\"平安银行\" C3=\"卖出\" D3=12.5 E3=1200000 \n"
+                             "A4=\"300918\" B4=\"南山智尚\" C4=\"买入\" D4=15.93 E4=100 \n"
+                             "A5=\"600000\" B5=\"浦发银行\" C5=\"卖出\" E5=700 \n"
+                             "A6=\"688293\" B6=\"=奥浦迈\" C6=\"买入\" D6=98.7 E6=50 \n"
+                             "A7=\"<&>\" B7=\"_x005F_x0041__x0001_\" C7=\"卖出\" D7=0.1 E7=\"1152921504606846977\" "));
+    EXPECT_EQ(files(), QStringList({"out.XLSX"}));
+}
+
+TEST_F(TableExportTest, MoreRowsThanASheetHoldsGoOn)
+{
+    const std::atomic<bool> never{false};
+    std::vector<ZB::ExportColumn> columns(1);
+    columns[0].header = QStringLiteral("数量");
+    {
+        ZB::XlsxTableWriter writer(path("out.xlsx"), never, 3);
+        ASSERT_TRUE(writer.begin(columns, 5));
+        for (qint64 row = 0; row < 5; ++row)
+            ASSERT_TRUE(writer.writeRow({ZB::CellNumber{row, 0, false, false}}));
+        EXPECT_FALSE(QFile::exists(path("out.xlsx")));
+        ASSERT_TRUE(writer.finish());
+    }
+    QStringList sheets;
+    for (int sheet = 1; sheet <= 3; ++sheet)
+        sheets.append(sheetText(path("out.xlsx"), QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet)));
+    EXPECT_EQ(sheets.join(QStringLiteral("---\n")), QStringLiteral("A1=\"数量\" \nA2=0 \nA3=1 ---\n"
+                                                                   "A1=\"数量\" \nA2=2 \nA3=3 ---\n"
+                                                                   "A1=\"数量\" \nA2=4 "));
+}
+
+TEST_F(TableExportTest, AWorkbookThatLacksACellIsNotTakenForWhole)
+{
+    ASSERT_TRUE(table->exportData(path("out.xlsx")));
+    const std::atomic<bool> never{false};
+    const std::atomic<bool> stopped{true};
+    EXPECT_TRUE(ZB::isWholeWorkbook(path("out.xlsx"), {29}, never));
+    EXPECT_FALSE(ZB::isWholeWorkbook(path("out.xlsx"), {30}, never));
+    EXPECT_FALSE(ZB::isWholeWorkbook(path("out.xlsx"), {29, 0}, never));
+    EXPECT_FALSE(ZB::isWholeWorkbook(path("out.xlsx"), {29}, stopped));
+    const QByteArray whole = contentOf(path("out.xlsx"));
+    for (const int length : {0, 10, whole.size() / 2, whole.size() - 30, whole.size() - 1}) {
+        QFile cut(path("cut.xlsx"));
+        ASSERT_TRUE(cut.open(QIODevice::WriteOnly));
+        cut.write(whole.left(length));
+        cut.close();
+        EXPECT_FALSE(ZB::isWholeWorkbook(path("cut.xlsx"), {29}, never)) << length;
+    }
+}
+
+TEST_F(TableExportTest, AFailureLeavesTheOldFileAndNothingBeside)
+{
+    for (const QString &name : {QStringLiteral("old.csv"), QStringLiteral("old.xlsx")}) {
+        QFile old(path(name));
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        old.close();
+        fill(3000);
+        QTimer::singleShot(0, table,
+                           [this] { Q_EMIT grid()->findChildren<ZB::TaskStrip *>().last()->cancelRequested(); });
+        EXPECT_FALSE(table->exportData(path(name)));
+        QThreadPool::globalInstance()->waitForDone();
+        EXPECT_EQ(contentOf(path(name)), "old");
+    }
+    EXPECT_EQ(files(), QStringList({"old.csv", "old.xlsx"}));
+    for (const char *suffix : {"csv", "xlsx"}) {
+        EXPECT_FALSE(table->exportData(path(QStringLiteral("missing/folder.") + QLatin1String(suffix))));
+        QDir(folder.path()).mkdir(QStringLiteral("folder.") + QLatin1String(suffix));
+        EXPECT_FALSE(table->exportData(path(QStringLiteral("folder.") + QLatin1String(suffix))));
+    }
+    EXPECT_FALSE(table->exportData(QString()));
+    EXPECT_EQ(files(), QStringList({"old.csv", "old.xlsx"}));
+    EXPECT_TRUE(table->exportData(path("old.csv")));
+}
+
+TEST_F(TableExportTest, TheTableMayGoDuringAnExport)
+{
+    for (const char *name : {"gone.csv", "gone.xlsx"}) {
+        rebuild(model);
+        fill(5000);
+        QTimer::singleShot(0, table, [this] { delete table; });
+        EXPECT_FALSE(table->exportData(path(QLatin1String(name))));
+        QThreadPool::globalInstance()->waitForDone();
+    }
+    EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(TableExportTest, RowsAndModelMayGoDuringAnExport)
+{
+    fill(5000);
+    QTimer::singleShot(0, table, [this] {
+        table->setDataModel(nullptr);
+        model->clear();
+        model.reset();
+    });
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(contentOf(path("out.csv")).count('\n'), 5006);
+}
+
+TEST_F(TableExportTest, OneExportRunsAtATime)
+{
+    fill(5000);
+    bool second = true;
+    QTimer::singleShot(0, table, [this, &second] { second = table->exportData(path("second.csv")); });
+    EXPECT_TRUE(table->exportData(path("first.csv")));
+    EXPECT_FALSE(second);
+    EXPECT_EQ(files(), QStringList({"first.csv"}));
+}
+
+} // namespace
+
+} // namespace tabletest

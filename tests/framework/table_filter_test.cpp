@@ -1,0 +1,184 @@
+#include <QtTest/QTest>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
+
+#include "framework/tablefixture.h"
+#include "popups/checklist.h"
+#include "popups/filterpopup.h"
+
+namespace tabletest {
+
+namespace {
+
+class TableFilterTest : public TableTest
+{
+protected:
+    /// By keyboard, as the funnel of the header does.
+    ZB::FilterPopup *openFilter(int column)
+    {
+        clickCell(0, column);
+        QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+        auto *box = popup<ZB::FilterPopup>();
+        EXPECT_TRUE(box && QTest::qWaitFor([box] { return box->isGathered(); }));
+        return box;
+    }
+
+    static QString choices(const ZB::FilterPopup *box)
+    {
+        QStringList lines;
+        for (const ZB::CheckItem &item : box->findChild<ZB::CheckList *>()->items())
+            lines.append(QStringLiteral("%1%2 %3").arg(item.checked ? "x " : "  ", item.text, item.note));
+        return lines.join(QLatin1Char('\n'));
+    }
+
+    static QPushButton *button(const QWidget *box, const QString &text)
+    {
+        for (QPushButton *each : box->findChildren<QPushButton *>())
+            if (each->text() == text)
+                return each;
+        return nullptr;
+    }
+
+    static QLineEdit *field(const QWidget *box, const QString &hint)
+    {
+        for (QLineEdit *each : box->findChildren<QLineEdit *>())
+            if (each->placeholderText().contains(hint))
+                return each;
+        return nullptr;
+    }
+
+    void closePopups()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        window->activateWindow();
+        grid()->setFocus();
+        settle();
+    }
+
+    int rowCount() const
+    {
+        settle();
+        return int(grid()->source()->rowCount());
+    }
+};
+
+TEST_F(TableFilterTest, TheBoxOffersDistinctTextsWithCountsAndAppliesWhatIsChecked)
+{
+    ZB::FilterPopup *box = openFilter(Code);
+    EXPECT_EQ(choices(box), QStringLiteral("x 000001 1\nx 300918 1\nx 600000 2\nx 688293 1"));
+    auto *list = box->findChild<ZB::CheckList *>();
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Return);
+    closePopups();
+    EXPECT_EQ(shown(), QStringLiteral("代码* 名称 方向 价格 数量\n"
+                                      "> 600000 浦发银行 买入 10.25 300\n"
+                                      "600000 浦发银行 卖出 - 700\n"
+                                      "688293 =奥浦迈 买入 98.70 50"));
+    EXPECT_FALSE(popup<ZB::FilterPopup>());
+
+    // Another column offers what the first filter leaves; the filtered column still offers everything.
+    box = openFilter(Side);
+    EXPECT_EQ(choices(box), QStringLiteral("x 买入 2\nx 卖出 1"));
+    box = openFilter(Code);
+    EXPECT_EQ(choices(box), QStringLiteral("  000001 1\n  300918 1\nx 600000 2\nx 688293 1"));
+    QTest::mouseClick(button(box, QStringLiteral("清除筛选")), Qt::LeftButton);
+    closePopups();
+    EXPECT_EQ(rowCount(), 5);
+    EXPECT_TRUE(model->columnFilters().isEmpty());
+}
+
+TEST_F(TableFilterTest, AllNoneAndInvertActOnWhatTheSearchLeaves)
+{
+    ZB::FilterPopup *box = openFilter(Code);
+    QTest::keyClicks(field(box, QStringLiteral("搜索取值")), QStringLiteral("00"));
+    EXPECT_EQ(box->findChild<ZB::CheckList *>()->shownItems().size(), 3u);
+    QTest::mouseClick(button(box, QStringLiteral("全不选")), Qt::LeftButton);
+    EXPECT_FALSE(button(box, QStringLiteral("确定"))->isEnabled());
+    QTest::keyClicks(field(box, QStringLiteral("搜索取值")), QStringLiteral("0001"));
+    QTest::mouseClick(button(box, QStringLiteral("反选")), Qt::LeftButton);
+    EXPECT_EQ(choices(box), QStringLiteral("x 000001 1\n  300918 1\n  600000 2\nx 688293 1"));
+    QTest::mouseClick(button(box, QStringLiteral("确定")), Qt::LeftButton);
+    closePopups();
+    EXPECT_EQ(model->columnFilters().value(Code).second, QSet<QString>({"000001"}));
+
+    box = openFilter(Code);
+    QTest::mouseClick(button(box, QStringLiteral("全选")), Qt::LeftButton);
+    QTest::keyClick(box, Qt::Key_Return);
+    closePopups();
+    EXPECT_TRUE(model->columnFilters().isEmpty());
+}
+
+TEST_F(TableFilterTest, AContainedTextFiltersToo)
+{
+    ZB::FilterPopup *box = openFilter(Name);
+    field(box, QStringLiteral("包含"))->setText(QStringLiteral("平安 南山"));
+    QTest::keyClick(box, Qt::Key_Return);
+    closePopups();
+    const auto filter = model->columnFilters().value(Name);
+    EXPECT_EQ(filter.first, ZB::FilterContains);
+    EXPECT_EQ(filter.second, QSet<QString>({QStringLiteral("平安"), QStringLiteral("南山")}));
+    EXPECT_EQ(rowCount(), 2);
+    box = openFilter(Name);
+    EXPECT_EQ(field(box, QStringLiteral("包含"))->text().split(QLatin1Char(' ')).size(), 2);
+    QTest::keyClick(box, Qt::Key_Escape);
+    closePopups();
+    EXPECT_EQ(rowCount(), 2);
+    QTest::keyClick(grid(), Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(rowCount(), 5);
+}
+
+TEST_F(TableFilterTest, AValueThatNoRowHasAnyMoreStaysOffered)
+{
+    QSet<QString> values{QStringLiteral("600000"), QStringLiteral("601318")};
+    table->onFilterTrigger(Code, ZB::FilterExact, values);
+    EXPECT_EQ(choices(openFilter(Code)), QStringLiteral("  000001 1\n  300918 1\nx 600000 2\n  688293 1\nx 601318 0"));
+}
+
+TEST_F(TableFilterTest, OnlyFilterableColumnsAndKnownTypesFilter)
+{
+    table->setColumnFilterable(Code, false);
+    QSet<QString> values{QStringLiteral("600000")};
+    table->onFilterTrigger(Code, ZB::FilterExact, values);
+    table->onFilterTrigger(Name, 7, values);
+    table->onFilterTrigger(-1, ZB::FilterExact, values);
+    table->onFilterTrigger(99, ZB::FilterExact, values);
+    EXPECT_TRUE(model->columnFilters().isEmpty());
+    clickCell(0, Code);
+    QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_FALSE(popup<ZB::FilterPopup>());
+    EXPECT_FALSE(table->columnFilterable(99));
+}
+
+TEST_F(TableFilterTest, TheMenuFiltersByTheValueUnderTheCursor)
+{
+    clickCell(2, Name);
+    Q_EMIT grid()->contextMenuRequested(grid()->currentRow(), Name, QPoint());
+    const auto *menu = popup<QMenu>();
+    ASSERT_TRUE(menu);
+    for (QAction *action : menu->actions())
+        if (action->text() == QStringLiteral("只看“南山智尚”"))
+            action->trigger();
+    EXPECT_EQ(rowCount(), 1);
+}
+
+TEST_F(TableFilterTest, TakingTheModelAwayClosesTheBox)
+{
+    openFilter(Code);
+    table->setDataModel(nullptr);
+    EXPECT_FALSE(popup<ZB::FilterPopup>());
+    EXPECT_EQ(grid()->source()->rowCount(), 0);
+}
+
+TEST_F(TableFilterTest, MenuItemsAreTheDistinctTextsInOrder)
+{
+    EXPECT_EQ(table->getMenuItems(Price), QStringList({"10.25", "12.50", "15.93", "98.70", "-"}));
+    EXPECT_TRUE(table->getMenuItems(-1).isEmpty());
+}
+
+} // namespace
+
+} // namespace tabletest

@@ -1,0 +1,220 @@
+#include <QtTest/QTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSpinBox>
+
+#include "framework/tablefixture.h"
+#include "kv/cuserconfig.h"
+#include "popups/checkbutton.h"
+#include "popups/checklist.h"
+#include "popups/columnpopup.h"
+#include "table/settingtext.h"
+
+namespace tabletest {
+
+namespace {
+
+const QString settingPath = QStringLiteral("table/4711/setting");
+
+class TableSettingsTest : public TableTest
+{
+protected:
+    /// The arrangement of columns as text: number, width where one is chosen, a minus for hidden ones.
+    static QString columnsOf(const ZB::CBaseTableSettingParam &setting)
+    {
+        QStringList texts;
+        for (const ZB::CBaseTableColumnSetting &column : setting.columns)
+            texts.append(
+                QStringLiteral("%1%2%3").arg(column.visible ? "" : "-", column.name,
+                                             column.width ? QStringLiteral(":%1").arg(column.width) : QString()));
+        return texts.join(QLatin1Char(' '));
+    }
+
+    ZB::ColumnPopup *openColumns()
+    {
+        QTest::keyClick(grid(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        return popup<ZB::ColumnPopup>();
+    }
+
+    static QPushButton *button(const QWidget *box, const QString &text)
+    {
+        for (QPushButton *each : box->findChildren<QPushButton *>())
+            if (each->text() == text)
+                return each;
+        return nullptr;
+    }
+
+    bool waitForSave() const
+    {
+        return QTest::qWaitFor([] { return !KV::getUserConfig()->value(settingPath).toString().isEmpty(); });
+    }
+
+    void arrange()
+    {
+        ZB::CBaseTableSettingParam setting;
+        setting.columns = {{Quantity, -1, QStringLiteral("数量"), 120, true},
+                           {Code, -1, QStringLiteral("代码"), 0, true},
+                           {Price, -1, QStringLiteral("价格"), 90, true},
+                           {Side, -1, QStringLiteral("方向"), 0, false}};
+        setting.frame.sorts = {{Price, 1}, {Code, 0}};
+        setting.frame.frozenColumns = 2;
+        setting.frame.marks = {{Quantity, 1000000, QStringLiteral("clr_global_rise")}};
+        setting.columnSets.insert(QStringLiteral("精简"), {{Code, -1, QStringLiteral("代码"), 66, true},
+                                                           {Name, -1, QStringLiteral("名称"), 0, false}});
+        table->setTableSetting(setting);
+    }
+};
+
+TEST_F(TableSettingsTest, SettingsComeBackAsTheyWereGiven)
+{
+    arrange();
+    const ZB::CBaseTableSettingParam setting = table->getTableSetting();
+    EXPECT_EQ(columnsOf(setting), QStringLiteral("数量:120 代码 名称 价格:90 -方向"));
+    EXPECT_EQ(setting.frame.sorts, (QVector<QPair<int, int>>{{Price, 1}, {Code, 0}}));
+    EXPECT_EQ(setting.frame.frozenColumns, 2);
+    EXPECT_EQ(setting.columnSets.keys(), QStringList({QStringLiteral("精简")}));
+    EXPECT_EQ(shown().section(QLatin1Char('\n'), 0, 1), QStringLiteral("数量 代码↑| 名称 价格↓\n"
+                                                                       "50 688293 =奥浦迈 98.70"));
+    const auto again = ZB::settingFromText(ZB::settingText(setting));
+    ASSERT_TRUE(again);
+    EXPECT_EQ(ZB::settingText(*again), ZB::settingText(setting));
+}
+
+TEST_F(TableSettingsTest, TheUserFindsHisArrangementAgainAlsoWithOtherColumns)
+{
+    arrange();
+    table->setFrozenColumns(1);
+    ASSERT_TRUE(waitForSave());
+    rebuild(boost::make_shared<OrderModel>(std::vector<Column>{Price, Name, Code, Quantity}));
+    for (const Order &order : fiveOrders())
+        model->put(order);
+    EXPECT_EQ(columnsOf(table->getTableSetting()), QStringLiteral("数量:120 代码 名称 价格:90"));
+    EXPECT_EQ(shown().section(QLatin1Char('\n'), 0, 1), QStringLiteral("数量| 代码↑ 名称 价格↓\n"
+                                                                       "50 688293 =奥浦迈 98.70"));
+    EXPECT_EQ(table->rowMarks().size(), 1);
+    EXPECT_EQ(table->rowMarks().value(0).column, 3);
+}
+
+TEST_F(TableSettingsTest, FieldsAreFoundByTheirIdsWhateverTheirNames)
+{
+    for (int column = 0; column < ColumnCount; ++column)
+        table->setColumnFieldId(column, 100 + column);
+    ZB::CBaseTableSettingParam setting;
+    setting.columns = {{7, 100 + Price, QStringLiteral("成交价"), 0, true}, {8, 555, QStringLiteral("代码"), 0, false}};
+    setting.frame.sorts = {{7, 0}};
+    table->setTableSetting(setting);
+    EXPECT_EQ(shown().section(QLatin1Char('\n'), 0, 0), QStringLiteral("代码 名称 方向 价格↑ 数量"));
+    EXPECT_EQ(table->getTableSetting().columns.at(3).fieldId, 100 + Price);
+}
+
+TEST_F(TableSettingsTest, ANewColumnStandsBehindItsNeighbour)
+{
+    arrange();
+    table->setFrozenColumns(0);
+    ASSERT_TRUE(waitForSave());
+    model->addColumn(Code);
+    table->addTableColumn(ColumnCount);
+    EXPECT_EQ(shown().section(QLatin1Char('\n'), 0, 0), QStringLiteral("数量 代码↑ 名称 价格↓ 代码"));
+    EXPECT_TRUE(table->columnVisible(ColumnCount));
+    table->addTableColumn(ColumnCount + 1);
+    EXPECT_FALSE(table->columnVisible(ColumnCount + 1));
+}
+
+TEST_F(TableSettingsTest, DamagedSettingsAreIgnored)
+{
+    const QString fresh = columnsOf(table->getTableSetting());
+    for (const QVariant &damaged :
+         {QVariant(QStringLiteral("{\"columns\":[{\"column\"")), QVariant(QStringLiteral("[]")), QVariant(17),
+          QVariant(QStringLiteral("{\"columns\":7}")),
+          QVariant(QStringLiteral("{\"columns\":[7,null,{\"column\":99,\"width\":-5},{\"field\":\"x\"}],\"frame\":"
+                                  "{\"sorts\":[[99,1],[0],\"x\"],\"marks\":[[99,5,\"k\"],[0,-1,\"k\"]],"
+                                  "\"frozen\":1e9},\"sets\":[]}"))}) {
+        KV::getUserConfig()->setValue(settingPath, damaged);
+        rebuild(model);
+        EXPECT_EQ(columnsOf(table->getTableSetting()), fresh) << damaged.toString().toStdString();
+        EXPECT_TRUE(model->sortColumns().isEmpty());
+        EXPECT_LE(table->frozenColumns(), int(ColumnCount));
+    }
+    ZB::CBaseTableSettingParam allHidden;
+    for (int column = 0; column < ColumnCount; ++column)
+        allHidden.columns.append({column, -1, QString(), 1000000, false});
+    table->setTableSetting(allHidden);
+    EXPECT_FALSE(grid()->visibleColumns().empty());
+}
+
+TEST_F(TableSettingsTest, WidthsThatTheUserChoseSurviveFitting)
+{
+    const QRect header = grid()->headerRect(Name);
+    const QPoint edge(header.right(), header.center().y());
+    drag(grid(), edge, edge + QPoint(61, 0));
+    const int wide = table->columnWidth(Name);
+    EXPECT_GT(wide, header.width() + 50);
+    const int before = table->columnWidth(Quantity);
+    table->fitVisibleColumns();
+    EXPECT_EQ(table->columnWidth(Name), wide);
+    EXPECT_NE(table->columnWidth(Quantity), before);
+    ASSERT_TRUE(waitForSave());
+    rebuild(model);
+    EXPECT_EQ(table->columnWidth(Name), wide);
+    QTest::keyClick(grid(), Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_LT(table->columnWidth(Name), wide);
+}
+
+TEST_F(TableSettingsTest, TheColumnBoxHidesMovesFreezesAndNames)
+{
+    table->setColumnInList(Side, false);
+    ZB::ColumnPopup *box = openColumns();
+    ASSERT_TRUE(box);
+    auto *list = box->findChild<ZB::CheckList *>();
+    EXPECT_EQ(list->items().size(), 4u);
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(columnsOf(table->getTableSetting()), QStringLiteral("名称 价格 方向 -代码 数量"));
+
+    // With the mouse: the last line to the top.
+    const QPoint from = list->lineRect(3).center();
+    drag(list->viewport(), from, QPoint(from.x(), list->lineRect(0).top() + 2));
+    EXPECT_EQ(columnsOf(table->getTableSetting()), QStringLiteral("数量 名称 方向 价格 -代码"));
+
+    box->findChild<QSpinBox *>()->setValue(2);
+    QTest::mouseClick(box->findChild<ZB::CheckButton *>(), Qt::LeftButton);
+    EXPECT_EQ(table->frozenColumns(), 2);
+    EXPECT_FALSE(grid()->rowNumbersVisible());
+
+    box->findChild<QComboBox *>()->lineEdit()->setText(QStringLiteral("盘中"));
+    QTest::mouseClick(button(box, QStringLiteral("保存")), Qt::LeftButton);
+    EXPECT_EQ(table->columnSets(), QStringList({QStringLiteral("盘中")}));
+    QTest::mouseClick(button(box, QStringLiteral("恢复默认")), Qt::LeftButton);
+    EXPECT_EQ(columnsOf(table->getTableSetting()), QStringLiteral("代码 名称 方向 价格 数量"));
+    EXPECT_EQ(table->frozenColumns(), 0);
+    EXPECT_TRUE(table->applyColumnSet(QStringLiteral("盘中")));
+    EXPECT_EQ(columnsOf(table->getTableSetting()), QStringLiteral("数量 名称 方向 价格 -代码"));
+    EXPECT_FALSE(table->applyColumnSet(QStringLiteral("盘后")));
+    ASSERT_TRUE(waitForSave());
+    rebuild(model);
+    EXPECT_EQ(table->columnSets(), QStringList({QStringLiteral("盘中")}));
+    EXPECT_FALSE(grid()->rowNumbersVisible());
+    table->removeColumnSet(QStringLiteral("盘中"));
+    EXPECT_TRUE(table->columnSets().isEmpty());
+}
+
+TEST_F(TableSettingsTest, TheLastVisibleColumnCannotBeHidden)
+{
+    for (int column = 1; column < ColumnCount; ++column)
+        table->setColumnVisible(column, false);
+    ZB::ColumnPopup *box = openColumns();
+    auto *list = box->findChild<ZB::CheckList *>();
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_TRUE(table->columnVisible(Code));
+    EXPECT_TRUE(list->items().front().checked);
+    QTest::mouseClick(button(box, QStringLiteral("全部显示")), Qt::LeftButton);
+    EXPECT_EQ(grid()->visibleColumns().size(), std::size_t(ColumnCount));
+}
+
+} // namespace
+
+} // namespace tabletest
