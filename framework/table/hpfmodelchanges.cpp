@@ -125,7 +125,7 @@ void HpfModelState::apply(Change &change)
     change.replaced = std::exchange(content->rows[slot], change.row);
     change.result = known ? PutResult::Replaced : PutResult::Added;
     if (job)
-        job->noteChange(slot, arrival, change.nextValues);
+        job->noted().noteChange(slot, arrival, change.nextValues);
     ++dataEpoch;
     if (effect == core::RowView::Effect::Order)
         ++orderEpoch;
@@ -154,7 +154,7 @@ HpfModelState::Row HpfModelState::removeSlot(quint32 slot)
 {
     const core::RowView::Effect effect = content->view->remove(slot);
     if (job)
-        job->noteRemoval(slot);
+        job->noted().noteRemoval(slot);
     content->slots.remove(slot);
     ++dataEpoch;
     if (effect == core::RowView::Effect::Order)

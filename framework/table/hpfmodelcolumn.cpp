@@ -77,9 +77,4 @@ quint64 HpfModelColumn::sortKey(IBaseHpfTableData &row, bool descending, QString
     return core::SortKey::ofReal(real, descending);
 }
 
-bool HpfModelColumn::isZero(quint64 bits) const
-{
-    return bits == 0 || (reading == Reading::Double && bits == ColumnSum::bitsOf(-0.0));
-}
-
 } // namespace ZB

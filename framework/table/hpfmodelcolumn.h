@@ -25,8 +25,6 @@ public:
     QString text(IBaseHpfTableData &row) const { return row.getQString(column); }
     /// What puts the row in its place; for a text column `textOut` gets the text too.
     quint64 sortKey(IBaseHpfTableData &row, bool descending, QString &textOut) const;
-    /// Whether these bits of number() are 0, which may also stand for a cell without a value.
-    bool isZero(quint64 bits) const;
 
 private:
     enum class Reading

@@ -25,7 +25,7 @@ public:
         kind = Kind::Nothing;
         if (column.kind() != core::ValueKind::Text) {
             number = column.number(row);
-            if (!column.isZero(number)) {
+            if (number != 0) {
                 kind = Kind::Number;
                 return found(numbers, number);
             }

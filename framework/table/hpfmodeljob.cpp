@@ -163,53 +163,10 @@ void HpfModelJob::place()
     view->place(order);
 }
 
-void HpfModelJob::noteChange(quint32 slot, qint64 arrival, const core::RowValues &values)
-{
-    if (catchingUp && noted.count(slot) == 0)
-        apply(slot, {true, arrival, values});
-    else
-        noted[slot] = {true, arrival, values};
-}
-
-void HpfModelJob::noteRemoval(quint32 slot)
-{
-    if (catchingUp && noted.count(slot) == 0)
-        apply(slot, {false, 0, core::RowValues()});
-    else
-        noted[slot] = {false, 0, core::RowValues()};
-}
-
-std::vector<quint32> HpfModelJob::changedSlots() const
-{
-    std::vector<quint32> slots;
-    slots.reserve(noted.size());
-    for (const auto &entry : noted)
-        slots.push_back(entry.first);
-    return slots;
-}
-
 bool HpfModelJob::applyNoted()
 {
-    catchingUp = true;
-    for (int i = 0; i < changesPerPiece && !noted.empty(); ++i) {
-        const auto first = noted.begin();
-        apply(first->first, first->second);
-        noted.erase(first);
-    }
-    return noted.empty();
-}
-
-void HpfModelJob::apply(quint32 slot, const Noted &change)
-{
-    const bool stays = change.present && view->contains(slot) && view->arrivalOf(slot) == change.arrival;
-    if (stays) {
-        view->change(slot, change.values);
-        return;
-    }
-    if (view->contains(slot))
-        view->remove(slot);
-    if (change.present)
-        view->add(slot, change.arrival, change.values);
+    changes.follow(*view);
+    return changes.applySome(changesPerPiece);
 }
 
 std::unique_ptr<core::RowView> HpfModelJob::takeView()

@@ -2,9 +2,9 @@
 
 #include <atomic>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
+#include "rows/notedchanges.h"
 #include "rows/rowview.h"
 #include "table/hpfmodelcontent.h"
 #include "table/hpfmodelplan.h"
@@ -56,9 +56,7 @@ public:
 
     /// @name Under the model's lock
     /// @{
-    void noteChange(quint32 slot, qint64 arrival, const core::RowValues &values);
-    void noteRemoval(quint32 slot);
-    std::vector<quint32> changedSlots() const;
+    core::NotedChanges &noted() { return changes; }
     /// Brings some of the noted changes in; true when none is left.
     bool applyNoted();
     std::unique_ptr<core::RowView> takeView();
@@ -77,18 +75,10 @@ private:
         int text = -1;
         bool reversed = false;
     };
-    struct Noted
-    {
-        bool present;
-        qint64 arrival;
-        core::RowValues values;
-    };
-
     bool needsRows() const { return rowsNeeded; }
     void findSources();
     core::RowValues valuesOf(const Batch::Item &item);
     bool passes(const Batch::Item &item);
-    void apply(quint32 slot, const Noted &noted);
 
     const std::shared_ptr<const HpfModelPlan> presentPlan;
     const std::shared_ptr<const HpfModelPlan> targetPlan;
@@ -108,8 +98,7 @@ private:
     std::vector<bool> adopted;
     std::vector<Row> rows; ///< by slot, for a custom order
 
-    std::unordered_map<quint32, Noted> noted; ///< guarded by the model's lock
-    bool catchingUp = false;                  ///< the same
+    core::NotedChanges changes; ///< guarded by the model's lock
     std::atomic<bool> cancelled{false};
     std::atomic<int> done{0};
 };

@@ -141,8 +141,11 @@ bool HpfModelState::settleInBackground(int waitMilliseconds)
             state->runScheduledTurn();
         });
     }
-    if (waitMilliseconds > 0)
-        turnEnded.wait_for(lock, std::chrono::milliseconds(waitMilliseconds), [this] { return !pending(); });
+    if (waitMilliseconds > 0) {
+        const quint64 before = endedTurns;
+        turnEnded.wait_for(lock, std::chrono::milliseconds(waitMilliseconds),
+                           [this, before] { return !pending() || endedTurns != before; });
+    }
     return !pending();
 }
 
@@ -256,7 +259,7 @@ bool HpfModelState::place(HpfModelJob &started)
     std::vector<quint32> changed;
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        changed = started.changedSlots();
+        changed = started.noted().slots();
     }
     if (!started.arrange(changed, model))
         return false;

@@ -45,13 +45,14 @@ std::string keyOf(int number)
     return "k" + std::to_string(number);
 }
 
-/// A table in the middle of being sorted by price in the background: the thread that does it stands in front of a row.
-class HalfSorted : public ::testing::Test
+/// A table that is being arranged anew in the background: the thread that does it stands in front of a row in the
+/// middle, whose price it is to read.
+class HalfArranged : public ::testing::Test
 {
 protected:
     static constexpr int rowCount = 3000;
 
-    HalfSorted() : model(std::make_unique<ValueModel>())
+    HalfArranged() : model(std::make_unique<ValueModel>())
     {
         for (int i = 0; i < rowCount; ++i)
             put(i, i * 37 % 101);
@@ -60,17 +61,21 @@ protected:
         plain.put(keyOf(rowCount / 2), stop->record());
         stop->onGetDouble = [this] { gate.pass(); };
         former = shownKeys(*model);
+    }
 
-        model->setSortColumns({{Price, 0}});
+    /// Begins with what is wished for.
+    void start()
+    {
         EXPECT_FALSE(HpfModelAccess::step(*model, 0));
         gate.waitUntilReached();
     }
 
-    ~HalfSorted() override { gate.open(); }
+    ~HalfArranged() override { gate.open(); }
 
-    void put(int number, int price)
+    void put(int number, int price) { put(number, price, number); }
+    void put(int number, int price, int quantity)
     {
-        const RowPtr row = makeRow(keyOf(number), number, number % 3, price);
+        const RowPtr row = makeRow(keyOf(number), quantity, number % 3, price);
         model->updateData(row);
         plain.put(keyOf(number), row->record());
     }
@@ -92,6 +97,16 @@ protected:
     std::unique_ptr<ValueModel> model;
     PlainModel plain;
     QString former;
+};
+
+class HalfSorted : public HalfArranged
+{
+protected:
+    HalfSorted()
+    {
+        model->setSortColumns({{Price, 0}});
+        start();
+    }
 };
 
 } // namespace
@@ -201,4 +216,47 @@ TEST_F(HalfSorted, DestroyingTheModelEndsTheSort)
     std::thread opener([&] { gate.open(); });
     model.reset();
     opener.join();
+}
+
+TEST_F(HalfArranged, ChangesWhileAFilterIsAppliedUnderASortAreInTheirPlaces)
+{
+    plain.sort = {{Quantity, 1}};
+    model->setSortColumns(plain.sort);
+    model->size();
+    plain.filters[Price].append({1, {"1"}});
+    model->filter(Price, 1, {"1"});
+    start();
+    for (const int number : {0, 8, 1400, 1600, 2999}) {
+        put(number, 1, number + 700);
+        put(number + 1, 2, 3000 - number);
+        put(number + 2, 1);
+    }
+    put(2500, 1, 5); // not read yet, and far from where it stood
+    remove(17);
+    put(17, 1, 1234);
+    finish();
+    EXPECT_EQ(shownKeys(*model), plain.shownKeys());
+    EXPECT_EQ(allKeys(*model), plain.allKeys());
+}
+
+TEST_F(HalfArranged, ARowThatTakesTheSlotOfAnotherOneIsBehindItsEqualsInACustomOrder)
+{
+    bool first = true;
+    model->compareRecords = [&](const Record &a, const Record &b) {
+        if (std::exchange(first, false))
+            gate.pass();
+        return static_cast<int>(a.quantity % 2 - b.quantity % 2);
+    };
+    model->setSortColumns({{ZB::IBaseHpfTableModel::SortCustom, 0}});
+    start();
+    for (const int number : {4, 5, 2000}) {
+        remove(number);
+        put(number + 10000, 1);
+    }
+    put(7, 1, 8);
+    finish();
+    std::stable_sort(plain.rows.begin(), plain.rows.end(), [](const PlainModel::Row &a, const PlainModel::Row &b) {
+        return a.record.quantity % 2 < b.record.quantity % 2;
+    });
+    EXPECT_EQ(shownKeys(*model), plain.shownKeys());
 }

@@ -217,6 +217,42 @@ TEST(HpfModel, MakesTextOncePerValueAndNotPerRow)
     EXPECT_EQ(textsMade, 4);
 }
 
+TEST(HpfModel, TellsAZeroFromACellWithoutAValue)
+{
+    ValueModel model;
+    const auto blank = [] { return boost::make_shared<ValueRow>("blank", Record{0, 0, 0, {}, true}); };
+    model.updateDatas({makeRow("zero", 0), blank(), makeRow("one", 1)});
+    model.filter(Quantity, 0, {"0"});
+    EXPECT_EQ(shownKeys(model), "zero");
+    model.filter(Quantity, 0, {"~"});
+    EXPECT_EQ(shownKeys(model), "blank");
+    model.addData(makeRow("blank", 0));
+    EXPECT_EQ(shownKeys(model), "");
+    model.addData(blank());
+    EXPECT_EQ(shownKeys(model), "blank");
+    model.filter(Quantity, 0, {});
+    model.filter(Price, 0, {"0.00"});
+    EXPECT_EQ(shownKeys(model), "zero one");
+}
+
+TEST(HpfModel, AWishThatComesTrueWhileARowIsReadCountsForThatRow)
+{
+    ValueModel model;
+    fillFour(model);
+    model.setSortColumns({{Price, 0}});
+    model.size();
+    const RowPtr row = makeRow("e", 2, 1, 0, "yy");
+    row->onGetDouble = [&] {
+        row->onGetDouble = nullptr;
+        model.setColumnStatEnable(Quantity, true);
+        model.setSortColumns({{Name, 1}, {Status, 0}});
+        model.size();
+    };
+    model.addData(row);
+    EXPECT_EQ(shownKeys(model), "c e b a d");
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 8);
+}
+
 TEST(HpfModel, RestsOnTheValuesThatARowHadWhenItWasHandedIn)
 {
     ValueModel model;
@@ -226,7 +262,7 @@ TEST(HpfModel, RestsOnTheValuesThatARowHadWhenItWasHandedIn)
     const RowPtr row = makeRow("a", 10, 1);
     model.addData(row);
     model.addData(makeRow("b", 20, 1));
-    row->setRecord({30, 2, 0, {}});
+    row->setRecord({30, 2, 0, {}, false});
     EXPECT_EQ(shownKeys(model), "a b");
     EXPECT_EQ(model.getStatColumnLongLong(Quantity), 30);
     // Also when it is arranged anew, as far as the values are kept.
@@ -277,7 +313,7 @@ TEST(HpfModel, ResetSumsAreBuiltUpFromTheRowsAsTheyAreNow)
     model.addData(row);
     model.filter(Name, 0, {"xx", "zzz", ""});
     EXPECT_EQ(model.getStatColumnLongLong(Quantity), 106);
-    row->setRecord({200, 0, 0, {}});
+    row->setRecord({200, 0, 0, {}, false});
     model._resetStatMap();
     EXPECT_EQ(model.getStatColumnLongLong(Quantity), 0);
     const auto rows = model.getAllDatas();

@@ -6,6 +6,8 @@ namespace modeltest {
 
 QString shownText(const Record &record, int column)
 {
+    if (record.blank)
+        return QStringLiteral("~");
     switch (column) {
     case Quantity:
         return record.quantity == noQuantity ? QStringLiteral("-") : QString::number(record.quantity);
@@ -41,6 +43,8 @@ QString ValueRow::getDisplayQString(int column)
 QString ValueRow::getQString(int column)
 {
     const Record read = record();
+    if (read.blank)
+        return QString();
     switch (column) {
     case Quantity:
         return QString::number(read.quantity);
@@ -148,7 +152,7 @@ void ValueModel::_updateData(const Row &row)
 
 RowPtr makeRow(const std::string &key, qint64 quantity, int status, double price, const QString &name)
 {
-    return boost::make_shared<ValueRow>(key, Record{quantity, status, price, name});
+    return boost::make_shared<ValueRow>(key, Record{quantity, status, price, name, false});
 }
 
 namespace {

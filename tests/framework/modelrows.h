@@ -32,6 +32,7 @@ struct Record
     int status = 0;
     double price = 0;
     QString name;
+    bool blank = false; ///< without any value: 0 as a number, no raw text, shown as "~"
 };
 
 /// What is shown of a record, and matched by filters.
