@@ -119,11 +119,12 @@ int GlyphStore::fitting(const QString &text, int width) const
     return count;
 }
 
-int GlyphStore::draw(GridCanvas &canvas, int x, int baseline, const QString &text, int count, QRgb color) const
+int GlyphStore::draw(GridCanvas &canvas, int x, int baseline, const QString &text, int count,
+                     const GridTint &tint) const
 {
     for (int i = 0; i < count; ++i) {
         const Glyph &shape = glyph(text.at(i));
-        canvas.blendInk(x, baseline, shape.ink, shape.extent, color);
+        canvas.blendInk(x, baseline, shape.ink, shape.extent, tint);
         x += shape.advance;
     }
     return x;

@@ -42,7 +42,7 @@ public:
     /// How many characters from the beginning fit into a width; stops measuring there.
     int fitting(const QString &text, int width) const;
     /// Draws the first `count` characters; returns the x behind them.
-    int draw(GridCanvas &canvas, int x, int baseline, const QString &text, int count, QRgb color) const;
+    int draw(GridCanvas &canvas, int x, int baseline, const QString &text, int count, const GridTint &tint) const;
 
 private:
     struct Glyph

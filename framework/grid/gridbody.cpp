@@ -193,7 +193,7 @@ quint8 GridBody::cellDecor(const GridFrame &frame, int index, int column, quint8
     int decor = ofRow;
     if (frame.selection.hasBlocks() && frame.selection.isCellSelected(id, column))
         decor |= GridDecorSelected | (frame.focused ? GridDecorFocused : 0);
-    if (frame.focused && id == frame.currentRow && column == frame.currentColumn)
+    if ((frame.focused || frame.searching) && id == frame.currentRow && column == frame.currentColumn)
         decor |= GridDecorCurrent;
     if (id == frame.hoveredRow && column == frame.hoveredColumn)
         decor |= GridDecorHovered;

@@ -31,6 +31,7 @@ struct GridFrame
     GridRowId hoveredRow = NoGridRow; ///< for delegates
     int hoveredColumn = -1;
     bool focused = false;
+    bool searching = false; ///< the current cell is a search's hit: framed without the focus too
     bool oddEven = false;
     qint64 firstNumber = 1;
     double pixelRatio = 1.0;

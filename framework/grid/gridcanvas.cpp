@@ -7,24 +7,13 @@ namespace ZB {
 
 namespace {
 
-/// Two channels at once: each 16-bit half by 255, rounded.
-quint32 divideHalves(quint32 halves)
+/// What is left of a colour under something that covers `coverage` of 255.
+QRgb dimmed(QRgb color, quint32 coverage)
 {
-    return ((halves + ((halves >> 8) & 0x00ff00ffu) + 0x00800080u) >> 8) & 0x00ff00ffu;
-}
-
-QRgb scaleColor(QRgb color, quint32 alpha)
-{
-    return divideHalves((color & 0x00ff00ffu) * alpha) | (divideHalves(((color >> 8) & 0x00ff00ffu) * alpha) << 8);
+    return mixColors(color, 0, static_cast<int>(coverage)) & 0x00ffffffu;
 }
 
 } // namespace
-
-QRgb mixColors(QRgb under, QRgb over, int weight)
-{
-    const auto alpha = static_cast<quint32>(std::clamp(weight, 0, 255));
-    return 0xff000000u | (scaleColor(over, alpha) + scaleColor(under, 255 - alpha));
-}
 
 GridCanvas::GridCanvas(QImage &picture)
     : bits(picture.bits()), stride(picture.bytesPerLine()), whole(picture.rect()), bounds(picture.rect())
@@ -54,25 +43,28 @@ void GridCanvas::frame(const QRect &rect, QRgb color)
     fill(QRect(rect.right(), rect.top(), 1, rect.height()), color);
 }
 
-void GridCanvas::blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, QRgb color)
+void GridCanvas::blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, const GridTint &tint)
 {
     const QRect area = extent.translated(x, y);
     const bool uncut = bounds.contains(area);
     if (!uncut && !bounds.intersects(area))
         return;
-    const quint32 evenHalves = color & 0x00ff00ffu;
-    const quint32 oddHalves = (color >> 8) & 0x00ff00ffu;
     uchar *origin = bits + y * stride + static_cast<qint64>(x) * 4;
     for (const GridInk &dot : ink) {
         if (!uncut && !bounds.contains(x + dot.x, y + dot.y))
             continue;
         QRgb &target = *reinterpret_cast<QRgb *>(origin + dot.y * stride + dot.x * 4);
-        const quint32 over = dot.coverage;
-        const quint32 under = 255 - over;
-        const quint32 even = divideHalves(evenHalves * over + (target & 0x00ff00ffu) * under);
-        const quint32 odd = divideHalves(oddHalves * over + ((target >> 8) & 0x00ff00ffu) * under);
-        target = 0xff000000u | even | (odd << 8);
+        target = target == tint.ground ? tint.mixed[dot.coverage] : mixColors(target, tint.color, dot.coverage);
     }
+}
+
+QRgb GridCanvas::pixelNear(int x, int y) const
+{
+    if (bounds.isEmpty())
+        return 0;
+    x = std::clamp(x, bounds.left(), bounds.right());
+    y = std::clamp(y, bounds.top(), bounds.bottom());
+    return reinterpret_cast<const QRgb *>(bits + y * stride)[x];
 }
 
 void GridCanvas::blendPicture(int x, int y, const QImage &source)
@@ -83,7 +75,7 @@ void GridCanvas::blendPicture(int x, int y, const QImage &source)
         const auto *from = reinterpret_cast<const QRgb *>(source.constScanLine(row - y)) + (area.left() - x);
         QRgb *target = line(row) + area.left();
         for (int left = area.width(); left > 0; --left, ++from, ++target)
-            *target = 0xff000000u | ((*from & 0x00ffffffu) + (scaleColor(*target, 255 - (*from >> 24)) & 0x00ffffffu));
+            *target = 0xff000000u | ((*from & 0x00ffffffu) + dimmed(*target, *from >> 24));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frameworkexport.h"
+#include "grid/gridtints.h"
 
 namespace ZB {
 
@@ -34,7 +35,10 @@ public:
     /// A frame of one pixel along the inside of `rect`.
     void frame(const QRect &rect, QRgb color);
     /// Colour through the ink of a shape whose origin is at (x, y). `extent` encloses the ink, seen from the origin.
-    void blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, QRgb color);
+    /// The tint's colour is mixed with whatever is there; where that is the tint's ground it costs least.
+    void blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, const GridTint &tint);
+    /// The pixel at a point, or at the nearest one inside of the clip; 0 when nothing is.
+    QRgb pixelNear(int x, int y) const;
     /// A picture of Format_ARGB32_Premultiplied over what is there.
     void blendPicture(int x, int y, const QImage &source);
     /// Moves the pixels of `area` sideways by `dx`; what is uncovered keeps its old pixels.
@@ -48,8 +52,5 @@ private:
     QRect whole;
     QRect bounds;
 };
-
-/// `over` at `weight` of 255 on `under`, opaque.
-FRAMEWORK_API QRgb mixColors(QRgb under, QRgb over, int weight);
 
 } // namespace ZB

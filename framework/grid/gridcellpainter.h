@@ -34,6 +34,7 @@ public:
 
     /// The text that is lit up; empty for none.
     void setMarkedText(const QString &text) { marked = text; }
+    const QString &markedText() const { return marked; }
     /// Keeps an icon and returns its key for GridCell; 0 for null.
     qint64 keepIcon(const QPixmap *icon);
 

@@ -126,9 +126,10 @@ void GridText::draw(GridCanvas &canvas, const GridPlacedText &placed, const QStr
                                 pictures.picture(placed.tail, store.deviceFont(), static_cast<int>(font), color));
         return;
     }
-    const int x = store.draw(canvas, placed.x, placed.baseline, text, placed.count, color);
+    const GridTint &tint = tints.tint(canvas.pixelNear(placed.x, placed.baseline), color);
+    const int x = store.draw(canvas, placed.x, placed.baseline, text, placed.count, tint);
     if (!placed.tail.isEmpty())
-        store.draw(canvas, x, placed.baseline, placed.tail, placed.tail.size(), color);
+        store.draw(canvas, x, placed.baseline, placed.tail, placed.tail.size(), tint);
 }
 
 void GridText::draw(GridCanvas &canvas, const QRect &rect, const QString &text, GridFont font, Qt::Alignment alignment,

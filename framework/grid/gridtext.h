@@ -73,6 +73,7 @@ private:
 
     std::array<std::shared_ptr<GlyphStore>, gridFontCount> stores; ///< equal fonts share one
     TextPictureCache pictures;
+    GridTints tints;
 };
 
 } // namespace ZB

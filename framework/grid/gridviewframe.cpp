@@ -52,6 +52,7 @@ GridFrame GridViewPrivate::frameNow() const
     frame.hoveredRow = hoveredRow;
     frame.hoveredColumn = hoveredColumn;
     frame.focused = headerState.focused;
+    frame.searching = !cells.markedText().isEmpty();
     frame.oddEven = look.oddEvenRows;
     frame.firstNumber = firstNumber;
     frame.pixelRatio = ratio;
