@@ -1,0 +1,161 @@
+#include "benchcase.h"
+#include "orderset.h"
+#include "stocktable.h"
+
+#include <algorithm>
+
+#include "kdservice/typemanager.h"
+#include "pagemodel/chpfpagedatamodel.h"
+#include "records/fieldids.h"
+
+namespace bench {
+
+namespace {
+
+constexpr int million = 1000000;
+constexpr int hundredThousand = 100000;
+constexpr int quickShare = 10; ///< --quick measures a tenth
+
+using KV::CHpfPageDataModel;
+
+/// The columns of the benchmarks' orders, as the table's own model numbers them.
+struct Columns
+{
+    Columns()
+    {
+        int column = 0;
+        for (kdservice::FieldDes *field :
+             kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock)) {
+            fields.insert(column, field);
+            ofField.insert(field->fieldId, column++);
+        }
+    }
+    QMap<int, kdservice::FieldDes *> fields;
+    QMap<int, int> ofField;
+};
+
+const Columns &columns()
+{
+    static const Columns made;
+    return made;
+}
+
+std::unique_ptr<CHpfPageDataModel> makeModel()
+{
+    auto model = std::make_unique<CHpfPageDataModel>(orderMetaId(), kdservice::TraderStock, true);
+    model->setColumnFieldDesMap(columns().fields);
+    model->setFieldColumnIDMap(columns().ofField);
+    model->setExFilterStatus(0);
+    return model;
+}
+
+int columnOf(int field)
+{
+    return columns().ofField.value(field);
+}
+
+std::vector<OrderPtr> ordersFor(int count, bool quick)
+{
+    static std::vector<OrderPtr> made;
+    const int wanted = quick ? count / quickShare : count;
+    if (static_cast<int>(made.size()) < wanted)
+        made = makeOrders(wanted, 3);
+    return {made.begin(), made.begin() + wanted};
+}
+
+void addAll(CHpfPageDataModel &model, const std::vector<OrderPtr> &orders)
+{
+    for (const OrderPtr &order : orders)
+        model.addData(order);
+}
+
+double addSeconds(const std::vector<OrderPtr> &orders, bool sorted)
+{
+    return medianOf(3, [&] {
+        const auto model = makeModel();
+        if (sorted)
+            model->sortByColumnID(columnOf(refhost::OrderPrice), 1);
+        return secondsOf([&] { addAll(*model, orders); });
+    });
+}
+
+/// What stock Qt has for this: a sorted proxy into whose source rows come one by one. No view looks on.
+double stockAddSeconds(const std::vector<OrderPtr> &orders)
+{
+    StockModel source({});
+    StockProxy proxy;
+    proxy.setSourceModel(&source);
+    proxy.sort(source.columnOfField(refhost::OrderPrice), Qt::DescendingOrder);
+    return secondsOf([&] {
+        for (const OrderPtr &order : orders)
+            source.append(order);
+    });
+}
+
+BenchRow rate(const char *name, std::size_t count, double seconds, double stockSeconds = 0)
+{
+    const auto n = static_cast<double>(count);
+    return {name,        static_cast<long long>(count),           "1/s",
+            n / seconds, stockSeconds > 0 ? n / stockSeconds : 0, stockSeconds > 0 ? stockSeconds / seconds : 0};
+}
+
+std::vector<BenchRow> add(bool quick)
+{
+    const auto many = ordersFor(million, quick);
+    const auto some = ordersFor(hundredThousand, quick);
+    return {rate("page.add_unsorted_1m", many.size(), addSeconds(many, false)),
+            rate("page.add_sorted_100k", some.size(), addSeconds(some, true), stockAddSeconds(some)),
+            rate("page.add_sorted_1m", many.size(), addSeconds(many, true))};
+}
+
+std::vector<BenchRow> update(bool quick)
+{
+    const auto orders = ordersFor(hundredThousand, quick);
+    const auto model = makeModel();
+    model->sortByColumnID(columnOf(refhost::OrderPrice), 1);
+    addAll(*model, orders);
+    std::mt19937 random(5);
+    const double seconds = medianOf(3, [&] {
+        std::vector<OrderPtr> changed;
+        for (std::size_t i = 0; i < orders.size(); ++i)
+            changed.push_back(withOtherPrice(
+                orders[std::uniform_int_distribution<std::size_t>(0, orders.size() - 1)(random)], random));
+        return secondsOf([&] { addAll(*model, changed); });
+    });
+    return {rate("page.update_sorted_100k", orders.size(), seconds)};
+}
+
+std::vector<BenchRow> whole(bool quick)
+{
+    const auto orders = ordersFor(million, quick);
+    const auto model = makeModel();
+    addAll(*model, orders);
+    const auto count = static_cast<long long>(orders.size());
+    const int status = columnOf(refhost::OrderStatus);
+    const int direction = columnOf(refhost::OrderDirection);
+    const CHpfPageDataModel::ColumnFilters filters{
+        {status, {ZB::FilterExact, QSet<QString>{model->getMenuItems(status).value(0)}}},
+        {direction, {ZB::FilterExact, QSet<QString>{model->getMenuItems(direction).value(0)}}}};
+    const double filtering = medianOf(5, [&] {
+        model->clearFilter(true);
+        return secondsOf([&] { model->filterColumn(filters); });
+    });
+    model->clearFilter(true);
+    int order = 0;
+    const double sorting = medianOf(5, [&] {
+        order = 1 - order;
+        model->sortByColumnID(columnOf(refhost::OrderQuantity), 0);
+        return secondsOf([&] { model->sortByColumnID(columnOf(refhost::OrderPrice), order); });
+    });
+    return {{"page.filter_1m", count, "ms", filtering * 1e3, 0, 0}, {"page.sort_1m", count, "ms", sorting * 1e3, 0, 0}};
+}
+
+const BenchRegistration registrations[] = {
+    {"page.add", add},
+    {"page.update_sorted_100k", update},
+    {"page.whole", whole},
+};
+
+} // namespace
+
+} // namespace bench
