@@ -35,7 +35,7 @@ void FeedPump::stop()
 {
     source->stop();
     continuation.stop();
-    batchOpen = false;
+    stopped = true;
 }
 
 void FeedPump::setSpeed(double factor)
@@ -77,6 +77,8 @@ void FeedPump::timerEvent(QTimerEvent *event)
 
 void FeedPump::work()
 {
+    if (stopped)
+        return;
     QElapsedTimer spent;
     spent.start();
     while (batchOpen || takeBatch()) {

@@ -87,6 +87,7 @@ private:
     std::atomic<bool> wakePosted{false};
     double wantedSpeed;
     bool paused = false;
+    bool stopped = false;
 
     feed::FeedCounters totals;
     std::vector<qint64> filledOf; ///< by an order's entry

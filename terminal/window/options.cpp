@@ -170,7 +170,7 @@ Options readOptions(ValueReader &read)
         options.dark = *theme == 0;
     if (const auto rise = read.choice(QStringLiteral("rise"),
                                       {QStringLiteral("red"), QStringLiteral("green"), QStringLiteral("orange")}))
-        options.riseColors = static_cast<RiseColors>(*rise);
+        options.riseFall = static_cast<refhost::RiseFall>(*rise);
     if (const auto percent = read.number(QStringLiteral("scale"), 100, 300))
         options.scale = static_cast<int>(std::lround(*percent));
     options.logDir = read.text(QStringLiteral("log-dir"));

@@ -5,15 +5,9 @@
 #include <QtCore/QStringList>
 #include <optional>
 
-namespace terminal {
+#include "theme/themepalette.h"
 
-/// Which pair of colours stands for rise and fall.
-enum class RiseColors
-{
-    RedRises,
-    GreenRises,
-    OrangeRises ///< orange and blue, for people who do not tell red from green
-};
+namespace terminal {
 
 /// What the command line asks for. Absent values are left to the user's configuration.
 struct Options
@@ -26,7 +20,7 @@ struct Options
     QString shotsDir;              ///< where screenshots go; empty for none
     std::optional<QSize> size;     ///< of the window, in pixels at 100 %
     std::optional<bool> dark;
-    std::optional<RiseColors> riseColors;
+    std::optional<refhost::RiseFall> riseFall;
     std::optional<int> scale; ///< in per cent
     QString logDir;
     QString configFile;

@@ -32,8 +32,8 @@ std::string describe(const QString &line)
         words << QStringLiteral("size=%1,%2").arg(options.size->width()).arg(options.size->height());
     if (options.dark)
         words << (*options.dark ? QStringLiteral("dark") : QStringLiteral("light"));
-    if (options.riseColors)
-        words << QStringLiteral("rise=%1").arg(int(*options.riseColors));
+    if (options.riseFall)
+        words << QStringLiteral("rise=%1").arg(int(*options.riseFall));
     if (options.scale)
         words << QStringLiteral("scale=%1").arg(*options.scale);
     for (const QString &path : {options.shotsDir, options.logDir, options.configFile})

@@ -1,0 +1,138 @@
+#include "window/headlessrun.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtGui/QPixmap>
+#include <cmath>
+#include <cstdio>
+
+#include "table/chpfdatatable.h"
+#include "theme/themeservice.h"
+#include "utils/clogcenter.h"
+#include "window/dealstreampanel.h"
+#include "window/feedpump.h"
+#include "window/mainwindow.h"
+#include "window/marketpage.h"
+#include "window/orderstreampanel.h"
+
+namespace terminal {
+
+namespace {
+
+constexpr double secondsOfSimulation = 10;
+constexpr int unusable = 2;
+
+double rounded(double milliseconds)
+{
+    return std::round(milliseconds * 100) / 100;
+}
+
+} // namespace
+
+HeadlessRun::HeadlessRun(FeedPump &feedPump, MainWindow &mainWindow, const Options &given)
+    : pump(feedPump), window(mainWindow), options(given),
+      size(mainWindow.size() / refhost::ThemeService::instance().scale())
+{
+    timeOver.setSingleShot(true);
+    connect(&timeOver, &QTimer::timeout, this, &HeadlessRun::finish);
+    connect(&pump, &FeedPump::finished, this, &HeadlessRun::finish, Qt::QueuedConnection);
+}
+
+HeadlessRun::~HeadlessRun() = default;
+
+int HeadlessRun::run()
+{
+    const bool isSimulation = options.replayPaths.isEmpty();
+    if (options.seconds || isSimulation)
+        timeOver.start(static_cast<int>(1000 * options.seconds.value_or(secondsOfSimulation)));
+    window.showNow();
+    QCoreApplication::processEvents();
+    window.stalls().restart();
+    clock.start();
+    pump.start();
+    return QCoreApplication::exec();
+}
+
+void HeadlessRun::finish()
+{
+    timeOver.stop();
+    pump.disconnect(this);
+    pump.stop();
+    if (pump.hasFailed()) {
+        QCoreApplication::exit(unusable);
+        return;
+    }
+    window.showNow();
+    QCoreApplication::processEvents();
+    seconds = static_cast<double>(clock.elapsed()) / 1000;
+    worstStall = window.stalls().worst();
+    window.stalls().stop();
+    const QByteArray line = report();
+    if (!options.shotsDir.isEmpty() && !takeShots()) {
+        QCoreApplication::exit(unusable);
+        return;
+    }
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
+    std::fflush(stdout);
+    QCoreApplication::exit(0);
+}
+
+/// The user's own choices stay as they are.
+bool HeadlessRun::takeShots()
+{
+    refhost::ThemeService &service = refhost::ThemeService::instance();
+    for (const QString &theme : {QStringLiteral("dark"), QStringLiteral("light")})
+        for (const int percent : {100, 150}) {
+            service.setTheme(theme);
+            service.setScale(percent / 100.0);
+            window.resizeScaled(size);
+            for (const QString &page : window.pageNames())
+                if (!takeShot(QStringLiteral("%1-%2-%3.png").arg(page, theme).arg(percent)))
+                    return false;
+        }
+    return true;
+}
+
+bool HeadlessRun::takeShot(const QString &name)
+{
+    window.showNow();
+    QCoreApplication::processEvents();
+    const QString path = QDir(options.shotsDir).filePath(name);
+    if (window.grab().save(path))
+        return true;
+    LOG4CXX_ERROR(utils::getStdLogger(), QStringLiteral("%1: cannot be written").arg(path).toStdString());
+    return false;
+}
+
+QByteArray HeadlessRun::report() const
+{
+    const feed::FeedCounters &counters = pump.counters();
+    const FrameMeter &frames = window.frames();
+    const MarketPage &page = window.marketPage();
+    const QJsonObject object{
+        {QStringLiteral("source"), pump.sourceName()},
+        {QStringLiteral("records"), counters.records},
+        {QStringLiteral("duplicates"), counters.duplicates},
+        {QStringLiteral("orders"), counters.orders},
+        {QStringLiteral("deals"), counters.deals},
+        {QStringLiteral("quotes"), counters.quotes},
+        {QStringLiteral("updates"), counters.updates},
+        {QStringLiteral("shares_filled"), pump.sharesFilled()},
+        {QStringLiteral("order_rows"), page.orderStream().table().count()},
+        {QStringLiteral("deal_rows"), page.dealStream().table().count()},
+        {QStringLiteral("errors"), counters.errors},
+        {QStringLiteral("warnings"), counters.warnings},
+        {QStringLiteral("finished"), pump.isFinished()},
+        {QStringLiteral("seconds"), seconds},
+        {QStringLiteral("frames"), frames.count()},
+        {QStringLiteral("frame_ms_p50"), rounded(frames.percentile(0.5))},
+        {QStringLiteral("frame_ms_p99"), rounded(frames.percentile(0.99))},
+        {QStringLiteral("frame_ms_worst"), rounded(frames.worst())},
+        {QStringLiteral("worst_stall_ms"), rounded(worstStall)},
+    };
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+} // namespace terminal

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+
+#include "window/options.h"
+
+namespace terminal {
+
+class FeedPump;
+class MainWindow;
+
+/// A run without a user: plays until the feed is finished and shown or the time is over, takes the screenshots and
+/// tells in one line of JSON what was done.
+class HeadlessRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    HeadlessRun(FeedPump &pump, MainWindow &window, const Options &options);
+    ~HeadlessRun() override;
+
+    /// Runs the event loop. The program's exit status: 0, or 2 when the data could not be used or a screenshot not be
+    /// written; the log says why.
+    int run();
+
+private:
+    void finish();
+    bool takeShots();
+    bool takeShot(const QString &name);
+    QByteArray report() const;
+
+    FeedPump &pump;
+    MainWindow &window;
+    const Options options;
+    QSize size; ///< of the window at 100 %
+    QTimer timeOver;
+    QElapsedTimer clock;
+    double seconds = 0;
+    double worstStall = 0;
+};
+
+} // namespace terminal

@@ -1,0 +1,114 @@
+#include "window/marketpage.h"
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QVBoxLayout>
+#include <algorithm>
+
+#include "kv/cuserconfig.h"
+#include "table/chpfdatatable.h"
+#include "window/dealstreampanel.h"
+#include "window/orderstreampanel.h"
+#include "zb/cuiresource.h"
+
+namespace terminal {
+
+namespace {
+
+const QString orientationPath = QStringLiteral("page/market/stacked");
+const QString splitterPath = QStringLiteral("page/market/splitter");
+
+} // namespace
+
+MarketPage::MarketPage(QWidget *parent)
+    : QWidget(parent), splitter(new QSplitter(this)), orders(new OrderStreamPanel(splitter)),
+      deals(new DealStreamPanel(splitter))
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(ZB::scaled(4));
+    arrange(Qt::Horizontal);
+}
+
+MarketPage::~MarketPage() = default;
+
+std::vector<TablePanel *> MarketPage::tablePanels() const
+{
+    return {orders, deals};
+}
+
+void MarketPage::takeOrders(const FeedPump::Records &records)
+{
+    orders->take(records);
+}
+
+void MarketPage::takeDeals(const FeedPump::Records &records)
+{
+    deals->take(records);
+}
+
+void MarketPage::refresh()
+{
+    for (TablePanel *panel : tablePanels())
+        panel->refresh();
+}
+
+void MarketPage::showNow()
+{
+    for (TablePanel *panel : tablePanels())
+        panel->table().updateTable();
+    refresh();
+}
+
+void MarketPage::toggleLayout()
+{
+    arrange(splitter->orientation() == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal);
+}
+
+/// Orders have more columns than deals: they get the greater share of a width, and half of a height.
+void MarketPage::arrange(Qt::Orientation orientation)
+{
+    splitter->setOrientation(orientation);
+    splitter->setSizes(orientation == Qt::Horizontal ? QList<int>{544, 456} : QList<int>{500, 500});
+    const int orderShare = orientation == Qt::Horizontal ? 54 : 50;
+    splitter->setStretchFactor(0, orderShare);
+    splitter->setStretchFactor(1, 100 - orderShare);
+}
+
+void MarketPage::focusNextPanel()
+{
+    const std::vector<TablePanel *> panels = tablePanels();
+    const auto focused = std::find_if(panels.begin(), panels.end(), [](const TablePanel *panel) {
+        return panel->isAncestorOf(QApplication::focusWidget());
+    });
+    const bool isLast = focused == panels.end() || focused + 1 == panels.end();
+    (isLast ? panels.front() : *(focused + 1))->setFocus(Qt::TabFocusReason);
+}
+
+void MarketPage::loadState()
+{
+    const KV::CUserConfig *config = KV::getUserConfig();
+    if (!config)
+        return;
+    arrange(config->value(orientationPath).toBool() ? Qt::Vertical : Qt::Horizontal);
+    splitter->restoreState(config->value(splitterPath).toByteArray());
+    splitter->setHandleWidth(ZB::scaled(4));
+}
+
+void MarketPage::saveState() const
+{
+    KV::CUserConfig *config = KV::getUserConfig();
+    if (!config)
+        return;
+    config->setValue(orientationPath, splitter->orientation() == Qt::Vertical);
+    config->setValue(splitterPath, splitter->saveState());
+}
+
+void MarketPage::themeChanged()
+{
+    splitter->setHandleWidth(ZB::scaled(4));
+}
+
+} // namespace terminal

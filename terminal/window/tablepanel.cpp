@@ -1,0 +1,68 @@
+#include "window/tablepanel.h"
+
+#include "kv/cuserconfig.h"
+#include "model/chpfdatamodel.h"
+#include "table/chpfdatatable.h"
+#include "zb/cuiresource.h"
+#include "zb/numberformat.h"
+
+namespace terminal {
+
+namespace {
+
+QString grouped(int count)
+{
+    return ZB::formatLonglongNumber(count, 0, utils::FormatGroupDigits);
+}
+
+} // namespace
+
+TablePanel::TablePanel(const QString &caption, int tableId, int metaId, QWidget *parent)
+    : Panel(caption, parent),
+      dataTable(new KV::CHpfDataTable(tableId, metaId, this, kdservice::TraderStock, /* paged */ false))
+{
+    dataTable->getDataModel()->setFieldColors(true);
+    setContents(dataTable);
+    refresh();
+}
+
+TablePanel::~TablePanel() = default;
+
+void TablePanel::take(const FeedPump::Records &records)
+{
+    dataTable->updateDatas(records, /* redraw */ false);
+}
+
+void TablePanel::refresh()
+{
+    const int shown = dataTable->count();
+    const int all = dataTable->getDataModel()->allSize();
+    if (shown == all)
+        setSummary(QStringLiteral("%1 笔").arg(grouped(all)));
+    else
+        setSummary(QStringLiteral("筛选 %1 / %2 笔").arg(grouped(shown), grouped(all)));
+}
+
+void TablePanel::arrangeColumns(const std::vector<Column> &shown, int frozen)
+{
+    ZB::CBaseTableSettingParam setting;
+    setting.frame.frozenColumns = frozen;
+    std::vector<bool> isShown(static_cast<size_t>(dataTable->getDataModel()->columnCount()));
+    for (const Column &column : shown) {
+        const int number = dataTable->getColumnIdByFileId(column.fieldId);
+        if (number < 0)
+            continue;
+        isShown[static_cast<size_t>(number)] = true;
+        dataTable->setColumnWidth(number, ZB::scaled(column.width));
+        setting.columns.append({number, column.fieldId, QString(), column.width, true});
+    }
+    for (size_t number = 0; number < isShown.size(); ++number)
+        dataTable->setColumnVisible(static_cast<int>(number), isShown[number]);
+    // What the user has arranged comes back by itself, unless an arrangement is set before.
+    const KV::CUserConfig *config = KV::getUserConfig();
+    const QString path = QStringLiteral("table/%1/setting").arg(dataTable->tableId());
+    if (!config || config->value(path).toString().isEmpty())
+        dataTable->setTableSetting(setting);
+}
+
+} // namespace terminal

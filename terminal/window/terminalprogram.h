@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <memory>
+
+#include "window/options.h"
+
+class QApplication;
+
+namespace terminal {
+
+class FeedPump;
+class MainWindow;
+
+/// From now on what Qt has to say goes to the program's log, until a TerminalProgram ends.
+void logQtMessages();
+
+/// The program behind the options: services, feed and window, put together and run. GUI thread; one at a time.
+class TerminalProgram
+{
+public:
+    TerminalProgram(QApplication &application, const Options &options);
+    ~TerminalProgram();
+    TerminalProgram(const TerminalProgram &) = delete;
+    TerminalProgram &operator=(const TerminalProgram &) = delete;
+
+    /// Runs until the user closes the window, or as --headless says. The exit status: 0, or 2 for data or folders that
+    /// cannot be used.
+    int run();
+
+private:
+    bool openLog();
+    void openConfiguration();
+    void makeFeed();
+    void makeWindow();
+    int runWithUser();
+    QString sourceText() const;
+
+    const Options options;
+    std::unique_ptr<FeedPump> pump;
+    std::unique_ptr<MainWindow> window; ///< refers to the pump
+};
+
+} // namespace terminal

@@ -1,0 +1,249 @@
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace {
+
+const char *const orderHeader = "MDDate,MDTime,SecurityType,SecuritySubType,SecurityIDSource,Symbol,ReceiveDateTime,"
+                                "OrderIndex,OrderType,OrderPrice,OrderQty,OrderBSFlag,ChannelNo,ApplSeqNum,OrderNO,"
+                                "SecurityID\n";
+const char *const tradeHeader =
+    "MDDate,MDTime,SecurityType,SecuritySubType,SecurityIDSource,Symbol,TradingPhaseCode,"
+    "TradeIndex,TradeBuyNo,TradeSellNo,TradeType,TradeBSFlag,TradePrice,TradeQty,TradeMoney,"
+    "ReceiveDateTime,NumTrades,ChannelNo,ApplSeqNum,SecurityID\n";
+
+/// A line of an orders file: an order (type 2) or its cancel (type 10).
+QByteArray orderLine(int type, const char *quantity, int side, int sequence, int number)
+{
+    return QStringLiteral("2023.07.11,09:30:0%1.280,2,02001,101,恒盛能源,2023.07.11T09:25:21.401,1,%2,"
+                          "15.929999999999999,%3,%4,1,%1,%5,605580.SH\n")
+        .arg(sequence)
+        .arg(type)
+        .arg(QLatin1String(quantity))
+        .arg(side)
+        .arg(number)
+        .toUtf8();
+}
+
+QByteArray tradeLine(int buy, int sell, int quantity, int sequence)
+{
+    return QStringLiteral("2023.07.11,09:30:0%1.500,2,02001,101,恒盛能源,,1,%2,%3,0,1,15.93,%4,%5,"
+                          "2023.07.11T09:30:03.276,0,1,%1,605580.SH\n")
+        .arg(sequence)
+        .arg(buy)
+        .arg(sell)
+        .arg(quantity)
+        .arg(15.93 * quantity)
+        .toUtf8();
+}
+
+struct Outcome
+{
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+
+    QJsonObject report() const { return QJsonDocument::fromJson(out).object(); }
+};
+
+/// Runs the terminal in a folder that is also its home, so that anything it leaves behind can be seen.
+class TerminalRun : public ::testing::Test
+{
+protected:
+    QTemporaryDir folder;
+
+    void write(const QString &name, const QByteArray &contents) const
+    {
+        QDir(folder.path()).mkpath(QFileInfo(name).path());
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+    }
+
+    /// A small market: order 1 buys 500 and gets 300, then 200 are withdrawn; order 2 sells 300 and gets all.
+    void writeSmallMarket() const
+    {
+        write("orders.csv", orderHeader + orderLine(2, "500", 1, 1, 1) + orderLine(2, "300", 2, 2, 2) +
+                                orderLine(10, "200", 1, 4, 1));
+        write("trades.csv", tradeHeader + tradeLine(1, 2, 300, 3));
+    }
+
+    Outcome run(const QString &options) const
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), folder.filePath("home"));
+        for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            environment.remove(QLatin1String(name));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(folder.path());
+        process.start(QStringLiteral(TERMINAL_PROGRAM), options.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+        Outcome outcome;
+        if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
+            outcome.status = process.exitCode();
+        outcome.out = process.readAllStandardOutput();
+        outcome.err = process.readAllStandardError();
+        return outcome;
+    }
+};
+
+/// Lightness from 0 to 255 and number of different colours of a picture.
+struct PictureFacts
+{
+    int lightness = 0;
+    int colors = 0;
+};
+
+PictureFacts factsOf(const QImage &image)
+{
+    std::set<QRgb> colors;
+    qint64 sum = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            colors.insert(image.pixel(x, y));
+            sum += qGray(image.pixel(x, y));
+        }
+    return {int(sum / (qint64(image.width()) * image.height())), int(colors.size())};
+}
+
+} // namespace
+
+TEST_F(TerminalRun, AReplayIsToldInOneLineOfJson)
+{
+    writeSmallMarket();
+    const Outcome outcome = run("--headless --speed max --replay orders.csv --replay trades.csv");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    EXPECT_EQ(outcome.out.count('\n'), 1) << outcome.out.constData();
+    EXPECT_TRUE(outcome.out.endsWith('\n'));
+    EXPECT_EQ(outcome.err.toStdString(), "");
+    const QJsonObject report = outcome.report();
+    EXPECT_EQ(report.value("source").toString().toStdString(), "replay");
+    const std::pair<const char *, int> figures[] = {
+        {"records", 4},   {"duplicates", 0}, {"orders", 2},          {"deals", 1},  {"order_rows", 2},
+        {"deal_rows", 1}, {"updates", 5},    {"shares_filled", 600}, {"errors", 0}, {"warnings", 0}};
+    for (const auto &[name, value] : figures)
+        EXPECT_EQ(report.value(QLatin1String(name)).toInt(-1), value) << name;
+    EXPECT_TRUE(report.value("finished").toBool());
+    EXPECT_GT(report.value("frames").toInt(), 0);
+    EXPECT_GE(report.value("frame_ms_worst").toDouble(), report.value("frame_ms_p99").toDouble());
+    EXPECT_GE(report.value("frame_ms_p99").toDouble(), report.value("frame_ms_p50").toDouble());
+    EXPECT_FALSE(QDir(folder.filePath("home")).exists()) << "a run without a user left something in the user's home";
+}
+
+TEST_F(TerminalRun, ARowThatStandsInTwoFilesCountsOnce)
+{
+    writeSmallMarket();
+    QFile::copy(folder.filePath("trades.csv"), folder.filePath("again.csv"));
+    const QJsonObject report = run("--headless --speed max --replay .").report();
+    EXPECT_EQ(report.value("records").toInt(), 4);
+    EXPECT_EQ(report.value("duplicates").toInt(), 1);
+    EXPECT_EQ(report.value("shares_filled").toInt(), 600);
+}
+
+TEST_F(TerminalRun, ASlowReplayEndsWhenItsTimeIsOver)
+{
+    write("orders.csv", orderHeader + orderLine(2, "500", 1, 1, 1) + orderLine(2, "300", 2, 9, 2));
+    const Outcome outcome = run("--headless --speed 0.001 --seconds 0.5 --replay orders.csv");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    const QJsonObject report = outcome.report();
+    EXPECT_FALSE(report.value("finished").toBool(true));
+    EXPECT_EQ(report.value("orders").toInt(), 1);
+    EXPECT_GE(report.value("seconds").toDouble(), 0.4);
+}
+
+TEST_F(TerminalRun, WithoutFilesTheSimulatedExchangeShowsLife)
+{
+    const Outcome outcome = run("--headless --seconds 1 --speed 600 --seed 5");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    const QJsonObject report = outcome.report();
+    EXPECT_EQ(report.value("source").toString().toStdString(), "simulated");
+    EXPECT_GT(report.value("orders").toInt(), 100);
+    EXPECT_GT(report.value("deals").toInt(), 10);
+    EXPECT_FALSE(report.value("finished").toBool(true));
+}
+
+TEST_F(TerminalRun, DataThatCannotBeUsedEndsWithStatusTwoAndTheReason)
+{
+    write("unknown/other.csv", "a,b,c\n1,2,3\n");
+    write("cut.csv", "MDDate,MDTime,SecurityID\n2023.07.11,09:30:00.000,605580.SH\n");
+    const std::pair<const char *, const char *> cases[] = {
+        {"--replay missing.csv", "missing.csv"},
+        {"--replay unknown", "unknown"},
+        {"--replay cut.csv", "cut.csv"},
+        {"--speed 0", "--speed: \"0\" is neither a number above 0 nor max"},
+        {"--shots /proc/shots --replay missing.csv", "/proc/shots"},
+        {"--log-dir /proc/logs --replay missing.csv", "/proc/logs"},
+    };
+    for (const auto &[options, text] : cases) {
+        const Outcome outcome = run(QStringLiteral("--headless ") + QLatin1String(options));
+        EXPECT_EQ(outcome.status, 2) << options;
+        EXPECT_TRUE(outcome.err.contains(text)) << options << "\n" << outcome.err.constData();
+        EXPECT_EQ(outcome.out.toStdString(), "") << options;
+    }
+    const Outcome noDisplay = run("");
+    EXPECT_EQ(noDisplay.status, 2);
+    EXPECT_TRUE(noDisplay.err.contains("--headless")) << noDisplay.err.constData();
+}
+
+TEST_F(TerminalRun, ABadLineIsNamedOnTheStandardErrorAndInTheLogAndTheOthersCount)
+{
+    write("orders.csv",
+          orderHeader + orderLine(2, "500", 1, 1, 1) + orderLine(2, "many", 1, 2, 2) + orderLine(2, "300", 2, 3, 3));
+    const Outcome outcome = run("--headless --speed max --replay orders.csv --log-dir logs");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.report().value("orders").toInt(), 2);
+    EXPECT_EQ(outcome.report().value("errors").toInt(), 1);
+    QFile log(folder.filePath("logs/terminal.log"));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    const QByteArray logged = log.readAll();
+    for (const char *part : {"orders.csv:3: column 11", "OrderQty", "many"}) {
+        EXPECT_TRUE(outcome.err.contains(part)) << part << "\n" << outcome.err.constData();
+        EXPECT_TRUE(logged.contains(part)) << part << "\n" << logged.constData();
+    }
+}
+
+TEST_F(TerminalRun, ScreenshotsShowEveryPageInBothThemesAndScales)
+{
+    writeSmallMarket();
+    const Outcome outcome =
+        run("--headless --speed max --replay . --shots out/shots --size 800x400 --config user.ini --scale 200");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    EXPECT_EQ(
+        QDir(folder.filePath("out/shots")).entryList(QDir::Files, QDir::Name).join(QLatin1Char(' ')).toStdString(),
+        "market-dark-100.png market-dark-150.png market-light-100.png market-light-150.png");
+    PictureFacts facts[2][2];
+    for (const int light : {0, 1})
+        for (const int percent : {100, 150}) {
+            const QImage image(folder.filePath(QStringLiteral("out/shots/market-%1-%2.png")
+                                                   .arg(light ? QStringLiteral("light") : QStringLiteral("dark"))
+                                                   .arg(percent)));
+            EXPECT_EQ(image.size(), QSize(800, 400) * percent / 100);
+            facts[light][percent / 150] = factsOf(image);
+            EXPECT_GT(facts[light][percent / 150].colors, 50) << "nearly nothing is on the picture";
+        }
+    for (const int scale : {0, 1}) {
+        EXPECT_LT(facts[0][scale].lightness, 60);
+        EXPECT_GT(facts[1][scale].lightness, 200);
+    }
+}
+
+TEST_F(TerminalRun, AConfigurationIsReadWhereItIsNamed)
+{
+    writeSmallMarket();
+    write("user.ini", "[window]\ntheme=light\nscale=200\n");
+    const Outcome outcome = run("--headless --seconds 1 --replay . --config user.ini --size 640x360 --shots out");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    EXPECT_EQ(QImage(folder.filePath("out/market-dark-100.png")).size(), QSize(640, 360))
+        << "the size of the window is that at 100 %, whatever the user's scale";
+    QFile config(folder.filePath("user.ini"));
+    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
+    const QByteArray text = config.readAll();
+    EXPECT_TRUE(text.contains("theme=light")) << text.constData();
+    EXPECT_TRUE(text.contains("scale=200")) << text.constData();
+}
