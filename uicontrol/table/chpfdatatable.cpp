@@ -5,6 +5,7 @@
 
 #include "model/chpfdatamodel.h"
 #include "model/chpfextradatamodel.h"
+#include "pagemodel/chpfpagedatamodel.h"
 #include "utils/clogcenter.h"
 
 namespace KV {
@@ -94,6 +95,11 @@ CHpfExtraDataModel *CHpfDataTable::getExtraDataModel() const
     return dataModel ? dataModel->getExtraDataModel() : nullptr;
 }
 
+void CHpfDataTable::setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model)
+{
+    pageModel = model;
+}
+
 int CHpfDataTable::addColumn(const CHpfDataColumnProperty &property, bool extra, bool visible, const QString &cellText)
 {
     if (!dataModel)
@@ -114,12 +120,16 @@ void CHpfDataTable::setColumnStatEnable(int column, bool enable)
 {
     if (dataModel)
         dataModel->setColumnStatEnable(column, enable);
+    if (pageModel)
+        pageModel->setColumnStatEnable(column, enable);
 }
 
 void CHpfDataTable::setAppendSeq(bool append)
 {
     if (dataModel)
         dataModel->setAppendSeq(append);
+    if (pageModel)
+        pageModel->setAppendSeq(append);
 }
 
 void CHpfDataTable::setTradeType(kdservice::EVxTraderType traderType)

@@ -16,13 +16,16 @@ namespace KV {
 
 class CHpfDataModel;
 class CHpfExtraDataModel;
+class CHpfPageDataModel;
 
 /// The table over a high-volume model: one row per record, columns from the host's catalogue.
 ///
 /// Threading: GUI thread; the model may be loaded on any thread.
-/// Ownership: shares its model, which it makes itself until another CHpfDataModel is given to setDataModel(). Rows and
-/// model hold each other, so the table clears its model when it is destroyed. A model that is replaced keeps its rows
-/// for whoever holds it; the one that the table made goes with them when nobody does.
+/// Paging: with a page model, header clicks sort that one, page requests (event 277) move its page, and the total is
+/// its size; the host brings the rows of the page into the data model. Ownership: shares its models; the data model is
+/// one of its own until another CHpfDataModel is given to setDataModel(). Rows and model hold each other, so the table
+/// clears its model when it is destroyed. A model that is replaced keeps its rows for whoever holds it; the one that
+/// the table made goes with them when nobody does.
 class UICONTROL_API CHpfDataTable : public ZB::CBaseHighPerformanceTable
 {
     Q_OBJECT
@@ -43,6 +46,8 @@ public:
     /// Empty when the model is none of the library's.
     const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
     CHpfExtraDataModel *getExtraDataModel() const;
+    /// An empty pointer takes the present one away.
+    void setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model);
 
     /// One more column at the end; returns its number, -1 without a model. extra: its values come from the extra-data
     /// model, with `cellText` in cells without a value.
@@ -86,7 +91,8 @@ public:
 
     /// Writes the file and says so in a box.
     bool exportData(QString path) override;
-    /// The base's texts and those of the column's filter that no row shows at present, so that they can be taken off.
+    /// The base's texts, those of the page model's records, and those of the column's filter that no row shows at
+    /// present, so that they can be taken off.
     QStringList getMenuItems(int column) override;
     /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
     ZB::CBaseTableSettingParam getTableSetting() override;
@@ -99,6 +105,7 @@ public:
     void tryFirstAdjustVisibleWidth();
     void adjustVisibleWidth();
 
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
     void themeChanged() override;
 
 protected:
@@ -117,6 +124,7 @@ private:
     void recountExtraSums();
     bool canFit() const;
     void fitFirst();
+    void showPage(int firstRow, int rowCount);
 
     /// A saved column that the present model does not have.
     struct AbsentColumn
@@ -125,6 +133,7 @@ private:
         ZB::CBaseTableColumnSetting setting;
     };
 
+    boost::shared_ptr<CHpfPageDataModel> pageModel;
     boost::shared_ptr<CHpfDataModel> dataModel;
     CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
     bool firstFitDone = false;

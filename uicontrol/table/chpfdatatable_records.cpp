@@ -3,6 +3,7 @@
 #include "model/chpfdata.h"
 #include "model/chpfdatamodel.h"
 #include "model/chpfsorttimedata.h"
+#include "pagemodel/chpfpagedatamodel.h"
 #include "table/chpfdatatable.h"
 
 namespace KV {
@@ -101,21 +102,26 @@ void CHpfDataTable::updateDataFixColorForSortTime(const ColoredRecords &records,
 
 void CHpfDataTable::removeDataByKey(const QString &key, bool refresh)
 {
+    const std::string rowKey = key.toStdString();
     if (dataModel)
-        dataModel->removeDataByKey(key.toStdString());
+        dataModel->removeDataByKey(rowKey);
+    if (pageModel)
+        pageModel->removeDataByKey(rowKey);
     if (refresh)
         updateTable();
 }
 
 void CHpfDataTable::removeDatasByKey(const QVector<QString> &keys, bool refresh)
 {
-    if (dataModel) {
-        QVector<std::string> rowKeys;
-        rowKeys.reserve(keys.size());
-        for (const QString &key : keys)
-            rowKeys.append(key.toStdString());
+    QVector<std::string> rowKeys;
+    rowKeys.reserve(keys.size());
+    for (const QString &key : keys)
+        rowKeys.append(key.toStdString());
+    if (dataModel)
         dataModel->removeDatasByKey(rowKeys);
-    }
+    for (const std::string &key : qAsConst(rowKeys))
+        if (pageModel)
+            pageModel->removeDataByKey(key);
     if (refresh)
         updateTable();
 }
