@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "model/chpfdatamodel.h"
+#include "pagemodel/chpfpagedatamodel.h"
+#include "tablewindow.h"
+
+using namespace testrecords;
+
+namespace {
+
+constexpr int sortEvent = 33;
+constexpr int pageEvent = 277;
+
+/// Counts the steps of its timer.
+class TimedModel : public KV::CHpfDataModel
+{
+public:
+    using KV::CHpfDataModel::CHpfDataModel;
+    void onTimer() override { ++steps; }
+
+    int steps = 0;
+};
+
+class HpfDataTablePaging : public TableWindow
+{
+protected:
+    HpfDataTablePaging() : TableWindow(true)
+    {
+        pages = boost::make_shared<KV::CHpfPageDataModel>(MetaTicket, kdservice::TraderStock, true);
+        pages->setFieldColumnIDMap(model->fieldColumnMap());
+        pages->setColumnFieldDesMap(model->columnFieldDesMap());
+        pages->setColumnIDPropertyMap(model->columnPropertyMap());
+        table->setDataModel(model.pointer().get());
+        table->setPageModel(pages);
+    }
+
+    void add(int first, int count)
+    {
+        for (int number = first; number < first + count; ++number)
+            pages->addData(fullTicket("k" + std::to_string(number), number));
+    }
+    bool send(int event, int first, int second, const char *text = "")
+    {
+        return table->handleEvent(event, first, second, QLatin1String(text), nullptr);
+    }
+
+    const Guarded<TimedModel> model;
+    boost::shared_ptr<KV::CHpfPageDataModel> pages;
+};
+
+} // namespace
+
+TEST_F(HpfDataTablePaging, APagedTableStartsEmpty)
+{
+    EXPECT_EQ(table->tableFlags(), 4 | 1 << 30);
+    EXPECT_EQ(table->pagingQueryType(), 3);
+    EXPECT_EQ(table->totalCount(), 0);
+}
+
+TEST_F(HpfDataTablePaging, TheTimerBringsTheTotal)
+{
+    add(0, 5);
+    const int before = model->steps;
+    EXPECT_EQ(table->totalCount(), 0);
+    table->onTimer();
+    EXPECT_EQ(model->steps, before + 1);
+    EXPECT_EQ(table->totalCount(), 5);
+    table->setTotalCount(3);
+    table->onTimer(); // nothing has changed since
+    EXPECT_EQ(table->totalCount(), 3);
+}
+
+TEST_F(HpfDataTablePaging, APageRequestMovesThePage)
+{
+    add(0, 5);
+    const int before = model->steps;
+    EXPECT_TRUE(send(pageEvent, 0, 2, "3"));
+    EXPECT_EQ(pages->startIndex(), 2);
+    EXPECT_EQ(pages->pageCount(), 3);
+    EXPECT_EQ(model->steps, before + 1);
+    EXPECT_EQ(table->totalCount(), 5);
+    EXPECT_TRUE(send(pageEvent, 0, 0, "many"));
+    EXPECT_EQ(pages->pageCount(), 0);
+    table->setPageModel(nullptr);
+    EXPECT_FALSE(send(pageEvent, 0, 4, "7"));
+    EXPECT_EQ(pages->startIndex(), 0);
+}
+
+TEST_F(HpfDataTablePaging, AHeaderClickSortsThePages)
+{
+    add(0, 3);
+    const auto order = [this] {
+        return std::to_string(pages->sortColumn()) + ' ' + std::to_string(pages->sortOrder());
+    };
+    const int before = model->steps;
+    send(sortEvent, 0, ColumnLots);
+    EXPECT_EQ(order(), std::to_string(ColumnLots) + " 1");
+    EXPECT_EQ(pages->getDataKeyByIndex(0), "k2");
+    send(sortEvent, 0, ColumnLots);
+    EXPECT_EQ(order(), std::to_string(ColumnLots) + " 0");
+    send(sortEvent, 0, ColumnVolume);
+    EXPECT_EQ(order(), std::to_string(ColumnVolume) + " 1");
+    EXPECT_EQ(model->steps, before + 3);
+}
+
+TEST_F(HpfDataTablePaging, RemovalsFiltersAndSumsReachThePages)
+{
+    add(0, 4);
+    table->updateData(fullTicket("k1", 1), true);
+    table->removeDataByKey(QStringLiteral("k1"), false);
+    EXPECT_EQ(model->allSize(), 0);
+    table->removeDatasByKey({QStringLiteral("k0"), QStringLiteral("nobody")}, true);
+    EXPECT_EQ(pages->originalSize(), 2);
+
+    pages->filterColumn({{ColumnText, {ZB::FilterExact, {QStringLiteral("第3")}}}});
+    EXPECT_EQ(pages->size(), 1);
+    EXPECT_EQ(table->getMenuItems(ColumnText).join(' ').toStdString(), "第2 第3");
+    table->clearFilter();
+    EXPECT_EQ(pages->size(), 2);
+
+    table->setColumnStatEnable(ColumnVolume, true);
+    EXPECT_EQ(pages->getStatColumnLongLong(ColumnVolume), 500);
+    table->setAppendSeq(false);
+    EXPECT_FALSE(pages->defaultSeqAscending());
+}

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "model/chpfextradatamodel.h"
+#include "model/chpfthreaddatamodel.h"
+#include "net/rpcengine.h"
+#include "tablewindow.h"
+#include "theme/themeservice.h"
+
+using namespace testrecords;
+using KV::CHpfThreadDataModel;
+using refhost::ThemeService;
+
+namespace {
+
+using HpfDataTableThreads = TableWindow;
+
+void finishStrand()
+{
+    std::promise<void> done;
+    net::RPCEngine::instance()->getStrand("uicontrol_hpf_data_model")->post([&done] { done.set_value(); });
+    done.get_future().wait();
+}
+
+CHpfThreadDataModel::Records tickets(int first, int count)
+{
+    CHpfThreadDataModel::Records records;
+    for (int number = first; number < first + count; ++number)
+        records.push_back(fullTicket("k" + std::to_string(number), number));
+    return records;
+}
+
+} // namespace
+
+TEST_F(HpfDataTableThreads, LoadsPaintingFiltersAndThemesGoOnAtTheSameTime)
+{
+    constexpr int rounds = 12;
+    constexpr int batch = 400;
+    const Guarded<CHpfThreadDataModel> model;
+    model->setFieldColors(true);
+    table->setDataModel(model.pointer().get());
+    std::atomic<bool> stop{false};
+    std::thread pusher([&] {
+        for (int turn = 0; !stop; ++turn)
+            model->getExtraDataModel()->addData(QStringLiteral("k%1").arg(turn % 300), ColumnPrice, turn, nullptr);
+    });
+    std::thread updater([&] {
+        for (int turn = 0; !stop; ++turn)
+            model->updateData(makeRow(model.pointer(), fullTicket("k" + std::to_string(turn % 50), turn)));
+    });
+    model->getExtraDataModel()->addColumn(ColumnPrice, KV::CExtraColumnInfo());
+    table->setColumnStatEnable(ColumnPrice, true);
+
+    for (int round = 0; round < rounds; ++round) {
+        model->addDatas(tickets(round * batch / 2, batch));
+        model->setSortColumns({{round % 2 == 0 ? ColumnVolume : ColumnText, round % 3}});
+        QPair<ZB::EFilterType, QSet<QString>> values(ZB::FilterExact, {QStringLiteral("买入")});
+        if (round % 4 == 1)
+            model->filterColumn(ColumnSide, values);
+        if (round % 4 == 3)
+            table->clearFilter();
+        ThemeService::instance().setTheme(round % 2 == 0 ? QStringLiteral("light") : QStringLiteral("dark"));
+        if (round % 5 == 2)
+            ThemeService::instance().setScale(round % 2 == 0 ? 1.5 : 1.0);
+        table->onTimer();
+        settle();
+        table->grab();
+    }
+    finishStrand();
+    stop = true;
+    pusher.join();
+    updater.join();
+    ThemeService::instance().setScale(1.0);
+    ThemeService::instance().setTheme(QStringLiteral("dark"));
+    table->clearFilter();
+    settle();
+    EXPECT_EQ(table->count(), (rounds + 1) * batch / 2);
+    EXPECT_EQ(grid()->source()->rowCount(), table->count());
+}
+
+TEST_F(HpfDataTableThreads, AModelIsSwappedAndATableGoesWhileALoadRuns)
+{
+    std::vector<boost::weak_ptr<CHpfThreadDataModel>> watched;
+    for (int turn = 0; turn < 6; ++turn) {
+        auto model = boost::make_shared<CHpfThreadDataModel>(MetaTicket, kdservice::TraderStock);
+        watched.push_back(model);
+        table->setDataModel(model.get());
+        model->addDatas(tickets(0, 300));
+        model->addDatas(tickets(100, 300));
+        QCoreApplication::processEvents();
+        if (turn % 2 == 0)
+            finishStrand();
+    }
+    window.reset();
+    finishStrand();
+    for (const auto &watch : watched)
+        if (const auto model = watch.lock())
+            model->clear(); // taken off the table with its rows, or loaded after the table went
+    QCoreApplication::processEvents();
+    for (const auto &watch : watched)
+        EXPECT_TRUE(watch.expired());
+}
