@@ -32,7 +32,6 @@ void GridText::setLook(const GridLook &look, double pixelRatio)
     const std::array<QFont, gridFontCount> fonts = {
         look.textFont,      boldened(look.textFont), look.numberFont,     boldened(look.numberFont),
         look.rowNumberFont, look.headerFont,         look.statisticsFont, boldened(look.statisticsFont)};
-    pictures.clear();
     const auto before = stores; // a theme has other colours more often than other fonts
     for (size_t i = 0; i < fonts.size(); ++i) {
         const auto same = [&](const auto &store) { return store && store->isFor(fonts[i], pixelRatio); };
@@ -45,6 +44,11 @@ void GridText::setLook(const GridLook &look, double pixelRatio)
                             ? *shared
                             : std::make_shared<GlyphStore>(fonts[i], pixelRatio);
     }
+    if (stores == before)
+        return;
+    pictures.clear();
+    for (auto &widths : shapedWidths)
+        widths.clear();
 }
 
 int GridText::width(const QString &text, GridFont font) const
@@ -52,7 +56,19 @@ int GridText::width(const QString &text, GridFont font) const
     const QString start = text.left(longestText);
     if (GlyphStore::canDraw(start))
         return glyphs(font).width(start);
-    return QFontMetrics(glyphs(font).deviceFont()).horizontalAdvance(start);
+    return shapedWidth(start, font);
+}
+
+int GridText::shapedWidth(const QString &text, GridFont font) const
+{
+    constexpr int mostWidths = 4096;
+    auto &widths = shapedWidths[static_cast<size_t>(font)];
+    const auto known = widths.constFind(text);
+    if (known != widths.constEnd())
+        return *known;
+    if (widths.size() >= mostWidths)
+        widths.clear();
+    return *widths.insert(text, QFontMetrics(glyphs(font).deviceFont()).horizontalAdvance(text));
 }
 
 void GridText::align(GridPlacedText &placed, const QRect &rect, int width, GridFont font, Qt::Alignment alignment) const
@@ -104,12 +120,12 @@ GridPlacedText GridText::placeShaped(const QRect &rect, const QString &text, Gri
     GridPlacedText placed;
     placed.simple = false;
     placed.tail = start;
-    int width = metrics.horizontalAdvance(start);
+    int width = shapedWidth(start, font);
     placed.cut = width > rect.width() || start.size() < text.size();
     if (width > rect.width()) {
         placed.tail =
             cut == GridCut::Hashes ? QStringLiteral("###") : metrics.elidedText(start, Qt::ElideRight, rect.width());
-        width = metrics.horizontalAdvance(placed.tail);
+        width = shapedWidth(placed.tail, font);
         if (width > rect.width())
             placed.tail.clear();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QHash>
 #include <QtCore/QRect>
 #include <QtCore/QString>
 #include <array>
@@ -69,9 +70,11 @@ public:
 private:
     GridPlacedText placeShaped(const QRect &rect, const QString &text, GridFont font, Qt::Alignment alignment,
                                GridCut cut) const;
+    int shapedWidth(const QString &text, GridFont font) const;
     void align(GridPlacedText &placed, const QRect &rect, int width, GridFont font, Qt::Alignment alignment) const;
 
-    std::array<std::shared_ptr<GlyphStore>, gridFontCount> stores; ///< equal fonts share one
+    std::array<std::shared_ptr<GlyphStore>, gridFontCount> stores;       ///< equal fonts share one
+    mutable std::array<QHash<QString, int>, gridFontCount> shapedWidths; ///< shaping costs more than drawing
     TextPictureCache pictures;
     GridTints tints;
 };

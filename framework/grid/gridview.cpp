@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "grid/gridaccessible.h"
 #include "grid/gridviewprivate.h"
 #include "zb/cbasetablecolumnwidgetdelegate.h"
 
@@ -39,6 +40,7 @@ void GridHold::release()
 
 GridView::GridView(QWidget *parent) : QWidget(parent), d(std::make_unique<GridViewPrivate>(this))
 {
+    GridAccessible::install();
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);

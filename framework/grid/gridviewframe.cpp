@@ -1,6 +1,7 @@
 #include <QtCore/QPointer>
 #include <algorithm>
 
+#include "grid/gridaccessible.h"
 #include "grid/gridviewprivate.h"
 
 namespace ZB {
@@ -142,6 +143,7 @@ void GridViewPrivate::announce()
     if (told.current != current || told.column != column) {
         told.current = current;
         told.column = column;
+        GridAccessible::focusMoved(q);
         Q_EMIT q->currentChanged(current, column);
         if (!guard)
             return;

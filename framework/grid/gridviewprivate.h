@@ -23,6 +23,8 @@ class GridViewPrivate
 public:
     explicit GridViewPrivate(GridView *view);
 
+    static GridViewPrivate &of(const GridView &view) { return *view.d; }
+
     /// @name Frames
     /// @{
     void requestFrame();

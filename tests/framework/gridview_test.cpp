@@ -1,4 +1,7 @@
 #include <QtCore/QElapsedTimer>
+#include <QtGui/QAccessible>
+#include <QtGui/QHelpEvent>
+#include <QtWidgets/QToolTip>
 
 #include "framework/gridviewfixture.h"
 
@@ -260,4 +263,59 @@ TEST_F(GridViewTest, ColumnsThatTheSourceAddsKeepTheOthersAsTheyAre)
     source.renew();
     view.refreshNow();
     EXPECT_EQ(joined(view.visibleColumns()), "2 0 1");
+}
+
+TEST_F(GridViewTest, AToolTipShowsWhatIsCutOff)
+{
+    source.setText(2, 1, QStringLiteral("a text that does not fit into its column"));
+    GridColumn look = view.column(2);
+    look.numeric = true;
+    view.setColumn(2, look);
+    source.setText(2, 2, QStringLiteral("123456789012"));
+    view.refreshNow();
+    const auto tipAt = [this](const QPoint &at) {
+        QHelpEvent event(QEvent::ToolTip, at, view.mapToGlobal(at));
+        QApplication::sendEvent(&view, &event);
+        return QToolTip::text().toStdString();
+    };
+    EXPECT_EQ(tipAt(cell(2, 1)), "a text that does not fit into its column");
+    EXPECT_EQ(tipAt(cell(2, 2)), "123456789012");
+    tipAt(cell(2, 0)); // fits
+    QTRY_VERIFY_WITH_TIMEOUT(!QToolTip::isVisible(), 5000);
+    view.setColumnWidth(3, 25);
+    view.refreshNow();
+    EXPECT_EQ(tipAt(header(3)), "Head 3");
+}
+
+TEST_F(GridViewTest, AccessibleToolsSeeTheTableOnTheScreen)
+{
+    view.setColumnOrder({1, 0, 2, 3, 4});
+    view.setColumnVisible(2, false);
+    view.scrollToRow(99);
+    click(cell(95, 0));
+    view.refreshNow();
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(table, nullptr);
+    QAccessibleTableInterface *cells = table->tableInterface();
+    ASSERT_NE(cells, nullptr);
+    EXPECT_EQ(cells->rowCount(), 10);
+    EXPECT_EQ(cells->columnCount(), 4);
+    EXPECT_EQ(table->childCount(), 40);
+    EXPECT_EQ(cells->columnDescription(1), "Head 0");
+    EXPECT_EQ(cells->rowDescription(9), "100");
+    QAccessibleInterface *chosen = cells->cellAt(5, 1);
+    EXPECT_EQ(chosen->text(QAccessible::Name), "96.0");
+    EXPECT_EQ(chosen->rect(), QRect(view.mapToGlobal(view.cellRect(96, 0).topLeft()), view.cellRect(96, 0).size()));
+    EXPECT_TRUE(chosen->state().selected && chosen->state().focused);
+    EXPECT_FALSE(cells->cellAt(4, 1)->state().selected);
+    EXPECT_EQ(table->focusChild(), chosen);
+    EXPECT_EQ(table->childAt(chosen->rect().center().x(), chosen->rect().center().y()), chosen);
+    EXPECT_EQ(table->indexOfChild(chosen), 21);
+    EXPECT_EQ(cells->cellAt(10, 0), nullptr);
+    EXPECT_TRUE(cells->selectRow(2));
+    EXPECT_EQ(selected(), "93");
+    source.reorder([](auto &rows) { rows.resize(3); });
+    QTRY_VERIFY_WITH_TIMEOUT((view.refreshNow(), cells->rowCount() == 3), 5000);
+    EXPECT_FALSE(chosen->isValid());
+    EXPECT_EQ(chosen->text(QAccessible::Name), "");
 }

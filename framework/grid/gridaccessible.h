@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtGui/QAccessible>
+#include <QtWidgets/QAccessibleWidget>
+
+namespace ZB {
+
+class GridView;
+class GridViewPrivate;
+
+/// A grid as screen readers and test tools see it: a table of the rows that are on the screen, with all visible
+/// columns. More rows than that would be a million children of which nobody could say where they are. GUI thread.
+class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface
+{
+public:
+    explicit GridAccessible(GridView *view);
+    ~GridAccessible() override;
+
+    /// Makes every GridView accessible; costs nothing while nobody asks.
+    static void install();
+    /// Tells that the current cell is another one.
+    static void focusMoved(GridView *view);
+
+    void *interface_cast(QAccessible::InterfaceType type) override;
+    int childCount() const override;
+    QAccessibleInterface *child(int index) const override;
+    int indexOfChild(const QAccessibleInterface *child) const override;
+    QAccessibleInterface *childAt(int x, int y) const override;
+    QAccessibleInterface *focusChild() const override;
+
+    QAccessibleInterface *caption() const override { return nullptr; }
+    QAccessibleInterface *summary() const override { return nullptr; }
+    QAccessibleInterface *cellAt(int row, int column) const override;
+    int selectedCellCount() const override;
+    QList<QAccessibleInterface *> selectedCells() const override;
+    QString columnDescription(int column) const override;
+    QString rowDescription(int row) const override;
+    int selectedColumnCount() const override { return 0; }
+    int selectedRowCount() const override;
+    int columnCount() const override;
+    int rowCount() const override;
+    QList<int> selectedColumns() const override { return {}; }
+    QList<int> selectedRows() const override;
+    bool isColumnSelected(int) const override { return false; }
+    bool isRowSelected(int row) const override;
+    bool selectRow(int row) override;
+    bool selectColumn(int) override { return false; }
+    bool unselectRow(int row) override;
+    bool unselectColumn(int) override { return false; }
+    void modelChange(QAccessibleTableModelChangeEvent *) override {}
+
+private:
+    const GridViewPrivate &view() const;
+    int currentIndex() const;
+
+    mutable QHash<int, QAccessible::Id> cells; ///< by row and column on the screen
+};
+
+} // namespace ZB
