@@ -12,19 +12,18 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
     : TablePanel(QStringLiteral("逐笔委托"), OrderStreamTable, MetaMarketOrder, parent)
 {
     table().setEmptyText(QStringLiteral("没有委托"));
-    arrangeColumns({{OrderEntryTime, 84},
-                    {OrderCode, 78},
-                    {InstrumentName, 70},
-                    {OrderDirection, 44},
-                    {OrderPrice, 72},
-                    {OrderQuantity, 76},
-                    {OrderFilled, 76},
-                    {OrderCancelled, 76},
-                    {OrderStatus, 48},
-                    {OrderAveragePrice, 74},
-                    {OrderAmount, 90},
-                    {OrderUnfilled, 76},
-                    {OrderNumber, 76}},
+    // Wide enough for nine-figure sums: a number that does not fit is not shown at all.
+    arrangeColumns({{OrderEntryTime, 92},
+                    {OrderCode, 80},
+                    {InstrumentName, 68},
+                    {OrderDirection, 42},
+                    {OrderPrice, 68},
+                    {OrderQuantity, 84},
+                    {OrderFilled, 84},
+                    {OrderCancelled, 84},
+                    {OrderStatus, 44},
+                    {OrderAveragePrice, 72},
+                    {OrderAmount, 92}},
                    3);
 }
 

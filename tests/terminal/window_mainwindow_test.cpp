@@ -91,8 +91,7 @@ TEST_F(WindowTest, TheTablesStartWithTheColumnsOfATickDesk)
     const auto pump = simulatedPump(1);
     MainWindow window(*pump);
     EXPECT_EQ(columnsOf(window.marketPage().orderStream()),
-              "委托时间 证券代码 证券名称 | 方向 委托价格 委托数量 成交数量 撤单数量 状态 成交均价 成交金额 未成数量 "
-              "委托编号");
+              "委托时间 证券代码 证券名称 | 方向 委托价格 委托数量 成交数量 撤单数量 状态 成交均价 成交金额");
     EXPECT_EQ(columnsOf(window.marketPage().dealStream()),
               "成交时间 证券代码 证券名称 | 方向 成交价格 成交数量 成交金额 买方委托 卖方委托");
     EXPECT_EQ(window.marketPage().orderStream().summary().toStdString(), "0 笔");
