@@ -12,6 +12,13 @@
 
 namespace ZB {
 
+namespace {
+
+constexpr int fewestLines = 6; ///< of the list of columns
+constexpr int mostLines = 14;
+
+} // namespace
+
 ColumnPopup::ColumnPopup(QWidget *parent) : PopupFrame(parent)
 {
     build();
@@ -24,6 +31,7 @@ void ColumnPopup::setState(const ColumnPopupState &state)
     std::vector<CheckItem> items;
     for (const ColumnPopupState::Column &each : columns)
         items.push_back({each.name, QString(), each.visible, each.column});
+    list->setFixedHeight(list->lineHeight() * std::clamp(int(items.size()), fewestLines, mostLines));
     list->setItems(std::move(items));
     frozen->setRange(0, int(columns.size()));
     frozen->setValue(state.frozenColumns);

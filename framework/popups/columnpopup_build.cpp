@@ -8,6 +8,7 @@
 #include "popups/checkbutton.h"
 #include "popups/checklist.h"
 #include "popups/columnpopup.h"
+#include "popups/hintfield.h"
 #include "popups/popupbuild.h"
 #include "zb/cuiresource.h"
 
@@ -20,15 +21,15 @@ void ColumnPopup::build()
     column->setSpacing(scaled(6));
     auto *head = new QWidget(this);
     auto *headRow = tightRow(head);
-    headRow->addWidget(titleLabel(QStringLiteral("列设置"), head));
+    headRow->addWidget(titleLabel(QStringLiteral("列设置"), scaled(100), head));
     headRow->addStretch();
     headRow->addWidget(dimLabel(QStringLiteral("拖动或 Ctrl+↑↓ 调整顺序"), head));
     column->addWidget(head);
-    search = searchField(QStringLiteral("搜索列"), this);
+    search = new HintField(QStringLiteral("搜索列"), this);
     search->installEventFilter(this);
     column->addWidget(search);
     list = new CheckList(look, this);
-    list->setFixedSize(scaled(300), scaled(24) * 12);
+    list->setMinimumWidth(scaled(300));
     list->setMovable(true);
     list->setEmptyText(QStringLiteral("没有匹配的列"));
     column->addWidget(list);
@@ -76,9 +77,8 @@ QWidget *ColumnPopup::buildSetRow()
     auto *line = tightRow(row);
     line->addWidget(new QLabel(QStringLiteral("列方案"), row));
     sets = new QComboBox(row);
-    sets->setEditable(true);
+    sets->setLineEdit(new HintField(QStringLiteral("方案名称"), sets));
     sets->setInsertPolicy(QComboBox::NoInsert);
-    sets->lineEdit()->setPlaceholderText(QStringLiteral("名称"));
     line->addWidget(sets, 1);
     save = linkButton(QStringLiteral("保存"), row);
     remove = linkButton(QStringLiteral("删除"), row);

@@ -112,7 +112,7 @@ void FilterPopup::updateState()
     const auto &shown = list->shownItems();
     const auto checked = std::count_if(shown.begin(), shown.end(),
                                        [this](int index) { return list->items()[std::size_t(index)].checked; });
-    QString text = QStringLiteral("已选 %1 / %2").arg(checked).arg(shown.size());
+    QString text = QStringLiteral("已选 %L1 / %L2").arg(checked).arg(shown.size());
     if (!isGathered())
         text = QStringLiteral("正在读取…");
     else if (gatherer->isTruncated())

@@ -5,6 +5,7 @@
 
 #include "popups/checklist.h"
 #include "popups/filterpopup.h"
+#include "popups/hintfield.h"
 #include "popups/popupbuild.h"
 #include "zb/cuiresource.h"
 
@@ -15,16 +16,17 @@ void FilterPopup::build(const QString &title)
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(scaled(8), scaled(8), scaled(8), scaled(8));
     column->setSpacing(scaled(6));
-    column->addWidget(titleLabel(QStringLiteral("筛选：%1").arg(title), this));
-    search = searchField(QStringLiteral("搜索取值"), this);
+    column->addWidget(titleLabel(QStringLiteral("筛选：%1").arg(title), scaled(250), this));
+    search = new HintField(QStringLiteral("搜索取值"), this);
     search->installEventFilter(this);
     column->addWidget(search);
     list = new CheckList(look, this);
-    list->setFixedSize(scaled(268), scaled(24) * 10);
+    list->setMinimumWidth(scaled(268));
+    list->setFixedHeight(list->lineHeight() * 10);
     list->setEmptyText(QStringLiteral("正在读取…"));
     column->addWidget(buildChoiceRow());
     column->addWidget(list);
-    contains = searchField(QStringLiteral("或：包含文字（空格分隔多个）"), this);
+    contains = new HintField(QStringLiteral("或：包含文字（空格分隔多个）"), this);
     if (present.first == FilterContains)
         contains->setText(QStringList(present.second.values()).join(QLatin1Char(' ')));
     column->addWidget(contains);

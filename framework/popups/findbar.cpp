@@ -8,6 +8,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 
+#include "popups/hintfield.h"
 #include "popups/popupbuild.h"
 #include "zb/cuiresource.h"
 
@@ -17,7 +18,7 @@ FindBar::FindBar(QWidget *parent) : QWidget(parent)
 {
     auto *row = tightRow(this);
     row->setContentsMargins(scaled(8), scaled(4), scaled(8), scaled(4));
-    field = searchField(QStringLiteral("在表格中查找"), this);
+    field = new HintField(QStringLiteral("在表格中查找"), this);
     field->setFixedWidth(scaled(220));
     QPushButton *previous = linkButton(QStringLiteral("上一个"), this);
     QPushButton *next = linkButton(QStringLiteral("下一个"), this);

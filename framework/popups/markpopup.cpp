@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "popups/hintfield.h"
 #include "popups/popupbuild.h"
 #include "zb/cuiresource.h"
 
@@ -28,6 +29,10 @@ QIcon swatch(const QString &colorKey)
     QColor color = *CUiResource::instance()->getColor(colorKey);
     color.setAlpha(255);
     picture.fill(color);
+    QPainter painter(&picture);
+    painter.setPen(*CUiResource::instance()->getColor(QStringLiteral("clr_table_header_text")));
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.end();
     return QIcon(picture);
 }
 
@@ -69,7 +74,7 @@ MarkPopup::MarkPopup(const std::vector<Column> &numberColumns, const QVector<CTa
 
 std::vector<std::pair<QString, QString>> MarkPopup::colorChoices()
 {
-    return {{QStringLiteral("clr_task_progress_background"), QStringLiteral("强调色")},
+    return {{QStringLiteral("ic_clr_syntax_edit_highlight"), QStringLiteral("高亮色")},
             {QStringLiteral("clr_global_rise"), QStringLiteral("上涨色")},
             {QStringLiteral("clr_global_fall"), QStringLiteral("下跌色")}};
 }
@@ -79,7 +84,7 @@ void MarkPopup::build()
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(scaled(8), scaled(8), scaled(8), scaled(8));
     column->setSpacing(scaled(6));
-    column->addWidget(titleLabel(QStringLiteral("大单标记"), this));
+    column->addWidget(titleLabel(QStringLiteral("大单标记"), scaled(100), this));
     column->addWidget(dimLabel(QStringLiteral("数值达到阈值的行以所选颜色标出"), this));
     lineBox = new QVBoxLayout;
     lineBox->setSpacing(scaled(6));
@@ -107,8 +112,8 @@ void MarkPopup::addLine(const CTableRowMark &mark)
         line.column->addItem(each.name, each.column);
     line.column->setFixedWidth(scaled(120));
     line.column->setCurrentIndex(std::max(0, line.column->findData(mark.column)));
-    line.threshold = new QLineEdit(thresholdText(mark.threshold), line.row);
-    line.threshold->setPlaceholderText(QStringLiteral("如 50万"));
+    line.threshold = new HintField(QStringLiteral("如 50万"), line.row);
+    line.threshold->setText(thresholdText(mark.threshold));
     line.threshold->setFixedWidth(scaled(80));
     line.color = new QComboBox(line.row);
     for (const auto &[key, name] : colorChoices())

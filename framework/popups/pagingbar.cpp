@@ -111,7 +111,7 @@ void PagingBar::updateState()
     number->setRange(1, pageCount());
     number->setValue(current + 1);
     pages->setText(QStringLiteral("/ %1 页").arg(pageCount()));
-    count->setText(QStringLiteral("共 %1 条").arg(total));
+    count->setText(QStringLiteral("共 %L1 条").arg(total));
     for (QPushButton *back : {first, previous})
         back->setEnabled(current > 0);
     for (QPushButton *forth : {next, last})

@@ -1,17 +1,17 @@
 #include "popups/popupbuild.h"
 
+#include <QtCore/QVariant>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
 #include "zb/cuiresource.h"
 
 namespace ZB {
 
-QLabel *titleLabel(const QString &text, QWidget *parent)
+QLabel *titleLabel(const QString &text, int width, QWidget *parent)
 {
-    auto *label = new QLabel(text, parent);
+    auto *label = new QLabel(parent->fontMetrics().elidedText(text, Qt::ElideRight, width), parent);
     label->setTextFormat(Qt::PlainText);
     label->setProperty("title", true);
     return label;
@@ -25,17 +25,11 @@ QLabel *dimLabel(const QString &text, QWidget *parent)
     return label;
 }
 
-QLineEdit *searchField(const QString &hint, QWidget *parent)
-{
-    auto *field = new QLineEdit(parent);
-    field->setPlaceholderText(hint);
-    return field;
-}
-
 QPushButton *linkButton(const QString &text, QWidget *parent)
 {
     auto *button = new QPushButton(text, parent);
     button->setFlat(true);
+    button->setProperty("link", true);
     button->setAutoDefault(false);
     return button;
 }

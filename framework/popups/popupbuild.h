@@ -4,7 +4,6 @@
 
 class QHBoxLayout;
 class QLabel;
-class QLineEdit;
 class QPushButton;
 class QWidget;
 
@@ -12,10 +11,9 @@ namespace ZB {
 
 // The few stock parts that popups and strips are made of, set up for PopupLook::sheet().
 
-QLabel *titleLabel(const QString &text, QWidget *parent);
+/// A text longer than `width` pixels is cut.
+QLabel *titleLabel(const QString &text, int width, QWidget *parent);
 QLabel *dimLabel(const QString &text, QWidget *parent);
-/// A text field with a hint in it.
-QLineEdit *searchField(const QString &hint, QWidget *parent);
 /// A button that looks like a link.
 QPushButton *linkButton(const QString &text, QWidget *parent);
 /// A row without margins for `owner`.

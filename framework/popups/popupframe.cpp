@@ -28,13 +28,16 @@ PopupFrame::PopupFrame(QWidget *parent)
 
 PopupFrame::~PopupFrame() = default;
 
-void PopupFrame::showAt(const QRect &anchor)
+void PopupFrame::showAt(const QRect &anchor, Qt::Edge edge)
 {
     adjustSize();
     const QScreen *screen = QGuiApplication::screenAt(anchor.bottomLeft());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    setGeometry(placedAt(anchor, size(), screen->availableGeometry()));
+    QRect side = anchor;
+    if (edge == Qt::RightEdge)
+        side.setLeft(anchor.right() + 1 - width());
+    setGeometry(placedAt(side, size(), screen->availableGeometry()));
     show();
 }
 

@@ -17,8 +17,9 @@ public:
     explicit PopupFrame(QWidget *parent);
     ~PopupFrame() override;
 
-    /// Shows it below a rectangle of the screen, or above where there is no room, and always whole on the screen.
-    void showAt(const QRect &anchor);
+    /// Shows it below a rectangle of the screen, or above where there is no room, and always whole on the screen; at
+    /// the rectangle's left or right edge.
+    void showAt(const QRect &anchor, Qt::Edge edge = Qt::LeftEdge);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

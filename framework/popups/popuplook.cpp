@@ -1,5 +1,7 @@
 #include "popups/popuplook.h"
 
+#include <QtGui/QFontInfo>
+
 #include "zb/cstylesheetcenter.h"
 #include "zb/cuiresource.h"
 
@@ -44,10 +46,12 @@ PopupLook PopupLook::fromResources()
 QString PopupLook::sheet() const
 {
     return CStyleSheetCenter::getStyle(QStringLiteral("QDialog")) +
-           QStringLiteral("QLabel[dim=\"true\"] { color: %1; }"
+           QStringLiteral("* { font-family: \"%3\"; font-size: %4px; }"
+                          "QPushButton[link=\"true\"] { min-width: 0; }"
+                          "QLabel[dim=\"true\"] { color: %1; }"
                           "QLabel[title=\"true\"] { font-weight: bold; }"
                           "QLineEdit[failed=\"true\"] { border-color: %2; }")
-               .arg(dimText.name(), warning.name());
+               .arg(dimText.name(), warning.name(), font.family(), QString::number(QFontInfo(font).pixelSize()));
 }
 
 } // namespace ZB

@@ -11,6 +11,13 @@ namespace ZB {
 namespace {
 
 constexpr int markShare = 200; ///< thousandths of a mark's colour in the row's background
+constexpr int highlightShare = 600;
+
+/// The search's highlight is a background already, the other colours are made for texts.
+int shareOf(const QString &colorKey)
+{
+    return colorKey == QLatin1String("ic_clr_syntax_edit_highlight") ? highlightShare : markShare;
+}
 
 } // namespace
 
@@ -152,7 +159,7 @@ void CBaseHighPerformanceTable::Private::applyMarks()
     const QColor background = *CUiResource::instance()->getColor(look.background);
     std::vector<QColor> tints;
     for (const CTableRowMark &mark : qAsConst(frame.marks))
-        tints.push_back(mixed(background, *CUiResource::instance()->getColor(mark.colorKey), markShare));
+        tints.push_back(mixed(background, *CUiResource::instance()->getColor(mark.colorKey), shareOf(mark.colorKey)));
     source.setRowMarks(frame.marks, std::move(tints));
     grid->refresh();
 }

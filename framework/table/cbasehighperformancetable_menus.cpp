@@ -174,7 +174,7 @@ void CBaseHighPerformanceTable::Private::openColumns(bool freezing)
     popup = box;
     fillColumns(box);
     connectColumns(box);
-    box->showAt(popupAnchor());
+    box->showAt(popupAnchor(), Qt::RightEdge);
     if (freezing)
         box->focusFrozenColumns();
     else
@@ -246,7 +246,7 @@ void CBaseHighPerformanceTable::Private::openMarks()
     popup = box;
     QObject::connect(box, &MarkPopup::marksChanged, q,
                      [this](const QVector<CTableRowMark> &marks) { q->setRowMarks(marks); });
-    box->showAt(popupAnchor());
+    box->showAt(popupAnchor(), Qt::RightEdge);
 }
 
 void CBaseHighPerformanceTable::Private::askExport()

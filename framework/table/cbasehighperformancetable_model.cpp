@@ -132,12 +132,28 @@ void CBaseHighPerformanceTable::Private::updateMarks()
                                  [](const GridSortMark &a, const GridSortMark &b) {
                                      return a.column == b.column && a.descending == b.descending;
                                  });
-    if (!same)
+    if (!same) {
         grid->setSortMarks(marks);
+        for (const GridSortMark &mark : marks)
+            widenForHeader(mark.column);
+    }
     const auto filters = model ? model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
     for (int column = 0; column < int(columns.size()); ++column)
-        if (grid->column(column).filtered != filters.contains(column))
+        if (grid->column(column).filtered != filters.contains(column)) {
             changeColumn(column, [&filters, column](GridColumn &shown) { shown.filtered = filters.contains(column); });
+            widenForHeader(column);
+        }
+}
+
+/// The signs of a sort and a filter must not push the header's text out. A width that the user has chosen stays.
+void CBaseHighPerformanceTable::Private::widenForHeader(int column)
+{
+    if (!hasColumn(column) || columns[std::size_t(column)].width == WidthOrigin::User)
+        return;
+    const int before = grid->column(column).width;
+    grid->fitColumn(column);
+    if (grid->column(column).width < before)
+        grid->setColumnWidth(column, before);
 }
 
 QVector<QPair<int, int>> CBaseHighPerformanceTable::Private::currentSorts() const
@@ -188,13 +204,13 @@ void CBaseHighPerformanceTable::Private::updateBadges()
 {
     QString paused;
     if (source.isPaused())
-        paused = QStringLiteral("已暂停刷新 · 新增 %1 条（Pause 键继续）").arg(source.arrivalsSincePause());
+        paused = QStringLiteral("已暂停刷新 · 新增 %L1 条（Pause 键继续）").arg(source.arrivalsSincePause());
     overlay.setPauseText(paused);
     const bool top = grid->follow() == GridFollow::Top;
     const qint64 unseen = source.isPaused() ? 0 : grid->unseenRows();
     QString text;
     if (unseen > 0)
-        text = QStringLiteral("%1 %2 条新记录").arg(top ? QStringLiteral("↑") : QStringLiteral("↓")).arg(unseen);
+        text = QStringLiteral("%1 %L2 条新记录").arg(top ? QStringLiteral("↑") : QStringLiteral("↓")).arg(unseen);
     overlay.setUnseenText(text, top);
 }
 

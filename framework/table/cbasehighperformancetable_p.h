@@ -65,6 +65,7 @@ public:
     void housekeep();
     void settle();
     void updateMarks();
+    void widenForHeader(int column);
     void updateFollow();
     void updateStatistics();
     void updateWork();

@@ -79,14 +79,8 @@ void TableOverlay::place()
     const int bars = scaled(14);
     const int top = look.headerHeight + gap;
     int bottom = grid->height() - bars - gap - (grid->statisticsVisible() ? look.statisticsHeight : 0);
-    const auto center = [this](const QWidget *part) { return (grid->width() - part->width()) / 2; };
-    int pauseTop = top;
-    if (unseen->isVisibleTo(grid)) {
-        unseen->move(center(unseen), unseenAtTop ? top : bottom - unseen->height());
-        if (unseenAtTop)
-            pauseTop += unseen->height() + gap;
-    }
-    pause->move(center(pause), pauseTop);
+    unseen->move((grid->width() - unseen->width()) / 2, unseenAtTop ? top : bottom - unseen->height());
+    pause->move(grid->width() - pause->width() - bars - gap, top);
     for (TaskStrip *strip : {work, transfer}) {
         if (!strip->isVisibleTo(grid))
             continue;

@@ -43,7 +43,7 @@ protected:
     static QLineEdit *field(const QWidget *box, const QString &hint)
     {
         for (QLineEdit *each : box->findChildren<QLineEdit *>())
-            if (each->placeholderText().contains(hint))
+            if (each->accessibleName().contains(hint))
                 return each;
         return nullptr;
     }
