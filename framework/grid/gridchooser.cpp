@@ -106,6 +106,12 @@ void GridChooser::toggleCurrent()
     chosen.toggleRow(now.row);
 }
 
+void GridChooser::aim(const GridTarget &cell)
+{
+    anchor = cell;
+    setCurrent(cell);
+}
+
 void GridChooser::beginRows(bool keep)
 {
     chosen.beginStretch(keep);

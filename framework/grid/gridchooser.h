@@ -42,6 +42,8 @@ public:
     /// stretch.
     void chooseRow(const GridTarget &cell, Qt::KeyboardModifiers modifiers);
     void toggleCurrent();
+    /// Makes a cell current and the beginning of what comes next, and leaves the selection alone.
+    void aim(const GridTarget &cell);
     /// A stretch of rows (a block of cells) from where the last choice began; keep: what was selected before stays.
     void beginRows(bool keep);
     void extendRows(const GridTarget &cell);

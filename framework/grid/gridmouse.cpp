@@ -37,7 +37,11 @@ void GridMouse::pressLeft(const GridHit &hit, const QPoint &point, Qt::KeyboardM
     case GridArea::RowRest:
     case GridArea::RowNumber:
         dragging = hit.area == GridArea::RowNumber || (modifiers & Qt::ShiftModifier) ? Drag::Rows : Drag::Click;
-        view.chooser.chooseRow(pressedCell, modifiers);
+        toggleAtClick = dragging == Drag::Click && keepOthers && view.chooser.selection().hasBlocks();
+        if (toggleAtClick)
+            view.chooser.aim(pressedCell);
+        else
+            view.chooser.chooseRow(pressedCell, modifiers);
         if (dragging == Drag::Rows && !(modifiers & Qt::ShiftModifier))
             view.chooser.beginRows(keepOthers);
         break;
@@ -115,6 +119,10 @@ void GridMouse::click(const QPoint &point)
 {
     const GridHit hit = view.geometry.hit(point);
     const QPointer<GridView> guard(view.q);
+    if (toggleAtClick) {
+        view.chooser.chooseRow(pressedCell, Qt::ControlModifier);
+        view.touchRows();
+    }
     if (view.targetAt(hit).row != pressedCell.row || pressedCell.row == NoGridRow || clickDelegate(point) || !guard)
         return;
     Q_EMIT view.q->clicked(pressedCell.row, pressedCell.column);

@@ -65,8 +65,9 @@ private:
     GridHeaderMouse headerMouse;
     Qt::MouseButton pressed = Qt::NoButton;
     Drag dragging = Drag::None;
-    bool keepOthers = false; ///< Control was down at the press
-    GridTarget pressedCell;  ///< at the first press, for what comes of it
+    bool keepOthers = false;    ///< Control was down at the press
+    bool toggleAtClick = false; ///< until it is known whether a further block of cells begins
+    GridTarget pressedCell;     ///< at the first press, for what comes of it
     QPoint pressPoint;
     QPoint lastPoint;
     bool holding = false;
