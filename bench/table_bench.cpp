@@ -5,8 +5,10 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
+#include <QtGui/QWheelEvent>
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
+#include <boost/make_shared.hpp>
 #include <malloc.h>
 
 #include "model/chpfthreaddatamodel.h"
