@@ -38,7 +38,7 @@ std::vector<Line> table()
         {Both,   {OrderQuantity,     ExtLong,   "委托数量",  0, AlignRight | Sum,                     Everybody,         0,    {}, {{FutureTraders, "委托手数"}, {OptionTraders, "委托张数"}}}},
         {Both,   {OrderFilled,       ExtLong,   "成交数量",  0, AlignRight | Sum | Flash,             Everybody,         0,    {}, {{FutureTraders, "成交手数"}, {OptionTraders, "成交张数"}}}},
         {Both,   {OrderAveragePrice, ExtDouble, "成交均价",  3, AlignRight | NoSumText | Flash,       Everybody,         0,    {}}},
-        {Both,   {OrderAmount,       ExtDouble, "成交金额",  2, AlignRight | Sum | Flash | GroupedSum, Everybody,        Unit, {}}},
+        {Both,   {OrderAmount,       ExtDouble, "成交金额",  2, AlignRight | Sum | Flash,             Everybody,         Unit, {}}},
         {Both,   {OrderUnfilled,     ExtLong,   "未成数量",  0, AlignRight | Sum | Flash | SumFromZero, Everybody,       0,    {}, {{FutureTraders, "未成手数"}, {OptionTraders, "未成张数"}}}},
         {Both,   {OrderCancelled,    ExtLong,   "撤单数量",  0, AlignRight | Sum | Flash,             Everybody,         0,    {}, {{FutureTraders, "撤单手数"}, {OptionTraders, "撤单张数"}}}},
         {Both,   {OrderStatus,       ExtChar,   "状态",      0, AlignCentre | Filterable | Flash,     Everybody,         0,    display::status()}},
