@@ -8,7 +8,8 @@ namespace KV {
 namespace {
 
 constexpr qint64 tabStop = 80 * 64;  ///< Qt's default distance of tab stops
-constexpr int longestShaped = 4096;  ///< characters; more are never shaped for boundedWidth
+constexpr int longestShaped = 4096;  ///< characters; longer texts are summed only
+constexpr int widthSlack = 24;       ///< pixels by which shaping may pass a sum and its quarter
 constexpr ushort ideograph = 0x4E2D; ///< stands for all ideographs where the font is tried out
 const ushort firstPrintable = u' ';
 const ushort lastPrintable = u'~';
@@ -32,6 +33,12 @@ QString scriptLetters()
 bool isIdeograph(ushort unit)
 {
     return (unit >= 0x4E00 && unit <= 0x9FFF) || (unit >= 0x3400 && unit <= 0x4DBF);
+}
+
+bool isEastAsian(ushort unit)
+{
+    return (unit >= 0x2E80 && unit <= 0xD7A3) || (unit >= 0xF900 && unit <= 0xFAFF) ||
+           (unit >= 0xFF00 && unit <= 0xFF60);
 }
 
 /// Scripts whose letters stand side by side, each with a width of its own.
@@ -143,9 +150,15 @@ int CLogTextMeasure::width(const QString &text)
     return total.kind == EWidthKind::Exact ? toPixels(total.fine) : trueWidth(text);
 }
 
-int CLogTextMeasure::boundedWidth(const QString &text)
+int CLogTextMeasure::widest(const ushort *text, int length, int known)
 {
-    return text.size() > longestShaped ? toPixels(sum(text).fine) : width(text);
+    const Sum total = sum(text, length);
+    const int pixels = toPixels(total.fine);
+    if (total.kind == EWidthKind::Exact || length > longestShaped)
+        return std::max(known, pixels);
+    if (qint64{pixels} + pixels / 4 + widthSlack <= known)
+        return known;
+    return std::max(known, toPixels(trueWidthFine(text, length)));
 }
 
 qint64 CLogTextMeasure::afterTab(qint64 fine)
@@ -203,7 +216,7 @@ EWidthKind CLogTextMeasure::kindOf(ushort unit)
     const bool ends = unit == u'\r'; // of lines from other systems: without width
     if (!ends && !isSpacing(unit))
         return EWidthKind::Complex;
-    if (!hanExact)
+    if (!hanExact || (!asciiExact && !isEastAsian(unit))) // what stands in the Latin font may kern with its letters
         return EWidthKind::Shaped;
 
     return addsUpEverywhere(QChar(unit)) ? EWidthKind::Exact : EWidthKind::Shaped;
@@ -219,9 +232,10 @@ bool CLogTextMeasure::addsUpEverywhere(QChar ch)
     trial += ch;
     if (!addsUp(trial) || !addsUp(QChar(ideograph) + trial) || !addsUp(QStringLiteral("1") + ch))
         return false;
-    const QString letters = scriptLetters();
-    return std::all_of(letters.begin(), letters.end(),
-                       [this, ch](QChar letter) { return addsUp(QString(letter) + ch + ch); });
+    const QString neighbours = scriptLetters() + QStringLiteral("fTVWy(\"");
+    return std::all_of(neighbours.begin(), neighbours.end(), [this, ch](QChar neighbour) {
+        return addsUp(QString(neighbour) + ch + ch) && addsUp(QString(ch) + neighbour);
+    });
 }
 
 bool CLogTextMeasure::addsUp(const QString &text)

@@ -59,8 +59,9 @@ public:
     Sum sum(const QString &text) { return sum(text.utf16(), text.size()); }
     /// True width in pixels, without shaping where the sum will do.
     int width(const QString &text);
-    /// The same for text of any length: beyond 4096 characters sums must do, since shaping would take milliseconds.
-    int boundedWidth(const QString &text);
+    /// The larger of `known` and a text's width, without shaping what is surely narrower. Beyond 4096 characters sums
+    /// must do, since shaping would take milliseconds.
+    int widest(const ushort *text, int length, int known);
 
     LogCharWidth charWidth(ushort unit)
     {

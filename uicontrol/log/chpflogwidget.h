@@ -1,0 +1,146 @@
+#pragma once
+
+#include <QtCore/QTimer>
+#include <boost/shared_ptr.hpp>
+#include <memory>
+#include <optional>
+
+#include "log/clogrowpainter.h"
+#include "log/clogsearch.h"
+#include "log/clogtextplaces.h"
+#include "log/cmodeltextcache.h"
+#include "uicontrolexport.h"
+#include "zb/cbasewidget.h"
+#include "zb/cstandscrollbar.h"
+
+class QMenu;
+
+namespace KV {
+
+/// A read-only view of a log of any size: it follows the newest line until the user scrolls away, filters by level,
+/// finds, selects and copies, and wraps lines at its width. Only the visible rows are drawn, at most ten times a second
+/// for new text.
+///
+/// GUI thread. Text for it is cut on a thread of its own. Tells the host of a clearing by the user with event 1284
+/// (widget id, 0, log key).
+class UICONTROL_API CHpfLogWidget : public ZB::CBaseWidget
+{
+    Q_OBJECT
+
+public:
+    /// The filter that shows all levels.
+    static constexpr int allLevels = 3;
+
+    explicit CHpfLogWidget(int widgetId, QWidget *parent = nullptr);
+    ~CHpfLogWidget() override;
+
+    /// Takes a block of lines, separated by "\n". They show within a tenth of a second.
+    void dataCallBack(const QString &text, int level);
+    void clear();
+    /// Shows the pieces of one level only; allLevels shows all.
+    void setFilterLevel(int level);
+    int getFilterLevel() const { return filterLevel; }
+    /// The text that the host gets with event 1284.
+    void setLogKey(const QString &key);
+    bool isAutoLine() const;
+
+    /// Marks every place where a text stands, now and in what is still to come, upper and lower case told apart, and
+    /// scrolls down to the first one below the top row when it is below the page. An empty text ends the marking. True
+    /// when the text was found; 6 ms for 50,000 lines.
+    bool findText(const QString &text);
+    /// Selects the next or the previous row in which the text of findText() starts, going on from the row found or
+    /// selected last, at the ends from the other end, and scrolls to it. False when there is none.
+    bool findNext();
+    bool findPrevious();
+    /// Occurrences at the last search.
+    int matchCount() const { return lastMatchCount; }
+
+    void reDrawGraph();
+
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+    void themeChanged() override;
+    void scaleChanged() override;
+
+public Q_SLOTS:
+    void slotSelectAll(bool checked);
+    void slotCopySelect(bool checked);
+    void slotAutoLine(bool checked);
+    void slotClear(bool checked);
+    void slotTimeout();
+
+protected:
+    void createUi();
+    void initDraw();
+    void resetLayout();
+    void updateScroll();
+    void drawBackground(const QRect &rect);
+    void drawGraph(QPainter *painter);
+    void onCopySelect();
+    void handleModifierKey(QKeyEvent *event);
+
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    std::optional<int> filter() const;
+    void applyScale();
+    void placeBars();
+    void layOut();
+    void makeBackBuffer();
+    void setContentWidth();
+    void noteWidths(const QString &text);
+    void measureAllLines();
+    void followTrimming(const CModelTextCache::ListState &state);
+    void redraw();
+    void scrollTo(int line);
+    void scrollAcross(int offset);
+    int overflow() const;
+    std::vector<LogRow> shownRows();
+    std::vector<LogRange> shownMarks(const std::vector<LogTextPtr> &pieces, std::size_t piece);
+    bool isOnPage(int line) const;
+    void selectUp();
+    void selectDown();
+    CLogSearch::Hits searchAll();
+    bool showHit(const CLogSearch::Place &hit);
+
+    boost::shared_ptr<CModelTextCache> cache;
+    ZB::CStandScrollBar *verticalBar = nullptr;
+    ZB::CStandScrollBar *horizontalBar = nullptr;
+    QPixmap backBuffer;
+    QTimer *refreshTimer = nullptr;
+    const int widgetId;
+    CLogLayout geometry; ///< of drawRect
+    QRect drawRect;
+    int lineCount = 0;
+    int topLine = 0;
+    bool followTail = true;
+    int selectedLine = -1;
+    bool selectAll = false;
+    int contentWidth = 0;
+    int maxLineWidth = 0;
+    int hOffset = 0;
+    const QColor *textColor = nullptr;
+    const QColor *selectionColor = nullptr;
+    const QColor *matchColor = nullptr;
+    const QFont *textFont = nullptr;
+    CLogSearch search;
+    CLogSearch::Place foundPlace; ///< where findNext() goes on
+    int lastMatchCount = 0;
+    int filterLevel = allLevels;
+    QString logKey;
+
+    std::unique_ptr<CLogTextPlaces> places;
+    CLogRowPainter rowPainter;
+    qint64 knownTrimmed = 0;    ///< pieces that had left the front of the list when it was looked at last
+    bool settling = false;      ///< the bars are being set to what is known already
+    bool keyboardFocus = false; ///< the focus came by keyboard: it is shown
+};
+
+} // namespace KV

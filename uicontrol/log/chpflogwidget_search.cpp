@@ -1,0 +1,80 @@
+#include <algorithm>
+#include <iterator>
+
+#include "log/chpflogwidget.h"
+
+namespace KV {
+
+CLogSearch::Hits CHpfLogWidget::searchAll()
+{
+    const std::optional<int> level = filter();
+    const CModelTextCache::ListState state = cache->getState(level);
+    CLogSearch::Hits hits = search.find(cache->getPieces(level, 0, state.size));
+    lastMatchCount = static_cast<int>(hits.starts.size());
+    return hits;
+}
+
+bool CHpfLogWidget::findText(const QString &text)
+{
+    search.setText(text);
+    foundPlace = {};
+    const CLogSearch::Hits hits = searchAll();
+    if (!hits.rows.empty()) {
+        const int top = verticalBar->sliderPosition();
+        const auto below = std::upper_bound(hits.rows.begin(), hits.rows.end(), top);
+        const int row = below == hits.rows.end() ? hits.rows.back() : *below;
+        if (row > geometry.pageLines() + top)
+            verticalBar->setSliderPosition(row - 1);
+        const auto start = std::lower_bound(hits.starts.begin(), hits.starts.end(), CLogSearch::Place{row, 0});
+        foundPlace = start == hits.starts.end() ? hits.starts.back() : *start;
+    }
+    redraw();
+    return !hits.rows.empty();
+}
+
+bool CHpfLogWidget::findNext()
+{
+    updateScroll(); // what the list has gained and lost meanwhile
+    const CLogSearch::Hits hits = searchAll();
+    if (hits.starts.empty())
+        return false;
+    const CLogSearch::Place from = foundPlace.row < 0 ? CLogSearch::Place{topLine, -1} : foundPlace;
+    const auto next = std::upper_bound(hits.starts.begin(), hits.starts.end(), from);
+    return showHit(next == hits.starts.end() ? hits.starts.front() : *next);
+}
+
+bool CHpfLogWidget::findPrevious()
+{
+    updateScroll();
+    const CLogSearch::Hits hits = searchAll();
+    if (hits.starts.empty())
+        return false;
+    const CLogSearch::Place from = foundPlace.row < 0 ? CLogSearch::Place{topLine, -1} : foundPlace;
+    const auto next = std::lower_bound(hits.starts.begin(), hits.starts.end(), from);
+    return showHit(next == hits.starts.begin() ? hits.starts.back() : *std::prev(next));
+}
+
+/// Selects the row of an occurrence and scrolls both ways until it can be seen.
+bool CHpfLogWidget::showHit(const CLogSearch::Place &hit)
+{
+    foundPlace = hit;
+    selectedLine = hit.row;
+    selectAll = false;
+    if (!isOnPage(hit.row))
+        scrollTo(hit.row - 1);
+    followTail = false; // or the next new line would take it away
+
+    const auto pieces = cache->getPieces(filter(), hit.row, 1);
+    if (!pieces.empty()) {
+        const QString &text = pieces.front()->text;
+        const int left = places->measure().widest(text.utf16(), hit.column, 0);
+        const int right =
+            places->measure().widest(text.utf16(), std::min(hit.column + search.text().size(), text.size()), 0);
+        if (left < hOffset || right > hOffset + geometry.textWidth())
+            scrollAcross(left - geometry.textWidth() / 4);
+    }
+    redraw();
+    return true;
+}
+
+} // namespace KV
