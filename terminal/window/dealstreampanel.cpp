@@ -12,15 +12,15 @@ DealStreamPanel::DealStreamPanel(QWidget *parent)
     : TablePanel(QStringLiteral("逐笔成交"), DealStreamTable, MetaMarketDeal, parent)
 {
     table().setEmptyText(QStringLiteral("没有成交"));
-    arrangeColumns({{DealTime, 92},
+    arrangeColumns({{DealTime, 90},
                     {DealCode, 80},
-                    {InstrumentName, 68},
-                    {DealDirection, 42},
-                    {DealPrice, 68},
+                    {InstrumentName, 76},
+                    {DealDirection, 54},
+                    {DealPrice, 72},
                     {DealQuantity, 84},
                     {DealAmount, 92},
-                    {DealBuyOrder, 68},
-                    {DealSellOrder, 68}},
+                    {DealBuyOrder, 76},
+                    {DealSellOrder, 76}},
                    3);
 }
 

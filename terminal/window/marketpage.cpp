@@ -71,7 +71,7 @@ void MarketPage::toggleLayout()
 void MarketPage::arrange(Qt::Orientation orientation)
 {
     splitter->setOrientation(orientation);
-    splitter->setSizes(orientation == Qt::Horizontal ? QList<int>{547, 453} : QList<int>{500, 500});
+    splitter->setSizes(orientation == Qt::Horizontal ? QList<int>{543, 457} : QList<int>{500, 500});
     const int orderShare = orientation == Qt::Horizontal ? 55 : 50;
     splitter->setStretchFactor(0, orderShare);
     splitter->setStretchFactor(1, 100 - orderShare);

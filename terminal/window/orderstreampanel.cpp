@@ -13,15 +13,15 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
 {
     table().setEmptyText(QStringLiteral("没有委托"));
     // Wide enough for nine-figure sums: a number that does not fit is not shown at all.
-    arrangeColumns({{OrderEntryTime, 92},
+    arrangeColumns({{OrderEntryTime, 90},
                     {OrderCode, 80},
-                    {InstrumentName, 68},
-                    {OrderDirection, 42},
-                    {OrderPrice, 68},
+                    {InstrumentName, 76},
+                    {OrderDirection, 54},
+                    {OrderPrice, 72},
                     {OrderQuantity, 84},
                     {OrderFilled, 84},
                     {OrderCancelled, 84},
-                    {OrderStatus, 44},
+                    {OrderStatus, 56},
                     {OrderAveragePrice, 72},
                     {OrderAmount, 92}},
                    3);

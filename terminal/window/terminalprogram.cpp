@@ -23,7 +23,7 @@ namespace terminal {
 
 namespace {
 
-constexpr QSize defaultSize(1600, 900);
+constexpr QSize defaultSize(1680, 945);
 constexpr int unusable = 2;
 
 void logError(const QString &text)
