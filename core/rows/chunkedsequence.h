@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "rows/prefetch.h"
 #include "rows/runningcounts.h"
 #include "rows/slotarray.h"
 
@@ -44,6 +45,13 @@ public:
     int indexOf(quint32 slot) const;
     /// The slot's index among the marked entries, -1 when it is not one of them.
     int markedIndexOf(quint32 slot) const;
+
+    /// Has the processor fetch where the slot is.
+    void prefetch(quint32 slot) const
+    {
+        if (slot < homes.size())
+            core::prefetch(&homes[slot]);
+    }
 
     /// Calls visit(entry) for `count` entries from `first` on, or for marked ones; fewer at the end.
     template <typename Visit>

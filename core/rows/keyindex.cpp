@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "rows/prefetch.h"
+
 namespace core {
 
 template <typename Matches>
@@ -22,6 +24,13 @@ quint32 KeyIndex::findIf(quint64 hash, Matches matches) const
 quint32 KeyIndex::find(std::string_view key, quint64 hash) const
 {
     return findIf(hash, [&](quint32 slot) { return keyOf(slot) == key; });
+}
+
+void KeyIndex::prefetch(quint64 hash) const
+{
+    const Part &part = parts[partOf(hash)];
+    if (part.used != 0)
+        core::prefetch(&part.cells[homeOf(hash, part)]);
 }
 
 quint32 KeyIndex::findHash(quint64 hash) const

@@ -23,6 +23,8 @@ public:
     int size() const { return keyCount; }
     /// noSlot when the key is unknown.
     quint32 find(std::string_view key, quint64 hash) const;
+    /// Has the processor fetch what find() reads first.
+    void prefetch(quint64 hash) const;
     /// A slot whose key has this hash, whichever key that is; noSlot when there is none.
     quint32 findHash(quint64 hash) const;
     /// The key must be unknown and the slot without a key.

@@ -25,6 +25,7 @@ public:
     quint32 lastGeneration() const { return generation; }
 
     quint32 find(std::string_view key, quint64 hash) const { return index.find(key, hash); }
+    void prefetch(quint64 hash) const { index.prefetch(hash); }
     /// The key must be unknown.
     quint32 add(std::string_view key, quint64 hash);
     void remove(quint32 slot);

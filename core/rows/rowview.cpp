@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "rows/prefetch.h"
+
 namespace core {
 
 RowView::RowView(const Arrangement &arrangement)
@@ -23,8 +25,13 @@ RowView::~RowView() = default;
 
 RowView::Effect RowView::add(quint32 slot, qint64 arrival, const RowValues &values)
 {
-    adopt(slot, arrival, values);
+    ensure(slot);
+    states[slot] = KeptRows::present;
+    words.block(slot)[arrivalAt] = SortKey::ofInteger(arrival, false);
+    keep(slot, values);
+    noteArrival(slot);
     insert(slot);
+    countIn(slot);
     return values.passes ? Effect::Order : Effect::None;
 }
 
@@ -33,7 +40,7 @@ RowView::Effect RowView::change(quint32 slot, const RowValues &values)
     const bool passed = passes(slot);
     const bool moves = !custom && !sameOrder(slot, values);
     const quint64 *const kept = words.block(slot) + sumsFrom;
-    const bool sameSums = passed == values.passes && (states[slot] & counted) == (passed ? counted : 0) &&
+    const bool sameSums = passed == values.passes && hasState(slot, KeptRows::counted) == passed &&
                           std::equal(values.sums.begin(), values.sums.end(), kept);
     if (!sameSums)
         countOut(slot);
@@ -62,15 +69,45 @@ RowView::Effect RowView::remove(quint32 slot)
     return shown ? Effect::Order : Effect::None;
 }
 
-void RowView::adopt(quint32 slot, qint64 arrival, const RowValues &values)
+void RowView::prefetch(quint32 slot) const
+{
+    core::prefetch(words.block(slot));
+    core::prefetch(&states[slot]);
+    sequence.prefetch(slot);
+}
+
+void RowView::adopt(quint32 slot, const quint64 *keptWords, const QString *keptTexts, bool rowPasses)
+{
+    ensure(slot);
+    std::copy_n(keptWords, words.valuesPerSlot(), words.block(slot));
+    std::copy_n(keptTexts, textCount, texts.block(slot));
+    states[slot] = KeptRows::present;
+    setState(slot, KeptRows::passing, rowPasses);
+    countIn(slot);
+}
+
+void RowView::copyKept(quint32 first, quint32 count, KeptRows &kept) const
+{
+    const quint32 usable = std::min(count, states.size() - std::min(states.size(), first));
+    kept.wordsPerRow = words.valuesPerSlot();
+    kept.textsPerRow = texts.valuesPerSlot();
+    words.copy(first, usable, kept.wordList);
+    texts.copy(first, usable, kept.textList);
+    states.copy(first, usable, kept.states);
+    kept.states.resize(count, 0);
+}
+
+void RowView::ensure(quint32 slot)
 {
     words.ensure(slot);
     texts.ensure(slot);
     states.ensure(slot);
-    states[slot] = 0;
-    words.block(slot)[arrivalAt] = SortKey::ofInteger(arrival, false);
-    keep(slot, values);
-    countIn(slot);
+}
+
+void RowView::setState(quint32 slot, State state, bool on)
+{
+    const quint8 others = states[slot] & static_cast<quint8>(~state);
+    states[slot] = static_cast<quint8>(others | (on ? state : 0));
 }
 
 void RowView::keep(quint32 slot, const RowValues &values)
@@ -79,19 +116,7 @@ void RowView::keep(quint32 slot, const RowValues &values)
     std::copy(values.sortKeys.begin(), values.sortKeys.end(), block);
     std::copy(values.sums.begin(), values.sums.end(), block + sumsFrom);
     std::copy(values.texts.begin(), values.texts.end(), texts.block(slot));
-    const quint8 others = states[slot] & static_cast<quint8>(~passing);
-    states[slot] = static_cast<quint8>(others | (values.passes ? passing : 0));
-}
-
-RowValues RowView::valuesOf(quint32 slot) const
-{
-    RowValues values;
-    const quint64 *const block = words.block(slot);
-    values.sortKeys.append(block, arrivalAt);
-    values.sums.append(block + sumsFrom, static_cast<int>(sums.size()));
-    values.texts.append(texts.block(slot), textCount);
-    values.passes = passes(slot);
-    return values;
+    setState(slot, KeptRows::passing, values.passes);
 }
 
 qint64 RowView::arrivalOf(quint32 slot) const
@@ -107,7 +132,7 @@ void RowView::insert(quint32 slot)
         sequence.append(entry);
         markMisplaced(slot);
     } else {
-        sequence.insertSorted(entry, [this, slot](quint32 other) { return isBefore(other, slot); });
+        sequence.insertSorted(entry, [this, slot](quint32 other) { return isBeforeBesides(other, slot); });
     }
 }
 
@@ -118,23 +143,23 @@ void RowView::countIn(quint32 slot)
     const quint64 *const values = words.block(slot) + sumsFrom;
     for (std::size_t i = 0; i < sums.size(); ++i)
         sums[i].add(values[i]);
-    states[slot] |= counted;
+    setState(slot, KeptRows::counted, true);
 }
 
 void RowView::countOut(quint32 slot)
 {
-    if ((states[slot] & counted) == 0)
+    if (!hasState(slot, KeptRows::counted))
         return;
     const quint64 *const values = words.block(slot) + sumsFrom;
     for (std::size_t i = 0; i < sums.size(); ++i)
         sums[i].subtract(values[i]);
-    states[slot] &= static_cast<quint8>(~counted);
+    setState(slot, KeptRows::counted, false);
 }
 
 void RowView::uncountAll()
 {
     for (quint32 slot = 0; slot < states.size(); ++slot)
-        states[slot] &= static_cast<quint8>(~counted);
+        setState(slot, KeptRows::counted, false);
     for (ColumnSum &sum : sums)
         sum.clear();
 }
@@ -148,18 +173,34 @@ void RowView::count(quint32 slot, const QVarLengthArray<quint64, 4> &values)
 
 void RowView::markMisplaced(quint32 slot)
 {
-    if ((states[slot] & outOfPlace) != 0)
+    if (hasState(slot, KeptRows::outOfPlace))
         return;
-    states[slot] |= outOfPlace;
+    setState(slot, KeptRows::outOfPlace, true);
     misplaced.push_back(slot);
+}
+
+void RowView::noteArrival(quint32 slot)
+{
+    const quint64 arrival = words.block(slot)[arrivalAt];
+    if (lastArrival != 0 && (slot <= lastSlot || arrival <= lastArrival))
+        slotsFollowArrival = false;
+    lastSlot = slot;
+    lastArrival = arrival;
 }
 
 void RowView::place(const std::vector<quint32> &slots)
 {
+    constexpr std::size_t ahead = 16;
     sequence.assign(static_cast<int>(slots.size()), [&](int index) {
-        const quint32 slot = slots[static_cast<std::size_t>(index)];
-        return ChunkedSequence::Entry{leadingWord(slot), slot, passes(slot)};
+        const auto at = static_cast<std::size_t>(index);
+        if (at + ahead < slots.size())
+            prefetch(slots[at + ahead]);
+        return ChunkedSequence::Entry{leadingWord(slots[at]), slots[at], passes(slots[at])};
     });
+    for (quint32 slot = 0; slot < states.size(); ++slot) {
+        if (hasState(slot, KeptRows::present))
+            noteArrival(slot);
+    }
 }
 
 } // namespace core

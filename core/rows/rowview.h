@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "rows/chunkedsequence.h"
+#include "rows/keptrows.h"
 #include "rows/slotarray.h"
 #include "rows/slotsort.h"
 #include "rows/sortkey.h"
@@ -63,16 +64,19 @@ public:
     Effect add(quint32 slot, qint64 arrival, const RowValues &values);
     Effect change(quint32 slot, const RowValues &values);
     Effect remove(quint32 slot);
+    /// Has the processor fetch what a change of this row reads first.
+    void prefetch(quint32 slot) const;
     bool contains(quint32 slot) const { return sequence.contains(slot); }
 
     /// All rows, or the shown ones, which pass the filters. Indexes as in ChunkedSequence.
     const ChunkedSequence &rows() const { return sequence; }
     int shownCount() const { return sequence.markedCount(); }
 
-    bool passes(quint32 slot) const { return (states[slot] & passing) != 0; }
+    bool passes(quint32 slot) const { return hasState(slot, KeptRows::passing); }
     qint64 arrivalOf(quint32 slot) const;
-    /// What was kept of a row, for a view of another arrangement.
-    RowValues valuesOf(quint32 slot) const;
+    /// What is kept of `count` slots from `first` on, for a view of another arrangement; slots that were never used
+    /// have no row.
+    void copyKept(quint32 first, quint32 count, KeptRows &kept) const;
 
     const ColumnSum &sum(int index) const { return sums[static_cast<std::size_t>(index)]; }
     /// Takes every row out of the sums; count() takes one in with other values. A row that changes or is filtered anew
@@ -84,7 +88,7 @@ public:
     using Compare = SlotSort::Compare;
 
     /// Keeps what belongs to a row that place() will bring in, and counts it into the sums; remove() takes it back.
-    void adopt(quint32 slot, qint64 arrival, const RowValues &values);
+    void adopt(quint32 slot, const quint64 *keptWords, const QString *keptTexts, bool rowPasses);
     /// Sorts adopted slots. False when it was called off.
     bool order(std::vector<quint32> &slots, const Compare &customCompare, const SlotSort::CancelFlag &cancelled) const;
     /// Moves the misplaced slots of a list to where they belong; the others must be in order. False when called off.
@@ -100,22 +104,23 @@ public:
     bool checkConsistency() const;
 
 private:
-    enum State : quint8
-    {
-        passing = 1,
-        counted = 2,
-        outOfPlace = 4
-    };
+    using State = KeptRows::State;
 
+    void ensure(quint32 slot);
     void keep(quint32 slot, const RowValues &values);
     bool sameOrder(quint32 slot, const RowValues &values) const;
     bool isBefore(quint32 slot, quint32 other) const;
+    bool isBeforeBesides(quint32 slot, quint32 other) const;
     int compareField(std::size_t field, quint32 slot, quint32 other) const;
     int compareByAll(quint32 slot, quint32 other, const Compare &customCompare) const;
     void insert(quint32 slot);
+    void setState(quint32 slot, State state, bool on);
+    bool hasState(quint32 slot, State state) const { return (states[slot] & state) != 0; }
     void countIn(quint32 slot);
     void countOut(quint32 slot);
     void markMisplaced(quint32 slot);
+    void noteArrival(quint32 slot);
+    bool arrivedBefore(quint32 slot, quint32 other) const;
     quint64 leadingWord(quint32 slot) const { return custom ? 0 : words.block(slot)[0]; }
 
     const Arrangement plan;
@@ -131,6 +136,12 @@ private:
     SlotArray<quint8> states;
     std::vector<ColumnSum> sums;
     std::vector<quint32> misplaced; ///< may name rows that are gone
+
+    // While slots are handed out in the order of arrival their numbers say who came first, which spares a look at rows
+    // that lie anywhere in memory.
+    bool slotsFollowArrival = true;
+    quint32 lastSlot = 0;
+    quint64 lastArrival = 0; ///< its key; 0 before the first row
 };
 
 } // namespace core

@@ -29,6 +29,11 @@ int RowView::compareField(std::size_t field, quint32 slot, quint32 other) const
     return plan.sort[field].descending ? -byText : byText;
 }
 
+bool RowView::arrivedBefore(quint32 slot, quint32 other) const
+{
+    return slotsFollowArrival ? slot < other : words.block(slot)[arrivalAt] < words.block(other)[arrivalAt];
+}
+
 bool RowView::isBefore(quint32 slot, quint32 other) const
 {
     for (std::size_t field = 0; field < plan.sort.size(); ++field) {
@@ -36,7 +41,13 @@ bool RowView::isBefore(quint32 slot, quint32 other) const
         if (compared != 0)
             return compared < 0;
     }
-    return words.block(slot)[arrivalAt] < words.block(other)[arrivalAt];
+    return arrivedBefore(slot, other);
+}
+
+/// The same for rows of the same leading word.
+bool RowView::isBeforeBesides(quint32 slot, quint32 other) const
+{
+    return plan.sort.size() == 1 && textCount == 0 ? arrivedBefore(slot, other) : isBefore(slot, other);
 }
 
 int RowView::compareByAll(quint32 slot, quint32 other, const Compare &customCompare) const
@@ -112,7 +123,7 @@ bool RowView::checkConsistency() const
         const bool inOrder = custom || first || isBefore(previous, entry.slot);
         consistent =
             consistent && inOrder && entry.marked == passes(entry.slot) && entry.value == leadingWord(entry.slot);
-        for (std::size_t i = 0; i < recount.size() && (states[entry.slot] & counted) != 0; ++i)
+        for (std::size_t i = 0; i < recount.size() && hasState(entry.slot, KeptRows::counted); ++i)
             recount[i].add(words.block(entry.slot)[sumsFrom + static_cast<int>(i)]);
         previous = entry.slot;
         first = false;

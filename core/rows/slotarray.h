@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/qglobal.h>
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -13,7 +14,7 @@ template <typename T>
 class SlotArray
 {
 public:
-    explicit SlotArray(int valuesPerSlot = 1) : stride(static_cast<std::size_t>(valuesPerSlot)) {}
+    explicit SlotArray(int valueCount = 1) : stride(static_cast<std::size_t>(valueCount)) {}
 
     /// The number of slots that can be asked for.
     quint32 size() const { return static_cast<quint32>(pages.size() * slotsPerPage); }
@@ -30,6 +31,20 @@ public:
     /// The values of one slot.
     T *block(quint32 slot) { return pages[slot / slotsPerPage].get() + (slot % slotsPerPage) * stride; }
     const T *block(quint32 slot) const { return pages[slot / slotsPerPage].get() + (slot % slotsPerPage) * stride; }
+
+    /// Copies the values of `count` accessible slots from `first` on.
+    void copy(quint32 first, quint32 count, std::vector<T> &values) const
+    {
+        values.clear();
+        for (quint32 slot = first; slot < first + count;) {
+            const auto inPage = static_cast<quint32>(slotsPerPage - slot % slotsPerPage);
+            const quint32 taken = std::min(inPage, first + count - slot);
+            values.insert(values.end(), block(slot), block(slot) + taken * stride);
+            slot += taken;
+        }
+    }
+
+    std::size_t valuesPerSlot() const { return stride; }
 
 private:
     static constexpr std::size_t slotsPerPage = 1024;

@@ -51,6 +51,7 @@ void GridSelection::setStretch(const std::vector<GridRowId> &rows)
 {
     blocks.clear();
     rowSet = keptRows;
+    rowSet.reserve(rowSet.size() + qint64(rows.size()));
     for (const auto row : rows)
         rowSet.insert(row);
     ++changes;

@@ -43,15 +43,24 @@ int FilterPopup::column() const
 
 bool FilterPopup::isGathered() const
 {
-    return !step.isActive();
+    return gatherer && !step.isActive();
 }
 
 QStringList FilterPopup::texts() const
 {
     QStringList all;
-    for (const HpfDistinctTexts::Value &value : gatherer->values())
-        all.append(value.text);
+    if (gatherer)
+        for (const HpfDistinctTexts::Value &value : gatherer->values())
+            all.append(value.text);
     return all;
+}
+
+void FilterPopup::abandon()
+{
+    step.stop();
+    disconnect();
+    gatherer.reset();
+    PopupFrame::abandon();
 }
 
 void FilterPopup::gatherOn()

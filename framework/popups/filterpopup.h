@@ -36,6 +36,8 @@ public:
     /// Replaces the offered texts; counts stay with those that have been gathered.
     void setTexts(const QStringList &texts);
 
+    void abandon() override;
+
 Q_SIGNALS:
     /// All texts are there: who wants to change what is offered does so now.
     void gathered();

@@ -41,6 +41,12 @@ void PopupFrame::showAt(const QRect &anchor, Qt::Edge edge)
     show();
 }
 
+void PopupFrame::abandon()
+{
+    close();
+    deleteLater();
+}
+
 void PopupFrame::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -21,6 +21,10 @@ public:
     /// the rectangle's left or right edge.
     void showAt(const QRect &anchor, Qt::Edge edge = Qt::LeftEdge);
 
+    /// What it is about goes away: lets go of it now and closes. It may be called from one of its own signals, so the
+    /// box itself is deleted later.
+    virtual void abandon();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -200,7 +200,7 @@ void CBaseHighPerformanceTable::setPaused(bool paused)
     if (paused == d->source.isPaused())
         return;
     if (paused)
-        d->source.pause();
+        d->source.pause([this] { d->grid->refresh(); });
     else
         d->source.resume();
     d->grid->refresh();

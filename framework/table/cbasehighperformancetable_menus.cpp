@@ -161,7 +161,9 @@ QRect CBaseHighPerformanceTable::Private::popupAnchor() const
 
 void CBaseHighPerformanceTable::Private::closePopup()
 {
-    delete popup;
+    if (popup)
+        popup->abandon();
+    popup.clear();
 }
 
 void CBaseHighPerformanceTable::Private::openColumns(bool freezing)

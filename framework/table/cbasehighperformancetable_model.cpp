@@ -28,7 +28,7 @@ void CBaseHighPerformanceTable::Private::install(const boost::shared_ptr<IBaseHp
     releaseModel();
     shared = newShared;
     model = newModel;
-    source.setModel(model);
+    source.setModel(model, shared);
     columns.clear();
     grid->setSource(nullptr);
     grid->setSource(&source);
@@ -52,7 +52,7 @@ void CBaseHighPerformanceTable::Private::releaseModel()
 {
     if (shared)
         shared->setChangeListener(nullptr);
-    source.setModel(nullptr);
+    source.setModel(nullptr, nullptr);
     model = nullptr;
     shared.reset();
 }

@@ -113,7 +113,6 @@ public:
     void applyLook();
     QVector<QPair<int, int>> currentSorts() const;
     std::vector<ExportColumn> exportColumns(const std::vector<int> &columns) const;
-    TableTransfer::Rows shownRows() const;
     bool isPaged() const;
     QString keyText(const IBaseHpfTableModel::Row &row) const;
 

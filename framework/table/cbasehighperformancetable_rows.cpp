@@ -7,7 +7,6 @@ namespace ZB {
 
 namespace {
 
-constexpr int stretch = 4096;
 constexpr int pixelsOfCharacter = 7; ///< at 100 %, about
 
 } // namespace
@@ -64,20 +63,6 @@ std::vector<ExportColumn> CBaseHighPerformanceTable::Private::exportColumns(cons
     return all;
 }
 
-TableTransfer::Rows CBaseHighPerformanceTable::Private::shownRows() const
-{
-    TableTransfer::Rows rows;
-    std::vector<HpfShownRow> some;
-    const qint64 count = source.rowCount();
-    rows.reserve(std::size_t(count));
-    for (qint64 first = 0; first < count; first += stretch) {
-        source.fetchRows(first, stretch, some);
-        for (HpfShownRow &row : some)
-            rows.push_back(std::move(row.row));
-    }
-    return rows;
-}
-
 /// Cells of different columns in different rows go as one block per stretch of rows, each with its own columns.
 void CBaseHighPerformanceTable::copySelection(bool withHeader)
 {
@@ -85,16 +70,15 @@ void CBaseHighPerformanceTable::copySelection(bool withHeader)
     if (!d->model || blocks.empty())
         return;
     std::vector<int> columns;
-    TableTransfer::Rows rows;
+    std::vector<GridRowId> rows;
     for (const GridCells &block : blocks) {
         for (const int column : block.columns)
             if (std::find(columns.begin(), columns.end(), column) == columns.end())
                 columns.push_back(column);
-        for (const GridRowId id : block.rows)
-            if (const auto row = d->source.rowOfId(id))
-                rows.push_back(row);
+        rows.insert(rows.end(), block.rows.begin(), block.rows.end());
     }
-    d->transfer.copy(withHeader, d->exportColumns(columns), std::move(rows));
+    const auto count = qint64(rows.size());
+    d->transfer.copy(withHeader, d->exportColumns(columns), count, d->source.rowsOfIds(std::move(rows)));
 }
 
 bool CBaseHighPerformanceTable::exportData(QString path)
@@ -103,7 +87,7 @@ bool CBaseHighPerformanceTable::exportData(QString path)
         return false;
     d->restoreNow();
     d->settle();
-    return d->transfer.exportTo(path, d->exportColumns(d->grid->visibleColumns()), d->shownRows());
+    return d->transfer.exportTo(path, d->exportColumns(d->grid->visibleColumns()), d->source.allRows());
 }
 
 } // namespace ZB

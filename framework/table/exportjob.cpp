@@ -13,9 +13,8 @@ constexpr int shareOfRows = 850; ///< thousandths of the time that rows take, th
 
 } // namespace
 
-ExportJob::ExportJob(WriterFactory factory, std::vector<ExportColumn> exportColumns, std::vector<Row> exportRows)
-    : makeWriter(std::move(factory)), columns(std::move(exportColumns)), rowCount(qint64(exportRows.size())),
-      rows(std::move(exportRows))
+ExportJob::ExportJob(WriterFactory factory, std::vector<ExportColumn> exportColumns, RowTaker rowTaker)
+    : makeWriter(std::move(factory)), columns(std::move(exportColumns)), takeRows(std::move(rowTaker))
 {
 }
 
@@ -51,27 +50,30 @@ int ExportJob::progress() const
 {
     if (done)
         return 1000;
-    return rowCount ? int(written * shareOfRows / rowCount) : 0;
+    const qint64 count = rowCount;
+    return count ? int(written * shareOfRows / count) : 0;
 }
 
 void ExportJob::run()
 {
     succeeded = write();
-    releaseRows();
     done = true;
     tellFinished();
 }
 
 bool ExportJob::write()
 {
+    const RowSnapshot rows = std::exchange(takeRows, nullptr)();
+    rowCount = qint64(rows->size());
     const auto writer = makeWriter(cancelled);
-    const auto writeAll = [this, &writer] {
+    const auto writeAll = [this, &rows, &writer] {
         if (!writer->begin(columns, rowCount))
             return false;
         std::vector<CellValue> values(columns.size());
-        for (const Row &row : rows) {
-            std::transform(columns.begin(), columns.end(), values.begin(),
-                           [&row](const ExportColumn &column) { return cellValue(*row, column.column, column.type); });
+        for (const HpfShownRow &row : *rows) {
+            std::transform(columns.begin(), columns.end(), values.begin(), [&row](const ExportColumn &column) {
+                return cellValue(*row.row, column.column, column.type);
+            });
             if (cancelled || !writer->writeRow(values))
                 return false;
             ++written;
@@ -83,17 +85,9 @@ bool ExportJob::write()
     return whole;
 }
 
-void ExportJob::releaseRows()
-{
-    if (rows.size() > 1)
-        rows.erase(rows.begin() + 1, rows.end());
-}
-
-/// The pool's thread lets go of the job before or after the GUI thread does; the row left in it must go on the latter.
 void ExportJob::tellFinished()
 {
     const auto tell = [job = shared_from_this()] {
-        job->rows.clear();
         if (const auto callback = std::move(job->finishedCallback))
             callback();
     };

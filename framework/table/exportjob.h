@@ -2,30 +2,26 @@
 
 #include <QtCore/QString>
 #include <atomic>
-#include <boost/shared_ptr.hpp>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "frameworkexport.h"
+#include "table/rowsnapshot.h"
 #include "table/tablewriter.h"
-#include "zb/ibasehpftablemodel.h"
 
 namespace ZB {
 
 /// Writes rows on a worker thread of Qt's global pool: to a file, or to a text for the clipboard.
 ///
 /// Made and watched on the GUI thread. The worker holds what it needs: whoever started it may be deleted meanwhile.
-/// Rows are let go on the worker but for one, which goes back to the GUI thread, since the last row may take its model
-/// along.
 class FRAMEWORK_API ExportJob : public std::enable_shared_from_this<ExportJob>
 {
 public:
-    using Row = IBaseHpfTableModel::Row;
     /// Makes the writer, on the worker. The flag says that the user has cancelled.
     using WriterFactory = std::function<std::unique_ptr<TableWriter>(const std::atomic<bool> &cancelled)>;
 
-    ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, std::vector<Row> rows);
+    ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, RowTaker takeRows);
     ~ExportJob();
 
     /// finished: called on the GUI thread, unless the job has been cancelled and dropped before.
@@ -43,13 +39,12 @@ public:
 private:
     void run();
     bool write();
-    void releaseRows();
     void tellFinished();
 
     const WriterFactory makeWriter;
     const std::vector<ExportColumn> columns;
-    const qint64 rowCount;
-    std::vector<Row> rows; ///< the worker's while it runs
+    RowTaker takeRows; ///< the worker's, as soon as it runs
+    std::atomic<qint64> rowCount{0};
     std::function<void()> finishedCallback;
     std::atomic<qint64> written{0};
     std::atomic<bool> cancelled{false};

@@ -25,6 +25,11 @@ int HpfModelAccess::fetch(const IBaseHpfTableModel &model, int first, int count,
     return static_cast<int>(rows.size());
 }
 
+void HpfModelAccess::ids(const IBaseHpfTableModel &model, int first, int count, std::vector<quint64> &ids)
+{
+    stateOf(model).fetchIds(first, count, ids);
+}
+
 int HpfModelAccess::indexOf(const IBaseHpfTableModel &model, quint64 id)
 {
     int index;

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "kdservice/keyhash.h"
+#include "rows/prefetch.h"
 #include "table/hpfmodelstate.h"
 
 namespace ZB {
@@ -99,8 +100,25 @@ void HpfModelState::applyAll(Change *changes, std::size_t count)
         const std::lock_guard<std::mutex> lock(mutex);
         if (plan != read.present->plan() || job != read.job)
             continue;
+        if (count > 1)
+            warmUp(changes, count);
         std::for_each(changes, changes + count, [this](Change &change) { apply(change); });
         return;
+    }
+}
+
+/// The changes of a batch lie anywhere in memory: fetching what they read ahead of time, all at once, saves most of the
+/// waiting.
+void HpfModelState::warmUp(const Change *changes, std::size_t count) const
+{
+    for (std::size_t i = 0; i < count; ++i)
+        content->slots.prefetch(changes[i].hash);
+    for (std::size_t i = 0; i < count; ++i) {
+        const quint32 slot = content->slots.find(changes[i].key, changes[i].hash);
+        if (slot == core::RowSlots::noSlot)
+            continue;
+        content->view->prefetch(slot);
+        core::prefetch(&content->rows[slot]);
     }
 }
 
@@ -124,8 +142,10 @@ void HpfModelState::apply(Change &change)
     }
     change.replaced = std::exchange(content->rows[slot], change.row);
     change.result = known ? PutResult::Replaced : PutResult::Added;
-    if (job)
+    if (job) {
         job->noted().noteChange(slot, arrival, change.nextValues);
+        job->retire(std::move(change.replaced));
+    }
     ++dataEpoch;
     if (effect == core::RowView::Effect::Order)
         ++orderEpoch;
@@ -153,13 +173,16 @@ int HpfModelState::remove(const std::string *keys, int count)
 HpfModelState::Row HpfModelState::removeSlot(quint32 slot)
 {
     const core::RowView::Effect effect = content->view->remove(slot);
-    if (job)
-        job->noted().noteRemoval(slot);
     content->slots.remove(slot);
+    Row removed = std::move(content->rows[slot]);
+    if (job) {
+        job->noted().noteRemoval(slot);
+        job->retire(std::move(removed));
+    }
     ++dataEpoch;
     if (effect == core::RowView::Effect::Order)
         ++orderEpoch;
-    return std::move(content->rows[slot]);
+    return removed;
 }
 
 void HpfModelState::clear()

@@ -53,6 +53,7 @@ private:
             moveToThread(application->thread());
         qAddPostRoutine([] {
             HpfModelWorker::arranging().finish();
+            HpfModelWorker::reading().finish();
             HpfModelWorker::releasing().finish();
             instance().takeAll();
         });

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "rows/prefetch.h"
+
 namespace ZB {
 
 namespace {
@@ -18,36 +20,56 @@ bool contains(const std::vector<HpfModelPlan::FilterPtr> &filters, const HpfMode
 } // namespace
 
 HpfModelJob::HpfModelJob(std::shared_ptr<const HpfModelPlan> formerPlan, std::shared_ptr<const HpfModelPlan> newPlan)
-    : presentPlan(std::move(formerPlan)), targetPlan(std::move(newPlan)), reader(targetPlan),
-      view(std::make_unique<core::RowView>(targetPlan->arrangement()))
+    : presentPlan(std::move(formerPlan)), targetPlan(std::move(newPlan)), arrangement(targetPlan->arrangement()),
+      view(std::make_unique<core::RowView>(arrangement))
 {
-    findSources();
+    findSortSources();
+    // The arrival stands behind the sort keys.
+    wordSources.push_back({static_cast<int>(presentPlan->sortFields().size()), false});
+    findSumSources();
     sameOrder = presentPlan->sortFields() == targetPlan->sortFields();
+    sameWords = sameOrder && presentPlan->sums() == targetPlan->sums();
+    findFilters();
 }
 
 HpfModelJob::~HpfModelJob() = default;
 
-void HpfModelJob::findSources()
+void HpfModelJob::findSortSources()
 {
     const auto &present = presentPlan->sortFields();
     for (const HpfModelPlan::SortField &field : targetPlan->sortFields()) {
-        SortSource source;
+        Source source;
+        int textSource = -1;
         int text = 0;
-        for (std::size_t i = 0; i < present.size() && source.field < 0; ++i) {
+        for (std::size_t i = 0; i < present.size() && source.index < 0; ++i) {
             const bool isText = !present[i].custom && present[i].column.kind() == core::ValueKind::Text;
-            if (present[i].sameValues(field))
-                source = {static_cast<int>(i), isText ? text : -1, present[i].descending != field.descending};
+            if (present[i].sameValues(field)) {
+                source = {static_cast<int>(i), !field.custom && present[i].descending != field.descending};
+                textSource = text;
+            }
             text += isText ? 1 : 0;
         }
-        sortSources.push_back(source);
-        rowsNeeded = rowsNeeded || source.field < 0 || field.custom;
+        wordSources.push_back(source);
+        if (!field.custom && field.column.kind() == core::ValueKind::Text)
+            textSources.push_back(textSource);
+        rowsNeeded = rowsNeeded || source.index < 0 || field.custom;
     }
-    const auto &presentSums = presentPlan->sums();
+}
+
+void HpfModelJob::findSumSources()
+{
+    const auto &present = presentPlan->sums();
+    const auto firstSum = static_cast<std::ptrdiff_t>(presentPlan->sortFields().size()) + 1;
     for (const HpfModelColumn &column : targetPlan->sums()) {
-        const auto found = std::find(presentSums.begin(), presentSums.end(), column);
-        sumSources.push_back(found == presentSums.end() ? -1 : static_cast<int>(found - presentSums.begin()));
-        rowsNeeded = rowsNeeded || sumSources.back() < 0;
+        const auto found = std::find(present.begin(), present.end(), column);
+        const bool kept = found != present.end();
+        wordSources.push_back({kept ? static_cast<int>(firstSum + (found - present.begin())) : -1, false});
+        rowsNeeded = rowsNeeded || !kept;
     }
+}
+
+void HpfModelJob::findFilters()
+{
     const auto &former = presentPlan->filters();
     for (const HpfModelPlan::FilterPtr &filter : targetPlan->filters())
         knownFilters.push_back(contains(former, filter));
@@ -61,6 +83,9 @@ void HpfModelJob::findSources()
 void HpfModelJob::begin(const HpfModelContent &content)
 {
     limit = content.slots.limit();
+    adopted.resize(limit);
+    if (view->hasCustomField())
+        rows.resize(limit);
     if (sameOrder) {
         content.view->rows().copySlots(order);
         misplaced = content.view->misplacedSlots();
@@ -69,83 +94,120 @@ void HpfModelJob::begin(const HpfModelContent &content)
 
 void HpfModelJob::gather(const HpfModelContent &content, quint32 firstSlot, Batch &batch) const
 {
-    const quint32 end = std::min(limit, firstSlot + slotsPerBatch);
-    for (quint32 slot = firstSlot; slot < end; ++slot) {
-        if (!content.slots.isLive(slot))
-            continue;
-        batch.items.push_back({slot, content.view->arrivalOf(slot), content.view->valuesOf(slot),
-                               rowsNeeded ? content.rows[slot] : Row()});
-    }
-}
-
-void HpfModelJob::adopt(const Batch &batch)
-{
-    adopted.resize(limit);
+    batch.firstSlot = firstSlot;
+    batch.count = static_cast<int>(std::min(limit - firstSlot, slotsPerBatch));
+    const auto count = static_cast<quint32>(batch.count);
+    content.view->copyKept(firstSlot, count, batch.kept);
     if (view->hasCustomField())
-        rows.resize(limit);
-    for (const Batch::Item &item : batch.items) {
-        if (cancelled)
-            return;
-        view->adopt(item.slot, item.arrival, valuesOf(item));
-        adopted[item.slot] = true;
-        if (!sameOrder)
-            order.push_back(item.slot);
-        if (view->hasCustomField())
-            rows[item.slot] = item.row;
-        done = static_cast<int>(gatheredShare * static_cast<qint64>(item.slot) / limit);
-    }
+        content.rows.copy(firstSlot, count, batch.sharedRows);
+    if (!rowsNeeded)
+        return;
+    batch.rows.clear();
+    for (quint32 slot = firstSlot; slot < firstSlot + count; ++slot)
+        batch.rows.push_back(content.rows[slot].get());
 }
 
-core::RowValues HpfModelJob::valuesOf(const Batch::Item &item)
+void HpfModelJob::read(Batch &batch, HpfModelPlan::Reader &reader) const
 {
-    core::RowValues values;
-    for (std::size_t field = 0; field < sortSources.size(); ++field) {
-        const SortSource &source = sortSources[field];
-        if (source.field < 0) {
-            reader.readSortField(*item.row, field, values);
+    constexpr int ahead = 16;
+    const auto count = static_cast<std::size_t>(batch.count);
+    batch.passed.assign(count, false);
+    if (!sameWords) {
+        batch.words.resize(count * wordSources.size());
+        batch.texts.resize(count * textSources.size());
+    }
+    for (int i = 0; i < batch.count && !cancelled; ++i) {
+        if (rowsNeeded && i + ahead < batch.count)
+            core::prefetch(batch.rows[static_cast<std::size_t>(i + ahead)]);
+        if (!batch.kept.contains(i))
             continue;
-        }
-        const quint64 key = item.kept.sortKeys[source.field];
-        const auto kind = view->arrangement().sort[field].kind;
-        values.sortKeys.append(source.reversed && kind != core::ValueKind::Custom ? core::SortKey::reversed(key, kind)
-                                                                                  : key);
-        if (source.text >= 0)
-            values.texts.append(item.kept.texts[source.text]);
+        if (!sameWords)
+            readWords(batch, i, reader);
+        batch.passed[static_cast<std::size_t>(i)] = passes(batch, i, reader);
     }
-    for (std::size_t i = 0; i < sumSources.size(); ++i) {
-        const int source = sumSources[i];
-        values.sums.append(source < 0 ? targetPlan->sums()[i].number(*item.row) : item.kept.sums[source]);
-    }
-    values.passes = passes(item);
-    return values;
 }
 
-bool HpfModelJob::passes(const Batch::Item &item)
+void HpfModelJob::readWords(Batch &batch, int index, HpfModelPlan::Reader &reader) const
 {
+    const auto at = static_cast<std::size_t>(index);
+    const quint64 *const kept = batch.kept.words(index);
+    quint64 *const words = batch.words.data() + at * wordSources.size();
+    QString *text = batch.texts.data() + at * textSources.size();
+    auto textSource = textSources.begin();
+    const std::size_t sortCount = arrangement.sort.size();
+    IBaseHpfTableData *const row = rowsNeeded ? batch.rows[at] : nullptr;
+    for (std::size_t word = 0; word < wordSources.size(); ++word) {
+        const Source &source = wordSources[word];
+        const bool isText = word < sortCount && arrangement.sort[word].kind == core::ValueKind::Text;
+        if (source.index >= 0) {
+            const quint64 value = kept[source.index];
+            words[word] = source.reversed ? core::SortKey::reversed(value, arrangement.sort[word].kind) : value;
+            if (isText)
+                *text = batch.kept.texts(index)[*textSource];
+        } else if (word < sortCount) {
+            QString unused;
+            words[word] = reader.sortKey(*row, word, isText ? *text : unused);
+        } else {
+            words[word] = targetPlan->sums()[word - sortCount - 1].number(*row);
+        }
+        if (isText) {
+            ++text;
+            ++textSource;
+        }
+    }
+}
+
+bool HpfModelJob::passes(const Batch &batch, int index, HpfModelPlan::Reader &reader) const
+{
+    const bool passed = batch.kept.passes(index);
     if (sameFilters)
-        return item.kept.passes;
-    if (narrower && !item.kept.passes)
+        return passed;
+    if (narrower && !passed)
         return false;
     for (std::size_t filter = 0; filter < knownFilters.size(); ++filter) {
-        const bool passedBefore = item.kept.passes && knownFilters[filter];
-        if (!passedBefore && !reader.passesFilter(*item.row, filter))
+        const bool known = passed && knownFilters[filter];
+        if (!known && !reader.passesFilter(*batch.rows[static_cast<std::size_t>(index)], filter))
             return false;
     }
     return true;
 }
 
+void HpfModelJob::adopt(Batch &batch)
+{
+    for (int i = 0; i < batch.count && !cancelled; ++i) {
+        if (!batch.kept.contains(i))
+            continue;
+        const auto at = static_cast<std::size_t>(i);
+        const quint32 slot = batch.firstSlot + static_cast<quint32>(i);
+        const quint64 *const words = sameWords ? batch.kept.words(i) : batch.words.data() + at * wordSources.size();
+        const QString *const texts = sameWords ? batch.kept.texts(i) : batch.texts.data() + at * textSources.size();
+        view->adopt(slot, words, texts, batch.passed[at]);
+        adopted[slot] = true;
+        if (view->hasCustomField())
+            rows[slot] = std::move(batch.sharedRows[at]);
+    }
+    adoptedSlots += static_cast<quint32>(batch.count);
+    done = static_cast<int>(gatheredShare * static_cast<qint64>(adoptedSlots) / limit);
+}
+
 bool HpfModelJob::arrange(const std::vector<quint32> &changedSlots, const IBaseHpfTableModel &model)
 {
     done = gatheredShare;
-    adopted.resize(limit);
     for (const quint32 slot : changedSlots) {
         if (slot < limit && adopted[slot]) {
             view->remove(slot);
             adopted[slot] = false;
         }
     }
-    const auto gone = [this](quint32 slot) { return !adopted[slot]; };
-    order.erase(std::remove_if(order.begin(), order.end(), gone), order.end());
+    if (sameOrder) {
+        const auto gone = [this](quint32 slot) { return !adopted[slot]; };
+        order.erase(std::remove_if(order.begin(), order.end(), gone), order.end());
+    } else {
+        for (quint32 slot = 0; slot < limit; ++slot) {
+            if (adopted[slot])
+                order.push_back(slot);
+        }
+    }
 
     const auto compare = [&](quint32 a, quint32 b) { return model.customSort(rows[a], rows[b]); };
     bool finished = !cancelled;
@@ -153,7 +215,6 @@ bool HpfModelJob::arrange(const std::vector<quint32> &changedSlots, const IBaseH
         finished = view->order(order, compare, cancelled);
     else if (finished && view->hasCustomField())
         finished = view->mergeMisplaced(order, misplaced, compare, cancelled);
-    rows.clear();
     done = arrangedShare;
     return finished;
 }
@@ -167,6 +228,12 @@ bool HpfModelJob::applyNoted()
 {
     changes.follow(*view);
     return changes.applySome(changesPerPiece);
+}
+
+void HpfModelJob::finish()
+{
+    rows.clear();
+    retired.clear();
 }
 
 std::unique_ptr<core::RowView> HpfModelJob::takeView()

@@ -112,25 +112,23 @@ HpfModelPlan::Reader::~Reader()
 void HpfModelPlan::Reader::read(IBaseHpfTableData &row, core::RowValues &values)
 {
     values = core::RowValues();
-    for (std::size_t field = 0; field < source->sort.size(); ++field)
-        readSortField(row, field, values);
+    for (std::size_t field = 0; field < source->sort.size(); ++field) {
+        QString text;
+        values.sortKeys.append(sortKey(row, field, text));
+        if (!source->sort[field].custom && source->sort[field].column.kind() == core::ValueKind::Text)
+            values.texts.append(text);
+    }
     for (const HpfModelColumn &column : source->summed)
         values.sums.append(column.number(row));
     for (std::size_t filter = 0; filter < source->columnFilters.size() && values.passes; ++filter)
         values.passes = passesFilter(row, filter);
 }
 
-void HpfModelPlan::Reader::readSortField(IBaseHpfTableData &row, std::size_t field, core::RowValues &values) const
+/// What puts the row in its place by one sort field; a text field gives its text too.
+quint64 HpfModelPlan::Reader::sortKey(IBaseHpfTableData &row, std::size_t field, QString &text) const
 {
     const SortField &sortField = source->sort[field];
-    if (sortField.custom) {
-        values.sortKeys.append(0);
-        return;
-    }
-    QString text;
-    values.sortKeys.append(sortField.column.sortKey(row, sortField.descending, text));
-    if (sortField.column.kind() == core::ValueKind::Text)
-        values.texts.append(text);
+    return sortField.custom ? 0 : sortField.column.sortKey(row, sortField.descending, text);
 }
 
 bool HpfModelPlan::Reader::passesFilter(IBaseHpfTableData &row, std::size_t filter)

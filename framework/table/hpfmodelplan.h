@@ -58,7 +58,7 @@ public:
 
         const std::shared_ptr<const HpfModelPlan> &plan() const { return source; }
         void read(IBaseHpfTableData &row, core::RowValues &values);
-        void readSortField(IBaseHpfTableData &row, std::size_t field, core::RowValues &values) const;
+        quint64 sortKey(IBaseHpfTableData &row, std::size_t field, QString &text) const;
         bool passesFilter(IBaseHpfTableData &row, std::size_t filter);
 
     private:

@@ -1,10 +1,32 @@
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "table/hpfmodelstate.h"
 #include "table/hpfmodelworker.h"
 
 namespace ZB {
+
+namespace {
+
+/// Whose wishes this thread is carrying out. Rows and comparisons that it calls then see the order that there is;
+/// waiting for the new one would be waiting for themselves.
+thread_local const HpfModelState *workedFor = nullptr;
+
+class WorkFor
+{
+public:
+    explicit WorkFor(const HpfModelState *state) : before(std::exchange(workedFor, state)) {}
+    ~WorkFor() { workedFor = before; }
+
+    WorkFor(const WorkFor &) = delete;
+    WorkFor &operator=(const WorkFor &) = delete;
+
+private:
+    const HpfModelState *const before;
+};
+
+} // namespace
 
 void HpfModelState::changeWish(const std::function<void(HpfModelWish &)> &change)
 {
@@ -83,25 +105,18 @@ bool HpfModelState::isPending() const
     return pending();
 }
 
-void HpfModelState::beginTurn()
-{
-    working = true;
-    worker = std::this_thread::get_id();
-}
-
 void HpfModelState::endTurn()
 {
     working = false;
-    worker = std::thread::id();
     ++endedTurns;
     turnEnded.notify_all();
 }
 
 void HpfModelState::settle()
 {
-    Lock lock(mutex);
-    if (working && worker == std::this_thread::get_id())
+    if (workedFor == this)
         return;
+    Lock lock(mutex);
     // Rows that a custom order has not placed are placed by any turn that begins from now on; more of them may come all
     // the time.
     const quint64 enough = endedTurns + (working ? 2 : 1);
@@ -110,7 +125,7 @@ void HpfModelState::settle()
             turnEnded.wait(lock);
             continue;
         }
-        beginTurn();
+        working = true;
         lock.unlock();
         arrangeOnce();
         lock.lock();
@@ -135,7 +150,7 @@ bool HpfModelState::settleInBackground(int waitMilliseconds)
                 state->scheduled = false;
                 if (state->working || state->stopRequests > 0 || !state->pending())
                     return;
-                state->beginTurn();
+                state->working = true;
             }
             tie.unlock(); // whoever has its turn is waited for
             state->runScheduledTurn();
@@ -199,6 +214,7 @@ int HpfModelState::progress() const
 
 void HpfModelState::arrangeOnce()
 {
+    const WorkFor work(this);
     std::shared_ptr<const HpfModelPlan> former;
     HpfModelWish wanted;
     {
@@ -210,12 +226,14 @@ void HpfModelState::arrangeOnce()
     const std::shared_ptr<HpfModelJob> started = startJob(former, target);
     if (!started)
         return;
-    if (collect(*started) && place(*started) && catchUp(*started)) {
-        setUpdated(true);
-        return;
+    const bool finished = collect(*started) && place(*started) && catchUp(*started);
+    if (!finished) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        job.reset();
     }
-    const std::lock_guard<std::mutex> lock(mutex);
-    job.reset();
+    started->finish();
+    if (finished)
+        setUpdated(true);
 }
 
 std::shared_ptr<HpfModelJob> HpfModelState::startJob(const std::shared_ptr<const HpfModelPlan> &former,
@@ -238,20 +256,34 @@ std::shared_ptr<HpfModelJob> HpfModelState::startJob(const std::shared_ptr<const
     return candidate;
 }
 
+/// Reading rows takes most of the time of a job, so a second thread helps when there are many.
 bool HpfModelState::collect(HpfModelJob &started)
 {
-    HpfModelJob::Batch batch;
-    for (quint32 slot = 0; slot < started.slotLimit(); slot += HpfModelJob::slotsPerBatch) {
-        batch.items.clear();
-        {
-            const std::lock_guard<std::mutex> lock(mutex);
-            started.gather(*content, slot, batch);
+    constexpr quint32 worthHelp = 20000;
+    std::atomic<quint32> nextSlot{0};
+    std::mutex adopting;
+    const auto collectSome = [&] {
+        const WorkFor work(this);
+        HpfModelPlan::Reader reader(started.target());
+        HpfModelJob::Batch batch;
+        while (!started.isCancelled()) {
+            const quint32 slot = nextSlot.fetch_add(HpfModelJob::slotsPerBatch);
+            if (slot >= started.slotLimit())
+                return;
+            {
+                const std::lock_guard<std::mutex> lock(mutex);
+                started.gather(*content, slot, batch);
+            }
+            started.read(batch, reader);
+            const std::lock_guard<std::mutex> lock(adopting);
+            started.adopt(batch);
         }
-        started.adopt(batch);
-        if (started.isCancelled())
-            return false;
-    }
-    return true;
+    };
+    if (started.needsRows() && started.slotLimit() >= worthHelp)
+        HpfModelWorker::reading().help(collectSome);
+    else
+        collectSome();
+    return !started.isCancelled();
 }
 
 bool HpfModelState::place(HpfModelJob &started)

@@ -120,6 +120,19 @@ void HpfModelState::fetch(int first, int count, std::vector<HpfShownRow> &rows) 
     visitSlots(slots, lastGeneration, [&rows](const HpfShownRow &row) { rows.push_back(row); });
 }
 
+void HpfModelState::fetchIds(int first, int count, std::vector<quint64> &ids) const
+{
+    if (first < 0 || count <= 0)
+        return;
+    std::vector<quint32> slots;
+    slots.reserve(static_cast<std::size_t>(std::min(count, status().shown)));
+    const std::lock_guard<std::mutex> lock(mutex);
+    copyShownSlots(first, count, slots);
+    ids.reserve(ids.size() + slots.size());
+    for (const quint32 slot : slots)
+        ids.push_back(content->slots.idOf(slot));
+}
+
 void HpfModelState::copyShownSlots(int first, int count, std::vector<quint32> &slots) const
 {
     const core::ChunkedSequence &order = content->view->rows();

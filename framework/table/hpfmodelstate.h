@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 #include "table/hpfmodelaccess.h"
@@ -79,6 +78,8 @@ public:
     int shownIndexOfKey(const std::string &key) const;
     quint64 idOfKey(const std::string &key) const;
     void fetch(int first, int count, std::vector<HpfShownRow> &rows) const;
+    /// Appends the ids of a stretch; touches no row.
+    void fetchIds(int first, int count, std::vector<quint64> &ids) const;
     void shownIndexes(const quint64 *ids, int count, int *indexes) const;
     Row rowOfId(quint64 id) const;
     /// Calls visit(row) for every row, or every shown one, as it was at one moment and as far as it is still there; the
@@ -132,13 +133,13 @@ private:
     void readChange(Change &change, Reading &reading) const;
     void refreshEmptyPlan();
     void applyAll(Change *changes, std::size_t count);
+    void warmUp(const Change *changes, std::size_t count) const;
     void apply(Change &change);
     Row removeSlot(quint32 slot);
 
     void changeWish(const std::function<void(HpfModelWish &)> &change);
     bool unmet() const { return wished.revision != plan->wish().revision; }
     bool pending() const;
-    void beginTurn();
     void endTurn();
     void stopWork(Lock &lock);
     void arrangeOnce();
@@ -166,7 +167,6 @@ private:
     quint64 endedTurns = 0;
     int stopRequests = 0;   ///< while above 0 no work begins
     bool working = false;   ///< some thread has its turn at carrying out wishes
-    std::thread::id worker; ///< that thread
     bool scheduled = false; ///< a task in the background is to take a turn
     bool append;
     qint64 newestArrival = 0;

@@ -1,10 +1,17 @@
 #include "table/hpfmodelworker.h"
 
 #include <QtCore/QCoreApplication>
+#include <memory>
 
 namespace ZB {
 
 HpfModelWorker &HpfModelWorker::arranging()
+{
+    static HpfModelWorker worker;
+    return worker;
+}
+
+HpfModelWorker &HpfModelWorker::reading()
 {
     static HpfModelWorker worker;
     return worker;
@@ -23,6 +30,7 @@ HpfModelWorker::HpfModelWorker()
     std::call_once(registered, [] {
         qAddPostRoutine([] {
             arranging().finish();
+            reading().finish();
             releasing().finish();
         });
     });
@@ -44,6 +52,37 @@ void HpfModelWorker::post(std::function<void()> task)
         active = true;
     }
     changed.notify_one();
+}
+
+void HpfModelWorker::help(const std::function<void()> &task)
+{
+    struct Shared
+    {
+        std::mutex mutex; ///< guards both
+        std::condition_variable ended;
+        enum State
+        {
+            Waiting,
+            Running,
+            Over
+        } state = Waiting;
+    };
+    const auto shared = std::make_shared<Shared>();
+    post([shared, &task] {
+        std::unique_lock<std::mutex> lock(shared->mutex);
+        if (shared->state == Shared::Over)
+            return; // too late: the task may be gone
+        shared->state = Shared::Running;
+        lock.unlock();
+        task();
+        lock.lock();
+        shared->state = Shared::Over;
+        shared->ended.notify_all();
+    });
+    task();
+    std::unique_lock<std::mutex> lock(shared->mutex);
+    shared->ended.wait(lock, [&] { return shared->state != Shared::Running; });
+    shared->state = Shared::Over;
 }
 
 void HpfModelWorker::run()

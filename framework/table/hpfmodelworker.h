@@ -15,6 +15,8 @@ class HpfModelWorker
 public:
     /// Carries out long sorts and filters that nobody waits for.
     static HpfModelWorker &arranging();
+    /// Helps to read rows.
+    static HpfModelWorker &reading();
     /// Destroys what many rows have left behind.
     static HpfModelWorker &releasing();
 
@@ -25,6 +27,9 @@ public:
     HpfModelWorker &operator=(const HpfModelWorker &) = delete;
 
     void post(std::function<void()> task);
+    /// Runs a task on the calling thread and, when this one is free in time, here as well. Returns when both have
+    /// ended.
+    void help(const std::function<void()> &task);
     /// Returns when all is done and the thread has ended; the next task starts another one.
     void finish();
 

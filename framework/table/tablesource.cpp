@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "table/cellvalue.h"
-#include "table/rowrelease.h"
 #include "zb/cuiresource.h"
 
 namespace ZB {
@@ -12,21 +11,18 @@ namespace ZB {
 namespace {
 
 constexpr int touchShift = 40; ///< changes of data count below it, so that neither can make up for the other
-constexpr int idStretch = 8192;
 
 } // namespace
 
 TableSource::TableSource() = default;
 
-TableSource::~TableSource()
-{
-    releasePausedRows();
-}
+TableSource::~TableSource() = default;
 
-void TableSource::setModel(IBaseHpfTableModel *newModel)
+void TableSource::setModel(IBaseHpfTableModel *newModel, const SharedModel &newShared)
 {
     resume();
     model = newModel;
+    sharedModel = newShared;
     window.clear();
     before.clear();
     windowMarks.clear();
@@ -59,8 +55,10 @@ void TableSource::setPlainBackground(const QColor &background)
 /// change of rows means that something else is different that rows show (a computed column), so all is asked again.
 quint64 TableSource::revision() const
 {
-    quint64 data = pausedData;
-    if (model && !paused) {
+    if (heldRows())
+        return (touches << touchShift) + holding->data;
+    quint64 data = 0;
+    if (model) {
         const bool marked = model->updated();
         if (marked)
             model->setUpdated(false);
@@ -79,19 +77,19 @@ quint64 TableSource::epoch() const
 
 qint64 TableSource::rowCount() const
 {
-    if (paused)
-        return qint64(pausedRows.size());
+    if (const auto *held = heldRows())
+        return qint64(held->size());
     return model ? HpfModelAccess::rowCount(*model) : 0;
 }
 
 void TableSource::fetchRows(qint64 first, int count, std::vector<HpfShownRow> &rows) const
 {
     rows.clear();
-    if (paused) {
-        const auto size = qint64(pausedRows.size());
+    if (const auto *held = heldRows()) {
+        const auto size = qint64(held->size());
         const qint64 from = std::clamp<qint64>(first, 0, size);
         const qint64 to = std::clamp<qint64>(first + count, from, size);
-        rows.assign(pausedRows.begin() + from, pausedRows.begin() + to);
+        rows.assign(held->begin() + from, held->begin() + to);
     } else if (model) {
         HpfModelAccess::fetch(*model, int(first), count, rows);
     }
@@ -99,9 +97,9 @@ void TableSource::fetchRows(qint64 first, int count, std::vector<HpfShownRow> &r
 
 IBaseHpfTableModel::Row TableSource::rowOfId(GridRowId id) const
 {
-    if (paused) {
+    if (const auto *held = heldRows()) {
         const qint64 row = rowOf(id);
-        return row < 0 ? IBaseHpfTableModel::Row() : pausedRows[std::size_t(row)].row;
+        return row < 0 ? IBaseHpfTableModel::Row() : (*held)[std::size_t(row)].row;
     }
     return model ? HpfModelAccess::rowOf(*model, id) : IBaseHpfTableModel::Row();
 }
@@ -110,7 +108,8 @@ GridRowId TableSource::idAt(qint64 row) const
 {
     if (row < 0 || row >= rowCount())
         return NoGridRow;
-    const quint64 id = paused ? pausedRows[std::size_t(row)].id : HpfModelAccess::idAt(*model, int(row));
+    const auto *held = heldRows();
+    const quint64 id = held ? (*held)[std::size_t(row)].id : HpfModelAccess::idAt(*model, int(row));
     return id ? id : NoGridRow;
 }
 
@@ -135,7 +134,7 @@ void TableSource::takeWindow(qint64 first, GridWindow &gridWindow)
 void TableSource::refetch(GridWindow &gridWindow)
 {
     before = window;
-    for (std::size_t at = 0; at < window.size() && !paused && model; ++at) {
+    for (std::size_t at = 0; at < window.size() && !heldRows() && model; ++at) {
         const int index = HpfModelAccess::indexOf(*model, window[at].id);
         std::vector<HpfShownRow> present;
         if (index < 0 || !HpfModelAccess::fetch(*model, index, 1, present) || present[0].id != window[at].id)
@@ -149,27 +148,38 @@ void TableSource::refetch(GridWindow &gridWindow)
 
 qint64 TableSource::rowOf(GridRowId id) const
 {
-    if (!paused)
+    const auto *held = heldRows();
+    if (!held)
         return model ? HpfModelAccess::indexOf(*model, id) : -1;
     if (pausedIndex.empty()) {
-        pausedIndex.reserve(pausedRows.size());
-        for (std::size_t row = 0; row < pausedRows.size(); ++row)
-            pausedIndex.emplace_back(pausedRows[row].id, int(row));
+        pausedIndex.reserve(held->size());
+        for (std::size_t row = 0; row < held->size(); ++row)
+            pausedIndex.emplace_back((*held)[row].id, int(row));
         std::sort(pausedIndex.begin(), pausedIndex.end());
     }
     const auto found = std::lower_bound(pausedIndex.begin(), pausedIndex.end(), std::make_pair(id, 0));
     return found != pausedIndex.end() && found->first == id ? found->second : -1;
 }
 
+void TableSource::rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &rows) const
+{
+    if (heldRows() || !model)
+        return GridSource::rowsOf(ids, rows);
+    const std::vector<int> indexes = HpfModelAccess::indexesOf(*model, ids);
+    rows.assign(indexes.begin(), indexes.end());
+}
+
 void TableSource::rowIds(qint64 first, qint64 count, std::vector<GridRowId> &ids) const
 {
-    std::vector<HpfShownRow> rows;
-    const qint64 end = std::min(first + count, rowCount());
-    for (qint64 at = std::max<qint64>(first, 0); at < end; at += idStretch) {
-        fetchRows(at, int(std::min<qint64>(idStretch, end - at)), rows);
-        for (const HpfShownRow &row : rows)
-            ids.push_back(row.id);
+    const auto *held = heldRows();
+    if (!held) {
+        if (model)
+            HpfModelAccess::ids(*model, int(first), int(count), ids);
+        return;
     }
+    const qint64 end = std::min(first + count, qint64(held->size()));
+    for (qint64 row = std::max<qint64>(first, 0); row < end; ++row)
+        ids.push_back((*held)[std::size_t(row)].id);
 }
 
 int TableSource::columnCount() const

@@ -8,6 +8,7 @@
 
 #include "grid/gridsource.h"
 #include "table/hpfmodelaccess.h"
+#include "table/rowsnapshot.h"
 #include "zb/ctablerowmark.h"
 
 namespace ZB {
@@ -22,15 +23,16 @@ public:
     TableSource();
     ~TableSource() override;
 
-    /// Null shows nothing. Ends a pause.
-    void setModel(IBaseHpfTableModel *model);
+    /// Null shows nothing. Ends a pause. shared: the same model, or empty when it is not shared with the table.
+    void setModel(IBaseHpfTableModel *model, const SharedModel &shared);
     /// Everything may look different: the next frame asks for all of it.
     void touch();
 
     /// @name Pause
     /// @{
-    /// Keeps the rows as they are now, with their order. Costs a pointer per row.
-    void pause();
+    /// Keeps the rows as they are now, with their order. Very many rows of a shared model are taken in the background,
+    /// and shown as they were a moment later; `taken` is called when they are there.
+    void pause(const std::function<void()> &taken);
     void resume();
     bool isPaused() const;
     /// Rows that the model has got since the pause began.
@@ -47,6 +49,9 @@ public:
     void fetchRows(qint64 first, int count, std::vector<HpfShownRow> &rows) const;
     IBaseHpfTableModel::Row rowOfId(GridRowId id) const;
     GridRowId idAt(qint64 row) const;
+    /// For workers; what they are asked for when they are called is the present state.
+    RowTaker allRows() const;
+    RowTaker rowsOfIds(std::vector<GridRowId> ids) const;
     /// @}
 
     quint64 revision() const override;
@@ -55,6 +60,7 @@ public:
     void fetch(qint64 first, int count, GridWindow &window) override;
     void refetch(GridWindow &window) override;
     qint64 rowOf(GridRowId id) const override;
+    void rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &rows) const override;
     void rowIds(qint64 first, qint64 count, std::vector<GridRowId> &ids) const override;
     void content(int windowRow, int column, GridContent &content) override;
     GridFlash flash(int windowRow, int column) override;
@@ -66,23 +72,29 @@ public:
 private:
     static constexpr int unknownMark = -2;
 
+    struct Pause
+    {
+        RowSnapshot rows; ///< empty until they have been taken; the model is shown so long
+        quint64 arrivals = 0;
+        quint64 data = 0;
+    };
+
+    const std::vector<HpfShownRow> *heldRows() const;
+
     void takeWindow(qint64 first, GridWindow &window);
     const QColor *columnBackground(int column);
     int markOf(std::size_t windowRow);
     GridFlash direction(const IBaseHpfTableModel::Row &row, GridRowId id, int column) const;
-    void releasePausedRows();
 
     IBaseHpfTableModel *model = nullptr;
+    SharedModel sharedModel;
     std::vector<HpfShownRow> window; ///< the rows of the last fetch
     std::vector<HpfShownRow> before; ///< those of the fetch before it: tells in which direction a value changed
     std::vector<int> windowMarks;    ///< index of the rule of each row of the window, -1 for none
     qint64 windowFirst = 0;
 
-    std::vector<HpfShownRow> pausedRows;
+    std::shared_ptr<Pause> holding;                           ///< there during a pause
     mutable std::vector<std::pair<quint64, int>> pausedIndex; ///< id and row, by id; made when first asked for
-    bool paused = false;
-    quint64 pausedArrivals = 0;
-    quint64 pausedData = 0;
 
     QVector<CTableRowMark> marks;
     std::vector<QColor> markTints;

@@ -1,41 +1,83 @@
-#include "table/rowrelease.h"
+#include <QtCore/QCoreApplication>
+#include <QtCore/QRunnable>
+#include <QtCore/QThreadPool>
+
 #include "table/tablesource.h"
 
 namespace ZB {
 
-void TableSource::pause()
+namespace {
+
+constexpr int rowsTakenAtOnce = 50000;
+
+} // namespace
+
+void TableSource::pause(const std::function<void()> &taken)
 {
-    if (paused || !model)
+    if (holding || !model)
         return;
     const HpfModelStatus status = HpfModelAccess::status(*model);
-    HpfModelAccess::fetch(*model, 0, status.shown, pausedRows);
-    pausedArrivals = status.arrivals;
-    pausedData = lastData;
-    paused = true;
+    holding = std::make_shared<Pause>();
+    holding->arrivals = status.arrivals;
+    holding->data = status.dataEpoch;
+    if (!sharedModel || status.shown <= rowsTakenAtOnce) {
+        std::vector<HpfShownRow> rows;
+        HpfModelAccess::fetch(*model, 0, status.shown, rows);
+        holding->rows = makeSnapshot(std::move(rows), sharedModel);
+        return;
+    }
+    const auto keep = [this, taken, run = std::weak_ptr<Pause>(holding)](const RowSnapshot &rows) {
+        if (const auto pause = run.lock()) {
+            pause->rows = rows;
+            touch();
+            taken();
+        }
+    };
+    QThreadPool::globalInstance()->start(QRunnable::create([take = takerOfAll(*model, sharedModel), keep] {
+        const RowSnapshot rows = take();
+        if (QCoreApplication *application = QCoreApplication::instance())
+            QMetaObject::invokeMethod(
+                application, [rows, keep] { keep(rows); }, Qt::QueuedConnection);
+    }));
 }
 
 void TableSource::resume()
 {
-    if (!paused)
-        return;
-    paused = false;
-    releasePausedRows();
+    holding.reset();
+    pausedIndex.clear();
 }
 
 bool TableSource::isPaused() const
 {
-    return paused;
+    return holding != nullptr;
 }
 
 qint64 TableSource::arrivalsSincePause() const
 {
-    return paused && model ? qint64(HpfModelAccess::status(*model).arrivals - pausedArrivals) : 0;
+    return holding && model ? qint64(HpfModelAccess::status(*model).arrivals - holding->arrivals) : 0;
 }
 
-void TableSource::releasePausedRows()
+const std::vector<HpfShownRow> *TableSource::heldRows() const
 {
-    pausedIndex.clear();
-    releaseRows(std::exchange(pausedRows, {}));
+    return holding && holding->rows ? holding->rows.get() : nullptr;
+}
+
+RowTaker TableSource::allRows() const
+{
+    if (heldRows())
+        return [rows = holding->rows] { return rows; };
+    return takerOfAll(*model, sharedModel);
+}
+
+RowTaker TableSource::rowsOfIds(std::vector<GridRowId> ids) const
+{
+    if (!heldRows())
+        return takerOf(std::move(ids), *model, sharedModel);
+    std::vector<HpfShownRow> rows;
+    for (const GridRowId id : ids)
+        if (auto row = rowOfId(id))
+            rows.push_back({id, 0, std::move(row)});
+    return [snapshot = makeSnapshot(std::move(rows), sharedModel)] { return snapshot; };
 }
 
 } // namespace ZB

@@ -13,18 +13,18 @@ namespace ZB {
 
 namespace {
 
-constexpr std::size_t cellsCopiedAtOnce = 20000;
+constexpr qint64 cellsCopiedAtOnce = 20000;
 constexpr int progressMilliseconds = 100;
 
-void copyNow(bool withHeader, const std::vector<ExportColumn> &columns, const TableTransfer::Rows &rows)
+void copyNow(bool withHeader, const std::vector<ExportColumn> &columns, const RowSnapshot &rows)
 {
     const auto text = std::make_shared<QString>();
     TextTableWriter writer(withHeader, text);
-    writer.begin(columns, qint64(rows.size()));
+    writer.begin(columns, qint64(rows->size()));
     std::vector<CellValue> values(columns.size());
-    for (const ExportJob::Row &row : rows) {
+    for (const HpfShownRow &row : *rows) {
         std::transform(columns.begin(), columns.end(), values.begin(),
-                       [&row](const ExportColumn &column) { return cellValue(*row, column.column, column.type); });
+                       [&row](const ExportColumn &column) { return cellValue(*row.row, column.column, column.type); });
         writer.writeRow(values);
     }
     writer.finish();
@@ -63,7 +63,7 @@ bool TableTransfer::wasCancelled() const
     return cancelled;
 }
 
-bool TableTransfer::exportTo(const QString &path, std::vector<ExportColumn> columns, Rows rows)
+bool TableTransfer::exportTo(const QString &path, std::vector<ExportColumn> columns, RowTaker rows)
 {
     if (job)
         return false;
@@ -88,10 +88,10 @@ bool TableTransfer::exportTo(const QString &path, std::vector<ExportColumn> colu
     return whole;
 }
 
-void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, Rows rows)
+void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows)
 {
-    if (rows.size() * columns.size() <= cellsCopiedAtOnce)
-        return copyNow(withHeader, columns, rows);
+    if (rowCount * qint64(columns.size()) <= cellsCopiedAtOnce)
+        return copyNow(withHeader, columns, rows());
     if (job)
         return;
     const auto text = std::make_shared<QString>();

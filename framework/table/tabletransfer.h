@@ -15,8 +15,6 @@ class TableTransfer : public QObject
     Q_OBJECT
 
 public:
-    using Rows = std::vector<ExportJob::Row>;
-
     explicit TableTransfer(TaskStrip *strip);
     /// Stops what is going on; the worker cleans up by itself.
     ~TableTransfer() override;
@@ -24,9 +22,9 @@ public:
     bool isRunning() const;
     /// Returns when the file is in its place, or with false when that failed, was cancelled, or this went away: events
     /// are handled meanwhile.
-    bool exportTo(const QString &path, std::vector<ExportColumn> columns, Rows rows);
+    bool exportTo(const QString &path, std::vector<ExportColumn> columns, RowTaker rows);
     /// Few rows at once, many in the background.
-    void copy(bool withHeader, std::vector<ExportColumn> columns, Rows rows);
+    void copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows);
     /// Why the last export failed; empty when it did not or was cancelled.
     QString errorText() const;
     bool wasCancelled() const;

@@ -98,4 +98,6 @@ TEST(KeyIndex, HoldsAHundredThousandKeys)
     EXPECT_EQ(index.find("SSE|600519|99998", wellSpread("SSE|600519|99998")), 99998u);
     EXPECT_EQ(index.find("SSE|600519|99999", wellSpread("SSE|600519|99999")), KeyIndex::noSlot);
     EXPECT_EQ(index.keyOf(77777), "SSE|600519|77777");
+    EXPECT_EQ(index.findHash(wellSpread("SSE|600519|99998")), 99998u);
+    EXPECT_EQ(index.findHash(wellSpread("SSE|600519|99999")), KeyIndex::noSlot);
 }

@@ -191,11 +191,25 @@ TEST(RowView, AgreesWithSortingEverythingAfterAnyChanges)
         // The same rows in a view made at once.
         RowView made(arrangementOf(fields));
         std::vector<quint32> slots;
-        for (const auto &[slot, row] : plain.rows) {
-            made.adopt(slot, view.arrivalOf(slot), view.valuesOf(slot));
-            slots.push_back(slot);
+        core::KeptRows kept;
+        view.copyKept(7, 5000, kept);
+        for (int i = 0; i < 5000; ++i) {
+            const auto slot = static_cast<quint32>(i + 7);
+            ASSERT_EQ(kept.contains(i), plain.rows.count(slot) != 0) << slot;
+            if (kept.contains(i)) {
+                made.adopt(slot, kept.words(i), kept.texts(i), kept.passes(i));
+                slots.push_back(slot);
+            }
         }
-        made.adopt(4000, 0, valuesOf(PlainRow(), fields));
+        // Those in front of the copied run, and one that is taken back.
+        for (quint32 slot = 0; slot < 7; ++slot) {
+            if (plain.rows.count(slot) != 0) {
+                view.copyKept(slot, 1, kept);
+                made.adopt(slot, kept.words(0), kept.texts(0), kept.passes(0));
+                slots.push_back(slot);
+            }
+        }
+        made.adopt(4000, kept.words(0), kept.texts(0), true);
         made.remove(4000);
         ASSERT_TRUE(made.order(slots, nullptr, goOn));
         made.place(slots);
@@ -274,12 +288,10 @@ TEST(RowView, RowsOfACustomOrderWaitAtTheEndUntilTheyAreMerged)
     RowView settled(arrangement);
     std::vector<quint32> slots;
     view.rows().copySlots(slots);
-    for (const quint32 slot : slots) {
-        RowValues values;
-        values.sortKeys.append(0);
-        values.sortKeys.append(view.valuesOf(slot).sortKeys[1]);
-        settled.adopt(slot, view.arrivalOf(slot), values);
-    }
+    core::KeptRows kept;
+    view.copyKept(0, 23, kept);
+    for (const quint32 slot : slots)
+        settled.adopt(slot, kept.words(static_cast<int>(slot)), nullptr, true);
     ASSERT_TRUE(settled.order(slots, compare, goOn));
     EXPECT_EQ(slots, (std::vector<quint32>{3, 22, 12, 2, 1}));
     settled.place(slots);

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <condition_variable>
 #include <gtest/gtest.h>
 #include <thread>
@@ -259,4 +260,40 @@ TEST_F(HalfArranged, ARowThatTakesTheSlotOfAnotherOneIsBehindItsEqualsInACustomO
         return a.record.quantity % 2 < b.record.quantity % 2;
     });
     EXPECT_EQ(shownKeys(*model), plain.shownKeys());
+}
+
+TEST(HpfModelJob, ManyRowsAreReadByTwoThreadsIntoOneOrder)
+{
+    constexpr int count = 30000;
+    ValueModel model;
+    PlainModel plain;
+    QVector<ZB::IBaseHpfTableModel::Row> rows;
+    for (int i = 0; i < count; ++i) {
+        const Record record{i * 7919LL % 1000, i % 5, i % 17 * 0.5, QString::number(i * 31 % 700), false};
+        plain.rows.push_back({keyOf(i), record});
+        rows.append(boost::make_shared<ValueRow>(keyOf(i), record));
+    }
+    model.updateDatas(rows);
+    plain.sort = {{Name, 1}, {Quantity, 0}};
+    plain.filters[Status].append({0, {"S1", "S4"}});
+    model.setSortColumns(plain.sort);
+    model.filter(Status, 0, {"S1", "S4"});
+    model.setColumnStatEnable(Price, true);
+    EXPECT_EQ(shownKeys(model), plain.shownKeys());
+    EXPECT_EQ(allKeys(model), plain.allKeys());
+    EXPECT_EQ(model.getStatColumnDouble(Price), plain.sumOf(Price));
+}
+
+TEST(HpfModelJob, ARowMayAskItsModelWhileItIsRead)
+{
+    ValueModel model;
+    std::atomic<int> answers{0};
+    for (int i = 0; i < 25000; ++i) {
+        const RowPtr row = makeRow(keyOf(i), i, 0, 100 - i % 100);
+        row->onGetDouble = [&] { answers += model.size() == 25000 ? 1 : 0; };
+        model.addData(row);
+    }
+    model.setSortColumns({{Price, 0}});
+    EXPECT_EQ(model.indexOfKey(keyOf(0)), 24750);
+    EXPECT_EQ(answers, 25000);
 }

@@ -169,6 +169,19 @@ TEST_F(TableFilterTest, TakingTheModelAwayClosesTheBox)
 {
     openFilter(Code);
     table->setDataModel(nullptr);
+    closePopups();
+    EXPECT_FALSE(popup<ZB::FilterPopup>());
+    EXPECT_EQ(grid()->source()->rowCount(), 0);
+}
+
+TEST_F(TableFilterTest, AChoiceMayTakeTheModelAway)
+{
+    ZB::FilterPopup *box = openFilter(Code);
+    QObject::connect(box, &ZB::FilterPopup::chosen, table, [this] { table->setDataModel(nullptr); });
+    box->findChild<ZB::CheckList *>()->checkShown(false);
+    box->findChild<ZB::CheckList *>()->invertShown();
+    QTest::keyClick(box, Qt::Key_Return);
+    closePopups();
     EXPECT_FALSE(popup<ZB::FilterPopup>());
     EXPECT_EQ(grid()->source()->rowCount(), 0);
 }

@@ -124,10 +124,14 @@ protected:
     void clickCell(int row, int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Presses at one place and lets go at another, with the button down in between.
     static void drag(QWidget *widget, const QPoint &from, const QPoint &to);
+    /// The one that is open.
     template <typename Popup>
     Popup *popup() const
     {
-        return window->findChild<Popup *>();
+        for (Popup *each : window->findChildren<Popup *>())
+            if (each->isVisible())
+                return each;
+        return nullptr;
     }
 
     static constexpr int tableId = 4711;
