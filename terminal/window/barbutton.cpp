@@ -58,6 +58,8 @@ void BarButton::paintEvent(QPaintEvent *)
         painter.fillRect(rect(), look.pressed);
     else if (enabled && underMouse())
         painter.fillRect(rect(), look.hover);
+    if (isChecked())
+        painter.fillRect(QRect(0, height() - ZB::scaled(2), width(), ZB::scaled(2)), look.accent);
     painter.setFont(look.font);
     painter.setPen(enabled ? look.text : look.dimText);
     painter.drawText(rect().adjusted(0, 0, -arrowWidth(), 0), Qt::AlignCenter, text());

@@ -100,24 +100,34 @@ bool FeedPump::takeBatch()
     batchOpen = true;
     nextOrder = 0;
     nextDeal = 0;
+    nextQuote = 0;
     for (const feed::Instrument &instrument : batch.instruments)
-        records.takeInstrument(instrument);
+        takeInstrument(instrument);
     for (const feed::FeedMessage &message : batch.messages)
         Q_EMIT messageArrived(message);
     return true;
 }
 
+void FeedPump::takeInstrument(const feed::Instrument &instrument)
+{
+    records.takeInstrument(instrument);
+    for (MarketListener *listener : listeners)
+        listener->takeInstrument(instrument);
+}
+
 bool FeedPump::hasRest() const
 {
-    return nextOrder < batch.orders.size() || nextDeal < batch.deals.size();
+    return nextOrder < batch.orders.size() || nextDeal < batch.deals.size() || nextQuote < batch.quotes.size();
 }
 
 void FeedPump::putSlice()
 {
     if (nextOrder < batch.orders.size())
         putOrders();
-    else
+    else if (nextDeal < batch.deals.size())
         putDeals();
+    else
+        putQuotes();
     if (!hasRest())
         completeBatch();
 }
@@ -134,6 +144,8 @@ void FeedPump::putOrders()
         filledSum += order.filled - std::exchange(filledOf[entry], order.filled);
         if (auto record = records.orderRecord(order))
             slice.push_back(std::move(record));
+        for (MarketListener *listener : listeners)
+            listener->takeOrder(order);
     }
     if (orderSink && !slice.isEmpty())
         orderSink(slice);
@@ -143,11 +155,22 @@ void FeedPump::putDeals()
 {
     slice.clear();
     const size_t end = std::min(batch.deals.size(), nextDeal + sliceSize);
-    for (; nextDeal < end; ++nextDeal)
+    for (; nextDeal < end; ++nextDeal) {
         if (auto record = records.dealRecord(batch.deals[nextDeal]))
             slice.push_back(std::move(record));
+        for (MarketListener *listener : listeners)
+            listener->takeDeal(batch.deals[nextDeal]);
+    }
     if (dealSink && !slice.isEmpty())
         dealSink(slice);
+}
+
+void FeedPump::putQuotes()
+{
+    const size_t end = std::min(batch.quotes.size(), nextQuote + sliceSize);
+    for (; nextQuote < end; ++nextQuote)
+        for (MarketListener *listener : listeners)
+            listener->takeQuote(batch.quotes[nextQuote]);
 }
 
 void FeedPump::completeBatch()

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "feed/marketfeed.h"
+#include "window/marketlistener.h"
 #include "window/marketrecords.h"
 
 namespace terminal {
@@ -31,6 +32,8 @@ public:
     /// To be set before start().
     void setOrderSink(Sink sink) { orderSink = std::move(sink); }
     void setDealSink(Sink sink) { dealSink = std::move(sink); }
+    /// To be added before start(), and to outlive the pump or its stop().
+    void addListener(MarketListener &listener) { listeners.push_back(&listener); }
 
     void start();
     /// Ends the feed; what it has handed over already is not put into the tables any more.
@@ -66,21 +69,25 @@ private:
     void wake();
     void work();
     bool takeBatch();
+    void takeInstrument(const feed::Instrument &instrument);
     bool hasRest() const;
     void putSlice();
     void putOrders();
     void putDeals();
+    void putQuotes();
     void completeBatch();
 
     std::unique_ptr<feed::MarketFeed> source;
     MarketRecords records;
     Sink orderSink;
     Sink dealSink;
+    std::vector<MarketListener *> listeners;
 
     feed::FeedBatch batch;
     bool batchOpen = false;
     size_t nextOrder = 0; ///< of the batch, not put into a table yet
     size_t nextDeal = 0;
+    size_t nextQuote = 0;
     Records slice;
 
     QBasicTimer continuation; ///< runs while there is more to do

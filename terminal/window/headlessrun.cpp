@@ -16,6 +16,7 @@
 #include "window/mainwindow.h"
 #include "window/marketpage.h"
 #include "window/orderstreampanel.h"
+#include "window/page.h"
 
 namespace terminal {
 
@@ -88,9 +89,12 @@ bool HeadlessRun::takeShots()
             service.setTheme(theme);
             service.setScale(percent / 100.0);
             window.resizeScaled(size);
-            for (const QString &page : window.pageNames())
-                if (!takeShot(QStringLiteral("%1-%2-%3.png").arg(page, theme).arg(percent)))
+            for (size_t page = 0; page < window.pages().size(); ++page) {
+                window.showPage(static_cast<int>(page));
+                const QString &name = window.pages()[page]->name();
+                if (!takeShot(QStringLiteral("%1-%2-%3.png").arg(name, theme).arg(percent)))
                     return false;
+            }
         }
     return true;
 }

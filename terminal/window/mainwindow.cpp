@@ -3,11 +3,13 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEvent>
 #include <QtWidgets/QShortcut>
+#include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
 
 #include "kv/cuserconfig.h"
 #include "window/feedpump.h"
 #include "window/marketpage.h"
+#include "window/page.h"
 #include "window/statusbar.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
@@ -18,35 +20,61 @@ namespace terminal {
 namespace {
 
 const QString geometryPath = QStringLiteral("window/geometry");
+const QString pagePath = QStringLiteral("window/page");
 constexpr int refreshMs = 250;
 constexpr int scaleStep = 25;
 
 } // namespace
 
 MainWindow::MainWindow(FeedPump &pump)
-    : top(new TopBar(pump, this)), market(new MarketPage(this)),
+    : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
       status(new StatusBar(pump, frameMeter, stallMeter, this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(top);
-    layout->addWidget(market, 1);
+    layout->addWidget(stack, 1);
     layout->addWidget(status);
     setMinimumSize(ZB::scaled(640), ZB::scaled(360));
+    addPage(market);
 
     pump.setOrderSink([this](const FeedPump::Records &records) { market->takeOrders(records); });
     pump.setDealSink([this](const FeedPump::Records &records) { market->takeDeals(records); });
     connect(&pump, &FeedPump::messageArrived, status, &StatusBar::showMessage);
     connect(&pump, &FeedPump::finished, this, &MainWindow::refresh);
-    connect(top, &TopBar::layoutToggled, market, &MarketPage::toggleLayout);
+    connect(top, &TopBar::layoutToggled, this, [this] { currentPage().toggleLayout(); });
+    connect(top, &TopBar::pageChosen, this, &MainWindow::showPage);
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::refresh);
     refreshTimer.start(refreshMs);
     addShortcuts();
-    market->focusNextPanel();
+    showPage(0);
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::addPage(Page *page)
+{
+    allPages.push_back(page);
+    stack->addWidget(page);
+    top->addPage(page->title());
+}
+
+Page &MainWindow::currentPage() const
+{
+    return *allPages[static_cast<size_t>(stack->currentIndex())];
+}
+
+void MainWindow::showPage(int number)
+{
+    if (number < 0 || number >= stack->count())
+        return;
+    stack->setCurrentIndex(number);
+    top->setCurrentPage(number);
+    currentPage().refresh();
+    if (!currentPage().isAncestorOf(focusWidget()))
+        currentPage().focusNextPanel();
+}
 
 void MainWindow::addShortcuts()
 {
@@ -57,19 +85,21 @@ void MainWindow::addShortcuts()
     add(Qt::CTRL | Qt::Key_BracketLeft, [this] { top->stepSpeed(false); });
     add(Qt::CTRL | Qt::Key_BracketRight, [this] { top->stepSpeed(true); });
     add(Qt::CTRL | Qt::Key_T, [this] { top->toggleTheme(); });
-    add(Qt::CTRL | Qt::Key_L, [this] { market->toggleLayout(); });
+    add(Qt::CTRL | Qt::Key_L, [this] { currentPage().toggleLayout(); });
     add(Qt::CTRL | Qt::Key_0, [] { viewsettings::setScalePercent(100); });
     for (const int key : {Qt::Key_Plus, Qt::Key_Equal})
         add(Qt::CTRL | key, [] { viewsettings::setScalePercent(viewsettings::scalePercent() + scaleStep); });
     add(Qt::CTRL | Qt::Key_Minus, [] { viewsettings::setScalePercent(viewsettings::scalePercent() - scaleStep); });
-    add(Qt::Key_F6, [this] { market->focusNextPanel(); });
+    add(Qt::Key_F6, [this] { currentPage().focusNextPanel(); });
+    for (int number = 0; number < static_cast<int>(allPages.size()); ++number)
+        add(Qt::CTRL | (Qt::Key_1 + number), [this, number] { showPage(number); });
     add(Qt::CTRL | Qt::Key_Q, [this] { close(); });
 }
 
 void MainWindow::refresh()
 {
     top->refresh();
-    market->refresh();
+    currentPage().refresh();
     status->refresh();
 }
 
@@ -80,22 +110,34 @@ void MainWindow::resizeScaled(const QSize &size)
 
 void MainWindow::showNow()
 {
-    market->showNow();
+    for (Page *page : allPages)
+        page->showNow();
     top->refresh();
 }
 
 void MainWindow::loadState()
 {
-    if (const KV::CUserConfig *config = KV::getUserConfig())
-        restoreGeometry(config->value(geometryPath).toByteArray());
-    market->loadState();
+    for (Page *page : allPages)
+        page->loadState();
+    const KV::CUserConfig *config = KV::getUserConfig();
+    if (!config)
+        return;
+    restoreGeometry(config->value(geometryPath).toByteArray());
+    const QString front = config->value(pagePath).toString();
+    for (size_t number = 0; number < allPages.size(); ++number)
+        if (allPages[number]->name() == front)
+            showPage(static_cast<int>(number));
 }
 
 void MainWindow::saveState() const
 {
-    if (KV::CUserConfig *config = KV::getUserConfig())
-        config->setValue(geometryPath, saveGeometry());
-    market->saveState();
+    for (const Page *page : allPages)
+        page->saveState();
+    KV::CUserConfig *config = KV::getUserConfig();
+    if (!config)
+        return;
+    config->setValue(geometryPath, saveGeometry());
+    config->setValue(pagePath, currentPage().name());
 }
 
 void MainWindow::themeChanged()

@@ -2,34 +2,40 @@
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
+#include <vector>
 
 #include "window/framemeter.h"
 #include "window/stallmeter.h"
 #include "zb/ceventwidgett.h"
 #include "zb/cuiresourcechangehandler.h"
 
+class QStackedWidget;
+
 namespace terminal {
 
 class FeedPump;
 class MarketPage;
+class Page;
 class StatusBar;
 class TopBar;
 
-/// The terminal's window: bars at top and bottom, the page between them. The last stop of host events.
+/// The terminal's window: bars at top and bottom, one of the pages between them. The last stop of host events.
 class MainWindow : public ZB::CEventWidgetT<QWidget>, public ZB::CUiResourceChangeHandler
 {
     Q_OBJECT
 
 public:
-    /// Connects the page to the pump, which has to outlive the window and must not have been started.
+    /// Connects the pages to the pump, which has to outlive the window and must not have been started.
     explicit MainWindow(FeedPump &pump);
     ~MainWindow() override;
 
     TopBar &topBar() const { return *top; }
     StatusBar &statusBar() const { return *status; }
     MarketPage &marketPage() const { return *market; }
-    /// Names of the pages, fit for file names.
-    QStringList pageNames() const { return {QStringLiteral("market")}; }
+    const std::vector<Page *> &pages() const { return allPages; }
+    Page &currentPage() const;
+    /// Brings a page to the front and gives it the keyboard. A number without a page is ignored.
+    void showPage(int number);
 
     const FrameMeter &frames() const { return frameMeter; }
     StallMeter &stalls() { return stallMeter; }
@@ -50,12 +56,15 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void addPage(Page *page);
     void addShortcuts();
     void refresh();
 
     FrameMeter frameMeter;
     StallMeter stallMeter;
     TopBar *top;
+    QStackedWidget *stack;
+    std::vector<Page *> allPages; ///< in the order of their tabs; children of the stack
     MarketPage *market;
     StatusBar *status;
     QTimer refreshTimer;

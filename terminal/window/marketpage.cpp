@@ -1,12 +1,9 @@
 #include "window/marketpage.h"
 
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
-#include <algorithm>
 
 #include "kv/cuserconfig.h"
-#include "table/chpfdatatable.h"
 #include "window/dealstreampanel.h"
 #include "window/orderstreampanel.h"
 #include "zb/cuiresource.h"
@@ -21,8 +18,8 @@ const QString splitterPath = QStringLiteral("page/market/splitter");
 } // namespace
 
 MarketPage::MarketPage(QWidget *parent)
-    : QWidget(parent), splitter(new QSplitter(this)), orders(new OrderStreamPanel(splitter)),
-      deals(new DealStreamPanel(splitter))
+    : Page(QStringLiteral("market"), QStringLiteral("逐笔"), parent), splitter(new QSplitter(this)),
+      orders(new OrderStreamPanel(splitter)), deals(new DealStreamPanel(splitter))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -34,7 +31,7 @@ MarketPage::MarketPage(QWidget *parent)
 
 MarketPage::~MarketPage() = default;
 
-std::vector<TablePanel *> MarketPage::tablePanels() const
+std::vector<Panel *> MarketPage::panels() const
 {
     return {orders, deals};
 }
@@ -47,19 +44,6 @@ void MarketPage::takeOrders(const FeedPump::Records &records)
 void MarketPage::takeDeals(const FeedPump::Records &records)
 {
     deals->take(records);
-}
-
-void MarketPage::refresh()
-{
-    for (TablePanel *panel : tablePanels())
-        panel->refresh();
-}
-
-void MarketPage::showNow()
-{
-    for (TablePanel *panel : tablePanels())
-        panel->table().updateTable();
-    refresh();
 }
 
 void MarketPage::toggleLayout()
@@ -75,16 +59,6 @@ void MarketPage::arrange(Qt::Orientation orientation)
     const int orderShare = orientation == Qt::Horizontal ? 55 : 50;
     splitter->setStretchFactor(0, orderShare);
     splitter->setStretchFactor(1, 100 - orderShare);
-}
-
-void MarketPage::focusNextPanel()
-{
-    const std::vector<TablePanel *> panels = tablePanels();
-    const auto focused = std::find_if(panels.begin(), panels.end(), [](const TablePanel *panel) {
-        return panel->isAncestorOf(QApplication::focusWidget());
-    });
-    const bool isLast = focused == panels.end() || focused + 1 == panels.end();
-    (isLast ? panels.front() : *(focused + 1))->setFocus(Qt::TabFocusReason);
 }
 
 void MarketPage::loadState()

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QtWidgets/QWidget>
-#include <vector>
-
 #include "window/feedpump.h"
+#include "window/page.h"
 #include "zb/cuiresourcechangehandler.h"
 
 class QSplitter;
@@ -12,10 +10,9 @@ namespace terminal {
 
 class DealStreamPanel;
 class OrderStreamPanel;
-class TablePanel;
 
 /// The market as it comes: order stream and deal stream, side by side or one above the other.
-class MarketPage : public QWidget, public ZB::CUiResourceChangeHandler
+class MarketPage : public Page, public ZB::CUiResourceChangeHandler
 {
     Q_OBJECT
 
@@ -25,21 +22,13 @@ public:
 
     OrderStreamPanel &orderStream() const { return *orders; }
     DealStreamPanel &dealStream() const { return *deals; }
-    std::vector<TablePanel *> tablePanels() const;
+    std::vector<Panel *> panels() const override;
 
     void takeOrders(const FeedPump::Records &records);
     void takeDeals(const FeedPump::Records &records);
-    /// Brings the titles up to date. Called a few times a second.
-    void refresh();
-    /// Shows everything taken so far now, instead of with the next frame.
-    void showNow();
-
-    void toggleLayout();
-    /// Gives the keyboard to the panel behind the one that has it.
-    void focusNextPanel();
-
-    void loadState();
-    void saveState() const;
+    void toggleLayout() override;
+    void loadState() override;
+    void saveState() const override;
 
     void themeChanged() override;
 

@@ -26,6 +26,11 @@ public:
     void setSummary(const QString &text);
     QString summary() const;
 
+    /// Brings title and figures up to date. Called a few times a second.
+    virtual void refresh() {}
+    /// Shows everything taken so far now, instead of with the next frame.
+    virtual void showNow() {}
+
     void themeChanged() override;
 
 protected:

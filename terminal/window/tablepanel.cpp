@@ -43,6 +43,11 @@ void TablePanel::refresh()
         setSummary(QStringLiteral("筛选 %1 / %2 笔").arg(grouped(shown), grouped(all)));
 }
 
+void TablePanel::showNow()
+{
+    dataTable->updateTable();
+}
+
 void TablePanel::arrangeColumns(const std::vector<Column> &shown, int frozen)
 {
     ZB::CBaseTableSettingParam setting;

@@ -24,7 +24,8 @@ public:
     /// Takes new and changed records in; they show with the next frame.
     void take(const FeedPump::Records &records);
     /// Shows the number of rows in the title. Called a few times a second.
-    void refresh();
+    void refresh() override;
+    void showNow() override;
 
 protected:
     /// How a column starts out.

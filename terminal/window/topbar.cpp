@@ -67,11 +67,15 @@ void TopBar::addLabels(QHBoxLayout *layout)
     timeLabel->setWidestText(QStringLiteral("2000-00-00 00:00:00"));
     stateLabel->setWidestText(QStringLiteral("正在读取 100%"));
     sourceLabel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    tabLayout = new QHBoxLayout;
     for (BarLabel *label : {productLabel, timeLabel, stateLabel}) {
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         layout->addWidget(label);
-        gaps.push_back(new QSpacerItem(0, 0, QSizePolicy::Fixed));
-        layout->addItem(gaps.back());
+        addGap(layout);
+        if (label != productLabel)
+            continue;
+        layout->addLayout(tabLayout);
+        addGap(layout);
     }
     layout->addWidget(sourceLabel, 1);
 }
@@ -100,6 +104,29 @@ void TopBar::addButtons(QHBoxLayout *layout)
     connect(riseFallButton, &BarButton::clicked, this, &TopBar::openRiseFall);
     connect(themeButton, &BarButton::clicked, this, &TopBar::toggleTheme);
     connect(scaleButton, &BarButton::clicked, this, &TopBar::openScales);
+}
+
+void TopBar::addGap(QHBoxLayout *layout)
+{
+    gaps.push_back(new QSpacerItem(0, 0, QSizePolicy::Fixed));
+    layout->addItem(gaps.back());
+}
+
+void TopBar::addPage(const QString &title)
+{
+    const int number = static_cast<int>(tabs.size());
+    auto *tab = addButton(tabLayout, title, QStringLiteral("Ctrl+%1").arg(number + 1));
+    tab->setText(title);
+    tab->setCheckable(true);
+    tab->setLook(look);
+    connect(tab, &BarButton::clicked, this, [this, number] { Q_EMIT pageChosen(number); });
+    tabs.push_back(tab);
+}
+
+void TopBar::setCurrentPage(int number)
+{
+    for (size_t i = 0; i < tabs.size(); ++i)
+        tabs[i]->setChecked(static_cast<int>(i) == number);
 }
 
 BarButton *TopBar::addButton(QHBoxLayout *layout, const QString &tip, const QString &shortcut)

@@ -25,6 +25,9 @@ public:
     TopBar(FeedPump &pump, QWidget *parent);
     ~TopBar() override;
 
+    /// Puts a tab behind those that are there.
+    void addPage(const QString &title);
+    void setCurrentPage(int number);
     /// What the data comes from, in a few words, and all of it for the tool tip.
     void setSource(const QString &text, const QString &details);
     /// Shows time and state of the feed. Called a few times a second.
@@ -39,6 +42,7 @@ public:
 
 Q_SIGNALS:
     void layoutToggled();
+    void pageChosen(int number);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -53,6 +57,7 @@ private:
 
     void addLabels(QHBoxLayout *layout);
     void addButtons(QHBoxLayout *layout);
+    void addGap(QHBoxLayout *layout);
     BarButton *addButton(QHBoxLayout *layout, const QString &tip, const QString &shortcut);
     void openMenu(BarButton *button, const std::vector<Choice> &choices);
     void openSpeeds();
@@ -69,6 +74,8 @@ private:
     BarLabel *sourceLabel = nullptr;
     BarLabel *timeLabel = nullptr;
     BarLabel *stateLabel = nullptr;
+    QHBoxLayout *tabLayout = nullptr;
+    std::vector<BarButton *> tabs;
     BarButton *speedButton = nullptr;
     BarButton *pauseButton = nullptr;
     BarButton *layoutButton = nullptr;

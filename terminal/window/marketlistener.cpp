@@ -1,0 +1,7 @@
+#include "window/marketlistener.h"
+
+namespace terminal {
+
+MarketListener::~MarketListener() = default;
+
+} // namespace terminal
