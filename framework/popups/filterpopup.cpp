@@ -24,8 +24,9 @@ QString shownText(const QString &text)
 
 } // namespace
 
-FilterPopup::FilterPopup(const IBaseHpfTableModel &model, int column, QWidget *parent)
-    : PopupFrame(parent), filterColumn(column), present(model.columnFilters().value(column)),
+FilterPopup::FilterPopup(const IBaseHpfTableModel &model, int column, const IBaseHpfTableModel::ColumnFilter &filter,
+                         QWidget *parent)
+    : PopupFrame(parent), filterColumn(column), present(filter),
       gatherer(std::make_unique<HpfDistinctTexts>(model, column))
 {
     build(model.columnHeader(column));
@@ -39,6 +40,11 @@ FilterPopup::~FilterPopup() = default;
 int FilterPopup::column() const
 {
     return filterColumn;
+}
+
+void FilterPopup::setCountsShown(bool shown)
+{
+    countsShown = shown;
 }
 
 bool FilterPopup::isGathered() const
@@ -98,8 +104,8 @@ void FilterPopup::setTexts(const QStringList &offered)
     std::vector<CheckItem> items;
     textOfItem.assign(texts.begin(), texts.end());
     for (const QString &text : texts)
-        items.push_back({shownText(text), QString::number(counts.value(text)), all || present.second.contains(text),
-                         int(items.size())});
+        items.push_back({shownText(text), countsShown ? QString::number(counts.value(text)) : QString(),
+                         all || present.second.contains(text), int(items.size())});
     list->setItems(std::move(items));
     updateState();
 }

@@ -26,10 +26,14 @@ class FRAMEWORK_API FilterPopup : public PopupFrame
     Q_OBJECT
 
 public:
-    FilterPopup(const IBaseHpfTableModel &model, int column, QWidget *parent);
+    /// filter: the column's present one.
+    FilterPopup(const IBaseHpfTableModel &model, int column, const IBaseHpfTableModel::ColumnFilter &filter,
+                QWidget *parent);
     ~FilterPopup() override;
 
     int column() const;
+    /// Whether texts show how often they occur in the model; they do at first.
+    void setCountsShown(bool shown);
     bool isGathered() const;
     /// Once gathered: the texts in reading order.
     QStringList texts() const;
@@ -61,7 +65,8 @@ private:
     QSet<QString> checkedTexts() const;
 
     const int filterColumn;
-    IBaseHpfTableModel::ColumnFilter present;
+    const IBaseHpfTableModel::ColumnFilter present;
+    bool countsShown = true;
     std::unique_ptr<HpfDistinctTexts> gatherer;
     std::vector<QString> textOfItem; ///< by CheckItem::id
     QTimer step;

@@ -7,6 +7,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 #include <algorithm>
+#include <utility>
 
 #include "popups/popupbuild.h"
 #include "zb/cuiresource.h"
@@ -30,7 +31,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
         return made;
     };
     first = button(QStringLiteral("首页"), [] { return 0; });
-    previous = button(QStringLiteral("上一页"), [this] { return current - 1; });
+    previous = button(QStringLiteral("上一页"), [this] { return page() - 1; });
     row->addWidget(new QLabel(QStringLiteral("第"), this));
     number = new QSpinBox(this);
     number->setButtonSymbols(QAbstractSpinBox::NoButtons);
@@ -39,7 +40,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     row->addWidget(number);
     pages = new QLabel(this);
     row->addWidget(pages);
-    next = button(QStringLiteral("下一页"), [this] { return current + 1; });
+    next = button(QStringLiteral("下一页"), [this] { return page() + 1; });
     last = button(QStringLiteral("末页"), [this] { return pageCount() - 1; });
     row->addStretch();
     count = dimLabel(QString(), this);
@@ -62,8 +63,11 @@ void PagingBar::setTotalCount(int newTotal)
     if (total == newTotal)
         return;
     total = std::max(0, newTotal);
-    if (current >= pageCount())
-        goTo(pageCount() - 1);
+    const bool beyond = firstIndex > 0 && firstIndex >= total;
+    if (beyond && !atEnd)
+        goToLast();
+    else if (atEnd && (!held || firstIndex + rows > total))
+        catchUp();
     else
         updateState();
 }
@@ -80,7 +84,7 @@ int PagingBar::rowsPerPage() const
 
 int PagingBar::page() const
 {
-    return current;
+    return atEnd && missedRows() == 0 ? pageCount() - 1 : firstIndex / rows;
 }
 
 int PagingBar::pageCount() const
@@ -88,11 +92,59 @@ int PagingBar::pageCount() const
     return std::max(1, int((qint64(total) + rows - 1) / rows));
 }
 
+void PagingBar::setFollowsEnd(bool follows)
+{
+    if (followsEnd == follows)
+        return;
+    const bool onLast = page() == pageCount() - 1;
+    followsEnd = follows;
+    atEnd = follows && onLast;
+    if (atEnd)
+        catchUp();
+}
+
+bool PagingBar::isAtEnd() const
+{
+    return atEnd;
+}
+
+void PagingBar::setHeld(bool hold)
+{
+    if (std::exchange(held, hold) && !hold && atEnd)
+        catchUp();
+}
+
+int PagingBar::missedRows() const
+{
+    return atEnd ? std::max(0, total - firstIndex - rows) : 0;
+}
+
+int PagingBar::enter(int page)
+{
+    atEnd = followsEnd && page >= pageCount() - 1;
+    return atEnd ? std::max(0, total - rows) : std::clamp(page, 0, pageCount() - 1) * rows;
+}
+
 void PagingBar::goTo(int page)
 {
-    current = std::clamp(page, 0, pageCount() - 1);
+    firstIndex = enter(page);
     updateState();
-    Q_EMIT pageRequested(current * rows, rows);
+    Q_EMIT pageRequested(firstIndex, rows);
+}
+
+void PagingBar::goToFirst()
+{
+    if (firstIndex > 0)
+        goTo(0);
+}
+
+/// Asks only where the last page begins elsewhere than the one that is shown.
+void PagingBar::catchUp()
+{
+    const int before = std::exchange(firstIndex, enter(pageCount() - 1));
+    updateState();
+    if (firstIndex != before)
+        Q_EMIT pageRequested(firstIndex, rows);
 }
 
 /// The first row that is shown stays on the page.
@@ -100,14 +152,14 @@ void PagingBar::setRowsPerPage(int newRows)
 {
     if (rows == newRows)
         return;
-    const int firstIndex = current * rows;
     rows = newRows;
-    goTo(firstIndex / rows);
+    goTo(atEnd ? pageCount() - 1 : firstIndex / rows);
 }
 
 void PagingBar::updateState()
 {
     const QSignalBlocker quiet(number);
+    const int current = page();
     number->setRange(1, pageCount());
     number->setValue(current + 1);
     pages->setText(QStringLiteral("/ %1 页").arg(pageCount()));

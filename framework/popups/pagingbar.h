@@ -14,6 +14,9 @@ namespace ZB {
 
 /// The strip under a paged table: which page is shown, of how many rows each, out of how many. It only asks: the page
 /// shown is the one that was asked for last.
+///
+/// Where the newest rows come in at the end, it can follow them: the last page is then always a full one, the last rows
+/// there are, and being there it asks for it again as rows come in.
 class FRAMEWORK_API PagingBar : public QWidget
 {
     Q_OBJECT
@@ -28,10 +31,22 @@ public:
     /// From 0.
     int page() const;
     int pageCount() const; ///< at least 1
+
+    /// Whether the last page goes along with new rows. Who is on the last page when it is switched on goes along.
+    void setFollowsEnd(bool follows);
+    /// On the last page, and going along with it.
+    bool isAtEnd() const;
+    /// Stays on its rows for as long as it lasts; then catches up.
+    void setHeld(bool held);
+    /// Rows that have come behind the page while it was held at the end.
+    int missedRows() const;
     void setLook(const PopupLook &look);
 
     /// Goes to a page as far as there is one; asks also when it is the present one.
     void goTo(int page);
+    void goToLast() { goTo(pageCount() - 1); }
+    /// Asks only where it is elsewhere.
+    void goToFirst();
 
 Q_SIGNALS:
     void pageRequested(int firstIndex, int rows);
@@ -41,12 +56,18 @@ protected:
 
 private:
     void setRowsPerPage(int rows);
+    /// The first index of a page; goes along from then on where that is the last one.
+    int enter(int page);
+    void catchUp();
     void updateState();
 
     PopupLook look;
     int total = 0;
     int rows = 100;
-    int current = 0;
+    int firstIndex = 0;
+    bool followsEnd = false;
+    bool atEnd = false;
+    bool held = false;
     QPushButton *first;
     QPushButton *previous;
     QPushButton *next;

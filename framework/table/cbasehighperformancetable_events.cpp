@@ -40,16 +40,17 @@ void CBaseHighPerformanceTable::Private::connectGrid()
     on(&GridView::copyRequested, [this](bool withHeader) { q->copySelection(withHeader); });
     on(&GridView::unseenRowsChanged, [this] { updateBadges(); });
     QObject::connect(overlay.pauseBadge(), &GridBadge::clicked, q, [this] { q->setPaused(false); });
-    QObject::connect(overlay.unseenBadge(), &GridBadge::clicked, q, [this] { grid->scrollToFollowedEdge(); });
+    QObject::connect(overlay.unseenBadge(), &GridBadge::clicked, q, [this] {
+        grid->scrollToFollowedEdge();
+        updatePaging();
+    });
     overlay.workStrip()->setTask(QStringLiteral("正在排序和筛选"));
     QObject::connect(overlay.workStrip(), &TaskStrip::cancelRequested, q, [this] {
         HpfModelAccess::cancel(*model);
         housekeep();
     });
-    QObject::connect(pagingBar, &PagingBar::pageRequested, q, [this](int first, int rows) {
-        grid->setFirstRowNumber(first + 1);
-        q->deliverEvent(pageEvent, 0, first, QString::number(rows), nullptr);
-    });
+    QObject::connect(pagingBar, &PagingBar::pageRequested, q,
+                     [this](int first, int rows) { requestPage(first, rows); });
 }
 
 /// The first click on a column descends, the next ones turn over. Who hears the event may delete the table.
@@ -70,7 +71,28 @@ void CBaseHighPerformanceTable::Private::sortBy(int column, int order, bool addi
     if (!self)
         return;
     addingSort = false;
-    saveSoon();
+    if (isPaged())
+        pagingBar->goToFirst(); // what comes first is what is wanted
+    if (self)
+        saveSoon();
+}
+
+/// A page that the user asks for begins at its top; the one that goes along with new rows stays where it is. Who hears
+/// the event may delete the table.
+void CBaseHighPerformanceTable::Private::requestPage(int first, int rows)
+{
+    const QPointer<CBaseHighPerformanceTable> self(q);
+    const bool goesAlong = pagingBar->isAtEnd();
+    q->setPaused(false);
+    updateFollow();
+    grid->setFirstRowNumber(first + 1);
+    q->deliverEvent(pageEvent, 0, first, QString::number(rows), nullptr);
+    if (!self)
+        return;
+    if (goesAlong)
+        grid->scrollToFollowedEdge();
+    else
+        grid->scrollToRow(0);
 }
 
 /// A further sort column counts less than those before it; one that is there already stays at its place.
@@ -104,6 +126,7 @@ void CBaseHighPerformanceTable::setSortColumns(const QVector<QPair<int, int>> &s
     d->settle();
     d->updateMarks();
     d->updateFollow();
+    d->updatePaging();
 }
 
 bool CBaseHighPerformanceTable::handleEvent(int event, int first, int second, QString text, void *payload)
@@ -135,7 +158,8 @@ void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &hea
     if (!model || !q->columnFilterable(column))
         return;
     closePopup();
-    auto *box = new FilterPopup(*model, column, q);
+    auto *box = new FilterPopup(*model, column, q->columnFilters().value(column), q);
+    box->setCountsShown(!isPaged()); // of one page only
     popup = box;
     QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
     QObject::connect(box, &FilterPopup::chosen, q,
@@ -170,6 +194,11 @@ void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QStri
     d->settle();
     d->updateMarks();
     d->updateStatistics();
+}
+
+QMap<int, IBaseHpfTableModel::ColumnFilter> CBaseHighPerformanceTable::columnFilters() const
+{
+    return d->model ? d->model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
 }
 
 void CBaseHighPerformanceTable::clearFilter()
@@ -226,7 +255,14 @@ int CBaseHighPerformanceTable::pagingQueryType() const
 void CBaseHighPerformanceTable::setTotalCount(int count)
 {
     d->total = std::max(0, count);
+    d->updatePaging();
     d->pagingBar->setTotalCount(d->total);
+}
+
+void CBaseHighPerformanceTable::setFollowsLastPage(bool follows)
+{
+    d->followsLastPage = follows;
+    d->updatePaging();
 }
 
 int CBaseHighPerformanceTable::totalCount() const

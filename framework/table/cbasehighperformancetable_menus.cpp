@@ -5,6 +5,7 @@
 
 #include "popups/columnpopup.h"
 #include "popups/markpopup.h"
+#include "popups/pagingbar.h"
 #include "table/cbasehighperformancetable_p.h"
 #include "table/cellvalue.h"
 #include "zb/cstylesheetcenter.h"
@@ -83,8 +84,8 @@ void CBaseHighPerformanceTable::Private::addCommands(QMenu *menu, GridRowId row,
         QAction *action = menu->addAction(text + QLatin1Char('\t') + entry.keys.toString(QKeySequence::NativeText), q,
                                           [this, command = entry.command] { run(command); });
         const bool copies = entry.command == TableCommand::Copy || entry.command == TableCommand::CopyWithHeader;
-        action->setEnabled(!(copies && !grid->hasSelection()) && !(entry.command == TableCommand::ClearFilter &&
-                                                                   (!model || model->columnFilters().isEmpty())));
+        action->setEnabled(!(copies && !grid->hasSelection()) &&
+                           !(entry.command == TableCommand::ClearFilter && !isPaged() && q->columnFilters().isEmpty()));
         if (entry.endsGroup)
             menu->addSeparator();
     }
@@ -112,14 +113,9 @@ void CBaseHighPerformanceTable::Private::openHeaderMenu(int column, const QPoint
     if (!hasColumn(column))
         return;
     QMenu *menu = newMenu();
-    menu->addAction(QStringLiteral("升序排列"), q, [this, column] { sortBy(column, 0, false); });
-    menu->addAction(QStringLiteral("降序排列"), q, [this, column] { sortBy(column, 1, false); });
-    menu->addAction(QStringLiteral("取消排序"), q,
-                    [this] {
-                        q->setSortColumns({});
-                        saveSoon();
-                    })
-        ->setEnabled(!currentSorts().isEmpty());
+    menu->addAction(QStringLiteral("升序排列"), q, [this, column] { sortFromMenu(column, 0); });
+    menu->addAction(QStringLiteral("降序排列"), q, [this, column] { sortFromMenu(column, 1); });
+    menu->addAction(QStringLiteral("取消排序"), q, [this] { dropSort(); })->setEnabled(!currentSorts().isEmpty());
     menu->addSeparator();
     if (q->columnFilterable(column)) {
         menu->addAction(QStringLiteral("筛选…\tAlt+↓"), q,
@@ -151,6 +147,24 @@ void CBaseHighPerformanceTable::Private::openHeaderMenu(int column, const QPoint
     menu->addSeparator();
     menu->addAction(QStringLiteral("列设置…"), q, [this] { openColumns(false); })->setEnabled(menuFlags & MenuColumns);
     menu->popup(position);
+}
+
+/// The sort event of a paged table only turns the order over, so there the order is set directly.
+void CBaseHighPerformanceTable::Private::sortFromMenu(int column, int order)
+{
+    if (!isPaged())
+        return sortBy(column, order, false);
+    q->setSortColumns({{column, order}});
+    pagingBar->goToFirst();
+    saveSoon();
+}
+
+void CBaseHighPerformanceTable::Private::dropSort()
+{
+    q->setSortColumns({});
+    if (isPaged() && followsLastPage)
+        pagingBar->goToLast();
+    saveSoon();
 }
 
 /// Under the header, where the columns that it is about can be seen.

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "popups/pagingbar.h"
 #include "popups/taskstrip.h"
 #include "table/cbasehighperformancetable_p.h"
 #include "table/cellvalue.h"
@@ -109,6 +110,7 @@ void CBaseHighPerformanceTable::Private::housekeep()
     grid->refresh();
     updateMarks();
     updateFollow();
+    updatePaging();
     updateWork();
     updateBadges();
 }
@@ -137,7 +139,7 @@ void CBaseHighPerformanceTable::Private::updateMarks()
         for (const GridSortMark &mark : marks)
             widenForHeader(mark.column);
     }
-    const auto filters = model ? model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
+    const auto filters = q->columnFilters();
     for (int column = 0; column < int(columns.size()); ++column)
         if (grid->column(column).filtered != filters.contains(column)) {
             changeColumn(column, [&filters, column](GridColumn &shown) { shown.filtered = filters.contains(column); });
@@ -171,10 +173,22 @@ QVector<QPair<int, int>> CBaseHighPerformanceTable::Private::currentSorts() cons
 void CBaseHighPerformanceTable::Private::updateFollow()
 {
     GridFollow follow = GridFollow::None;
-    if (model && !isPaged() && model->sortColumns().isEmpty())
+    if (isPaged())
+        follow = pagingBar->isAtEnd() ? GridFollow::Bottom : GridFollow::None;
+    else if (model && model->sortColumns().isEmpty())
         follow = model->appendSeq() ? GridFollow::Bottom : GridFollow::Top;
     if (grid->follow() != follow)
         grid->setFollow(follow);
+}
+
+/// The last page goes along with new rows as long as the view is at its end.
+void CBaseHighPerformanceTable::Private::updatePaging()
+{
+    if (!isPaged())
+        return;
+    pagingBar->setFollowsEnd(followsLastPage && pagedSorts.isEmpty() && model && model->appendSeq());
+    updateFollow();
+    pagingBar->setHeld(pagingBar->isAtEnd() && (source.isPaused() || !grid->isAtFollowedEdge()));
 }
 
 void CBaseHighPerformanceTable::Private::updateStatistics()
@@ -207,7 +221,7 @@ void CBaseHighPerformanceTable::Private::updateBadges()
         paused = QStringLiteral("已暂停刷新 · 新增 %L1 条（Pause 键继续）").arg(source.arrivalsSincePause());
     overlay.setPauseText(paused);
     const bool top = grid->follow() == GridFollow::Top;
-    const qint64 unseen = source.isPaused() ? 0 : grid->unseenRows();
+    const qint64 unseen = source.isPaused() ? 0 : grid->unseenRows() + pagingBar->missedRows();
     QString text;
     if (unseen > 0)
         text = QStringLiteral("%1 %L2 条新记录").arg(top ? QStringLiteral("↑") : QStringLiteral("↓")).arg(unseen);

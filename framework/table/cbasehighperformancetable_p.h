@@ -67,6 +67,7 @@ public:
     void updateMarks();
     void widenForHeader(int column);
     void updateFollow();
+    void updatePaging();
     void updateStatistics();
     void updateWork();
     void updateBadges();
@@ -81,6 +82,9 @@ public:
     void openFilter(int column, const QRect &header);
     void currentMoved(quint64 row);
     void activated(quint64 row, int column);
+    void requestPage(int first, int rows);
+    void sortFromMenu(int column, int order);
+    void dropSort();
     void run(TableCommand command);
     bool isOffered(const TableCommandEntry &entry) const;
     void openRowMenu(quint64 row, int column, const QPoint &position);
@@ -145,6 +149,7 @@ public:
     bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
     int queryType = PagingNone;
     int total = 0;
+    bool followsLastPage = false;
     GridRowId reportedRow = NoGridRow; ///< told by the last event 70
     int ticks = 0;
     QElapsedTimer workClock; ///< since work is pending

@@ -66,7 +66,7 @@ void CBaseHighPerformanceTable::setTableSetting(const CBaseTableSettingParam &se
     d->grid->setRowNumbersVisible(d->frame.showRowNumbers && (d->flags & TableRowNumbers));
     d->applyMarks();
     d->updateStatistics();
-    if (!d->isPaged() && d->frame.sorts != d->currentSorts())
+    if (d->frame.sorts != d->currentSorts())
         setSortColumns(d->frame.sorts);
 }
 

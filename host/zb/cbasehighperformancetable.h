@@ -95,6 +95,8 @@ public:
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
     /// The distinct texts of a column that the filter box offers, in reading order.
     virtual QStringList getMenuItems(int column);
+    /// The filters that headers and filter boxes tell of, by column: the model's, unless somebody else filters.
+    virtual QMap<int, IBaseHpfTableModel::ColumnFilter> columnFilters() const;
     /// Sort columns in falling weight with their order (0 ascending).
     virtual void setSortColumns(const QVector<QPair<int, int>> &columns);
     /// @}
@@ -141,6 +143,9 @@ public:
     int pagingQueryType() const;
     void setTotalCount(int count);
     int totalCount() const;
+    /// Without a sort and with rows that are appended: the last page is a full one and goes along with new rows while
+    /// the view is at its end; each step is a page request. Off at first.
+    void setFollowsLastPage(bool follows);
     /// @}
 
     CBaseTableSettingParam getTableSetting() override;

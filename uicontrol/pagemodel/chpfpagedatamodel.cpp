@@ -137,6 +137,11 @@ QList<CHpfPageDataModel::Page> CHpfPageDataModel::getAllDatas() const
     return read([&](const PageModelCore &c) { return pagesOf(c.all.slotsInOrder()); });
 }
 
+QList<CHpfPageDataModel::Page> CHpfPageDataModel::getPageDatas() const
+{
+    return read([&](const PageModelCore &c) { return pagesOf(c.pageSlots()); });
+}
+
 CHpfPageDataModel::Page CHpfPageDataModel::getData(int index) const
 {
     return read([&](const PageModelCore &c) {

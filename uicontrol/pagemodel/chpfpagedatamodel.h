@@ -74,6 +74,8 @@ public:
 
     QList<Page> getShowDatas() const;
     QList<Page> getAllDatas() const;
+    /// The records of the page, in order: at most page count.
+    QList<Page> getPageDatas() const;
     /// Empty when out of range or unknown.
     Page getData(int index) const;
     Page getDataFromAll(int index) const;
@@ -131,7 +133,8 @@ public:
     void setExFilterStatus(int status);
     int exFilterSource() const;
     int exFilterStatus() const;
-    /// The distinct texts of a column over all records, in reading order.
+    /// The distinct texts of a column over all records, in ascending order of its values (numbers as numbers, no value
+    /// last). Reads every record; costs about 0.1 us for each where texts follow from values, 0.5 us for prices.
     QStringList getMenuItems(int column) const;
     /// @}
 

@@ -92,8 +92,8 @@ QVariant::Type PageColumns::type(int column) const
     return static_cast<QVariant::Type>(properties.value(column).type);
 }
 
-const kdservice::IData *PageColumns::holder(const kdservice::IData &record, int column,
-                                            boost::shared_ptr<kdservice::IData> &keep) const
+const kdservice::IData *PageColumns::getFieldIDataPtr(const kdservice::IData &record, int column,
+                                                      boost::shared_ptr<kdservice::IData> &keep) const
 {
     return field(column) ? recordHolding(record, fieldIdOf(column), keep) : nullptr;
 }
@@ -101,7 +101,7 @@ const kdservice::IData *PageColumns::holder(const kdservice::IData &record, int 
 QString PageColumns::text(const kdservice::IData &record, int column) const
 {
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *part = holder(record, column, keep);
+    const kdservice::IData *part = getFieldIDataPtr(record, column, keep);
     const CFieldFormat *fieldFormat = format(column);
     return part && fieldFormat ? fieldFormat->text(*part) : QString();
 }
@@ -109,14 +109,14 @@ QString PageColumns::text(const kdservice::IData &record, int column) const
 bool PageColumns::value(const kdservice::IData &record, int column, QVariant &out) const
 {
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *part = holder(record, column, keep);
+    const kdservice::IData *part = getFieldIDataPtr(record, column, keep);
     return part && readFieldValue(*part, field(column)->dataType, fieldIdOf(column), out);
 }
 
 bool PageColumns::origin(const kdservice::IData &record, int column, QString &text, OriginData &origin) const
 {
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *part = holder(record, column, keep);
+    const kdservice::IData *part = getFieldIDataPtr(record, column, keep);
     const CFieldFormat *fieldFormat = format(column);
     if (!part || !fieldFormat)
         return false;

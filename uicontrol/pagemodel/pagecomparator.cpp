@@ -118,7 +118,7 @@ void captureSortValue(PageRows &rows, quint32 slot, const PageColumns &columns, 
         return;
     }
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *holder = columns.holder(*row.record, column, keep);
+    const kdservice::IData *holder = columns.getFieldIDataPtr(*row.record, column, keep);
     if (!holder)
         return;
     const int fieldId = columns.fieldIdOf(column);

@@ -4,10 +4,11 @@
 #include <QtCore/QPair>
 #include <QtCore/QSet>
 #include <QtCore/QString>
+#include <map>
 #include <string>
-#include <unordered_map>
 
 #include "filter/valuefilter.h"
+#include "pagemodel/answersbyvalue.h"
 #include "pagemodel/pagecolumns.h"
 #include "pagemodel/pagerows.h"
 #include "zb/efiltertype.h"
@@ -29,32 +30,22 @@ public:
     void setStatus(int mode) { status = mode; }
     int statusMode() const { return status; }
 
-    /// Every filter.
-    bool passesAll(const PageRow &row) const;
+    /// Column filters, status mode and search.
+    bool isPassAllFilter(const PageRow &row) const;
     /// The status mode, and for orders the search for a code.
-    bool passesExtra(const PageRow &row) const;
+    bool isPassExFilter(const PageRow &row) const;
 
-    /// For filtering many records: keeps the answers of column filters by raw value where the text depends on nothing
-    /// else, so that each text is made once. Short-lived: the user's number format may change between two uses.
-    class Memory
-    {
-    private:
-        friend class PageFilter;
-        struct Column
-        {
-            std::unordered_map<qint64, bool> ofInteger;
-            std::unordered_map<std::string, bool> ofText;
-        };
-        QMap<int, Column> columns;
-    };
-    bool passesAll(const PageRow &row, Memory &memory) const;
+    /// For filtering many records: what the column filters said to raw values. Short-lived, like what it is made of.
+    using Memory = std::map<int, AnswersByValue<bool>>;
+    bool isPassAllFilter(const PageRow &row, Memory &memory) const;
 
 private:
     bool isOrderType() const;
     bool isDealType() const;
-    bool passesColumn(const PageRow &row, int column, const core::ValueFilter &values, Memory *memory) const;
-    bool passesRest(const PageRow &row) const;
-    bool passesCode(const PageRow &row) const;
+    static bool testDataImpl(const core::ValueFilter &values, const QString &text) { return values.passes(text); }
+    bool isPassColumnFilter(const PageRow &row, int column, const core::ValueFilter &values, Memory *memory) const;
+    bool isPassAllFilter(const PageRow &row, Memory *memory) const;
+    bool isPassCodeSearch(const PageRow &row) const;
 
     int dataType;
     const PageColumns &columns;

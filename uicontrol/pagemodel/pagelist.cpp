@@ -64,8 +64,10 @@ int PageList::insertIndex(quint32 slot, const PageComparator &comparator) const
     return comparator.compare(at(high), slot) > 0 ? high : count;
 }
 
-bool PageList::needRelocate(int index, const PageComparator &comparator) const
+bool PageList::isMisplaced(int index, const PageComparator &comparator) const
 {
+    if (comparator.column() < 0)
+        return false;
     const quint32 slot = at(index);
     return (index > 0 && comparator.compare(at(index - 1), slot) > 0) ||
            (index + 1 < size() && comparator.compare(slot, at(index + 1)) > 0);
@@ -73,8 +75,6 @@ bool PageList::needRelocate(int index, const PageComparator &comparator) const
 
 int PageList::relocate(int index, const PageComparator &comparator)
 {
-    if (comparator.column() < 0 || !needRelocate(index, comparator))
-        return -1;
     const quint32 slot = at(index);
     erase(slot);
     const int moved = insertIndex(slot, comparator);

@@ -28,9 +28,9 @@ public:
     void clear() { sequence.clear(); }
     void assign(const std::vector<quint32> &slotList);
 
-    /// Whether a slot stands between its neighbours no longer.
-    bool needRelocate(int index, const PageComparator &comparator) const;
-    /// Moves the slot at an index to its sorted place; the new index, or -1 when it stays.
+    /// Whether the slot at an index stands between its neighbours no longer; never without a sort column.
+    bool isMisplaced(int index, const PageComparator &comparator) const;
+    /// Moves the slot at an index to its sorted place; the new index, or -1 when that is the old one.
     int relocate(int index, const PageComparator &comparator);
     /// A merge sort: equal entries keep their order, and it is safe for an equality that is not transitive.
     void sort(const PageComparator &comparator);

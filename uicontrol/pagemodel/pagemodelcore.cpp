@@ -74,7 +74,7 @@ void PageModelCore::placeInAll(quint32 slot)
 
 int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
 {
-    if (!filter.passesAll(rows[slot])) {
+    if (!filter.isPassAllFilter(rows[slot])) {
         if (logging)
             logSlot(notPassedMessage, slot);
         return -1;
@@ -109,7 +109,7 @@ PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
     const int to = moved < 0 ? from : moved;
     if (logging)
         logUpdate(slot, allIndex, to);
-    if (filter.passesExtra(rows[slot]))
+    if (filter.isPassExFilter(rows[slot]))
         return pageAfterMove({from, to}, slot);
     visible.erase(slot);
     removeStatColumnData(slot);
@@ -143,7 +143,7 @@ void PageModelCore::filterColumn(const PageColumnFilters &filters)
     PageFilter::Memory memory;
     std::vector<quint32> passing;
     for (const quint32 slot : all.slotsInOrder()) {
-        if (filter.passesAll(rows[slot], memory))
+        if (filter.isPassAllFilter(rows[slot], memory))
             passing.push_back(slot);
         else if (logging)
             logSlot(notPassedMessage, slot);

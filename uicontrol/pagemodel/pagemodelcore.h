@@ -48,6 +48,8 @@ public:
     int indexIn(const PageList &list, const Page &page) const;
     /// Where the record would be put; it may be in the list already.
     int insertIndexIn(const PageList &list, const Page &page);
+    /// The slots of the page, in order.
+    std::vector<quint32> pageSlots() const;
     QStringList menuItems(int column) const;
     /// For tests: lists, index and sums agree.
     bool checkConsistency() const;
@@ -82,8 +84,12 @@ private:
     int testAddDataToVisible(quint32 slot, bool forceAppend);
     void placeInAll(quint32 slot);
     void coverInAll(quint32 slot);
-    int relocateData(int index) { return visible.relocate(index, visibleComparator); }
-    int relocateAllData(int index) { return all.relocate(index, allComparator); }
+    /// Whether a record that has changed stands between its neighbours no longer; then relocate…() moves it and tells
+    /// the new index, -1 for one that stays.
+    bool needRelocate(int index) const { return visible.isMisplaced(index, visibleComparator); }
+    bool needAllDataRelocate(int index) const { return all.isMisplaced(index, allComparator); }
+    int relocateData(int index) { return needRelocate(index) ? visible.relocate(index, visibleComparator) : -1; }
+    int relocateAllData(int index) { return needAllDataRelocate(index) ? all.relocate(index, allComparator) : -1; }
     void addStatColumnData(quint32 slot) { statistics.add(slot, rows, columns); }
     void removeStatColumnData(quint32 slot) { statistics.remove(slot); }
     void updateStatColumnData(quint32 slot);

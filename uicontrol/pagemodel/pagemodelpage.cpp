@@ -2,10 +2,21 @@
 
 #include "pagemodel/pagemodelcore.h"
 
-#include <QtCore/QSet>
+#include <algorithm>
 #include <boost/make_shared.hpp>
 
+#include "pagemodel/pagemenu.h"
+
 namespace KV {
+
+namespace {
+
+// clang-format off
+constexpr const char *updateMessage =
+    "[Model] [{0}] [UPDATE] key = {1}, seq = {2} : <all {3}> idxAll = {4}, all_size = {5}, <{6}> idx = {7}, size = {8}";
+// clang-format on
+
+} // namespace
 
 std::string PageModelCore::visibleKey(qint64 index) const
 {
@@ -79,14 +90,21 @@ int PageModelCore::insertIndexIn(const PageList &list, const Page &page)
     return index;
 }
 
+std::vector<quint32> PageModelCore::pageSlots() const
+{
+    const qint64 end = std::min<qint64>(visible.size(), qint64(startIndex) + pageCount);
+    std::vector<quint32> list;
+    for (qint64 index = std::max(0, startIndex); index < end; ++index)
+        list.push_back(visible.at(static_cast<int>(index)));
+    return list;
+}
+
 QStringList PageModelCore::menuItems(int column) const
 {
-    QSet<QString> texts;
+    PageMenu menu(columns, column);
     for (const quint32 slot : all.slotsInOrder())
-        texts.insert(columns.text(*rows[slot].record, column));
-    QStringList items(texts.cbegin(), texts.cend());
-    items.sort();
-    return items;
+        menu.add(*rows[slot].record);
+    return menu.items();
 }
 
 bool PageModelCore::checkConsistency() const
@@ -105,10 +123,8 @@ bool PageModelCore::checkConsistency() const
 void PageModelCore::logUpdate(quint32 slot, int allIndex, int visibleIndex)
 {
     const auto verdict = [](int index) { return index >= 0 ? "pass" : "FAIL"; };
-    logSlot(
-        "[Model] [{0}] [UPDATE] key = {1}, seq = {2} : <all {3}> idxAll = {4}, all_size = {5}, <{6}> idx = {7}, size "
-        "= {8}",
-        slot, verdict(allIndex), allIndex, all.size(), verdict(visibleIndex), visibleIndex, visible.size());
+    logSlot(updateMessage, slot, verdict(allIndex), allIndex, all.size(), verdict(visibleIndex), visibleIndex,
+            visible.size());
 }
 
 } // namespace KV

@@ -35,7 +35,7 @@ void PageStatistics::count(Sum &sum, Counted &entry, const kdservice::IData &rec
                            const PageColumns &columns)
 {
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *holder = columns.holder(record, column, keep);
+    const kdservice::IData *holder = columns.getFieldIDataPtr(record, column, keep);
     if (!holder)
         return;
     const int fieldId = columns.fieldIdOf(column);

@@ -98,6 +98,8 @@ CHpfExtraDataModel *CHpfDataTable::getExtraDataModel() const
 void CHpfDataTable::setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model)
 {
     pageModel = model;
+    if (model)
+        markPageSort();
 }
 
 int CHpfDataTable::addColumn(const CHpfDataColumnProperty &property, bool extra, bool visible, const QString &cellText)

@@ -21,11 +21,12 @@ class CHpfPageDataModel;
 /// The table over a high-volume model: one row per record, columns from the host's catalogue.
 ///
 /// Threading: GUI thread; the model may be loaded on any thread.
-/// Paging: with a page model, header clicks sort that one, page requests (event 277) move its page, and the total is
-/// its size; the host brings the rows of the page into the data model. Ownership: shares its models; the data model is
-/// one of its own until another CHpfDataModel is given to setDataModel(). Rows and model hold each other, so the table
-/// clears its model when it is destroyed. A model that is replaced keeps its rows for whoever holds it; the one that
-/// the table made goes with them when nobody does.
+/// Paging: with a page model, header clicks sort that one, filter boxes filter it, page requests (event 277) move its
+/// page, and the total is its size. The host brings the rows of the page into the data model: after each of these, and
+/// with the table's timer, the data model's onTimer() is called, which is the time to do so. Ownership: shares its
+/// models; the data model is one of its own until another CHpfDataModel is given to setDataModel(). Rows and model hold
+/// each other, so the table clears its model when it is destroyed. A model that is replaced keeps its rows for whoever
+/// holds it; the one that the table made goes with them when nobody does.
 class UICONTROL_API CHpfDataTable : public ZB::CBaseHighPerformanceTable
 {
     Q_OBJECT
@@ -46,7 +47,7 @@ public:
     /// Empty when the model is none of the library's.
     const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
     CHpfExtraDataModel *getExtraDataModel() const;
-    /// An empty pointer takes the present one away.
+    /// An empty pointer takes the present one away. Headers show the order and the filters that the model has.
     void setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model);
 
     /// One more column at the end; returns its number, -1 without a model. extra: its values come from the extra-data
@@ -83,6 +84,11 @@ public:
     /// @}
 
     void clearFilter() override;
+    /// The page model's, where there is one; the base's otherwise.
+    void onFilterTrigger(int column, int type, QSet<QString> &values) override;
+    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> columnFilters() const override;
+    /// A page model is sorted by the first of them; none ends its sort.
+    void setSortColumns(const QVector<QPair<int, int>> &columns) override;
     /// Whether new rows go to the end of an unsorted table or to its front.
     void setAppendSeq(bool append);
     /// A change removes all rows, filters and delegates and makes the columns anew.
@@ -91,8 +97,8 @@ public:
 
     /// Writes the file and says so in a box.
     bool exportData(QString path) override;
-    /// The base's texts, those of the page model's records, and those of the column's filter that no row shows at
-    /// present, so that they can be taken off.
+    /// The texts of the page model's records where it has the column, otherwise the base's; and those of the column's
+    /// filter that no row shows at present, so that they can be taken off.
     QStringList getMenuItems(int column) override;
     /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
     ZB::CBaseTableSettingParam getTableSetting() override;
@@ -124,7 +130,11 @@ private:
     void recountExtraSums();
     bool canFit() const;
     void fitFirst();
+    void sortPages(int column);
     void showPage(int firstRow, int rowCount);
+    void showPages();
+    void markPageSort();
+    void takeTotal();
 
     /// A saved column that the present model does not have.
     struct AbsentColumn
@@ -137,6 +147,7 @@ private:
     boost::shared_ptr<CHpfDataModel> dataModel;
     CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
     bool firstFitDone = false;
+    bool sortingPages = false; ///< the sort event is on its way through the base
     QList<AbsentColumn> absentColumns;
 
     /// What the sums of the extra columns were last counted for.

@@ -15,16 +15,6 @@ using Base = ZB::CBaseHighPerformanceTable;
 namespace {
 
 constexpr int recountMilliseconds = 1000;
-constexpr int sortEvent = 33;
-constexpr int pageEvent = 277;
-
-/// Appends the texts that the list does not have, in reading order.
-void appendMissing(QStringList &texts, const QSet<QString> &more)
-{
-    QStringList missing = (more - QSet<QString>(texts.begin(), texts.end())).values();
-    missing.sort();
-    texts += missing;
-}
 
 } // namespace
 
@@ -53,43 +43,6 @@ void CHpfDataTable::themeChanged()
     Base::themeChanged();
 }
 
-bool CHpfDataTable::handleEvent(int event, int first, int second, QString text, void *payload)
-{
-    if (!pageModel || (event != sortEvent && event != pageEvent))
-        return Base::handleEvent(event, first, second, text, payload);
-    if (event == pageEvent) {
-        showPage(second, text.toInt());
-        return true;
-    }
-    const QPointer<CHpfDataTable> self(this);
-    const bool handled = Base::handleEvent(event, first, second, text, payload);
-    if (self && pageModel) {
-        pageModel->reverseSortByColumn(second);
-        if (dataModel)
-            dataModel->onTimer();
-    }
-    return handled;
-}
-
-void CHpfDataTable::showPage(int firstRow, int rowCount)
-{
-    pageModel->setStartIndex(firstRow);
-    pageModel->setPageCount(rowCount);
-    if (dataModel)
-        dataModel->onTimer();
-    setTotalCount(pageModel->size());
-    updateTable();
-}
-
-void CHpfDataTable::clearFilter()
-{
-    if (dataModel)
-        dataModel->clearFilter();
-    if (pageModel)
-        pageModel->clearFilter(true);
-    Base::clearFilter();
-}
-
 bool CHpfDataTable::exportData(QString path)
 {
     const QPointer<CHpfDataTable> self(this); // the base lets events through while it writes
@@ -98,20 +51,6 @@ bool CHpfDataTable::exportData(QString path)
     if (self)
         ZB::showInformation(this, QStringLiteral("数据导出"), QStringLiteral("数据导出成功"));
     return true;
-}
-
-QStringList CHpfDataTable::getMenuItems(int column)
-{
-    QStringList items = Base::getMenuItems(column);
-    if (pageModel) {
-        const QStringList paged = pageModel->getMenuItems(column);
-        appendMissing(items, QSet<QString>(paged.begin(), paged.end()));
-    }
-    const auto filters = dataModel ? dataModel->columnFilters() : QMap<int, ZB::IBaseHpfTableModel::ColumnFilter>();
-    const auto filter = filters.constFind(column);
-    if (filter != filters.constEnd() && filter->first == ZB::FilterExact)
-        appendMissing(items, filter->second);
-    return items;
 }
 
 ZB::CBaseTableSettingParam CHpfDataTable::getTableSetting()
@@ -145,8 +84,7 @@ void CHpfDataTable::setTableSetting(const ZB::CBaseTableSettingParam &setting)
 void CHpfDataTable::onTimer()
 {
     Base::onTimer(); // takes the model's step
-    if (pageModel && pageModel->totalCountChange())
-        setTotalCount(pageModel->size());
+    takeTotal();
     recountExtraSums();
     tryFirstAdjustVisibleWidth();
 }

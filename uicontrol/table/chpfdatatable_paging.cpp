@@ -1,0 +1,145 @@
+// What a page model changes about the table: sorting, filters, pages.
+
+#include <QtCore/QPointer>
+
+#include "model/chpfdatamodel.h"
+#include "pagemodel/chpfpagedatamodel.h"
+#include "table/chpfdatatable.h"
+
+namespace KV {
+
+using Base = ZB::CBaseHighPerformanceTable;
+
+namespace {
+
+constexpr int sortEvent = 33;
+constexpr int pageEvent = 277;
+
+/// Appends the texts that the list does not have, in reading order.
+void appendMissing(QStringList &texts, const QSet<QString> &more)
+{
+    QStringList missing = (more - QSet<QString>(texts.begin(), texts.end())).values();
+    missing.sort();
+    texts += missing;
+}
+
+} // namespace
+
+bool CHpfDataTable::handleEvent(int event, int first, int second, QString text, void *payload)
+{
+    if (!pageModel || (event != sortEvent && event != pageEvent))
+        return Base::handleEvent(event, first, second, text, payload);
+    if (event == pageEvent) {
+        showPage(second, text.toInt());
+        return true;
+    }
+    const QPointer<CHpfDataTable> self(this);
+    sortingPages = true;
+    const bool handled = Base::handleEvent(event, first, second, text, payload);
+    if (!self)
+        return handled;
+    sortingPages = false;
+    if (pageModel)
+        sortPages(second);
+    return handled;
+}
+
+void CHpfDataTable::sortPages(int column)
+{
+    pageModel->reverseSortByColumn(column);
+    markPageSort();
+    if (dataModel)
+        dataModel->onTimer();
+}
+
+void CHpfDataTable::markPageSort()
+{
+    if (!(tableFlags() & ZB::TablePaged))
+        return;
+    const int column = pageModel->sortColumn();
+    Base::setSortColumns(column < 0 ? QVector<QPair<int, int>>()
+                                    : QVector<QPair<int, int>>{{column, pageModel->sortOrder()}});
+}
+
+void CHpfDataTable::setSortColumns(const QVector<QPair<int, int>> &columns)
+{
+    if (!pageModel || sortingPages)
+        return Base::setSortColumns(columns);
+    if (columns.isEmpty())
+        pageModel->clearSort();
+    else
+        pageModel->sortByColumnID(columns.first().first, columns.first().second);
+    markPageSort();
+    showPages();
+}
+
+void CHpfDataTable::showPage(int firstRow, int rowCount)
+{
+    pageModel->setStartIndex(firstRow);
+    pageModel->setPageCount(rowCount);
+    showPages();
+}
+
+/// The host's data model gets the time to bring the page's rows.
+void CHpfDataTable::showPages()
+{
+    if (dataModel)
+        dataModel->onTimer();
+    setTotalCount(pageModel->size());
+    updateTable();
+}
+
+/// The number of rows is asked for in any case: another reader may have taken the page model's mark.
+void CHpfDataTable::takeTotal()
+{
+    if (!pageModel)
+        return;
+    pageModel->totalCountChange();
+    if (pageModel->size() != totalCount())
+        setTotalCount(pageModel->size());
+}
+
+void CHpfDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
+{
+    if (!pageModel)
+        return Base::onFilterTrigger(column, type, values);
+    if (!columnFilterable(column) || (type != ZB::FilterExact && type != ZB::FilterContains))
+        return;
+    CHpfPageDataModel::ColumnFilters filters = pageModel->columnFilters();
+    if (values.isEmpty())
+        filters.remove(column);
+    else
+        filters[column] = {ZB::EFilterType(type), values};
+    setPaused(false);
+    pageModel->filterColumn(filters);
+    showPages();
+}
+
+QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> CHpfDataTable::columnFilters() const
+{
+    return pageModel ? pageModel->columnFilters() : Base::columnFilters();
+}
+
+void CHpfDataTable::clearFilter()
+{
+    if (dataModel)
+        dataModel->clearFilter();
+    if (pageModel)
+        pageModel->clearFilter(true);
+    Base::clearFilter();
+    if (pageModel)
+        showPages();
+}
+
+QStringList CHpfDataTable::getMenuItems(int column)
+{
+    QStringList items = pageModel && pageModel->getFiledIdByColumn(column) != 0 ? pageModel->getMenuItems(column)
+                                                                                : Base::getMenuItems(column);
+    const auto filters = columnFilters();
+    const auto filter = filters.constFind(column);
+    if (filter != filters.constEnd() && filter->first == ZB::FilterExact)
+        appendMissing(items, filter->second);
+    return items;
+}
+
+} // namespace KV
