@@ -72,6 +72,18 @@ feed::OrderState makeOrder(int entry, qint64 filled)
     return order;
 }
 
+/// Writes down what it hears, in order.
+class Notes : public MarketListener
+{
+public:
+    void takeInstrument(const feed::Instrument &instrument) override { lines.push_back("i " + instrument.code); }
+    void takeOrder(const feed::OrderState &order) override { lines.push_back("o " + std::to_string(order.filled)); }
+    void takeDeal(const feed::Deal &deal) override { lines.push_back("d " + std::to_string(deal.sequence)); }
+    void takeQuote(const feed::QuoteSnapshot &quote) override { lines.push_back("q " + std::to_string(quote.time)); }
+
+    std::vector<std::string> lines;
+};
+
 bool waitUntilFinished(FeedPump &pump)
 {
     return QTest::qWaitFor([&] { return pump.isFinished(); }, 30000);
@@ -131,6 +143,27 @@ TEST(FeedPump, TablesEndWithTheLastStateOfEveryOrderAndWithEachDealOnce)
     EXPECT_EQ(pump->marketTime(), 19999);
     EXPECT_FALSE(pump->hasFailed());
     EXPECT_EQ(finished.count(), 1);
+}
+
+TEST(FeedPump, EveryListenerHearsAllEventsOfABatchInOrder)
+{
+    feed::Deal deal;
+    deal.sequence = 5;
+    feed::QuoteSnapshot quote;
+    quote.time = 77;
+    const auto pump = makePump({[=](feed::BatchWriter &writer) {
+        writer.putQuote(quote);
+        writer.addDeal(deal);
+        writer.putOrder(makeOrder(0, 300));
+    }});
+    Notes first;
+    Notes second;
+    pump->addListener(first);
+    pump->addListener(second);
+    pump->start();
+    ASSERT_TRUE(waitUntilFinished(*pump));
+    EXPECT_EQ(first.lines, (std::vector<std::string>{"i 600000.SH", "i 000001.SZ", "o 300", "d 5", "q 77"}));
+    EXPECT_EQ(second.lines, first.lines);
 }
 
 TEST(FeedPump, TheEventLoopHasItsTurnsWhileMuchIsWaiting)
