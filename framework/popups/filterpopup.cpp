@@ -24,12 +24,11 @@ QString shownText(const QString &text)
 
 } // namespace
 
-FilterPopup::FilterPopup(const IBaseHpfTableModel &model, int column, const IBaseHpfTableModel::ColumnFilter &filter,
-                         QWidget *parent)
-    : PopupFrame(parent), filterColumn(column), present(filter),
-      gatherer(std::make_unique<HpfDistinctTexts>(model, column))
+FilterPopup::FilterPopup(int column, const QString &title, const ColumnFilter &presentFilter,
+                         std::unique_ptr<DistinctTexts> texts, QWidget *parent)
+    : PopupFrame(parent), filterColumn(column), present(presentFilter), gatherer(std::move(texts))
 {
-    build(model.columnHeader(column));
+    build(title);
     connect(&step, &QTimer::timeout, this, &FilterPopup::gatherOn);
     step.start(0);
     updateState();
@@ -56,7 +55,7 @@ QStringList FilterPopup::texts() const
 {
     QStringList all;
     if (gatherer)
-        for (const HpfDistinctTexts::Value &value : gatherer->values())
+        for (const DistinctTexts::Value &value : gatherer->values())
             all.append(value.text);
     return all;
 }
@@ -98,7 +97,7 @@ void FilterPopup::setTexts(const QStringList &offered)
 {
     const QStringList texts = withFiltered(offered);
     QHash<QString, int> counts;
-    for (const HpfDistinctTexts::Value &value : gatherer->values())
+    for (const DistinctTexts::Value &value : gatherer->values())
         counts.insert(value.text, value.count);
     const bool all = present.second.isEmpty() || present.first != FilterExact;
     std::vector<CheckItem> items;

@@ -1,13 +1,15 @@
 #pragma once
 
+#include <QtCore/QPair>
 #include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <memory>
 #include <vector>
 
 #include "frameworkexport.h"
+#include "popups/distincttexts.h"
 #include "popups/popupframe.h"
-#include "table/hpfmodelaccess.h"
+#include "zb/efiltertype.h"
 
 class QLabel;
 class QLineEdit;
@@ -18,7 +20,7 @@ namespace ZB {
 class CheckList;
 
 /// The filter box of a column: its different texts with how often each occurs, a search in them, and a condition by
-/// contained text. Gathers the texts in slices while it is open; the model must outlive it.
+/// contained text. Gathers the texts in slices while it is open; what they are gathered from must outlive it.
 ///
 /// Keys: typing searches; Down goes into the list; Enter applies, in a search to what the search leaves; Escape closes.
 class FRAMEWORK_API FilterPopup : public PopupFrame
@@ -26,13 +28,15 @@ class FRAMEWORK_API FilterPopup : public PopupFrame
     Q_OBJECT
 
 public:
-    /// filter: the column's present one.
-    FilterPopup(const IBaseHpfTableModel &model, int column, const IBaseHpfTableModel::ColumnFilter &filter,
+    using ColumnFilter = QPair<EFilterType, QSet<QString>>;
+
+    /// present: the filter that the column has now.
+    FilterPopup(int column, const QString &title, const ColumnFilter &present, std::unique_ptr<DistinctTexts> gatherer,
                 QWidget *parent);
     ~FilterPopup() override;
 
     int column() const;
-    /// Whether texts show how often they occur in the model; they do at first.
+    /// Whether texts show how often they occur; they do at first.
     void setCountsShown(bool shown);
     bool isGathered() const;
     /// Once gathered: the texts in reading order.
@@ -65,9 +69,9 @@ private:
     QSet<QString> checkedTexts() const;
 
     const int filterColumn;
-    const IBaseHpfTableModel::ColumnFilter present;
+    const ColumnFilter present;
     bool countsShown = true;
-    std::unique_ptr<HpfDistinctTexts> gatherer;
+    std::unique_ptr<DistinctTexts> gatherer;
     std::vector<QString> textOfItem; ///< by CheckItem::id
     QTimer step;
     QLineEdit *search = nullptr;

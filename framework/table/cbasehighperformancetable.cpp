@@ -1,9 +1,8 @@
 #include "zb/cbasehighperformancetable.h"
 
 #include <QtGui/QShowEvent>
-#include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QLayout>
 
-#include "popups/findbar.h"
 #include "popups/pagingbar.h"
 #include "table/cbasehighperformancetable_p.h"
 #include "zb/cuiresource.h"
@@ -23,21 +22,12 @@ boost::shared_ptr<IBaseHpfTableModel> notOwned(IBaseHpfTableModel *model)
 } // namespace
 
 CBaseHighPerformanceTable::Private::Private(CBaseHighPerformanceTable *table, int tableId, int flagsOfMenu)
-    : q(table), id(tableId), menuFlags(flagsOfMenu), grid(new GridView(table)), findBar(new FindBar(table)),
-      pagingBar(new PagingBar(table)), overlay(grid), search(grid, findBar, source), transfer(overlay.transferStrip()),
-      store(tableId)
+    : TableShell(table, tableId, flagsOfMenu, std::make_unique<TableSource>()), q(table),
+      source(static_cast<TableSource &>(*rows)), pagingBar(new PagingBar(table))
 {
-    auto *column = new QVBoxLayout(table);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(grid, 1);
-    column->addWidget(findBar);
-    column->addWidget(pagingBar);
-    grid->setStatisticsTitle(QStringLiteral("合计"));
-    grid->setEmptyText(QStringLiteral("没有数据"));
-    grid->setRowNumbersVisible(false);
-    q->setFocusProxy(grid);
+    table->layout()->addWidget(pagingBar);
     timer.setInterval(timerMilliseconds);
+    connectShell();
     connectGrid();
     lookChanged();
 }

@@ -23,21 +23,8 @@ constexpr int pageEvent = 277;
 void CBaseHighPerformanceTable::Private::connectGrid()
 {
     const auto on = [this](auto signal, auto action) { QObject::connect(grid, signal, q, action); };
-    on(&GridView::headerClicked, [this](int column, Qt::KeyboardModifiers keys) { sortClicked(column, keys); });
-    on(&GridView::filterRequested, [this](int column, const QRect &header) { openFilter(column, header); });
-    on(&GridView::columnMoved, [this] { saveSoon(); });
-    on(&GridView::columnResized, [this](int column) {
-        if (hasColumn(column))
-            columns[std::size_t(column)].width = WidthOrigin::User;
-        saveSoon();
-    });
-    on(&GridView::contextMenuRequested,
-       [this](quint64 row, int column, const QPoint &position) { openRowMenu(row, column, position); });
-    on(&GridView::headerMenuRequested,
-       [this](int column, const QPoint &position) { openHeaderMenu(column, position); });
     on(&GridView::activated, [this](quint64 row, int column) { activated(row, column); });
     on(&GridView::currentChanged, [this](quint64 row) { currentMoved(row); });
-    on(&GridView::copyRequested, [this](bool withHeader) { q->copySelection(withHeader); });
     on(&GridView::unseenRowsChanged, [this] { updateBadges(); });
     QObject::connect(overlay.pauseBadge(), &GridBadge::clicked, q, [this] { q->setPaused(false); });
     QObject::connect(overlay.unseenBadge(), &GridBadge::clicked, q, [this] {
@@ -50,17 +37,7 @@ void CBaseHighPerformanceTable::Private::connectGrid()
         housekeep();
     });
     QObject::connect(pagingBar, &PagingBar::pageRequested, q,
-                     [this](int first, int rows) { requestPage(first, rows); });
-}
-
-/// The first click on a column descends, the next ones turn over. Who hears the event may delete the table.
-void CBaseHighPerformanceTable::Private::sortClicked(int column, Qt::KeyboardModifiers modifiers)
-{
-    int order = 1;
-    for (const auto &[sorted, present] : currentSorts())
-        if (sorted == column)
-            order = present ? 0 : 1;
-    sortBy(column, order, modifiers & Qt::ControlModifier);
+                     [this](int first, int perPage) { requestPage(first, perPage); });
 }
 
 void CBaseHighPerformanceTable::Private::sortBy(int column, int order, bool adding)
@@ -79,20 +56,38 @@ void CBaseHighPerformanceTable::Private::sortBy(int column, int order, bool addi
 
 /// A page that the user asks for begins at its top; the one that goes along with new rows stays where it is. Who hears
 /// the event may delete the table.
-void CBaseHighPerformanceTable::Private::requestPage(int first, int rows)
+void CBaseHighPerformanceTable::Private::requestPage(int first, int perPage)
 {
     const QPointer<CBaseHighPerformanceTable> self(q);
     const bool goesAlong = pagingBar->isAtEnd();
     q->setPaused(false);
     updateFollow();
     grid->setFirstRowNumber(first + 1);
-    q->deliverEvent(pageEvent, 0, first, QString::number(rows), nullptr);
+    q->deliverEvent(pageEvent, 0, first, QString::number(perPage), nullptr);
     if (!self)
         return;
     if (goesAlong)
         grid->scrollToFollowedEdge();
     else
         grid->scrollToRow(0);
+}
+
+/// The sort event of a paged table only turns the order over, so there the order is set directly.
+void CBaseHighPerformanceTable::Private::sortFromMenu(int column, int order)
+{
+    if (!isPaged())
+        return sortBy(column, order, false);
+    q->setSortColumns({{column, order}});
+    pagingBar->goToFirst();
+    saveSoon();
+}
+
+void CBaseHighPerformanceTable::Private::clearSort()
+{
+    q->setSortColumns({});
+    if (isPaged() && followsLastPage)
+        pagingBar->goToLast();
+    saveSoon();
 }
 
 /// A further sort column counts less than those before it; one that is there already stays at its place.
@@ -158,7 +153,8 @@ void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &hea
     if (!model || !q->columnFilterable(column))
         return;
     closePopup();
-    auto *box = new FilterPopup(*model, column, q->columnFilters().value(column), q);
+    auto *box = new FilterPopup(column, model->columnHeader(column), q->columnFilters().value(column),
+                                std::make_unique<HpfDistinctTexts>(*model, column), q);
     box->setCountsShown(!isPaged()); // of one page only
     popup = box;
     QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
@@ -196,6 +192,21 @@ void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QStri
     d->updateStatistics();
 }
 
+void CBaseHighPerformanceTable::Private::takeFilter(int column, int type, QSet<QString> values)
+{
+    q->onFilterTrigger(column, type, values);
+}
+
+bool CBaseHighPerformanceTable::Private::hasFilters() const
+{
+    return isPaged() || !q->columnFilters().isEmpty();
+}
+
+void CBaseHighPerformanceTable::Private::clearFilters()
+{
+    q->clearFilter();
+}
+
 QMap<int, IBaseHpfTableModel::ColumnFilter> CBaseHighPerformanceTable::columnFilters() const
 {
     return d->model ? d->model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
@@ -212,15 +223,7 @@ void CBaseHighPerformanceTable::clearFilter()
 
 void CBaseHighPerformanceTable::keyPressEvent(QKeyEvent *event)
 {
-    const QKeySequence pressed(event->key() | int(event->modifiers() & ~Qt::KeypadModifier));
-    for (const TableCommandEntry &entry : tableCommands())
-        if (entry.keys == pressed && d->isOffered(entry)) {
-            d->run(entry.command);
-            return;
-        }
-    if (event->key() == Qt::Key_Escape && d->findBar->isVisible())
-        d->search.close();
-    else
+    if (!d->pressKey(*event))
         CBaseWidget::keyPressEvent(event);
 }
 
@@ -239,6 +242,21 @@ void CBaseHighPerformanceTable::setPaused(bool paused)
 bool CBaseHighPerformanceTable::isPaused() const
 {
     return d->source.isPaused();
+}
+
+bool CBaseHighPerformanceTable::Private::canPause() const
+{
+    return true;
+}
+
+bool CBaseHighPerformanceTable::Private::isPaused() const
+{
+    return source.isPaused();
+}
+
+void CBaseHighPerformanceTable::Private::setPaused(bool paused)
+{
+    q->setPaused(paused);
 }
 
 void CBaseHighPerformanceTable::setPagingQueryType(int type)

@@ -1,25 +1,7 @@
-#include <QtCore/QTimer>
-#include <cmath>
-
-#include "popups/findbar.h"
 #include "popups/pagingbar.h"
 #include "table/cbasehighperformancetable_p.h"
-#include "zb/cuiresource.h"
 
 namespace ZB {
-
-namespace {
-
-constexpr int markShare = 200; ///< thousandths of a mark's colour in the row's background
-constexpr int highlightShare = 600;
-
-/// The search's highlight is a background already, the other colours are made for texts.
-int shareOf(const QString &colorKey)
-{
-    return colorKey == QLatin1String("ic_clr_syntax_edit_highlight") ? highlightShare : markShare;
-}
-
-} // namespace
 
 void CBaseHighPerformanceTable::setBackgroundColor(const QString &background, const QString &numberBackground)
 {
@@ -124,51 +106,14 @@ void CBaseHighPerformanceTable::scaleChanged()
     CBaseWidget::scaleChanged();
 }
 
-/// Setters come in rows: one look is made of them when the events that are under way have been dealt with.
-void CBaseHighPerformanceTable::Private::lookChanged()
+void CBaseHighPerformanceTable::Private::lookApplied(const PopupLook &around)
 {
-    if (lookStale)
-        return;
-    lookStale = true;
-    QTimer::singleShot(0, q, [this] { applyLook(); });
-}
-
-void CBaseHighPerformanceTable::Private::applyLook()
-{
-    if (!lookStale)
-        return;
-    lookStale = false;
-    const GridLook grown = look.resolved();
-    if (appliedScale > 0 && appliedScale != grown.scale)
-        for (int column = 0; column < int(columns.size()); ++column)
-            grid->setColumnWidth(column, int(std::lround(grid->column(column).width * grown.scale / appliedScale)));
-    appliedScale = grown.scale;
-    grid->setLook(grown);
-    source.setPlainBackground(grown.background);
-    applyMarks();
-    const PopupLook around = PopupLook::fromResources();
-    findBar->setLook(around);
     pagingBar->setLook(around);
-    overlay.setLook(around);
-    source.touch();
-    grid->refresh();
-}
-
-void CBaseHighPerformanceTable::Private::applyMarks()
-{
-    const QColor background = *CUiResource::instance()->getColor(look.background);
-    std::vector<QColor> tints;
-    for (const CTableRowMark &mark : qAsConst(frame.marks))
-        tints.push_back(mixed(background, *CUiResource::instance()->getColor(mark.colorKey), shareOf(mark.colorKey)));
-    source.setRowMarks(frame.marks, std::move(tints));
-    grid->refresh();
 }
 
 void CBaseHighPerformanceTable::setRowMarks(const QVector<CTableRowMark> &marks)
 {
-    d->frame.marks = marks;
-    d->applyMarks();
-    d->saveSoon();
+    d->setRowMarks(marks);
 }
 
 QVector<CTableRowMark> CBaseHighPerformanceTable::rowMarks() const

@@ -77,27 +77,6 @@ void CBaseHighPerformanceTable::Private::initColumn(int column)
     updateNumeric(column);
 }
 
-bool CBaseHighPerformanceTable::Private::hasColumn(int column) const
-{
-    return column >= 0 && column < int(columns.size());
-}
-
-/// A number column that is aligned as one: states and times of number type stand at the left or in the middle.
-void CBaseHighPerformanceTable::Private::updateNumeric(int column)
-{
-    changeColumn(column, [this, column](GridColumn &shown) {
-        shown.numeric = isNumberType(model->columnType(column)) && shown.alignment.testFlag(Qt::AlignRight);
-    });
-}
-
-std::vector<TableColumnInfo> CBaseHighPerformanceTable::Private::columnInfos() const
-{
-    std::vector<TableColumnInfo> infos;
-    std::transform(columns.begin(), columns.end(), std::back_inserter(infos),
-                   [](const Column &column) { return column.info; });
-    return infos;
-}
-
 /// Once per tick of the table's timer, after the table's own step.
 void CBaseHighPerformanceTable::Private::housekeep()
 {
@@ -126,36 +105,12 @@ void CBaseHighPerformanceTable::Private::settle()
 
 void CBaseHighPerformanceTable::Private::updateMarks()
 {
-    GridSortMarks marks;
-    for (const auto &[column, order] : currentSorts())
-        marks.push_back({column, order != 0});
-    const GridSortMarks present = grid->sortMarks();
-    const bool same = std::equal(marks.begin(), marks.end(), present.begin(), present.end(),
-                                 [](const GridSortMark &a, const GridSortMark &b) {
-                                     return a.column == b.column && a.descending == b.descending;
-                                 });
-    if (!same) {
-        grid->setSortMarks(marks);
-        for (const GridSortMark &mark : marks)
-            widenForHeader(mark.column);
-    }
-    const auto filters = q->columnFilters();
-    for (int column = 0; column < int(columns.size()); ++column)
-        if (grid->column(column).filtered != filters.contains(column)) {
-            changeColumn(column, [&filters, column](GridColumn &shown) { shown.filtered = filters.contains(column); });
-            widenForHeader(column);
-        }
+    showMarks(currentSorts(), q->columnFilters().keys());
 }
 
-/// The signs of a sort and a filter must not push the header's text out. A width that the user has chosen stays.
-void CBaseHighPerformanceTable::Private::widenForHeader(int column)
+bool CBaseHighPerformanceTable::Private::isShowing() const
 {
-    if (!hasColumn(column) || columns[std::size_t(column)].width == WidthOrigin::User)
-        return;
-    const int before = grid->column(column).width;
-    grid->fitColumn(column);
-    if (grid->column(column).width < before)
-        grid->setColumnWidth(column, before);
+    return model != nullptr;
 }
 
 QVector<QPair<int, int>> CBaseHighPerformanceTable::Private::currentSorts() const

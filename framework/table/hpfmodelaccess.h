@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "frameworkexport.h"
+#include "popups/distincttexts.h"
 #include "zb/ibasehpftablemodel.h"
 
 namespace ZB {
@@ -78,29 +79,18 @@ private:
 ///
 /// Works in slices on the thread that calls step(); text is formatted once for every distinct raw value. Deleting it is
 /// the way to cancel. The model must outlive it; changes of the model meanwhile are seen or not.
-class FRAMEWORK_API HpfDistinctTexts
+class FRAMEWORK_API HpfDistinctTexts : public DistinctTexts
 {
 public:
-    struct Value
-    {
-        QString text;
-        int count = 0;
-    };
-
     HpfDistinctTexts(const IBaseHpfTableModel &model, int column);
-    ~HpfDistinctTexts();
+    ~HpfDistinctTexts() override;
 
-    HpfDistinctTexts(const HpfDistinctTexts &) = delete;
-    HpfDistinctTexts &operator=(const HpfDistinctTexts &) = delete;
-
-    /// Works for about so long; true when finished.
-    bool step(int milliseconds);
-    /// In thousandths.
-    int progress() const;
+    bool step(int milliseconds) override;
+    int progress() const override;
     /// Once finished: in ascending order of the values (numbers as numbers, no value last), each text once. More than
     /// `maximumValues` different texts are not collected: isTruncated() then says so, and the rest is missing.
-    const std::vector<Value> &values() const;
-    bool isTruncated() const;
+    const std::vector<Value> &values() const override;
+    bool isTruncated() const override;
 
     static constexpr int maximumValues = 100000;
 

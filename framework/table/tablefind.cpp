@@ -2,7 +2,7 @@
 
 #include "grid/gridview.h"
 #include "popups/findbar.h"
-#include "table/tablesource.h"
+#include "table/tablerows.h"
 
 namespace ZB {
 
@@ -12,7 +12,7 @@ constexpr int progressMilliseconds = 200;
 
 } // namespace
 
-TableFind::TableFind(GridView *gridView, FindBar *findBar, const TableSource &tableSource)
+TableFind::TableFind(GridView *gridView, FindBar *findBar, const TableRows &tableSource)
     : grid(gridView), bar(findBar), source(tableSource), finder(tableSource)
 {
     progress.setInterval(progressMilliseconds);

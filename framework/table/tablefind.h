@@ -18,7 +18,7 @@ class TableFind : public QObject
 
 public:
     /// All of them outlive it.
-    TableFind(GridView *grid, FindBar *bar, const TableSource &source);
+    TableFind(GridView *grid, FindBar *bar, const TableRows &source);
 
     void open();
     void close();
@@ -35,7 +35,7 @@ private:
 
     GridView *grid;
     FindBar *bar;
-    const TableSource &source;
+    const TableRows &source;
     TableFinder finder;
     QTimer progress;
 };

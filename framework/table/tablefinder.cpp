@@ -3,7 +3,7 @@
 #include <QtCore/QElapsedTimer>
 #include <algorithm>
 
-#include "table/tablesource.h"
+#include "table/tablerows.h"
 
 namespace ZB {
 
@@ -14,7 +14,7 @@ constexpr int chunkSize = 128;
 
 } // namespace
 
-TableFinder::TableFinder(const TableSource &tableSource) : source(tableSource)
+TableFinder::TableFinder(const TableRows &tableSource) : source(tableSource)
 {
     connect(&slice, &QTimer::timeout, this, &TableFinder::searchOn);
 }

@@ -8,7 +8,7 @@
 
 namespace ZB {
 
-class TableSource;
+class TableRows;
 
 /// Looks for a text in the shown cells, row by row and in each row column by column, around the end of the table and
 /// back to where it began. Works in slices on the GUI thread, so the table goes on meanwhile; rows that move while it
@@ -19,7 +19,7 @@ class TableFinder : public QObject
 
 public:
     /// source: outlives the finder.
-    explicit TableFinder(const TableSource &source);
+    explicit TableFinder(const TableRows &source);
 
     struct Search
     {
@@ -50,7 +50,7 @@ private:
     bool rowIsReached();
     void advance();
 
-    const TableSource &source;
+    const TableRows &source;
     Search search;
     QTimer slice;
     std::vector<HpfShownRow> chunk;

@@ -182,6 +182,11 @@ void TableSource::rowIds(qint64 first, qint64 count, std::vector<GridRowId> &ids
         ids.push_back((*held)[std::size_t(row)].id);
 }
 
+QVariant::Type TableSource::columnType(int column) const
+{
+    return model ? model->columnType(column) : QVariant::Invalid;
+}
+
 int TableSource::columnCount() const
 {
     return model ? model->columnCount() : 0;

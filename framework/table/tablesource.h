@@ -1,15 +1,10 @@
 #pragma once
 
-#include <QtCore/QVector>
-#include <QtGui/QColor>
 #include <map>
 #include <unordered_map>
 #include <vector>
 
-#include "grid/gridsource.h"
-#include "table/hpfmodelaccess.h"
-#include "table/rowsnapshot.h"
-#include "zb/ctablerowmark.h"
+#include "table/tablerows.h"
 
 namespace ZB {
 
@@ -17,7 +12,7 @@ class CBaseTableColumnSimpleTextDelegate;
 
 /// Shows a model to a grid. Reads the last finished order and never waits for a sort or a filter; can hold a picture of
 /// all rows while the model goes on (pause). GUI thread; the model is the table's and outlives its stay here.
-class TableSource : public GridSource
+class TableSource : public TableRows
 {
 public:
     TableSource();
@@ -25,8 +20,7 @@ public:
 
     /// Null shows nothing. Ends a pause. shared: the same model, or empty when it is not shared with the table.
     void setModel(IBaseHpfTableModel *model, const SharedModel &shared);
-    /// Everything may look different: the next frame asks for all of it.
-    void touch();
+    void touch() override;
 
     /// @name Pause
     /// @{
@@ -39,19 +33,18 @@ public:
     qint64 arrivalsSincePause() const;
     /// @}
 
-    /// Rules for rows that stand out, each with the tint that it gives.
-    void setRowMarks(const QVector<CTableRowMark> &marks, std::vector<QColor> tints);
-    /// A background that a model gives to its columns counts only where it differs from this, the table's own.
-    void setPlainBackground(const QColor &background);
+    void setRowMarks(const QVector<CTableRowMark> &marks, std::vector<QColor> tints) override;
+    /// A background that a model gives to its columns counts only where it differs from this.
+    void setPlainBackground(const QColor &background) override;
+    QVariant::Type columnType(int column) const override;
 
     /// @name Rows as they are shown, paused or not
     /// @{
-    void fetchRows(qint64 first, int count, std::vector<HpfShownRow> &rows) const;
-    IBaseHpfTableModel::Row rowOfId(GridRowId id) const;
-    GridRowId idAt(qint64 row) const;
-    /// For workers; what they are asked for when they are called is the present state.
-    RowTaker allRows() const;
-    RowTaker rowsOfIds(std::vector<GridRowId> ids) const;
+    void fetchRows(qint64 first, int count, std::vector<HpfShownRow> &rows) const override;
+    Row rowOfId(GridRowId id) const override;
+    GridRowId idAt(qint64 row) const override;
+    RowTaker allRows() const override;
+    RowTaker rowsOfIds(std::vector<GridRowId> ids) const override;
     /// @}
 
     quint64 revision() const override;

@@ -1,0 +1,139 @@
+#include <algorithm>
+#include <cmath>
+
+#include "table/cellvalue.h"
+#include "table/tableshell.h"
+#include "zb/cuiresource.h"
+
+namespace ZB {
+
+bool TableShell::hasColumn(int column) const
+{
+    return column >= 0 && column < int(columns.size());
+}
+
+std::vector<TableColumnInfo> TableShell::columnInfos() const
+{
+    std::vector<TableColumnInfo> infos;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(infos),
+                   [](const Column &column) { return column.info; });
+    return infos;
+}
+
+void TableShell::updateNumeric(int column)
+{
+    changeColumn(column, [this, column](GridColumn &shown) {
+        shown.numeric = isNumberType(rows->columnType(column)) && shown.alignment.testFlag(Qt::AlignRight);
+    });
+}
+
+void TableShell::setColumnWidth(int column, int pixels)
+{
+    if (!hasColumn(column) || pixels <= 0)
+        return;
+    Column &known = columns[std::size_t(column)];
+    known.width = WidthOrigin::Program;
+    known.info.defaultWidth = std::max(1, int(std::lround(pixels / CUiResource::instance()->scale())));
+    grid->setColumnWidth(column, pixels);
+}
+
+void TableShell::setColumnVisible(int column, bool visible)
+{
+    if (!hasColumn(column))
+        return;
+    columns[std::size_t(column)].info.defaultVisible = visible;
+    grid->setColumnVisible(column, visible);
+}
+
+void TableShell::setFrozenColumns(int count)
+{
+    if (grid->frozenColumns() == count)
+        return;
+    grid->setFrozenColumns(count);
+    saveSoon();
+}
+
+void TableShell::fitVisibleColumns()
+{
+    for (const int column : grid->visibleColumns()) {
+        Column &known = columns[std::size_t(column)];
+        if (known.width == WidthOrigin::User)
+            continue;
+        known.width = WidthOrigin::Fitted;
+        grid->fitColumn(column);
+    }
+}
+
+void TableShell::fitAll()
+{
+    for (Column &column : columns)
+        column.width = WidthOrigin::Fitted;
+    grid->fitVisibleColumns();
+    saveSoon();
+}
+
+/// Columns that are not offered keep their places among the others.
+void TableShell::orderOffered(const std::vector<int> &offered)
+{
+    std::vector<int> order = grid->columnOrder();
+    auto next = offered.begin();
+    for (int &column : order)
+        if (std::find(offered.begin(), offered.end(), column) != offered.end() && next != offered.end())
+            column = *next++;
+    grid->setColumnOrder(order);
+    saveSoon();
+}
+
+/// As the program has set the columns up.
+void TableShell::resetColumns()
+{
+    std::vector<int> order(columns.size());
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        order[column] = int(column);
+        columns[column].width = WidthOrigin::Default;
+        grid->setColumnVisible(int(column), columns[column].info.defaultVisible);
+        grid->setColumnWidth(int(column), scaled(columns[column].info.defaultWidth));
+    }
+    grid->setColumnOrder(order);
+    grid->setFrozenColumns(0);
+    frame.columnSet.clear();
+    fitVisibleColumns();
+    saveSoon();
+}
+
+void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<int> &filteredColumns)
+{
+    GridSortMarks marks;
+    for (const auto &[column, order] : sorts)
+        marks.push_back({column, order != 0});
+    const GridSortMarks present = grid->sortMarks();
+    const bool same = std::equal(marks.begin(), marks.end(), present.begin(), present.end(),
+                                 [](const GridSortMark &a, const GridSortMark &b) {
+                                     return a.column == b.column && a.descending == b.descending;
+                                 });
+    if (!same) {
+        grid->setSortMarks(marks);
+        for (const GridSortMark &mark : marks)
+            widenForHeader(mark.column);
+    }
+    for (int column = 0; column < int(columns.size()); ++column) {
+        const bool filtered = filteredColumns.contains(column);
+        if (grid->column(column).filtered != filtered) {
+            changeColumn(column, [filtered](GridColumn &shown) { shown.filtered = filtered; });
+            widenForHeader(column);
+        }
+    }
+}
+
+/// The signs of a sort and a filter must not push the header's text out. A width that the user has chosen stays.
+void TableShell::widenForHeader(int column)
+{
+    if (!hasColumn(column) || columns[std::size_t(column)].width == WidthOrigin::User)
+        return;
+    const int before = grid->column(column).width;
+    grid->fitColumn(column);
+    if (grid->column(column).width < before)
+        grid->setColumnWidth(column, before);
+}
+
+} // namespace ZB

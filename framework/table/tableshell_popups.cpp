@@ -1,0 +1,143 @@
+#include <QtCore/QDateTime>
+#include <QtWidgets/QFileDialog>
+
+#include "popups/columnpopup.h"
+#include "popups/markpopup.h"
+#include "table/tableshell.h"
+#include "zb/etableflag.h"
+#include "zb/messagebox.h"
+
+namespace ZB {
+
+/// Under the header, where the columns that it is about can be seen.
+QRect TableShell::popupAnchor() const
+{
+    return QRect(grid->mapToGlobal(QPoint(0, 0)), QSize(grid->width(), grid->look().headerHeight));
+}
+
+void TableShell::closePopup()
+{
+    if (popup)
+        popup->abandon();
+    popup.clear();
+}
+
+void TableShell::openColumns(bool freezing)
+{
+    if (!isShowing())
+        return;
+    restoreNow();
+    closePopup();
+    auto *box = new ColumnPopup(widget);
+    popup = box;
+    fillColumns(box);
+    connectColumns(box);
+    connectColumnSets(box);
+    box->showAt(popupAnchor(), Qt::RightEdge);
+    if (freezing)
+        box->focusFrozenColumns();
+    else
+        box->setFocus();
+}
+
+void TableShell::fillColumns(ColumnPopup *box)
+{
+    ColumnPopupState state;
+    for (const int column : grid->columnOrder())
+        if (const TableColumnInfo &info = columns[std::size_t(column)].info; info.offered)
+            state.columns.push_back({column, info.name, grid->column(column).visible});
+    state.frozenColumns = grid->frozenColumns();
+    state.rowNumbers = frame.showRowNumbers;
+    state.statistics = frame.showStatistics;
+    state.columnSets = columnSets.keys();
+    state.columnSet = frame.columnSet;
+    box->setState(state);
+}
+
+void TableShell::connectColumns(ColumnPopup *box)
+{
+    const auto on = [this, box](auto signal, auto action) { QObject::connect(box, signal, widget, action); };
+    on(&ColumnPopup::visibleChanged, [this](int column, bool visible) {
+        grid->setColumnVisible(column, visible);
+        saveSoon();
+    });
+    on(&ColumnPopup::orderChanged, [this](const std::vector<int> &order) { orderOffered(order); });
+    on(&ColumnPopup::frozenColumnsChanged, [this](int count) { setFrozenColumns(count); });
+    on(&ColumnPopup::rowNumbersChanged, [this](bool shown) {
+        frame.showRowNumbers = shown;
+        grid->setRowNumbersVisible(shown && (flags & TableRowNumbers));
+        saveSoon();
+    });
+    on(&ColumnPopup::statisticsChanged, [this](bool shown) {
+        frame.showStatistics = shown;
+        updateStatistics();
+        saveSoon();
+    });
+    on(&ColumnPopup::fitRequested, [this] { fitAll(); });
+    on(&ColumnPopup::resetRequested, [this, box] {
+        resetColumns();
+        fillColumns(box);
+    });
+}
+
+void TableShell::connectColumnSets(ColumnPopup *box)
+{
+    const auto on = [this, box](auto signal, auto action) { QObject::connect(box, signal, widget, action); };
+    on(&ColumnPopup::setSaved, [this, box](const QString &name) {
+        saveColumnSet(name);
+        fillColumns(box);
+    });
+    on(&ColumnPopup::setChosen, [this, box](const QString &name) {
+        applyColumnSet(name);
+        fillColumns(box);
+    });
+    on(&ColumnPopup::setDeleted, [this, box](const QString &name) {
+        removeColumnSet(name);
+        fillColumns(box);
+    });
+}
+
+void TableShell::openMarks()
+{
+    if (!isShowing())
+        return;
+    closePopup();
+    std::vector<MarkPopup::Column> numbers;
+    for (const int column : grid->columnOrder())
+        if (grid->column(column).numeric)
+            numbers.push_back({column, columns[std::size_t(column)].info.name});
+    auto *box = new MarkPopup(numbers, frame.marks, widget);
+    popup = box;
+    QObject::connect(box, &MarkPopup::marksChanged, widget,
+                     [this](const QVector<CTableRowMark> &marks) { setRowMarks(marks); });
+    box->showAt(popupAnchor(), Qt::RightEdge);
+}
+
+void TableShell::askExport()
+{
+    auto *dialog = new QFileDialog(widget, QStringLiteral("导出数据"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setNameFilters({QStringLiteral("Excel 工作簿 (*.xlsx)"), QStringLiteral("CSV 文件 (*.csv)")});
+    dialog->setDefaultSuffix(QStringLiteral("xlsx"));
+    dialog->selectFile(
+        QStringLiteral("导出_%1.xlsx").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmss"))));
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString &filter) {
+        dialog->setDefaultSuffix(filter.contains(QLatin1String("csv")) ? QStringLiteral("csv")
+                                                                       : QStringLiteral("xlsx"));
+    });
+    QObject::connect(
+        dialog, &QFileDialog::fileSelected, widget,
+        [this](const QString &path) {
+            const QPointer<QWidget> self(widget);
+            const bool whole = exportTo(path);
+            if (!self || whole || transfer.wasCancelled())
+                return;
+            showInformation(widget, QStringLiteral("数据导出"),
+                            QStringLiteral("导出失败：%1").arg(transfer.errorText()));
+        },
+        Qt::QueuedConnection);
+    dialog->open();
+}
+
+} // namespace ZB
