@@ -20,6 +20,7 @@ qtbase5-dev $libdir/cmake/Qt5Widgets/Qt5WidgetsConfig.cmake
 libqt5svg5-dev $libdir/cmake/Qt5Svg/Qt5SvgConfig.cmake
 libboost-thread-dev $libdir/libboost_thread.so
 libboost-date-time-dev $libdir/libboost_date_time.so
+libicu-dev /usr/include/unicode/utrans.h
 libfmt-dev /usr/include/fmt/core.h
 liblog4cxx-dev /usr/include/log4cxx/log4cxx.h
 libxlsxwriter-dev /usr/include/xlsxwriter.h

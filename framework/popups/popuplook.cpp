@@ -39,6 +39,8 @@ PopupLook PopupLook::fromResources()
     look.pressed = opaque(color("clr_table_column_header_press"));
     look.accent = opaque(color("clr_task_progress_background"));
     look.accentText = look.background;
+    look.selected = opaque(color("clr_table_background_selected"));
+    look.link = opaque(color("clr_text_link"));
     look.warning = opaque(color("clr_global_rise"));
     return look;
 }

@@ -23,6 +23,8 @@ struct FRAMEWORK_API PopupLook
     QColor pressed;
     QColor accent;
     QColor accentText; ///< on the accent
+    QColor selected;   ///< ground of the current row of a list
+    QColor link;       ///< the accent as a colour of texts
     QColor warning;    ///< frame of a field whose text leads nowhere
 
     static PopupLook fromResources();

@@ -29,6 +29,7 @@ enum FieldId : int
     InstrumentLot,            ///< I, the smallest quantity that can be bought
     InstrumentPriceTick,      ///< D
     InstrumentMultiplier,     ///< I, of futures and options
+    InstrumentKind,           ///< I, one bit of KV::EFilterFlag
 
     OrderCode = 1620201, ///< S, with exchange
     OrderExchange,       ///< I, enumeration "exchange"

@@ -27,6 +27,7 @@ std::vector<FieldDef> instrumentFields()
         {InstrumentLot,            ExtInt,    "交易单位",   0, AlignRight,               Everybody,         0, {}},
         {InstrumentMultiplier,     ExtInt,    "合约乘数",   0, AlignRight,               DerivativeTraders, 0, {}},
         {InstrumentPriceDecimals,  ExtInt,    "价格小数位", 0, AlignRight,               Nobody,            0, {}},
+        {InstrumentKind,           ExtInt,    "证券类别",   0, AlignCentre,              Nobody,            0, {}},
     };
     return fields;
 }
