@@ -155,10 +155,12 @@ void CHpfLogWidget::clear()
     search.setText(QString());
     foundPlace = {};
     lastMatchCount = 0;
+    lastMatchNumber = 0;
     maxLineWidth = 0;
     contentWidth = drawRect.width();
     scrollAcross(0);
     updateScroll();
+    Q_EMIT sigCleared();
 }
 
 void CHpfLogWidget::setFilterLevel(int level)
@@ -221,6 +223,12 @@ void CHpfLogWidget::followTrimming(const CModelTextCache::ListState &state)
     selectedLine = moved(selectedLine);
     foundPlace.row = moved(foundPlace.row);
     topLine = std::max(moved(topLine), 0);
+}
+
+void CHpfLogWidget::followNewest()
+{
+    followTail = true;
+    updateScroll();
 }
 
 int CHpfLogWidget::overflow() const

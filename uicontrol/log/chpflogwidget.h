@@ -54,12 +54,30 @@ public:
     bool findPrevious();
     /// Occurrences at the last search.
     int matchCount() const { return lastMatchCount; }
+    /// Number of the occurrence shown last among all of them, from 1; 0 when none was shown.
+    int matchNumber() const { return lastMatchNumber; }
+    /// Counts the occurrences anew: new lines may have brought some, and taken others away.
+    void updateMatchCount();
+
+    /// Whether the view moves on with new lines.
+    bool isFollowing() const { return followTail; }
+    /// Goes to the newest line and moves on with it.
+    void followNewest();
+    /// Pieces in the list that is shown, at the last look, and how many have left its front before since clear().
+    int shownLines() const { return lineCount; }
+    qint64 trimmedLines() const { return knownTrimmed; }
 
     void reDrawGraph();
 
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
     void themeChanged() override;
     void scaleChanged() override;
+
+Q_SIGNALS:
+    /// What is shown has changed: other lines, another place in them, another selection.
+    void sigViewChanged();
+    /// All lines are gone, whoever wished it.
+    void sigCleared();
 
 public Q_SLOTS:
     void slotSelectAll(bool checked);
@@ -133,6 +151,7 @@ private:
     CLogSearch search;
     CLogSearch::Place foundPlace; ///< where findNext() goes on
     int lastMatchCount = 0;
+    int lastMatchNumber = 0;
     int filterLevel = allLevels;
     QString logKey;
 

@@ -63,8 +63,8 @@ void CHpfLogWidget::reDrawGraph()
 
 void CHpfLogWidget::redraw()
 {
-    drawBackground(drawRect);
-    update();
+    reDrawGraph();
+    Q_EMIT sigViewChanged();
 }
 
 void CHpfLogWidget::drawBackground(const QRect &rect)

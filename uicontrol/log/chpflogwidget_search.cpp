@@ -14,10 +14,19 @@ CLogSearch::Hits CHpfLogWidget::searchAll()
     return hits;
 }
 
+void CHpfLogWidget::updateMatchCount()
+{
+    const CLogSearch::Hits hits = searchAll();
+    const auto shown = std::lower_bound(hits.starts.begin(), hits.starts.end(), foundPlace);
+    const bool isThere = shown != hits.starts.end() && !(foundPlace < *shown);
+    lastMatchNumber = isThere ? static_cast<int>(shown - hits.starts.begin()) + 1 : 0;
+}
+
 bool CHpfLogWidget::findText(const QString &text)
 {
     search.setText(text);
     foundPlace = {};
+    lastMatchNumber = 0;
     const CLogSearch::Hits hits = searchAll();
     if (!hits.rows.empty()) {
         const int top = verticalBar->sliderPosition();
@@ -26,7 +35,10 @@ bool CHpfLogWidget::findText(const QString &text)
         if (row > geometry.pageLines() + top)
             verticalBar->setSliderPosition(row - 1);
         const auto start = std::lower_bound(hits.starts.begin(), hits.starts.end(), CLogSearch::Place{row, 0});
-        foundPlace = start == hits.starts.end() ? hits.starts.back() : *start;
+        if (start != hits.starts.end() && isOnPage(start->row)) { // one above the page is still to be shown
+            foundPlace = *start;
+            lastMatchNumber = static_cast<int>(start - hits.starts.begin()) + 1;
+        }
     }
     redraw();
     return !hits.rows.empty();
@@ -39,8 +51,11 @@ bool CHpfLogWidget::findNext()
     if (hits.starts.empty())
         return false;
     const CLogSearch::Place from = foundPlace.row < 0 ? CLogSearch::Place{topLine, -1} : foundPlace;
-    const auto next = std::upper_bound(hits.starts.begin(), hits.starts.end(), from);
-    return showHit(next == hits.starts.end() ? hits.starts.front() : *next);
+    auto next = std::upper_bound(hits.starts.begin(), hits.starts.end(), from);
+    if (next == hits.starts.end())
+        next = hits.starts.begin();
+    lastMatchNumber = static_cast<int>(next - hits.starts.begin()) + 1;
+    return showHit(*next);
 }
 
 bool CHpfLogWidget::findPrevious()
@@ -50,8 +65,11 @@ bool CHpfLogWidget::findPrevious()
     if (hits.starts.empty())
         return false;
     const CLogSearch::Place from = foundPlace.row < 0 ? CLogSearch::Place{topLine, -1} : foundPlace;
-    const auto next = std::lower_bound(hits.starts.begin(), hits.starts.end(), from);
-    return showHit(next == hits.starts.begin() ? hits.starts.back() : *std::prev(next));
+    auto next = std::lower_bound(hits.starts.begin(), hits.starts.end(), from);
+    if (next == hits.starts.begin())
+        next = hits.starts.end();
+    lastMatchNumber = static_cast<int>(next - hits.starts.begin());
+    return showHit(*std::prev(next));
 }
 
 /// Selects the row of an occurrence and scrolls both ways until it can be seen.

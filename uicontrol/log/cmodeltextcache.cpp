@@ -131,6 +131,7 @@ void CModelTextCache::clear()
     const Lock lock(mutex);
     ++generation;
     all.swap(allLines.pieces);
+    allLines.trimmed = 0;
     levels.swap(levelLines);
     longestList = maxLines + 1;
     changed = true;

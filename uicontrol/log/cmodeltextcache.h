@@ -62,7 +62,7 @@ public:
     struct ListState
     {
         int size = 0;
-        qint64 trimmed = 0; ///< pieces that have left the front of the list so far
+        qint64 trimmed = 0; ///< pieces that have left the front of the list since clear()
     };
     /// Of one level's list, or of the list of all.
     ListState getState(std::optional<int> level) const;
