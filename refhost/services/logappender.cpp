@@ -17,6 +17,9 @@ int levelOf(const log4cxx::spi::LoggingEvent &event)
     return event.getLevel()->isGreaterOrEqual(log4cxx::Level::getWarn()) ? LogWarning : LogInfo;
 }
 
+/// Lines that are kept for listeners to come.
+constexpr std::size_t mostKept = 1000;
+
 /// True on a thread that is inside a listener: what it logs goes to nobody, or there would be no end.
 thread_local bool insideListener = false;
 
@@ -29,9 +32,11 @@ LogAppender::~LogAppender()
     finalize();
 }
 
-int LogAppender::addListener(LogListener listener)
+int LogAppender::addListener(LogListener listener, std::vector<LogLine> *before)
 {
     const std::lock_guard<std::mutex> lock(mutex);
+    if (before)
+        before->assign(newest.begin(), newest.end());
     auto changed = std::make_shared<Listeners>(*listeners);
     (*changed)[++lastId] = std::move(listener);
     listeners = std::move(changed);
@@ -66,15 +71,18 @@ void LogAppender::append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::he
         std::fwrite(line.data(), 1, line.size(), stderr);
     }
 
+    if (insideListener)
+        return;
+    const QString text = panelLine(*event);
     std::shared_ptr<const Listeners> present;
     {
         const std::lock_guard<std::mutex> lock(mutex);
+        if (newest.size() == mostKept)
+            newest.pop_front();
+        newest.push_back({text, level});
         present = listeners;
     }
-    if (present->empty() || insideListener)
-        return;
     insideListener = true;
-    const QString text = panelLine(*event);
     for (const auto &[id, listener] : *present)
         listener(text, level);
     insideListener = false;

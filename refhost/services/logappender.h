@@ -2,9 +2,11 @@
 
 #include <log4cxx/appenderskeleton.h>
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "services/logline.h"
 
@@ -17,7 +19,7 @@ public:
     LogAppender();
     ~LogAppender() override;
 
-    int addListener(LogListener listener);
+    int addListener(LogListener listener, std::vector<LogLine> *before);
     void removeListener(int id);
 
     /// Unlike the base, without the lock, since listeners are called from here.
@@ -33,6 +35,7 @@ private:
 
     std::mutex mutex;                                                           ///< guards what follows
     std::shared_ptr<const Listeners> listeners = std::make_shared<Listeners>(); ///< replaced, never changed
+    std::deque<LogLine> newest;                                                 ///< lines
     int lastId = 0;
 };
 

@@ -15,6 +15,13 @@ enum LogLevel : int
     LogError = 2
 };
 
+/// A line that was logged, as listeners get it.
+struct LogLine
+{
+    QString text;
+    int level = LogInfo;
+};
+
 /// Takes a log line without date: "09:30:00.120 text", perhaps of several lines.
 using LogListener = std::function<void(const QString &text, int level)>;
 

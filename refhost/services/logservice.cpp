@@ -111,9 +111,9 @@ QStringList LogService::files() const
     return state->files;
 }
 
-int LogService::addListener(LogListener listener)
+int LogService::addListener(LogListener listener, std::vector<LogLine> *before)
 {
-    return state->lines->addListener(std::move(listener));
+    return state->lines->addListener(std::move(listener), before);
 }
 
 void LogService::removeListener(int id)

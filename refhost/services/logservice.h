@@ -2,6 +2,7 @@
 
 #include <QtCore/QStringList>
 #include <memory>
+#include <vector>
 
 #include "services/logline.h"
 
@@ -23,8 +24,9 @@ public:
     QStringList files() const;
 
     /// Hands every line from info on to a function, on the thread that logs, without any lock; lines that the function
-    /// logs itself are not handed out. Returns what removeListener() takes.
-    int addListener(LogListener listener);
+    /// logs itself are not handed out. `before` gets the lines from before, the newest 1,000 of them. Returns what
+    /// removeListener() takes.
+    int addListener(LogListener listener, std::vector<LogLine> *before = nullptr);
     /// A line that is under way on another thread may still arrive just after this.
     void removeListener(int id);
 
