@@ -23,6 +23,8 @@ namespace terminal {
 namespace {
 
 constexpr double secondsOfSimulation = 10;
+constexpr int settlingStep = 10;       ///< milliseconds
+constexpr int longestSettling = 30000; ///< milliseconds
 constexpr int unusable = 2;
 
 double rounded(double milliseconds)
@@ -38,6 +40,7 @@ HeadlessRun::HeadlessRun(FeedPump &feedPump, MainWindow &mainWindow, const Optio
 {
     timeOver.setSingleShot(true);
     connect(&timeOver, &QTimer::timeout, this, &HeadlessRun::finish);
+    connect(&settling, &QTimer::timeout, this, &HeadlessRun::settle);
     connect(&pump, &FeedPump::finished, this, &HeadlessRun::finish, Qt::QueuedConnection);
 }
 
@@ -70,6 +73,23 @@ void HeadlessRun::finish()
     seconds = static_cast<double>(clock.elapsed()) / 1000;
     worstStall = window.stalls().worst();
     window.stalls().stop();
+    settlingTime.start();
+    settling.start(settlingStep);
+}
+
+/// Waits for what is still being read, but not for ever.
+void HeadlessRun::settle()
+{
+    if (!window.isSettled() && !settlingTime.hasExpired(longestSettling))
+        return;
+    settling.stop();
+    complete();
+}
+
+void HeadlessRun::complete()
+{
+    window.showNow();
+    QCoreApplication::processEvents();
     const QByteArray line = report();
     if (!options.shotsDir.isEmpty() && !takeShots()) {
         QCoreApplication::exit(unusable);

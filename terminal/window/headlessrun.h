@@ -27,6 +27,8 @@ public:
 
 private:
     void finish();
+    void settle();
+    void complete();
     bool takeShots();
     bool takeShot(const QString &name);
     QByteArray report() const;
@@ -36,6 +38,8 @@ private:
     const Options options;
     QSize size; ///< of the window at 100 %
     QTimer timeOver;
+    QTimer settling;
+    QElapsedTimer settlingTime;
     QElapsedTimer clock;
     double seconds = 0;
     double worstStall = 0;

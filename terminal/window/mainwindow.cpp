@@ -5,9 +5,11 @@
 #include <QtWidgets/QShortcut>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
+#include <algorithm>
 
 #include "kv/cuserconfig.h"
 #include "window/feedpump.h"
+#include "window/logpage.h"
 #include "window/marketpage.h"
 #include "window/page.h"
 #include "window/statusbar.h"
@@ -28,7 +30,7 @@ constexpr int scaleStep = 25;
 
 MainWindow::MainWindow(FeedPump &pump)
     : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
-      status(new StatusBar(pump, frameMeter, stallMeter, this))
+      log(new LogPage(stack)), status(new StatusBar(pump, frameMeter, stallMeter, this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -38,13 +40,14 @@ MainWindow::MainWindow(FeedPump &pump)
     layout->addWidget(status);
     setMinimumSize(ZB::scaled(640), ZB::scaled(360));
     addPage(market);
+    addPage(log);
 
     pump.setOrderSink([this](const FeedPump::Records &records) { market->takeOrders(records); });
     pump.setDealSink([this](const FeedPump::Records &records) { market->takeDeals(records); });
     connect(&pump, &FeedPump::messageArrived, status, &StatusBar::showMessage);
     connect(&pump, &FeedPump::finished, this, &MainWindow::refresh);
     connect(top, &TopBar::layoutToggled, this, [this] { currentPage().toggleLayout(); });
-    connect(top, &TopBar::pageChosen, this, &MainWindow::showPage);
+    connect(top, &TopBar::pageChosen, this, qOverload<int>(&MainWindow::showPage));
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::refresh);
     refreshTimer.start(refreshMs);
     addShortcuts();
@@ -74,6 +77,12 @@ void MainWindow::showPage(int number)
     currentPage().refresh();
     if (!currentPage().isAncestorOf(focusWidget()))
         currentPage().focusNextPanel();
+}
+
+void MainWindow::showPage(const Page &page)
+{
+    const auto found = std::find(allPages.begin(), allPages.end(), &page);
+    showPage(static_cast<int>(found - allPages.begin()));
 }
 
 void MainWindow::addShortcuts()
@@ -113,6 +122,11 @@ void MainWindow::showNow()
     for (Page *page : allPages)
         page->showNow();
     top->refresh();
+}
+
+bool MainWindow::isSettled()
+{
+    return std::all_of(allPages.begin(), allPages.end(), [](Page *page) { return page->isSettled(); });
 }
 
 void MainWindow::loadState()

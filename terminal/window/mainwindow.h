@@ -14,6 +14,7 @@ class QStackedWidget;
 namespace terminal {
 
 class FeedPump;
+class LogPage;
 class MarketPage;
 class Page;
 class StatusBar;
@@ -32,10 +33,12 @@ public:
     TopBar &topBar() const { return *top; }
     StatusBar &statusBar() const { return *status; }
     MarketPage &marketPage() const { return *market; }
+    LogPage &logPage() const { return *log; }
     const std::vector<Page *> &pages() const { return allPages; }
     Page &currentPage() const;
     /// Brings a page to the front and gives it the keyboard. A number without a page is ignored.
     void showPage(int number);
+    void showPage(const Page &page);
 
     const FrameMeter &frames() const { return frameMeter; }
     StallMeter &stalls() { return stallMeter; }
@@ -44,6 +47,8 @@ public:
     void resizeScaled(const QSize &size);
     /// Shows everything that has come so far, now.
     void showNow();
+    /// Whether nothing is on its way to a page any more. To be asked again until it is so.
+    bool isSettled();
 
     /// From and to the user's configuration.
     void loadState();
@@ -66,6 +71,7 @@ private:
     QStackedWidget *stack;
     std::vector<Page *> allPages; ///< in the order of their tabs; children of the stack
     MarketPage *market;
+    LogPage *log;
     StatusBar *status;
     QTimer refreshTimer;
 };

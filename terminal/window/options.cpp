@@ -37,6 +37,7 @@ const OptionText optionTexts[] = {
     {"theme", "name", "dark or light."},
     {"rise", "colour", "Colour of rising prices: red, green or orange (falling: green, red, blue)."},
     {"scale", "percent", "Scale of everything, 100 to 300."},
+    {"log", "file", "Show a log file, UTF-8 or GB18030, and follow it as it grows."},
     {"log-dir", "folder", "Where the log files go."},
     {"config", "file", "The user's settings. With --headless none are read or written unless this is given."},
 };
@@ -173,6 +174,7 @@ Options readOptions(ValueReader &read)
         options.riseFall = static_cast<refhost::RiseFall>(*rise);
     if (const auto percent = read.number(QStringLiteral("scale"), 100, 300))
         options.scale = static_cast<int>(std::lround(*percent));
+    options.logFile = read.text(QStringLiteral("log"));
     options.logDir = read.text(QStringLiteral("log-dir"));
     options.configFile = read.text(QStringLiteral("config"));
     return options;

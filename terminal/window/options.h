@@ -22,6 +22,7 @@ struct Options
     std::optional<bool> dark;
     std::optional<refhost::RiseFall> riseFall;
     std::optional<int> scale; ///< in per cent
+    QString logFile;          ///< to show and to follow; empty for none
     QString logDir;
     QString configFile;
 };

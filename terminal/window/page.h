@@ -27,6 +27,8 @@ public:
     virtual void refresh();
     /// Shows everything taken so far now, instead of with the next frame.
     virtual void showNow();
+    /// Whether nothing of what the page was given is still on its way. To be asked again until it is so.
+    virtual bool isSettled() { return true; }
     /// Goes to the next of the page's arrangements, if it has several.
     virtual void toggleLayout() {}
     /// Gives the keyboard to the panel behind the one that has it.

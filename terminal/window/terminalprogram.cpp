@@ -14,6 +14,7 @@
 #include "utils/clogcenter.h"
 #include "window/feedpump.h"
 #include "window/headlessrun.h"
+#include "window/logpage.h"
 #include "window/mainwindow.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
@@ -129,6 +130,10 @@ void TerminalProgram::makeWindow()
     window->loadState();
     if (options.size)
         window->resizeScaled(*options.size);
+    if (!options.logFile.isEmpty()) {
+        window->logPage().follow(options.logFile);
+        window->showPage(window->logPage());
+    }
     window->show();
 }
 
