@@ -128,7 +128,8 @@ QPixmap ResourceStore::paint(const QString &key) const
     const auto image = presentTheme.images.find(key);
     if (image != presentTheme.images.end()) {
         const ThemePalette palette(presentTheme, presentRiseFall);
-        const QPixmap painted = paintThemeImage(*image, palette.colour(image->colour), presentScale, pixelRatio());
+        const QPixmap painted = paintThemeImage(*image, palette.colour(image->colour), palette.colour(image->border),
+                                                presentScale, pixelRatio());
         if (!painted.isNull())
             return painted;
     }

@@ -68,9 +68,10 @@ bool ThemeDefinition::readImages(const QJsonObject &object, QString &error)
 {
     for (auto entry = object.begin(); entry != object.end(); ++entry) {
         const QJsonObject image = entry->toObject();
-        const ThemeImage read{image.value(QLatin1String("svg")).toString(), image.value(QLatin1String("box")).toInt(),
-                              pixels(image.value(QLatin1String("width"))), pixels(image.value(QLatin1String("height"))),
-                              image.value(QLatin1String("colour")).toString()};
+        const ThemeImage read{
+            image.value(QLatin1String("svg")).toString(),    image.value(QLatin1String("box")).toInt(),
+            pixels(image.value(QLatin1String("width"))),     pixels(image.value(QLatin1String("height"))),
+            image.value(QLatin1String("colour")).toString(), image.value(QLatin1String("border")).toString()};
         if (read.width < 1 || read.height < 1 || read.colour.isEmpty()) {
             error = wrong(QStringLiteral("images"), entry.key(), QStringLiteral("width, height and colour expected"));
             return false;

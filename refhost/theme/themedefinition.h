@@ -25,6 +25,7 @@ struct ThemeImage
     int width = 16; ///< pixels at 100 %
     int height = 16;
     QString colour; ///< expression of the theme
+    QString border; ///< the same, for the line around a box; empty: none
 };
 
 /// A theme as its files describe it, by key. A plain value; colours are expressions still (see ThemePalette).

@@ -29,22 +29,28 @@ bool paintDrawing(QPixmap &pixmap, const QString &fileName, const QColor &colour
     return renderer.isValid();
 }
 
-void paintBox(QPixmap &pixmap, const QColor &colour, double radius)
+void paintBox(QPixmap &pixmap, const QColor &colour, const QColor &border, double radius)
 {
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);
     painter.drawRoundedRect(QRectF(pixmap.rect()), radius, radius);
+    if (!border.isValid())
+        return;
+    painter.setPen(border);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(pixmap.rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 } // namespace
 
-QPixmap paintThemeImage(const ThemeImage &image, const QColor &colour, double scale, double pixelRatio)
+QPixmap paintThemeImage(const ThemeImage &image, const QColor &colour, const QColor &border, double scale,
+                        double pixelRatio)
 {
     QPixmap pixmap = emptyPixmap(image.width, image.height, scale, pixelRatio);
     if (image.svg.isEmpty())
-        paintBox(pixmap, colour, image.radius * scale * pixelRatio);
+        paintBox(pixmap, colour, border, image.radius * scale * pixelRatio);
     else if (!paintDrawing(pixmap, image.svg, colour))
         return QPixmap();
     pixmap.setDevicePixelRatio(pixelRatio);

@@ -63,7 +63,7 @@ QString ThemePalette::firstWrongKey() const
         if (!colour(*entry).isValid())
             return entry.key();
     for (auto entry = definition.images.begin(); entry != definition.images.end(); ++entry)
-        if (!colour(entry->colour).isValid())
+        if (!colour(entry->colour).isValid() || (!entry->border.isEmpty() && !colour(entry->border).isValid()))
             return entry.key();
     return {};
 }

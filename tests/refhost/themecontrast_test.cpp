@@ -84,7 +84,9 @@ QList<Place> places()
             keys("clr_global_equal"),
             {QStringLiteral("clr_quote_one_%1_background").arg(QLatin1String(side)),
              side[0] == 'a' ? QStringLiteral("clr_table_item_bg_fall") : QStringLiteral("clr_table_item_bg_rise")}};
-    for (const char *fill : {"clr_global_rise_fill", "clr_global_fall_fill", "clr_accent_fill"})
+    for (const char *fill : {"clr_global_rise_fill", "clr_rise_fill_hover", "clr_rise_fill_press",
+                             "clr_global_fall_fill", "clr_fall_fill_hover", "clr_fall_fill_press", "clr_accent_fill",
+                             "clr_accent_fill_hover", "clr_accent_fill_press"})
         all << Place{keys("clr_operation_direction_text clr_text_on_fill"), {QLatin1String(fill)}};
     return all;
 }

@@ -1,0 +1,89 @@
+#include "zb/ccombobox.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QAbstractItemView>
+
+#include "widgets/buttonpaint.h"
+#include "zb/cstylesheetcenter.h"
+#include "zb/cuiresource.h"
+#include "zb/ewidgetevent.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int textMargin = 8;
+constexpr int arrowWidth = 20;
+
+} // namespace
+
+CComboBox::CComboBox(int eventId, QWidget *parent) : CEventWidgetT<QComboBox>(parent), id(eventId)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { deliverEvent(EventItemChosen, id, index, itemText(index), nullptr); });
+    CComboBox::themeChanged();
+}
+
+CComboBox::~CComboBox() = default;
+
+int CComboBox::eventId() const
+{
+    return id;
+}
+
+void CComboBox::themeChanged()
+{
+    setStyleSheet(CStyleSheetCenter::getStyle(QStringLiteral("QComboBox")));
+    setFont(*CUiResource::instance()->getFont(QStringLiteral("fnt_default_normal")));
+    updateGeometry();
+    update();
+}
+
+QString CComboBox::shownText() const
+{
+    return currentText();
+}
+
+bool CComboBox::isHint() const
+{
+    return false;
+}
+
+void CComboBox::paintEvent(QPaintEvent *)
+{
+    const auto color = [](const char *key) { return *CUiResource::instance()->getColor(QLatin1String(key)); };
+    const bool hovered = isEnabled() && underMouse();
+    QPainter painter(this);
+    paintButtonBox(painter, rect(), color(hovered ? "clr_background_hover" : "clr_btn_background_color"),
+                   color(isEnabled() ? "clr_border" : "clr_line"));
+    painter.setFont(font());
+    const QColor text = color(!isEnabled() ? "clr_text_disabled"
+                              : isHint()   ? "clr_text_second"
+                                           : "clr_btn_s_nonormal_0");
+    painter.setPen(text);
+    const QRect place = rect().adjusted(scaled(textMargin), 0, -scaled(arrowWidth), 0);
+    painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
+                     fontMetrics().elidedText(shownText(), Qt::ElideRight, place.width()));
+    paintDropArrow(painter, QRect(width() - scaled(arrowWidth), 0, scaled(arrowWidth), height()), text);
+    if (hasFocus())
+        paintFocusRing(painter, rect());
+}
+
+void CComboBox::keyPressEvent(QKeyEvent *event)
+{
+    const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Down;
+    if (opens)
+        showPopup();
+    else
+        CEventWidgetT<QComboBox>::keyPressEvent(event);
+}
+
+void CComboBox::wheelEvent(QWheelEvent *event)
+{
+    event->ignore();
+}
+
+} // namespace ZB
