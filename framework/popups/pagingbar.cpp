@@ -23,7 +23,6 @@ constexpr int pageSizes[] = {50, 100, 200, 500, 1000};
 PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
 {
     auto *row = tightRow(this);
-    row->setContentsMargins(scaled(8), scaled(4), scaled(8), scaled(4));
     const auto button = [this, row](const QString &text, auto target) {
         QPushButton *made = linkButton(text, this);
         connect(made, &QPushButton::clicked, this, [this, target] { goTo(target()); });
@@ -36,7 +35,6 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     number = new QSpinBox(this);
     number->setButtonSymbols(QAbstractSpinBox::NoButtons);
     number->setKeyboardTracking(false);
-    number->setFixedWidth(scaled(56));
     row->addWidget(number);
     pages = new QLabel(this);
     row->addWidget(pages);
@@ -175,6 +173,9 @@ void PagingBar::setLook(const PopupLook &popupLook)
     look = popupLook;
     setFont(look.font);
     setStyleSheet(look.sheet());
+    layout()->setContentsMargins(scaled(8), scaled(4), scaled(8), scaled(4));
+    layout()->setSpacing(scaled(6));
+    number->setFixedWidth(scaled(64));
 }
 
 void PagingBar::paintEvent(QPaintEvent *)

@@ -1,10 +1,18 @@
 #pragma once
 
+#include <QtCore/QTimer>
+
 #include "window/tablepanel.h"
+
+class QButtonGroup;
+class QLineEdit;
 
 namespace terminal {
 
-/// Every order of the market, with what became of it: the newest at the end.
+class PagedStreamTable;
+
+/// Every order of the market, with what became of it, page by page: the newest at the end. In its title the orders can
+/// be narrowed down to a status and to codes that contain a text.
 class OrderStreamPanel : public TablePanel
 {
     Q_OBJECT
@@ -12,6 +20,26 @@ class OrderStreamPanel : public TablePanel
 public:
     explicit OrderStreamPanel(QWidget *parent = nullptr);
     ~OrderStreamPanel() override;
+
+    PagedStreamTable &stream() const { return *streamTable; }
+    void take(const FeedPump::Records &records) override;
+    int shownCount() const override;
+    int allCount() const override;
+    void showNow() override;
+
+    void themeChanged() override;
+
+private:
+    void addStatuses();
+    void addSearch();
+    void applySearch();
+    void showFilter();
+    void applyLook();
+
+    PagedStreamTable *streamTable;
+    QButtonGroup *statuses; ///< by status mode
+    QLineEdit *search;
+    QTimer searchDelay; ///< while somebody types
 };
 
 } // namespace terminal

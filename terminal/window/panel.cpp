@@ -47,6 +47,11 @@ void Panel::setContents(QWidget *contents)
     setFocusProxy(contents);
 }
 
+void Panel::addTitleWidget(QWidget *widget)
+{
+    titleLayout->addWidget(widget);
+}
+
 void Panel::themeChanged()
 {
     applyLook();

@@ -36,6 +36,8 @@ public:
 protected:
     /// Fills the place under the title bar; called once, by the constructor of the derived panel.
     void setContents(QWidget *contents);
+    /// At the right end of the title bar, behind those that are there.
+    void addTitleWidget(QWidget *widget);
     void paintEvent(QPaintEvent *event) override;
 
 private:

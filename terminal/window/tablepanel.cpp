@@ -18,12 +18,17 @@ QString grouped(int count)
 } // namespace
 
 TablePanel::TablePanel(const QString &caption, int tableId, int metaId, QWidget *parent)
-    : Panel(caption, parent),
-      dataTable(new KV::CHpfDataTable(tableId, metaId, this, kdservice::TraderStock, /* paged */ false))
+    : TablePanel(caption, new KV::CHpfDataTable(tableId, metaId, nullptr, kdservice::TraderStock, /* paged */ false),
+                 parent)
+{
+}
+
+TablePanel::TablePanel(const QString &caption, KV::CHpfDataTable *table, QWidget *parent)
+    : Panel(caption, parent), dataTable(table)
 {
     dataTable->getDataModel()->setFieldColors(true);
     setContents(dataTable);
-    refresh();
+    TablePanel::refresh();
 }
 
 TablePanel::~TablePanel() = default;
@@ -33,10 +38,20 @@ void TablePanel::take(const FeedPump::Records &records)
     dataTable->updateDatas(records, /* redraw */ false);
 }
 
+int TablePanel::shownCount() const
+{
+    return dataTable->count();
+}
+
+int TablePanel::allCount() const
+{
+    return dataTable->getDataModel()->allSize();
+}
+
 void TablePanel::refresh()
 {
-    const int shown = dataTable->count();
-    const int all = dataTable->getDataModel()->allSize();
+    const int shown = shownCount();
+    const int all = allCount();
     if (shown == all)
         setSummary(QStringLiteral("%1 笔").arg(grouped(all)));
     else

@@ -22,7 +22,10 @@ public:
 
     KV::CHpfDataTable &table() const { return *dataTable; }
     /// Takes new and changed records in; they show with the next frame.
-    void take(const FeedPump::Records &records);
+    virtual void take(const FeedPump::Records &records);
+    /// Rows that pass the filters, and all rows; on every page, where there are pages.
+    virtual int shownCount() const;
+    virtual int allCount() const;
     /// Shows the number of rows in the title. Called a few times a second.
     void refresh() override;
     void showNow() override;
@@ -36,6 +39,8 @@ protected:
     };
 
     TablePanel(const QString &caption, int tableId, int metaId, QWidget *parent);
+    /// With a table of its own kind, which becomes the panel's.
+    TablePanel(const QString &caption, KV::CHpfDataTable *table, QWidget *parent);
 
     /// The columns that are shown from the start, in their order; the first `frozen` of them do not scroll sideways.
     void arrangeColumns(const std::vector<Column> &columns, int frozen);

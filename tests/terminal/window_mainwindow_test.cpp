@@ -10,6 +10,7 @@
 #include "kdservice/idata.h"
 #include "model/chpfdata.h"
 #include "model/chpfdatamodel.h"
+#include "pagemodel/chpfpagedatamodel.h"
 #include "records/fieldids.h"
 #include "services/userconfig.h"
 #include "table/chpfdatatable.h"
@@ -20,6 +21,7 @@
 #include "window/marketpage.h"
 #include "window/options.h"
 #include "window/orderstreampanel.h"
+#include "window/pagedstreamtable.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
 
@@ -45,28 +47,43 @@ std::string columnsOf(const TablePanel &panel)
     return names.join(QLatin1Char(' ')).toStdString();
 }
 
-qint64 sumOf(const QList<KV::CHpfDataTable::RowPtr> &rows, int field)
+using Records = std::vector<MarketRecords::Record>;
+
+qint64 sumOf(const Records &records, int field)
 {
-    return std::accumulate(rows.begin(), rows.end(), qint64(0), [field](qint64 sum, const auto &row) {
-        return sum + static_cast<KV::CHpfData &>(*row).getIData()->getLong(field);
-    });
+    return std::accumulate(records.begin(), records.end(), qint64(0),
+                           [field](qint64 sum, const auto &record) { return sum + record->getLong(field); });
 }
 
-QList<KV::CHpfDataTable::RowPtr> shownRows(const KV::CHpfDataTable &table)
+/// On every page.
+Records shownRecords(const OrderStreamPanel &panel)
+{
+    Records records;
+    for (const auto &page : panel.stream().pages().getShowDatas())
+        records.push_back(page->getIData());
+    return records;
+}
+
+Records shownRecords(const DealStreamPanel &panel)
 {
     QList<KV::CHpfDataTable::RowPtr> rows;
-    table.getDataModel()->getDatas(rows);
-    return rows;
+    panel.table().getDataModel()->getDatas(rows);
+    Records records;
+    for (const auto &row : qAsConst(rows))
+        records.push_back(static_cast<KV::CHpfData &>(*row).getIData());
+    return records;
 }
 
 /// What the statistics row says under the columns of these fields must be the sums over the shown rows.
-void expectSums(const KV::CHpfDataTable &table, const std::vector<int> &fields)
+template <typename Stream>
+void expectSums(const Stream &panel, const std::vector<int> &fields)
 {
-    const auto rows = shownRows(table);
+    const Records records = shownRecords(panel);
     for (const int field : fields) {
-        const int column = table.getColumnIdByFileId(field);
-        EXPECT_EQ(table.getDataModel()->getStatDispalyQString(column).toStdString(), std::to_string(sumOf(rows, field)))
-            << field << " over " << rows.size() << " rows";
+        const int column = panel.table().getColumnIdByFileId(field);
+        EXPECT_EQ(panel.table().getDataModel()->getStatDispalyQString(column).toStdString(),
+                  std::to_string(sumOf(records, field)))
+            << field << " over " << records.size() << " rows";
     }
 }
 
@@ -106,18 +123,20 @@ TEST_F(WindowTest, AFilterShowsInTheTitleAndTheSumsAreThoseOfTheShownRows)
     ASSERT_TRUE(QTest::qWaitFor([&] { return pump->counters().orders > 3000; }, 30000));
     pump->stop();
 
-    TablePanel &panel = window.marketPage().orderStream();
+    OrderStreamPanel &panel = window.marketPage().orderStream();
     KV::CHpfDataTable &table = panel.table();
     QSet<QString> sells{QStringLiteral("卖出")};
     table.onFilterTrigger(table.getColumnIdByFileId(refhost::OrderDirection), ZB::FilterExact, sells);
     panel.refresh();
-    const QString all = QLocale(QLocale::English).toString(table.getAllDatas().size());
-    const QString shown = QLocale(QLocale::English).toString(table.count());
-    EXPECT_LT(table.count(), table.getAllDatas().size());
+    const Records shownOrders = shownRecords(panel);
+    const int allOrders = panel.stream().pages().getAllDatas().size();
+    const QString all = QLocale(QLocale::English).toString(allOrders);
+    const QString shown = QLocale(QLocale::English).toString(static_cast<int>(shownOrders.size()));
+    EXPECT_LT(static_cast<int>(shownOrders.size()), allOrders);
     EXPECT_EQ(panel.summary(), QStringLiteral("筛选 %1 / %2 笔").arg(shown, all));
-    for (const auto &row : shownRows(table))
-        ASSERT_EQ(static_cast<KV::CHpfData &>(*row).getIData()->getString(refhost::OrderDirection), "1");
-    expectSums(table, {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderCancelled, refhost::OrderUnfilled});
+    for (const auto &record : shownOrders)
+        ASSERT_EQ(record->getString(refhost::OrderDirection), "1");
+    expectSums(panel, {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderCancelled, refhost::OrderUnfilled});
     table.clearFilter();
     panel.refresh();
     EXPECT_EQ(panel.summary(), all + QStringLiteral(" 笔"));
@@ -224,24 +243,26 @@ TEST_F(WindowTest, ARecordedDayAddsUpInTheTables)
     pump.start();
     ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isFinished(); }, 120000));
 
-    const KV::CHpfDataTable &orders = window.marketPage().orderStream().table();
-    const KV::CHpfDataTable &deals = window.marketPage().dealStream().table();
-    EXPECT_EQ(orders.count(), 121840);
-    EXPECT_EQ(deals.count(), 79486);
-    EXPECT_EQ(sumOf(orders.getAllDatas(), refhost::OrderFilled), 115836344);
+    const OrderStreamPanel &orders = window.marketPage().orderStream();
+    const DealStreamPanel &deals = window.marketPage().dealStream();
+    const Records allOrders = shownRecords(orders);
+    EXPECT_EQ(orders.shownCount(), 121840);
+    EXPECT_EQ(deals.shownCount(), 79486);
+    EXPECT_EQ(allOrders.size(), 121840U);
+    EXPECT_EQ(sumOf(allOrders, refhost::OrderFilled), 115836344);
     EXPECT_EQ(pump.sharesFilled(), 115836344);
-    EXPECT_EQ(2 * sumOf(deals.getAllDatas(), refhost::DealQuantity), 115836344);
+    EXPECT_EQ(2 * sumOf(shownRecords(deals), refhost::DealQuantity), 115836344);
     expectSums(orders, {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderCancelled, refhost::OrderUnfilled});
     expectSums(deals, {refhost::DealQuantity});
-    const auto model = orders.getDataModel();
-    EXPECT_NEAR(model->getStatColumnDouble(orders.getColumnIdByFileId(refhost::OrderAmount)),
-                2 * deals.getDataModel()->getStatColumnDouble(deals.getColumnIdByFileId(refhost::DealAmount)), 0.01)
+    const int orderAmount = orders.table().getColumnIdByFileId(refhost::OrderAmount);
+    const int dealAmount = deals.table().getColumnIdByFileId(refhost::DealAmount);
+    EXPECT_NEAR(orders.stream().pages().getStatColumnDouble(orderAmount),
+                2 * deals.table().getDataModel()->getStatColumnDouble(dealAmount), 0.01)
         << "both sides of every deal";
 
     int overfilled = 0;
     int wrongStatus = 0;
-    for (const auto &row : orders.getAllDatas()) {
-        const auto record = static_cast<KV::CHpfData &>(*row).getIData();
+    for (const auto &record : allOrders) {
         const qint64 quantity = record->getLong(refhost::OrderQuantity);
         const qint64 filled = record->getLong(refhost::OrderFilled);
         const qint64 cancelled = record->getLong(refhost::OrderCancelled);

@@ -93,6 +93,9 @@ public:
 protected:
     void initColumns(const std::vector<int> &metaIds) override;
     QVariant::Type dataTypeToQtType(kdservice::EXT_DATA_TYPE type) const;
+    /// What the statistics row says under a column whose sum is this; empty for the largest value of the type.
+    QString statText(int column, qint64 sum) const;
+    QString statText(int column, double sum) const;
 
 private:
     struct NewColumn;
@@ -105,8 +108,6 @@ private:
     void useKnownPlan();
     ColumnMaps presentMaps() const;
     const kdservice::FieldDes *fieldOf(int column) const;
-    QString integerStatText(int column, bool extra, bool fromZero) const;
-    QString doubleStatText(int column, bool extra, const kdservice::FieldDes &field) const;
 
     mutable boost::shared_mutex mutex; ///< guards everything up to the mark below
     QMap<int, int> columnOfField;

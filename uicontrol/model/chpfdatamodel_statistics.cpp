@@ -57,43 +57,42 @@ QString CHpfDataModel::getStatDispalyQString(int column) const
 {
     const bool extra = extraDataModel->exist(column);
     const QVariant::Type type = columnType(column);
-    const kdservice::FieldDes *field = fieldOf(column);
-    if (field == nullptr)
-        return QString();
     if (type == QVariant::Int || type == QVariant::LongLong)
-        return integerStatText(column, extra, field->getProperty(7));
-    return type == QVariant::Double ? doubleStatText(column, extra, *field) : QString();
+        return statText(column, extra ? toInteger(extraDataModel->getStatData(column)) : getStatColumnLongLong(column));
+    if (type == QVariant::Double)
+        return statText(column, extra ? extraDataModel->getStatData(column) : getStatColumnDouble(column));
+    return QString();
 }
 
-QString CHpfDataModel::integerStatText(int column, bool extra, bool fromZero) const
+QString CHpfDataModel::statText(int column, qint64 sum) const
 {
-    const qint64 value = extra ? toInteger(extraDataModel->getStatData(column)) : getStatColumnLongLong(column);
-    if (value == noLong)
+    const kdservice::FieldDes *field = fieldOf(column);
+    if (field == nullptr || sum == noLong)
         return QString();
-    return QString::number(fromZero && value < 0 ? 0 : value, 10);
+    return QString::number(field->getProperty(7) && sum < 0 ? 0 : sum, 10);
 }
 
-QString CHpfDataModel::doubleStatText(int column, bool extra, const kdservice::FieldDes &field) const
+QString CHpfDataModel::statText(int column, double sum) const
 {
-    double value = extra ? extraDataModel->getStatData(column) : getStatColumnDouble(column);
-    if (field.getProperty(5) || isAbsent(value))
+    const kdservice::FieldDes *field = fieldOf(column);
+    if (field == nullptr || field->getProperty(5) || isAbsent(sum))
         return QString();
-    if (field.getProperty(7) && value < 0)
-        value = 0;
+    if (field->getProperty(7) && sum < 0)
+        sum = 0;
 
-    int precision = field.precision;
-    auto flags = field.formatFlags;
+    int precision = field->precision;
+    auto flags = field->formatFlags;
     CExtraColumnInfo info;
-    if (extra && extraDataModel->getColumnInfo(column, info)) {
+    if (extraDataModel->exist(column) && extraDataModel->getColumnInfo(column, info)) {
         precision = info.precision;
         flags = info.flag;
     }
     const QString invalid = QStringLiteral("非法值");
-    if (!field.getProperty(10))
-        return ZB::formatDoubleNumber(static_cast<long double>(value), precision, flags, false, invalid);
+    if (!field->getProperty(10))
+        return ZB::formatDoubleNumber(static_cast<long double>(sum), precision, flags, false, invalid);
     if (const CUserConfig *config = getUserConfig())
         flags |= config->getSegmentedFormatFlag();
-    return ZB::formatDoubleNumberSpace(static_cast<long double>(value), precision, flags, false, invalid);
+    return ZB::formatDoubleNumberSpace(static_cast<long double>(sum), precision, flags, false, invalid);
 }
 
 } // namespace KV
