@@ -39,6 +39,8 @@ bool LogTail::read(LogRead &out)
     out = LogRead();
     if (!file.isOpen() && !open(out, LogFileEvent::Opened))
         return out.event != LogFileEvent::None;
+    if (atEnd && file.size() != position && !isKnown(file)) // written anew, perhaps longer than before
+        return startAgain(out, file.size() < position ? LogFileEvent::Truncated : LogFileEvent::Replaced);
     if (file.size() - position > limits.backlog)
         skipAhead(out);
     const QByteArray bytes = file.seek(position) ? file.read(limits.blockBytes) : QByteArray();
@@ -53,13 +55,18 @@ bool LogTail::read(LogRead &out)
         return true;
     }
     const LogFileEvent change = changeOnDisk();
-    if (change != LogFileEvent::None) {
-        if (!endLine(out.lines, pending.size())) // what is left of the old file comes first
-            open(out, change);
-        return true;
-    }
+    if (change != LogFileEvent::None)
+        return startAgain(out, change);
     atEnd = true;
     return (isQuiet() && endLine(out.lines, wholeCharacters())) || out.event != LogFileEvent::None;
+}
+
+/// What is left of the old file comes first, in a step of its own.
+bool LogTail::startAgain(LogRead &out, LogFileEvent event)
+{
+    if (!endLine(out.lines, pending.size()))
+        open(out, event);
+    return true;
 }
 
 /// Opens the file by its name and finds where to begin.
@@ -76,6 +83,7 @@ bool LogTail::open(LogRead &out, LogFileEvent event)
     lastProblem.clear();
     if (position > 0 && isKnown(file)) // it was away for a while
         return true;
+    atEnd = false;
     position = 0;
     head.clear();
     newest.clear();

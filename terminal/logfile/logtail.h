@@ -52,6 +52,7 @@ public:
     bool isAtEnd() const { return atEnd; }
 
 private:
+    bool startAgain(LogRead &out, LogFileEvent event);
     bool open(LogRead &out, LogFileEvent event);
     void lose(LogRead &out, const QString &problem);
     qint64 startOfNewest();

@@ -66,6 +66,22 @@ TEST(LogService, HandsLinesWithTheirLevelToListeners)
     EXPECT_NE(errors.find(" ERROR 连接断开\n"), std::string::npos);
 }
 
+TEST(LogService, AListenerGetsTheNewestLinesFromBefore)
+{
+    for (int i = 0; i < 1005; ++i)
+        LOG4CXX_INFO(utils::getStdLogger(), "before " << i);
+    std::vector<LogLine> before;
+    int heard = 0;
+    const int id = LogService::instance().addListener([&heard](const QString &, int) { ++heard; }, &before);
+    LOG4CXX_INFO(utils::getStdLogger(), "after");
+    LogService::instance().removeListener(id);
+    ASSERT_EQ(before.size(), 1000U);
+    EXPECT_EQ(before.front().text.section(QLatin1Char(' '), 1).toStdString(), "before 5");
+    EXPECT_EQ(before.back().text.section(QLatin1Char(' '), 1).toStdString(), "before 1004");
+    EXPECT_EQ(before.back().level, LogInfo);
+    EXPECT_EQ(heard, 1);
+}
+
 TEST(LogService, AListenerThatLogsDoesNotHearItself)
 {
     int heard = 0;
