@@ -2,6 +2,7 @@
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
+#include <algorithm>
 
 #include "popups/checkmark.h"
 #include "popups/popuplook.h"
@@ -71,13 +72,17 @@ void CCheckBox::paintEvent(QPaintEvent *)
         look.background = state == StatePressed ? look.pressed : look.hover;
     }
     QPainter painter(this);
+    // In a box that is a little too narrow the text stays whole, and the gaps give.
     const int side = checkMarkSize();
-    const QRect square(scaled(margin), (height() - side) / 2, side, side);
+    const int spare = width() - side - fontMetrics().horizontalAdvance(text());
+    const int left = std::clamp(spare / 4, 0, scaled(margin));
+    const int between = std::clamp(spare - 2 * left, scaled(1), scaled(gap));
+    const QRect square(left, (height() - side) / 2, side, side);
     paintCheckMark(painter, square, isChecked() ? Qt::Checked : Qt::Unchecked, isEnabled(), look);
     painter.setFont(font());
     painter.setPen(*CUiResource::instance()->getColor(isEnabled() ? QStringLiteral("clr_text_default")
                                                                   : QStringLiteral("clr_text_disabled")));
-    const QRect place = rect().adjusted(square.right() + 1 + scaled(gap), 0, 0, 0);
+    const QRect place = rect().adjusted(left + side + between, 0, 0, 0);
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
                      fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
     if (hasFocus())

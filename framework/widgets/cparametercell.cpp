@@ -1,0 +1,115 @@
+#include "zb/cparametercell.h"
+
+#include <algorithm>
+
+#include "zb/clineedit.h"
+#include "zb/csimpletextwidget.h"
+#include "zb/cuiresource.h"
+#include "zb/ewidgetevent.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int gap = 6;
+constexpr int leastField = 40;
+
+} // namespace
+
+class CParameterCell::Private
+{
+public:
+    explicit Private(CParameterCell &cell) : q(cell) {}
+
+    void place();
+
+    CParameterCell &q;
+    int id = 0;
+    int labelHeight = 0; ///< at 100 %; 0: that of the cell
+    CSimpleTextWidget *label = nullptr;
+    CSimpleTextWidget *unit = nullptr;
+    CLineEdit *field = nullptr;
+};
+
+void CParameterCell::Private::place()
+{
+    const int height = q.height();
+    const int labelLine = labelHeight > 0 ? std::min(scaled(labelHeight), height) : height;
+    const int labelWidth = label->sizeHint().width();
+    const int unitWidth = unit->text().isEmpty() ? 0 : unit->sizeHint().width() + scaled(gap);
+    label->setGeometry(0, (height - labelLine) / 2, labelWidth, labelLine);
+    const int left = labelWidth + scaled(gap);
+    field->setGeometry(left, 0, std::max(0, q.width() - left - unitWidth), height);
+    unit->setVisible(unitWidth > 0);
+    unit->setGeometry(q.width() - unitWidth + scaled(gap), 0, std::max(0, unitWidth - scaled(gap)), height);
+}
+
+CParameterCell::CParameterCell(int eventId, const QString &labelName, const QString &unit, QWidget *parent)
+    : CBaseWidget(parent), d(std::make_unique<Private>(*this))
+{
+    d->id = eventId;
+    d->label = new CSimpleTextWidget(labelName, this);
+    d->unit = new CSimpleTextWidget(unit, this);
+    d->field = new CLineEdit(eventId, this);
+    d->field->setAccessibleName(labelName);
+    setFocusProxy(d->field);
+    connect(d->field, &QLineEdit::textEdited, this,
+            [this](const QString &text) { deliverEvent(EventParameterEdited, d->id, 0, text, nullptr); });
+    d->place();
+}
+
+CParameterCell::~CParameterCell() = default;
+
+int CParameterCell::eventId() const
+{
+    return d->id;
+}
+
+void CParameterCell::setLabelNameHeight(int height)
+{
+    d->labelHeight = height;
+    d->place();
+}
+
+void CParameterCell::setString(const QString &text)
+{
+    d->field->setText(text);
+}
+
+QString CParameterCell::toString() const
+{
+    return d->field->text();
+}
+
+CLineEdit *CParameterCell::getLineEdit() const
+{
+    return d->field;
+}
+
+QSize CParameterCell::sizeHint() const
+{
+    const QSize field = d->field->sizeHint();
+    return QSize(minimumSizeHint().width() - scaled(leastField) + field.width(),
+                 std::max(field.height(), scaled(d->labelHeight)));
+}
+
+QSize CParameterCell::minimumSizeHint() const
+{
+    const int unitWidth = d->unit->text().isEmpty() ? 0 : d->unit->sizeHint().width() + scaled(gap);
+    return QSize(d->label->sizeHint().width() + scaled(gap) + scaled(leastField) + unitWidth,
+                 d->label->sizeHint().height());
+}
+
+void CParameterCell::themeChanged()
+{
+    CBaseWidget::themeChanged();
+    d->place();
+}
+
+void CParameterCell::resizeEvent(QResizeEvent *event)
+{
+    CBaseWidget::resizeEvent(event);
+    d->place();
+}
+
+} // namespace ZB

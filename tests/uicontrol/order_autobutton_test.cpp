@@ -1,0 +1,94 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
+
+#include "eventwindow.h"
+#include "order/cautobutton.h"
+
+namespace {
+
+KV::CAutoButton *makeButton(EventWindow &window, int interval)
+{
+    auto *button = new KV::CAutoButton(3, true, ZB::NormalButtonRise, &window, interval);
+    button->setGeometry(10, 10, 80, 24);
+    window.showNow();
+    return button;
+}
+
+bool comesBack(const QWidget *button)
+{
+    return QTest::qWaitFor([button] { return button->isEnabled(); });
+}
+
+} // namespace
+
+TEST(AutoButton, PassesOneClickOnAndIsDisabledBeforeAnybodyHearsOfIt)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 40);
+    bool enabledWhenHeard = true;
+    window.answer = [&](int) {
+        enabledWhenHeard = button->isEnabled();
+        button->click();
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mouseDClick(button, Qt::LeftButton);
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_FALSE(enabledWhenHeard);
+    EXPECT_EQ(window.take(), "5 3 0");
+    EXPECT_TRUE(comesBack(button));
+    EXPECT_GE(clock.elapsed(), 38); // coarse timers may be 5 % early
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(window.take(), "5 3 0");
+}
+
+TEST(AutoButton, IsBackAtTheNextTurnOfTheLoopWithoutAnInterval)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 0);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_FALSE(button->isEnabled());
+    EXPECT_TRUE(comesBack(button));
+}
+
+TEST(AutoButton, AnotherIntervalCountsFromTheNextClick)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 1);
+    QTest::mouseClick(button, Qt::LeftButton);
+    button->setInterval(3'600'000);
+    EXPECT_TRUE(comesBack(button));
+    QTest::mouseClick(button, Qt::LeftButton);
+    button->setInterval(1);
+    QTest::qWait(30);
+    EXPECT_FALSE(button->isEnabled());
+}
+
+TEST(AutoButton, IsEnabledInTheEndWhoeverDisabledIt)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 1);
+    window.answer = [button](int) { button->setEnabled(false); };
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(comesBack(button));
+}
+
+TEST(AutoButton, MayBeDestroyedWhileItWaitsAndByItsOwnClick)
+{
+    EventWindow window;
+    QPointer<KV::CAutoButton> button = makeButton(window, 1);
+    QTest::mouseClick(button, Qt::LeftButton);
+    delete button;
+    QTest::qWait(10);
+    button = makeButton(window, 1);
+    button->show();
+    window.take();
+    window.answer = [&button](int) { delete button; };
+    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::qWait(10);
+    EXPECT_EQ(window.take(), "5 3 0");
+    EXPECT_TRUE(button.isNull());
+}

@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include <QtWidgets/QAbstractButton>
+
+#include "eventwindow.h"
+#include "order/coptypebutton.h"
+#include "order/crateselectwidget.h"
+#include "theme/themeservice.h"
+#include "zb/cradiobuttongroup.h"
+
+namespace {
+
+QAbstractButton *buttonOf(QWidget &owner, const char *text)
+{
+    for (QAbstractButton *button : owner.findChildren<QAbstractButton *>())
+        if (button->text() == QString::fromUtf8(text))
+            return button;
+    return nullptr;
+}
+
+QString words(int id)
+{
+    KV::COpTypeButton button(0, static_cast<KV::EOpParamWidgetID>(id), nullptr);
+    QString text = button.text();
+    button.setDirection(false);
+    return text + button.text();
+}
+
+/// The text of the button that switches the amount.
+std::string reference(const KV::CRateSelectWidget &rates)
+{
+    for (const auto *button : rates.findChildren<ZB::CPushButton *>())
+        return button->text().toStdString();
+    return {};
+}
+
+} // namespace
+
+TEST(OpTypeButton, SaysLongAndShortForSomeFieldsAndOpenAndCloseForTheOthers)
+{
+    QStringList all;
+    for (int id = 0; id <= 23; ++id)
+        all << words(id);
+    EXPECT_EQ(all.join(QLatin1Char(' ')).toStdString(), "开平 多空 多空 开平 开平 开平 开平 开平 开平 开平 开平 开平 "
+                                                        "开平 开平 开平 开平 开平 开平 多空 多空 开平 开平 开平 开平");
+}
+
+TEST(OpTypeButton, IsRedForLongAndGreenForShortAndLeavesSwitchingToItsOwner)
+{
+    EventWindow window;
+    KV::COpTypeButton button(6, KV::OpParamFirstLegLong, &window);
+    window.showNow();
+    EXPECT_TRUE(button.isLong());
+    EXPECT_EQ(button.imageKey(), QStringLiteral("kv_img_btn_red_small"));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(window.take(), "5 6 0");
+    EXPECT_TRUE(button.isLong());
+    button.switchDirection();
+    EXPECT_FALSE(button.isLong());
+    EXPECT_EQ(button.imageKey(), QStringLiteral("kv_img_btn_green_small"));
+    button.switchDirection();
+    EXPECT_TRUE(button.isLong());
+    EXPECT_EQ(window.take(), "");
+}
+
+TEST(RateSelectWidget, SwitchesTheAmountAndTellsOnEveryClick)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    window.showNow();
+    EXPECT_EQ(reference(rates), "可　用");
+    QTest::mouseClick(buttonOf(rates, "可　用"), Qt::LeftButton);
+    EXPECT_EQ(reference(rates), "总资产");
+    EXPECT_EQ(rates.getRateReference(), KV::RateOfTotal);
+    QTest::mouseClick(buttonOf(rates, "总资产"), Qt::LeftButton);
+    EXPECT_EQ(reference(rates), "可　用");
+    EXPECT_EQ(window.take(), "1073 0 0\n1073 0 0");
+}
+
+TEST(RateSelectWidget, PassesTheFractionsOnAndKeepsEveryClickOfAButton)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    window.showNow();
+    EXPECT_EQ(rates.getCheckedButtonID(), -1);
+    for (const char *fraction : {"全部", "1/2", "1/3", "1/4", "1/4"})
+        QTest::mouseClick(buttonOf(rates, fraction), Qt::LeftButton);
+    EXPECT_EQ(window.take(), "6 0 1\n6 0 2\n6 0 3\n6 0 4\n6 0 4");
+    EXPECT_EQ(rates.getCheckedButtonID(), 4);
+    EXPECT_TRUE(rates.handleEvent(5, 3, 0, QString(), nullptr));
+    EXPECT_EQ(rates.getRateReference(), KV::RateOfAvailable);
+    EXPECT_FALSE(rates.handleEvent(6, 0, 0, QString(), nullptr));
+    rates.setButtonCheckedByID(2);
+    EXPECT_EQ(rates.getCheckedButtonID(), 2);
+    rates.setButtonCheckedByID(-1);
+    EXPECT_EQ(rates.getCheckedButtonID(), -1);
+    EXPECT_EQ(window.take(), "");
+}
+
+TEST(RateSelectWidget, CallsTheTotalWhatTheAccountsCallIt)
+{
+    KV::CRateSelectWidget rates;
+    QStringList shown;
+    const auto tell = [&] { shown << QString::fromStdString(reference(rates)); };
+    rates.setRateReference(KV::RateOfTotal);
+    tell();
+    for (const int type : {2, 0, 8, 128, 1}) {
+        rates.setTradeType(static_cast<kdservice::EVxTraderType>(type));
+        tell();
+    }
+    rates.setRateReference(static_cast<KV::ERateReference>(7)); // unknown: the text stays
+    tell();
+    rates.setRateReference(KV::RateOfAvailable);
+    tell();
+    rates.setTradeType(kdservice::TraderNone);
+    rates.setRateReference(KV::RateOfTotal);
+    tell();
+    EXPECT_EQ(shown.join(QLatin1Char(' ')).toStdString(),
+              "总资产 权　益 权　益 总资产 总资产 总资产 总资产 可　用 可　用");
+}
+
+TEST(RateSelectWidget, FollowsTheScale)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    window.showNow();
+    const auto *button = rates.findChild<ZB::CPushButton *>();
+    EXPECT_EQ(rates.height(), 20);
+    EXPECT_EQ(button->size(), QSize(44, 20));
+    refhost::ThemeService::instance().setScale(1.5);
+    EXPECT_EQ(rates.height(), 30);
+    EXPECT_EQ(button->size(), QSize(66, 30));
+    rates.resize(rates.sizeHint());
+    const auto *group = rates.findChild<ZB::CRadioButtonGroup *>();
+    EXPECT_EQ(group->x(), 66 + 6);
+    EXPECT_EQ(group->geometry().right() + 1, rates.width());
+    refhost::ThemeService::instance().setScale(1);
+}
