@@ -148,6 +148,19 @@ void CStockCodeLineEdit::setEnableAll()
     d->applyFilter();
 }
 
+void CStockCodeLineEdit::setCompletionSuppressed(bool suppressed)
+{
+    d->isSuppressed = suppressed;
+    if (suppressed)
+        d->closeList();
+}
+
+void CStockCodeLineEdit::relayoutList()
+{
+    if (d->isOpen())
+        d->openList();
+}
+
 void CStockCodeLineEdit::setBorderWidth(int pixels)
 {
     if (d->border == pixels || pixels < 0)

@@ -53,7 +53,7 @@ void CStockCodeLineEdit::Private::edited(const QString &text)
     setWarning(false);
     q->update();
     find(text);
-    if (text.isEmpty() && !opensOnFocus)
+    if (isSuppressed || (text.isEmpty() && !opensOnFocus))
         closeList();
     else
         openList();
@@ -210,7 +210,8 @@ void CStockCodeLineEdit::Private::focusCame(Qt::FocusReason reason)
     if (!isEditing && reason != Qt::PopupFocusReason)
         edit->selectAll();
     q->update();
-    if (opensOnFocus && !isEditing && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+    if (opensOnFocus && !isSuppressed && !isEditing && reason != Qt::PopupFocusReason &&
+        reason != Qt::ActiveWindowFocusReason) {
         find(QString());
         openList();
     }

@@ -71,6 +71,7 @@ public:
     int border = 1;
     bool isEditing = false; ///< the text is an entry, not the code
     bool isWarning = false;
+    bool isSuppressed = false;     ///< typing opens no list
     bool selectsOnRelease = false; ///< the click that brings the focus marks the whole text
 };
 

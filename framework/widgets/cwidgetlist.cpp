@@ -54,6 +54,12 @@ QSize sizeOf(const Entry &entry, bool smallest)
     return own.expandedTo(entry.widget->minimumSize()).boundedTo(entry.widget->maximumSize());
 }
 
+Entry fixedEntry(QWidget *widget, int anchor, bool keepsRoom)
+{
+    const QSize size = widget && widget->testAttribute(Qt::WA_Resized) ? widget->size() : QSize();
+    return {widget, false, 0, 0, size, anchorOf(anchor), keepsRoom};
+}
+
 bool takesRoom(const Entry &entry)
 {
     return entry.isSpace || (entry.widget && (entry.keepsRoom || !entry.widget->isHidden()));
@@ -66,7 +72,7 @@ class CWidgetList::Private
 public:
     Private(CWidgetList &list, Qt::Orientation direction) : q(list), orientation(direction) {}
 
-    void add(const Entry &entry);
+    void add(const Entry &entry, bool inFront = false);
     /// The layout of what takes room now, with least or with wanted lengths for the stretching widgets.
     WidgetListLayout layout(bool smallest) const;
     void placeWidgets();
@@ -78,13 +84,13 @@ public:
     std::vector<Entry> entries;
 };
 
-void CWidgetList::Private::add(const Entry &entry)
+void CWidgetList::Private::add(const Entry &entry, bool inFront)
 {
     if (!entry.isSpace && !entry.widget)
         return;
     if (entry.widget && entry.widget->parentWidget() != &q)
         entry.widget->setParent(&q);
-    entries.push_back(entry);
+    entries.insert(inFront ? entries.begin() : entries.end(), entry);
     q.updateGeometry();
     placeWidgets();
 }
@@ -161,8 +167,24 @@ void CWidgetList::addStretchWidget(QWidget *widget, int stretch, int anchor, boo
 
 void CWidgetList::addFixedWidget(QWidget *widget, int anchor, bool keepsRoom)
 {
-    const QSize size = widget && widget->testAttribute(Qt::WA_Resized) ? widget->size() : QSize();
-    d->add({widget, false, 0, 0, size, anchorOf(anchor), keepsRoom});
+    d->add(fixedEntry(widget, anchor, keepsRoom));
+}
+
+void CWidgetList::addFixedWidgetInFront(QWidget *widget, int anchor, bool keepsRoom)
+{
+    d->add(fixedEntry(widget, anchor, keepsRoom), true);
+}
+
+void CWidgetList::removeWidget(QWidget *widget)
+{
+    const auto last = std::remove_if(d->entries.begin(), d->entries.end(),
+                                     [widget](const Entry &entry) { return !entry.isSpace && entry.widget == widget; });
+    if (last == d->entries.end())
+        return;
+    d->entries.erase(last, d->entries.end());
+    widget->hide();
+    updateGeometry();
+    d->placeWidgets();
 }
 
 void CWidgetList::addFixedSpace(int length)

@@ -13,7 +13,8 @@ class CStockCodeLineEdit;
 /// The stock-code entry above an order form: two lines of text (name and code of the stock), and a line edit that takes
 /// their place while a code is being typed. GUI thread; the line edit is its child.
 ///
-/// Trade type, operation type and trade operation type are stored for the order form; they select nothing here.
+/// A code that the user chooses goes on to the parents as event 1082 (0, 0, code, null). Trade type and trade operation
+/// type are kept for the order form; they select nothing here.
 class HOST_API CSelectCodeWidget : public ZB::CBaseWidget
 {
     Q_OBJECT
@@ -24,14 +25,14 @@ public:
 
     /// The code shown; empty before the first.
     QString getStockCode() const;
-    /// The first line of text is the name, the second the code.
-    void setStock(const QString &code, const QString &name);
+    /// Shows a code, and its name where the host knows it. No event.
+    void setStockCode(const QString &code);
     CStockCodeLineEdit *getStockCodeLineEdit() const;
 
     /// Whether a code is being typed: the line edit is shown in place of the texts.
     void setEditing(bool editing);
     bool isEditing() const;
-    /// Whether typing opens no list of completions.
+    /// Whether typing opens no list of what it finds.
     void setCompletionSuppressed(bool suppressed);
     bool isCompletionSuppressed() const;
     /// Whether the line above the texts is drawn.
@@ -45,15 +46,19 @@ public:
 
     /// The height that both lines of text need, in "fnt_quote_stockname" and "fnt_default_normal".
     int preferredHeight() const;
-    /// Lays the line edit, and its list of completions where it is open, out to the present size.
+    /// Lays the line edit, and the list below it where that is open, out to the present size.
     void relayoutPopup();
+    /// Starts the entry of a code with the keyboard in the line edit and all of its text selected.
+    void startEditing();
 
+    QSize sizeHint() const override;
     void scaleChanged() override;
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
     class Private;

@@ -56,6 +56,11 @@ public:
     /// Takes the white list and the kinds away: everything is offered that the accounts trade.
     void setEnableAll();
 
+    /// Whether typing opens no list of what it finds; keys that ask for the list still do.
+    void setCompletionSuppressed(bool suppressed);
+    /// Puts an open list to the present place and width of the field.
+    void relayoutList();
+
     /// Of the frame; 1 at first.
     void setBorderWidth(int pixels);
     /// Font of the code.

@@ -30,6 +30,10 @@ public:
     void addStretchWidget(QWidget *widget, int stretch, int anchor, bool keepsRoom = false);
     /// A widget that keeps its length: its fixed one where it has one, else the one that it has now.
     void addFixedWidget(QWidget *widget, int anchor, bool keepsRoom = false);
+    /// The same in front of all others.
+    void addFixedWidgetInFront(QWidget *widget, int anchor, bool keepsRoom = false);
+    /// Takes a widget off the list and hides it; it stays a child.
+    void removeWidget(QWidget *widget);
     void addFixedSpace(int length);
     /// Room that grows with the list.
     void addStretchSpace(int stretch);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "uicontrolexport.h"
+
+namespace KV {
+
+/// One level of one side of a quote. No value: the largest double and the largest int.
+class UICONTROL_API CQuoteData
+{
+public:
+    CQuoteData() = default;
+    CQuoteData(double levelPrice, int levelVolume) : price(levelPrice), volume(levelVolume) {}
+
+    double price = 0;
+    int volume = 0;
+};
+
+} // namespace KV

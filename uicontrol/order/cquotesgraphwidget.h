@@ -1,0 +1,130 @@
+#pragma once
+
+#include <QtCore/QBasicTimer>
+#include <QtCore/QElapsedTimer>
+#include <boost/shared_ptr.hpp>
+#include <memory>
+
+#include "kdservice/cinstrumentdetail.h"
+#include "order/equotetype.h"
+#include "order/quoteclickareas.h"
+#include "order/quotelook.h"
+#include "order/quoteslayout.h"
+#include "order/quoteview.h"
+#include "quoter/quoteralldata.h"
+#include "uicontrolexport.h"
+#include "zb/cbasewidget.h"
+#include "zb/cnstategridimage.h"
+
+namespace KV {
+
+/// The painted price ladder: best levels of both sides, latest price, previous close and limits of one instrument.
+///
+/// Tells the host of clicks: 1129 (0, 0, volume) and 1128 (0, 0, price), the number with four decimals; 1127 (0, price
+/// type); 1243 (level or 0 for all, 48 buying or 49 selling, stock code). With the keyboard, the arrows, Home and End
+/// move a cursor over the levels, Return takes the price under it as a click does, Escape puts it away.
+///
+/// GUI thread. Snapshots are kept alive while they are shown; however many come, each frame draws the last one.
+class UICONTROL_API CQuotesGraphWidget : public ZB::CBaseWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CQuotesGraphWidget(QWidget *parent = nullptr);
+    ~CQuotesGraphWidget() override;
+
+    /// Another code than the present one takes all values away until the next snapshot.
+    void setStockCode(const QString &code);
+    /// Shows a snapshot; without one of both, no values.
+    void setQuoterAllData(boost::shared_ptr<quoter::QuoterAllData> quote,
+                          boost::shared_ptr<kdservice::CInstrumentDetail> detail);
+    /// Account kinds 128 and 16384 have one level on each side, from the next snapshot on.
+    void setTradeType(int type);
+    void setQuoteType(int type);
+    /// Pending orders of both sides; the level-2 layouts show them.
+    void setOrderNum(qint64 buying, qint64 selling);
+    void setShowCancelOrder(bool show);
+    /// A quote older than this many milliseconds turns grey and shows its age; 0, as at first, for never.
+    void setSilenceLimit(int milliseconds);
+    /// Whether the connection to the quotes is lost: they turn grey at once.
+    void setFeedCut(bool cut);
+    bool isStale() const;
+
+    void setCanUseQuickOrder(bool can);
+    /// Whether a click on a price is an order. Cannot be switched on where quick orders are not allowed.
+    void setQuickOrder(bool quick);
+    bool isQuickOrder() const { return quickOrder; }
+    /// Whether the click that is being delivered ends a double-click; for volumes only.
+    bool isDoubleClick() const { return doubleClick; }
+
+    /// Where everything is for the present size, layout and look.
+    QuotesLayout places() const;
+
+    void themeChanged() override;
+    void scaleChanged() override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    enum class Painter
+    {
+        None,
+        Normal,
+        Vertical,
+        Horizontal
+    };
+
+    Painter painterKind() const;
+    bool hasTwoLevelKinds() const;
+    std::size_t levelCount() const;
+    void takeLevels(std::vector<CQuoteData> &side, const std::array<double, 5> *prices,
+                    const std::array<qint64, 5> *volumes) const;
+    void updateAge();
+    QString ageText() const;
+    /// False once a handler has destroyed the ladder.
+    bool deliverVolume(double volume);
+    bool deliverPrice(double price);
+    bool deliverPriceType(int type);
+    bool deliverCancel(const QuoteClickAreas::Cancel &cancel);
+
+    void setCursorLevel(const std::optional<QuoteCursor> &level);
+    std::optional<QuoteCursor> stepped(int direction) const;
+    std::optional<QuoteCursor> onOtherSide(bool ask) const;
+    std::vector<QuoteCursor> reachable() const;
+
+    int tradeType = 1;
+    int quoteType = QuoteNormal;
+    boost::shared_ptr<quoter::QuoterAllData> snapshot;
+    boost::shared_ptr<kdservice::CInstrumentDetail> instrument;
+    QuoteView view;
+    int cachedWidth = 0;
+    int cachedHeight = 0;
+    QuoteLook look;
+    QuotesMetrics metrics;
+    QuoteClickAreas areas; ///< of the last paint
+    bool showCancel = false;
+    QString stockCode;
+    bool doubleClick = false;
+    bool quickOrder = false;
+    bool canUseQuickOrder = false;
+    ZB::CNStateGridImage digitImage;
+
+    std::optional<QuoteCursor> cursorLevel;
+    QElapsedTimer sinceSnapshot; ///< invalid before the first one
+    int silenceLimit = 0;        ///< milliseconds; 0 for none
+    bool feedCut = false;
+    QBasicTimer ageTimer;
+};
+
+} // namespace KV

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "order/cquotespainter.h"
+
+namespace KV {
+
+/// Draws both level-2 ladders: with the change in per cent, the balance of both sides, price types and cancel buttons.
+class CQuotesLevel2Painter : public CQuotesPainter
+{
+public:
+    using CQuotesPainter::CQuotesPainter;
+    ~CQuotesLevel2Painter() override;
+
+protected:
+    void drawExtras() override;
+
+private:
+    void drawBalance();
+    void drawPriceTypes();
+    void drawCancelButton(const QRect &rect, const QString &caption, qint64 orders, const QColor &side,
+                          QuoteClickAreas::Cancel &area);
+    void drawCancelMarks(bool ask);
+    void drawButton(const QRect &rect, const QColor &border);
+};
+
+} // namespace KV

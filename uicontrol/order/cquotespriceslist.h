@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QtCore/QPointer>
+#include <boost/shared_ptr.hpp>
+
+#include "kdservice/cinstrumentdetail.h"
+#include "kdservice/eoperationtype.h"
+#include "kdservice/evxtradertype.h"
+#include "kv/cselectcodewidget.h"
+#include "kv/eopparamwidgetid.h"
+#include "order/equotetype.h"
+#include "quoter/quoteralldata.h"
+#include "uicontrolexport.h"
+#include "zb/cwidgetlist.h"
+
+namespace KV {
+
+class CQuotesGraphWidget;
+
+/// The price ladder of an order form: the painted quote, and above it the code selector that the form attaches. It has
+/// a fixed size, which the theme, the account kind and the layout decide. Clicks on the quote reach the form as events
+/// of the painted ladder. GUI thread.
+class UICONTROL_API CQuotesPricesList : public ZB::CWidgetList
+{
+    Q_OBJECT
+
+public:
+    explicit CQuotesPricesList(EOpParamWidgetID id, QWidget *parent = nullptr);
+    ~CQuotesPricesList() override;
+
+    /// Puts a code selector above the quote, in place of the one there, which is hidden; null for none. It may be
+    /// destroyed at any time.
+    void setSelectCodeWidget(CSelectCodeWidget *widget);
+    CSelectCodeWidget *getSelectCodeWidget() const;
+    /// The selector's code; empty without one.
+    QString getStockCode() const;
+    /// Starts the entry of a code with what was typed over the quote.
+    void inputStockCodeChar(QString text);
+    void setCodeEditFocus();
+
+    /// The instrument whose quotes are to come.
+    void setStockCode(QString code);
+    void setTradeType(kdservice::EVxTraderType type);
+    void setQuoteType(EQuoteType type);
+    EQuoteType getQuoteType() const { return quoteType; }
+    void setQuoterAllData(boost::shared_ptr<quoter::QuoterAllData> quote,
+                          boost::shared_ptr<kdservice::CInstrumentDetail> detail);
+    void setOrderNum(qint64 buying, qint64 selling);
+    void setShowCancelOrder(bool show);
+    void setDrawTop(bool drawTop);
+    void setOperationType(kdservice::EOperationType type);
+    void setCanUseQuickOrder(bool can);
+    void setQuickOrder(bool quick);
+    bool isQuickOrder() const;
+    /// There must be a code selector.
+    void setTradeOpType(quint64 type);
+    void setUiEnabled(bool selectorEnabled, bool quoteEnabled);
+
+    /// A quote older than this many milliseconds turns grey and shows its age; 0, as at first, for never.
+    void setSilenceLimit(int milliseconds);
+    /// Whether the connection to the quotes is lost.
+    void setFeedCut(bool cut);
+
+    void themeChanged() override;
+    void scaleChanged() override;
+    void resizeLayout();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QPointer<CSelectCodeWidget> selector;
+    CQuotesGraphWidget *graph;
+    int tradeType = kdservice::TraderStock;
+    EQuoteType quoteType = QuoteNormal;
+    bool showCancel = false;
+};
+
+} // namespace KV

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "order/quoteslayout.h"
+
+namespace KV {
+
+/// What both level-2 layouts are made of.
+namespace quoteslevel2 {
+
+/// At 100 %.
+constexpr int margin = 8;
+constexpr int cancelMark = 12;
+
+int barHeight();
+/// Height of a row of buttons or price types.
+int buttonHeight(const QuotesMetrics &metrics);
+/// The pitch with which `rows` rows fill `room`, neither too tight for the text nor too loose for the eye.
+int fittingPitch(int room, int rows, const QuotesMetrics &metrics);
+/// Cuts a rectangle into `count` parts of one width with small gaps.
+std::vector<QRect> split(const QRect &rect, int count);
+/// Three price types side by side.
+std::vector<QuotePriceTypePlace> priceTypes(const QRect &rect);
+
+} // namespace quoteslevel2
+
+} // namespace KV

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtCore/QPoint>
+#include <QtCore/QString>
+#include <optional>
+#include <vector>
+
+#include "order/cquotedata.h"
+#include "order/quotevalue.h"
+
+namespace KV {
+
+/// A level that the keyboard stands on.
+struct QuoteCursor
+{
+    bool ask = false;
+    int level = 0; ///< 0 is the best one
+
+    bool operator==(const QuoteCursor &other) const { return ask == other.ask && level == other.level; }
+};
+
+/// What a ladder shows.
+struct QuoteView
+{
+    int tradeType = 1;
+    std::vector<CQuoteData> bids; ///< best first
+    std::vector<CQuoteData> asks;
+    double latest = quotevalue::noPrice;
+    double change = quotevalue::noPrice;
+    double previousClose = quotevalue::noPrice;
+    double upperLimit = quotevalue::noPrice;
+    double lowerLimit = quotevalue::noPrice;
+    double tick = quotevalue::noPrice;
+    qint64 buyOrders = 0; ///< pending
+    qint64 sellOrders = 0;
+
+    bool grey = false; ///< the quote is out of date, or the ladder disabled
+    QString age;       ///< why and for how long; empty while the quote is up to date
+    std::optional<QPoint> mouse;
+    std::optional<QuoteCursor> cursor; ///< while the ladder has the keyboard
+
+    /// No values and no levels, as for another stock. What is not of the stock stays.
+    void clearQuote();
+    const CQuoteData *level(const QuoteCursor &at) const;
+};
+
+} // namespace KV
