@@ -1,0 +1,176 @@
+// What the market brings: instruments, prices, days. And what a desk starts from and hands over.
+
+#include "trading/paperbroker.h"
+
+#include "feed/instrumentrules.h"
+#include "trading/tradinghours.h"
+
+#include <algorithm>
+
+namespace trading {
+
+feed::Instrument PaperBroker::instrumentByCode(const std::string &code, const std::string &exchange)
+{
+    if (const auto stock = feed::stockInstrument(code))
+        return *stock;
+    feed::Instrument unknown;
+    unknown.code = code;
+    return feed::futureInstrument(code, exchange).value_or(unknown);
+}
+
+bool PaperBroker::restore(const DeskState &state)
+{
+    std::map<std::string, AccountBook> restored;
+    for (const Account &account : state.accounts)
+        restored.emplace(account.id, AccountBook(account, rules));
+    for (const Position &position : state.positions) {
+        const auto found = restored.find(position.account);
+        if (found == restored.end() || position.old.quantity < 0 || position.today.quantity < 0)
+            return false;
+        found->second.restore(position);
+    }
+    for (const PaperOrder &order : state.orders) {
+        const auto found = restored.find(order.account);
+        if (found == restored.end() || order.openQuantity() < 0 || (order.isOpen() && order.openQuantity() == 0))
+            return false;
+        if (order.isOpen())
+            found->second.restoreReservation(order, instrumentByCode(order.code, order.exchange));
+    }
+    for (const auto &[id, accountBook] : restored)
+        for (const auto &[key, position] : accountBook.positions())
+            if (position.old.held > position.old.quantity || position.today.held > position.today.quantity)
+                return false;
+
+    books = std::move(restored);
+    for (const PaperOrder &order : state.orders) {
+        PaperOrder &known = dayOrders.emplace(order.id, order).first->second;
+        if (known.status == feed::OrderStatus::Sending)
+            known.status = feed::OrderStatus::Accepted; // stored, so confirmed
+    }
+    lastOrder = state.lastOrder;
+    lastDeal = state.lastDeal;
+    return true;
+}
+
+void PaperBroker::takeInstrument(const feed::Instrument &given)
+{
+    const auto index = size_t(given.index);
+    const bool isNew = index >= markets.size() || markets[index].instrument.code != given.code;
+    if (index >= markets.size())
+        markets.resize(index + 1);
+    Market &place = markets[index];
+    const feed::Instrument before = place.instrument;
+    place.instrument = given;
+    indexOf[given.code] = index;
+    if (isNew) {
+        for (auto &[id, order] : dayOrders)
+            if (order.code == given.code && order.isOpen() && order.status != feed::OrderStatus::Sending)
+                enter(place, order);
+        return;
+    }
+    if (given.upperLimit == feed::absent<double>)
+        place.instrument.upperLimit = before.upperLimit;
+    if (given.lowerLimit == feed::absent<double>)
+        place.instrument.lowerLimit = before.lowerLimit;
+}
+
+void PaperBroker::advance(qint64 time)
+{
+    if (clock != feed::absent<qint64> && time <= clock)
+        return;
+    clock = time;
+    for (auto &[id, accountBook] : books) {
+        const int day = TradingHours::dayOf(accountBook.account().kind, time);
+        if (day != accountBook.account().day)
+            startDay(accountBook, day);
+    }
+}
+
+void PaperBroker::startDay(AccountBook &accountBook, int day)
+{
+    const std::string id = accountBook.account().id;
+    for (auto &[number, order] : dayOrders)
+        if (order.account == id && order.isOpen())
+            end(order, feed::OrderStatus::Cancelled, "收盘未成交，自动撤单");
+    for (auto it = dayOrders.begin(); it != dayOrders.end();) {
+        if (it->second.account != id) {
+            ++it;
+            continue;
+        }
+        if (changedOrders.erase(it->first) > 0)
+            collected.orders.push_back(it->second);
+        it = dayOrders.erase(it);
+    }
+    accountBook.startDay(day, collected);
+    changedAccounts.insert(id);
+    for (const auto &[key, position] : accountBook.positions())
+        changedPositions.insert({id, key});
+}
+
+void PaperBroker::takeDeal(const feed::Deal &deal)
+{
+    advance(deal.time);
+    const auto index = size_t(deal.instrument);
+    if (deal.instrument < 0 || index >= markets.size())
+        return;
+    Market &place = markets[index];
+    for (auto &[id, accountBook] : books)
+        accountBook.setLastPrice(place.instrument.code, feed::priceUnits(deal.price));
+    fills.clear();
+    place.queue.takeDeal(deal, fills);
+    book(place, fills);
+}
+
+void PaperBroker::takeQuote(const feed::QuoteSnapshot &quote)
+{
+    advance(quote.time);
+    const auto index = size_t(quote.instrument);
+    if (quote.instrument < 0 || index >= markets.size())
+        return;
+    Market &place = markets[index];
+    const std::string &code = place.instrument.code;
+    if (quote.upperLimit != feed::absent<double> && quote.upperLimit > 0)
+        place.instrument.upperLimit = quote.upperLimit;
+    if (quote.lowerLimit != feed::absent<double> && quote.lowerLimit > 0)
+        place.instrument.lowerLimit = quote.lowerLimit;
+    for (auto &[id, accountBook] : books) {
+        if (quote.last != feed::absent<double> && quote.last > 0)
+            accountBook.setLastPrice(code, feed::priceUnits(quote.last));
+        if (quote.previousSettlement == feed::absent<double> || quote.previousSettlement <= 0 ||
+            TradingHours::dayOf(accountBook.account().kind, quote.time) != accountBook.account().day)
+            continue;
+        const size_t before = collected.settlements.size();
+        accountBook.resettle(code, feed::priceUnits(quote.previousSettlement), collected.settlements);
+        if (collected.settlements.size() == before)
+            continue;
+        changedAccounts.insert(id);
+        changedPositions.insert({id, {code, PositionSide::Long}});
+        changedPositions.insert({id, {code, PositionSide::Short}});
+    }
+    fills.clear();
+    place.queue.takeQuote(quote, fills);
+    book(place, fills);
+}
+
+DeskChange PaperBroker::takeChanges()
+{
+    DeskChange change = std::exchange(collected, {});
+    for (const qint64 id : changedOrders)
+        change.orders.push_back(dayOrders.at(id));
+    for (const std::string &id : changedAccounts)
+        change.accounts.push_back(books.at(id).account());
+    for (const auto &[id, key] : changedPositions) {
+        const Position *position = books.at(id).position(key);
+        Position gone;
+        gone.account = id;
+        gone.code = key.first;
+        gone.side = key.second;
+        change.positions.push_back(position ? *position : gone);
+    }
+    changedOrders.clear();
+    changedAccounts.clear();
+    changedPositions.clear();
+    return change;
+}
+
+} // namespace trading
