@@ -29,6 +29,7 @@ libgtest-dev /usr/include/gtest/gtest.h
 libgmock-dev /usr/include/gmock/gmock.h
 fonts-noto-cjk /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc
 xvfb /usr/bin/Xvfb
+xauth /usr/bin/xauth
 EOF
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QMap>
+#include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
@@ -10,14 +12,13 @@ namespace KV {
 
 /// The user's configuration. Implemented by the host and saved by it. Threading: the two flags may be read on any
 /// thread, everything else belongs to the GUI thread.
-class HOST_API CUserConfig
+class HOST_API CUserConfig : public QObject
 {
+    Q_OBJECT
+
 public:
     CUserConfig();
-    virtual ~CUserConfig();
-
-    CUserConfig(const CUserConfig &) = delete;
-    CUserConfig &operator=(const CUserConfig &) = delete;
+    ~CUserConfig() override;
 
     /// Whether numbers are shown with digits in groups.
     virtual bool isSegmentedFormat() const = 0;
@@ -28,6 +29,10 @@ public:
     /// Settings by path ("table/16202/..."), kept across restarts.
     virtual QVariant value(const QString &path, const QVariant &fallback = QVariant()) const = 0;
     virtual void setValue(const QString &path, const QVariant &value) = 0;
+
+Q_SIGNALS:
+    /// The user has made, changed or removed groups of accounts: by name, true for one that is gone. On the GUI thread.
+    void sigAccountGroupChanged(const QMap<QString, bool> &groups);
 };
 
 /// The configuration of the user who is logged in; null before that.

@@ -6,6 +6,12 @@
 
 namespace ZB {
 
+/// Kinds of stock widgets that controls ask for by number.
+enum EControlType : int
+{
+    ControlTree = 14 ///< a tree in a frame of its own, without one itself
+};
+
 /// Style sheets for the few stock Qt widgets in use. GUI thread.
 class HOST_API CStyleSheetCenter
 {
@@ -13,6 +19,7 @@ public:
     /// The sheet of a kind of widget ("QMenu", "QLineEdit" ...) in the present theme and scale; empty for an unknown
     /// kind.
     static QString getStyle(const QString &widgetKind);
+    static QString getStyle(EControlType type);
 };
 
 } // namespace ZB

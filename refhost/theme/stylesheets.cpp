@@ -32,6 +32,8 @@ QStringList partsOf(const QString &kind)
         {QStringLiteral("QComboBox"), {QStringLiteral("QComboBox"), QStringLiteral("QScrollBar")}},
         {QStringLiteral("QListWidget"),
          {QStringLiteral("QListWidget"), QStringLiteral("QCheckBox"), QStringLiteral("QScrollBar")}},
+        {QStringLiteral("QFramedTree"),
+         {QStringLiteral("QListWidget"), QStringLiteral("QScrollBar"), QStringLiteral("QFramedTree")}},
         {QStringLiteral("QPlainTextEdit"), {QStringLiteral("QPlainTextEdit"), QStringLiteral("QScrollBar")}},
     };
     // Kinds that share a sheet.
@@ -104,6 +106,11 @@ QString CStyleSheetCenter::getStyle(const QString &widgetKind)
     for (const QString &part : partsOf(widgetKind))
         sheet += readSheet(part);
     return sheet;
+}
+
+QString CStyleSheetCenter::getStyle(EControlType type)
+{
+    return type == ControlTree ? getStyle(QStringLiteral("QFramedTree")) : QString();
 }
 
 } // namespace ZB

@@ -6,8 +6,8 @@
 
 #include "codes/charreadings.h"
 #include "codes/codesearch.h"
-#include "framework/codetexts.h"
 #include "kdservice/evxtradertype.h"
+#include "printtext.h"
 
 using namespace ZB;
 

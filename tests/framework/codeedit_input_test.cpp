@@ -8,8 +8,8 @@
 
 #include "codes/codeindexsource.h"
 #include "codes/codepopup.h"
-#include "framework/codetexts.h"
 #include "kv/cstockcodelineedit.h"
+#include "printtext.h"
 #include "records/record.h"
 #include "services/instruments.h"
 #include "zb/clineedit.h"
