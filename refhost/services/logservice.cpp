@@ -43,8 +43,10 @@ struct LogService::State
     {
         if (programFile != nullptr)
             log4cxx::Logger::getRootLogger()->removeAppender(programFile);
-        if (debugFile != nullptr)
+        if (debugFile != nullptr) {
+            log4cxx::Logger::getLogger(debugFileLogger)->setLevel(log4cxx::Level::getOff());
             log4cxx::Logger::getLogger(debugFileLogger)->removeAppender(debugFile);
+        }
         for (const log4cxx::AppenderPtr &file : {programFile, debugFile})
             if (file != nullptr)
                 file->close();
@@ -67,10 +69,10 @@ LogService::LogService() : state(std::make_unique<State>())
     const log4cxx::LoggerPtr root = log4cxx::Logger::getRootLogger();
     root->setLevel(log4cxx::Level::getInfo());
     root->addAppender(state->lines);
-    // Details are for the file alone: a logger without a file drops them.
+    // Details are for the file alone: off until there is one, or log4cxx complains that nothing takes them.
     const log4cxx::LoggerPtr debugFile = log4cxx::Logger::getLogger(debugFileLogger);
     debugFile->setAdditivity(false);
-    debugFile->setLevel(log4cxx::Level::getDebug());
+    debugFile->setLevel(log4cxx::Level::getOff());
     root->getLoggerRepository()->setConfigured(true);
 }
 
@@ -95,6 +97,7 @@ QString LogService::openFiles(const QString &folder)
     state->debugFile = opened[1];
     log4cxx::Logger::getRootLogger()->addAppender(state->programFile);
     log4cxx::Logger::getLogger(debugFileLogger)->addAppender(state->debugFile);
+    log4cxx::Logger::getLogger(debugFileLogger)->setLevel(log4cxx::Level::getDebug());
     state->files = paths;
     return {};
 }

@@ -17,6 +17,7 @@ namespace terminal {
 namespace {
 
 constexpr int searchWidth = 220; ///< pixels at 100 %
+constexpr int leastSearchWidth = 80;
 constexpr qint64 mostCounted = 999999;
 
 /// "警告" or "警告 12".
@@ -72,7 +73,7 @@ void LogPanelBar::addSearch(QHBoxLayout *layout)
     searchField = new ZB::HintField(QStringLiteral("在日志中查找"), this);
     searchField->setToolTip(QStringLiteral("区分大小写 (Ctrl+F；Enter 下一处，Shift+Enter 上一处，Esc 结束)"));
     layout->addSpacing(ZB::scaled(8));
-    layout->addWidget(searchField);
+    layout->addWidget(searchField, searchWidth);
     previousButton = addButton(layout, QStringLiteral("上一处"), QStringLiteral("上一处 (Shift+F3)"));
     nextButton = addButton(layout, QStringLiteral("下一处"), QStringLiteral("下一处 (F3)"));
     hitsLabel = new BarLabel(BarLabel::Style::Dim, this);
@@ -110,7 +111,8 @@ void LogPanelBar::setLook(const WindowLook &newLook)
     setFixedHeight(ZB::scaled(34));
     layout()->setContentsMargins(ZB::scaled(4), 0, ZB::scaled(4), 1);
     layout()->setSpacing(ZB::scaled(2));
-    searchField->setFixedWidth(ZB::scaled(searchWidth));
+    searchField->setMinimumWidth(ZB::scaled(leastSearchWidth));
+    searchField->setMaximumWidth(ZB::scaled(searchWidth));
     hitsLabel->setLook(look);
     for (BarButton *button : findChildren<BarButton *>(QString(), Qt::FindDirectChildrenOnly))
         button->setLook(look);
@@ -184,11 +186,10 @@ void LogPanelBar::focusSearch()
     searchField->selectAll();
 }
 
-/// What the search field leaves over.
+/// What the search field leaves over; buttons keep their keys.
 void LogPanelBar::keyPressEvent(QKeyEvent *event)
 {
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && searchField->hasFocus())
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT findRequested(!(event->modifiers() & Qt::ShiftModifier));
     else
         QWidget::keyPressEvent(event);

@@ -27,18 +27,23 @@ namespace {
 constexpr QSize defaultSize(1680, 945);
 constexpr int unusable = 2;
 
+void logInfo(const QString &text)
+{
+    LOG4CXX_INFO(utils::getStdLogger(), text.toStdString());
+}
+
 void logError(const QString &text)
 {
     LOG4CXX_ERROR(utils::getStdLogger(), text.toStdString());
 }
 
-/// What Qt has to say is of interest to those who look after the program, not to those who use it: the log file.
+/// What Qt has to say is of interest to those who look after the program, not to those who use it: the file of details.
 void logQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
         logError(text);
     else
-        LOG4CXX_INFO(utils::getStdLogger(), text.toStdString());
+        LOG4CXX_DEBUG(utils::getLogger("KDDbgFile"), text.toStdString());
 }
 
 void logMessage(const feed::FeedMessage &message)
@@ -119,6 +124,15 @@ void TerminalProgram::makeFeed()
         source = std::make_unique<feed::ReplayFeed>(options.replayPaths);
     pump = std::make_unique<FeedPump>(std::make_unique<feed::MarketFeed>(std::move(source), options.speed));
     QObject::connect(pump.get(), &FeedPump::messageArrived, logMessage);
+    logInfo(QStringLiteral("启动 %1，行情：%2").arg(QStringLiteral(TERMINAL_VERSION), sourceText()));
+    QObject::connect(pump.get(), &FeedPump::finished, pump.get(), [this] {
+        const feed::FeedCounters &counters = pump->counters();
+        logInfo(QStringLiteral("行情结束：委托 %1，成交 %2，警告 %3，错误 %4")
+                    .arg(counters.orders)
+                    .arg(counters.deals)
+                    .arg(counters.warnings)
+                    .arg(counters.errors));
+    });
 }
 
 void TerminalProgram::makeWindow()
