@@ -141,8 +141,11 @@ void CBaseHighPerformanceTable::Private::updatePaging()
 {
     if (!isPaged())
         return;
+    const bool before = pagingBar->isAtEnd();
     pagingBar->setFollowsEnd(followsLastPage && pagedSorts.isEmpty() && model && model->appendSeq());
     updateFollow();
+    if (!before && pagingBar->isAtEnd())
+        grid->scrollToFollowedEdge();
     pagingBar->setHeld(pagingBar->isAtEnd() && (source.isPaused() || !grid->isAtFollowedEdge()));
 }
 

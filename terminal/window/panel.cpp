@@ -50,6 +50,12 @@ void Panel::setContents(QWidget *contents)
 void Panel::addTitleWidget(QWidget *widget)
 {
     titleLayout->addWidget(widget);
+    QWidget *before = widget;
+    for (QWidget *each : focusProxy()->findChildren<QWidget *>())
+        if (each->focusPolicy() & Qt::TabFocus) {
+            setTabOrder(before, each);
+            before = each;
+        }
 }
 
 void Panel::themeChanged()

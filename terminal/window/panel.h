@@ -36,7 +36,7 @@ public:
 protected:
     /// Fills the place under the title bar; called once, by the constructor of the derived panel.
     void setContents(QWidget *contents);
-    /// At the right end of the title bar, behind those that are there.
+    /// At the right end of the title bar, behind those that are there; Tab goes on from it into the contents.
     void addTitleWidget(QWidget *widget);
     void paintEvent(QPaintEvent *event) override;
 

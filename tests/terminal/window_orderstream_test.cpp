@@ -1,0 +1,374 @@
+#include <QtCore/QFileInfo>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <gtest/gtest.h>
+#include <set>
+
+#include "feed/replay/replayfeed.h"
+#include "grid/gridview.h"
+#include "model/chpfdatamodel.h"
+#include "pagemodel/chpfpagedatamodel.h"
+#include "popups/checklist.h"
+#include "popups/filterpopup.h"
+#include "popups/pagingbar.h"
+#include "records/fieldids.h"
+#include "records/record.h"
+#include "services/userconfig.h"
+#include "window/feedpump.h"
+#include "window/orderstreampanel.h"
+#include "window/pagedrows.h"
+#include "window/pagedstreamtable.h"
+
+using namespace terminal;
+using namespace refhost;
+
+namespace {
+
+constexpr int pageEvent = 277;
+
+/// The panel in a window of its own.
+class OrderStreamTest : public ::testing::Test
+{
+protected:
+    OrderStreamTest()
+    {
+        setUserConfig(std::make_unique<UserConfig>());
+        panel = std::make_unique<OrderStreamPanel>();
+        panel->resize(1000, 500);
+        panel->show();
+        table = &panel->stream();
+        pages = &table->pages();
+        grid = table->findChild<ZB::GridView *>();
+        bar = table->findChild<ZB::PagingBar *>();
+    }
+    ~OrderStreamTest() override
+    {
+        panel.reset();
+        setUserConfig(nullptr);
+    }
+
+    /// Orders with the numbers as keys and quantities: every second one sells, every fifth is filled, the two codes
+    /// take turns after each ten.
+    void takeOrders(int first, int last)
+    {
+        QVector<PagedRows::Record> records;
+        for (int number = first; number <= last; ++number) {
+            auto record = makeOrder(MetaMarketOrder, std::to_string(number));
+            record->setData(OrderCode, std::string(number / 10 % 2 ? "600000.SH" : "000001.SZ"));
+            record->setData(OrderQuantity, qint64(number));
+            record->setData(OrderDirection, int(number % 2 ? '0' : '1'));
+            record->setData(OrderStatus, int(number % 5 ? '2' : '8'));
+            records.append(record);
+        }
+        panel->take(records);
+    }
+
+    int columnOf(int field) const { return table->getColumnIdByFileId(field); }
+
+    std::vector<std::string> shownKeys() const
+    {
+        QList<KV::CHpfDataTable::RowPtr> list;
+        table->getDataModel()->getDatas(list);
+        std::vector<std::string> keys;
+        for (const auto &row : qAsConst(list))
+            keys.push_back(row->key());
+        return keys;
+    }
+    std::vector<std::string> pageKeys() const
+    {
+        std::vector<std::string> keys;
+        for (const auto &page : pages->getPageDatas())
+            keys.push_back(page->getIData()->getKey());
+        return keys;
+    }
+    /// "first..last x count" of the rows that are shown.
+    std::string shown() const
+    {
+        const auto keys = shownKeys();
+        return keys.empty() ? "none" : keys.front() + ".." + keys.back() + " x " + std::to_string(keys.size());
+    }
+
+    void clickHeader(int column) const
+    {
+        grid->refreshNow();
+        QTest::mouseClick(grid, Qt::LeftButton, {}, grid->headerRect(column).center());
+    }
+    /// "column order" of the paged model, and what the arrow says.
+    std::string order() const
+    {
+        std::string text = std::to_string(pages->sortColumn()) + ' ' + std::to_string(pages->sortOrder());
+        for (const ZB::GridSortMark &mark : grid->sortMarks())
+            text += ", " + std::to_string(mark.column) + (mark.descending ? " 1" : " 0");
+        return text;
+    }
+    QAbstractButton *button(const char *text) const
+    {
+        for (auto *each : panel->findChildren<QAbstractButton *>())
+            if (each->text() == QString::fromUtf8(text))
+                return each;
+        return nullptr;
+    }
+    QLineEdit *searchField() const
+    {
+        for (auto *each : panel->findChildren<QLineEdit *>())
+            if (each->accessibleName() == QStringLiteral("搜索代码"))
+                return each;
+        return nullptr;
+    }
+
+    void showPage(int first, int count) const
+    {
+        table->handleEvent(pageEvent, 0, first, QString::number(count), nullptr);
+    }
+    /// Goes through all pages: keys that were met, and how often one was met again.
+    std::pair<std::set<std::string>, int> walk(int rowsPerPage) const
+    {
+        std::set<std::string> met;
+        int again = 0;
+        for (int first = 0; first < pages->size(); first += rowsPerPage) {
+            showPage(first, rowsPerPage);
+            for (const std::string &key : shownKeys())
+                again += !met.insert(key).second;
+        }
+        return {met, again};
+    }
+
+    std::unique_ptr<OrderStreamPanel> panel;
+    PagedStreamTable *table = nullptr;
+    KV::CHpfPageDataModel *pages = nullptr;
+    ZB::GridView *grid = nullptr;
+    ZB::PagingBar *bar = nullptr;
+};
+
+/// A recorded day of three shares, at full speed, into the panel.
+class OrderStreamReplay : public OrderStreamTest
+{
+protected:
+    void SetUp() override
+    {
+        const QString folder = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
+        const QStringList paths{folder + QStringLiteral("sse_orders_2023-07-11_3stocks.csv.gz"),
+                                folder + QStringLiteral("sse_trades_2023-07-11_3stocks.csv.gz")};
+        if (!QFileInfo::exists(paths.front()))
+            GTEST_SKIP() << "no recorded data at " << paths.front().toStdString();
+        pump = std::make_unique<FeedPump>(
+            std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(paths), feed::MarketFeed::maxSpeed));
+        pump->setOrderSink([this](const FeedPump::Records &records) {
+            panel->take(records);
+            if (++batches % 64 == 0 && shownKeys() != pageKeys())
+                ++wrongPages;
+        });
+    }
+
+    /// Turns pages for as long as records come; false when they do not end.
+    bool playAndTurnPages()
+    {
+        pump->start();
+        return QTest::qWaitFor(
+            [this] {
+                bar->goTo(turned++ % 4 == 3 ? bar->pageCount() - 1 : turned * 37 % bar->pageCount());
+                if (shownKeys() != pageKeys())
+                    ++wrongPages;
+                return pump->isFinished();
+            },
+            120000);
+    }
+
+    /// All visible records and no other are on the pages, each once.
+    void expectWholeList() const
+    {
+        const auto [met, again] = walk(1000);
+        EXPECT_EQ(again, 0);
+        std::set<std::string> wanted;
+        for (const auto &page : pages->getShowDatas())
+            wanted.insert(page->getIData()->getKey());
+        EXPECT_EQ(met.size(), wanted.size());
+        EXPECT_TRUE(met == wanted);
+        EXPECT_GT(turned, 10);
+        EXPECT_EQ(wrongPages, 0);
+    }
+
+    std::unique_ptr<FeedPump> pump;
+    int turned = 0;
+    int batches = 0;
+    int wrongPages = 0;
+};
+
+} // namespace
+
+TEST_F(OrderStreamTest, TheNewestOrdersAreShownUntilTheUserGoesElsewhere)
+{
+    takeOrders(1, 70);
+    panel->showNow();
+    EXPECT_EQ(shown(), "1..70 x 70");
+    takeOrders(71, 250);
+    panel->showNow();
+    EXPECT_EQ(shown(), "151..250 x 100");
+    EXPECT_TRUE(grid->isAtFollowedEdge());
+    EXPECT_EQ(panel->shownCount(), 250);
+    bar->goTo(1);
+    takeOrders(251, 400);
+    panel->showNow();
+    EXPECT_EQ(shown(), "101..200 x 100");
+    EXPECT_EQ(bar->page(), 1);
+    EXPECT_EQ(bar->pageCount(), 4);
+    takeOrders(200, 200);
+    EXPECT_EQ(shownKeys().size(), 100U) << "an order that changes is still one row";
+    bar->goToLast();
+    EXPECT_EQ(shown(), "301..400 x 100");
+}
+
+TEST_F(OrderStreamTest, AClickOnAHeaderDescendsFirstAndArrowAndPageAgree)
+{
+    takeOrders(1, 250);
+    panel->showNow();
+    const int quantity = columnOf(OrderQuantity);
+    const std::string column = std::to_string(quantity);
+    clickHeader(quantity);
+    EXPECT_EQ(order(), column + " 1, " + column + " 1");
+    EXPECT_EQ(shown(), "250..151 x 100");
+    EXPECT_EQ(shownKeys(), pageKeys());
+    takeOrders(251, 251);
+    EXPECT_EQ(shown(), "251..152 x 100");
+    clickHeader(quantity);
+    EXPECT_EQ(order(), column + " 0, " + column + " 0");
+    EXPECT_EQ(shown(), "1..100 x 100");
+    bar->goTo(2);
+    EXPECT_EQ(shown(), "201..251 x 51");
+    table->setSortColumns({});
+    EXPECT_EQ(order(), "-1 0");
+    takeOrders(252, 252);
+    bar->goToLast();
+    EXPECT_EQ(shown(), "153..252 x 100");
+}
+
+TEST_F(OrderStreamTest, ASavedOrderComesBackToThePagedModel)
+{
+    const int quantity = columnOf(OrderQuantity);
+    clickHeader(quantity);
+    const ZB::CBaseTableSettingParam setting = table->getTableSetting();
+    OrderStreamPanel other;
+    other.table().setTableSetting(setting);
+    EXPECT_EQ(other.stream().pages().sortColumn(), quantity);
+    EXPECT_EQ(other.stream().pages().sortOrder(), 1);
+}
+
+TEST_F(OrderStreamTest, TheFilterBoxOffersAllRecordsAndFiltersAllPages)
+{
+    takeOrders(1, 250);
+    panel->showNow();
+    showPage(10, 5); // all of one code
+    const int code = columnOf(OrderCode);
+    grid->filterRequested(code, grid->headerRect(code));
+    auto *box = table->findChild<ZB::FilterPopup *>();
+    ASSERT_TRUE(box);
+    ASSERT_TRUE(QTest::qWaitFor([box] { return box->isGathered(); }));
+    QStringList offered;
+    for (const ZB::CheckItem &item : box->findChild<ZB::CheckList *>()->items())
+        offered << item.text + QLatin1Char('/') + item.note;
+    EXPECT_EQ(offered.join(QLatin1Char(' ')).toStdString(), "000001.SZ/ 600000.SH/");
+    QTest::keyClicks(box->findChild<QLineEdit *>(), QStringLiteral("600"));
+    QTest::keyClick(box->findChild<QLineEdit *>(), Qt::Key_Return);
+
+    EXPECT_EQ(pages->columnFilters().value(code).second, QSet<QString>{QStringLiteral("600000.SH")});
+    EXPECT_EQ(pages->size(), 121);
+    EXPECT_EQ(table->totalCount(), 121);
+    EXPECT_TRUE(grid->column(code).filtered);
+    EXPECT_TRUE(table->getDataModel()->columnFilters().isEmpty()) << "rows of the page pass as the paged model says";
+    panel->refresh();
+    EXPECT_EQ(panel->summary().toStdString(), "筛选 121 / 250 笔");
+    showPage(100, 100);
+    EXPECT_EQ(shownKeys(), pageKeys());
+    EXPECT_EQ(shownKeys().size(), 21U);
+
+    QSet<QString> buys{QStringLiteral("买入")};
+    table->onFilterTrigger(columnOf(OrderDirection), ZB::FilterExact, buys);
+    EXPECT_EQ(pages->size(), 60) << "both filters count";
+    QSet<QString> none;
+    table->onFilterTrigger(code, ZB::FilterExact, none);
+    EXPECT_EQ(pages->columnFilters().keys(), QList<int>{columnOf(OrderDirection)});
+}
+
+TEST_F(OrderStreamTest, StatusAndCodeAreChosenByMouseAndKey)
+{
+    takeOrders(1, 100);
+    panel->showNow();
+    const auto counts = [this] {
+        panel->refresh();
+        return panel->summary().toStdString() + ", " + std::to_string(table->totalCount()) + ", " +
+               std::to_string(shownKeys().size());
+    };
+    EXPECT_EQ(counts(), "100 笔, 100, 100");
+    QTest::mouseClick(button("未完成"), Qt::LeftButton);
+    EXPECT_EQ(counts(), "筛选 80 / 100 笔, 80, 80");
+    takeOrders(101, 105);
+    panel->showNow();
+    EXPECT_EQ(counts(), "筛选 84 / 105 笔, 84, 84");
+    panel->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Backtab);
+    EXPECT_TRUE(searchField()->hasFocus()) << "the title is reached from the rows";
+    QTest::keyClick(searchField(), Qt::Key_Backtab);
+    EXPECT_TRUE(button("已成")->hasFocus());
+    QTest::keyClick(button("已成"), Qt::Key_Left);
+    QTest::keyClick(button("已撤/废单"), Qt::Key_Space);
+    EXPECT_TRUE(button("已撤/废单")->isChecked());
+    EXPECT_EQ(counts(), "筛选 0 / 105 笔, 0, 0");
+    QTest::mouseClick(button("已成"), Qt::LeftButton);
+    EXPECT_EQ(counts(), "筛选 21 / 105 笔, 21, 21");
+
+    QLineEdit *search = searchField();
+    ASSERT_TRUE(search);
+    QTest::keyClicks(search, QStringLiteral(" 600 "));
+    EXPECT_EQ(pages->size(), 21) << "not before the word is complete";
+    QTest::keyClick(search, Qt::Key_Return);
+    EXPECT_EQ(counts(), "筛选 10 / 105 笔, 10, 10");
+    QTest::keyClicks(search, QStringLiteral("X"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return pages->size() == 0; }));
+    search->clear();
+    EXPECT_EQ(pages->size(), 21);
+}
+
+TEST_F(OrderStreamTest, ClearingTheFiltersResetsStatusAndSearch)
+{
+    takeOrders(1, 100);
+    QTest::mouseClick(button("已成"), Qt::LeftButton);
+    QTest::keyClicks(searchField(), QStringLiteral("000001"));
+    QTest::keyClick(searchField(), Qt::Key_Return);
+    QSet<QString> sells{QStringLiteral("卖出")};
+    table->onFilterTrigger(columnOf(OrderDirection), ZB::FilterExact, sells);
+    ASSERT_EQ(pages->size(), 5);
+    QTest::keyClick(grid, Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(pages->size(), 100);
+    EXPECT_EQ(shownKeys().size(), 100U);
+    EXPECT_TRUE(button("全部")->isChecked());
+    EXPECT_FALSE(button("已成")->isChecked());
+    EXPECT_EQ(searchField()->text(), QString());
+    EXPECT_EQ(panel->summary().toStdString(), "100 笔");
+    takeOrders(101, 110);
+    EXPECT_EQ(pages->size(), 110) << "later orders pass too";
+}
+
+TEST_F(OrderStreamReplay, TurningPagesLosesAndRepeatsNoRow)
+{
+    ASSERT_TRUE(playAndTurnPages());
+    EXPECT_EQ(pages->size(), 121840);
+    expectWholeList();
+}
+
+TEST_F(OrderStreamReplay, TurningPagesOfASortedStatusLosesAndRepeatsNoRow)
+{
+    QTest::mouseClick(button("未完成"), Qt::LeftButton);
+    clickHeader(columnOf(OrderQuantity));
+    ASSERT_TRUE(playAndTurnPages());
+    EXPECT_EQ(pages->originalSize(), 121840);
+    EXPECT_EQ(pages->size(), panel->shownCount());
+    for (const auto &page : pages->getShowDatas()) {
+        const std::string status = page->getIData()->getString(OrderStatus);
+        ASSERT_TRUE(status == "2" || status == "7") << status;
+    }
+    expectWholeList();
+}
