@@ -2,6 +2,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
+#include <QtWidgets/QApplication>
 
 #include "eventwindow.h"
 #include "order/cautobutton.h"
@@ -91,4 +92,17 @@ TEST(AutoButton, MayBeDestroyedWhileItWaitsAndByItsOwnClick)
     QTest::qWait(10);
     EXPECT_EQ(window.take(), "5 3 0");
     EXPECT_TRUE(button.isNull());
+}
+
+TEST(AutoButton, LeavesNothingBehindInTheStyleSheets)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 1);
+    qApp->setStyleSheet(QStringLiteral("QAbstractButton { margin: 0 }"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    int destroyed = 0;
+    QObject::connect(button, &QObject::destroyed, [&destroyed] { ++destroyed; });
+    delete button;
+    qApp->setStyleSheet(QString()); // goes through every widget that it remembers
+    EXPECT_EQ(destroyed, 1);
 }

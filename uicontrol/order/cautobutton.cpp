@@ -1,5 +1,6 @@
 #include "order/cautobutton.h"
 
+#include <QtCore/QMetaMethod>
 #include <QtCore/QTimer>
 #include <algorithm>
 
@@ -10,9 +11,15 @@ CAutoButton::CAutoButton(int eventId, bool framed, ZB::ENormalButtonType type, Q
 {
 }
 
+/// Cuts every connection from its signals but those of QObject itself: destroyed() has to reach Qt's style sheets,
+/// which keep a pointer to every widget that they styled until it comes.
 CAutoButton::~CAutoButton()
 {
-    disconnect();
+    for (int method = QObject::staticMetaObject.methodCount(); method < metaObject()->methodCount(); ++method) {
+        const QMetaMethod signal = metaObject()->method(method);
+        if (signal.methodType() == QMetaMethod::Signal)
+            disconnect(this, signal, nullptr, QMetaMethod());
+    }
 }
 
 void CAutoButton::setInterval(int milliseconds)
