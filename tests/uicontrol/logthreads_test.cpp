@@ -98,6 +98,40 @@ TEST(LogThreads, AClearDropsWhatWasQueuedBefore)
     EXPECT_EQ(cache->getDataSize(), 1);
 }
 
+TEST(LogThreads, ClearingAmongWritersAndReadersTearsNoBlock)
+{
+    constexpr int writers = 10;
+    constexpr int lines = 9;
+    const auto cache = makeCache();
+    std::atomic<bool> done{false};
+    std::vector<std::thread> threads;
+    for (int writer = 0; writer < writers; ++writer)
+        threads.emplace_back([&cache, writer] {
+            for (int block = 0; block < 200; ++block)
+                cache->dataCallBack(numbered(writer, block, lines), writer);
+        });
+    threads.emplace_back([&] {
+        while (!done)
+            for (const auto &piece : cache->getPieces(std::nullopt, 0, cache->getDataSize()))
+                EXPECT_FALSE(piece->text.isEmpty());
+    });
+    for (int i = 0; i < 200; ++i) {
+        cache->clear();
+        const auto pieces = cache->getPieces(std::nullopt, 0, cache->getDataSize());
+        EXPECT_EQ(pieces.size() % lines, 0U);
+        for (std::size_t line = 0; line < pieces.size(); ++line)
+            EXPECT_EQ(pieces[line]->text.section(QLatin1Char('/'), 2).toInt(), static_cast<int>(line) % lines);
+    }
+    for (int writer = 0; writer < writers; ++writer)
+        threads[static_cast<std::size_t>(writer)].join();
+    cache->clear();
+    cache->dataCallBack(QStringLiteral("end"), 1);
+    ASSERT_TRUE(waitFor([&] { return cache->getDataSizeByLevel(1) > 0; }));
+    done = true;
+    threads.back().join();
+    EXPECT_EQ(cache->getDataSize(), 1) << "nothing from before the last clearing comes after it";
+}
+
 TEST(LogThreads, AQueuedBlockKeepsItsCacheAlive)
 {
     const int base = newestNumber();
