@@ -341,6 +341,23 @@ TEST(PageModelRules, MenuItemsAreTheTextsOfAllRecordsAndCellsTellTheirValue)
     EXPECT_EQ(text, "15.93");
 }
 
+TEST(PageModelRules, MenuItemsStandInTheOrderOfTheirValues)
+{
+    Model model;
+    for (const int channel : {10, 9, noInt, -2, 100, 9}) {
+        Values values;
+        values.channel = channel;
+        values.price = channel == noInt ? noDouble : channel / 4.0;
+        model.put(std::to_string(model.originalSize()), values);
+    }
+    const QStringList channels = model.getMenuItems(IntColumn);
+    EXPECT_EQ(channels.mid(0, 4), QStringList({"-2", "9", "10", "100"})) << channels.join(' ').toStdString();
+    EXPECT_EQ(channels.size(), 5) << "no value comes last";
+    const QStringList prices = model.getMenuItems(DoubleColumn);
+    EXPECT_EQ(prices.mid(0, 4), QStringList({"-0.50", "2.25", "2.50", "25.00"})) << prices.join(' ').toStdString();
+    EXPECT_EQ(prices.size(), 5);
+}
+
 TEST(PageModelRules, DetailsAreLoggedOnlyWhileTheyAreWanted)
 {
     class Lines : public log4cxx::AppenderSkeleton
