@@ -12,17 +12,20 @@ namespace {
 
 constexpr int priceRight = 103;
 constexpr int volumeRight = 183;
+constexpr int cancelShift = 7;
 
 QuoteColumns columnsOf(int width, const QuotesMetrics &metrics, bool showCancel)
 {
     QuoteColumns columns;
     columns.width = width - 2;
     columns.caption = scaled(margin);
-    columns.priceRight = scaled(priceRight);
-    columns.priceRoom = scaled(priceRight - margin - 4) - metrics.captionWidth - metrics.digit.width() - scaled(4);
-    columns.volumeRight = scaled(volumeRight);
+    // A volume's area reaches 11 pixels beyond its right edge: the marks stand clear of it.
+    const int shift = showCancel ? scaled(cancelShift) : 0;
+    columns.priceRight = scaled(priceRight) - shift;
+    columns.priceRoom = columns.priceRight - columns.caption - metrics.captionWidth - metrics.digit.width() - scaled(8);
+    columns.volumeRight = scaled(volumeRight) - shift;
     columns.volumeRoom = scaled(volumeRight - priceRight - 6);
-    columns.barEnd = scaled(186);
+    columns.barEnd = columns.volumeRight + scaled(3);
     columns.cancelWidth = showCancel ? scaled(quoteslevel2::cancelMark) : 0;
     columns.cancelLeft = width - 1 - columns.cancelWidth;
     return columns;

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "kv/epricetype.h"
+#include "uicontrolexport.h"
 
 namespace KV {
 
 /// What a click on the last painted picture of a ladder means. Areas may overlap; in each list the first one counts.
-struct QuoteClickAreas
+struct UICONTROL_API QuoteClickAreas
 {
     struct PriceType
     {

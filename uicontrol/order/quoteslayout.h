@@ -54,7 +54,7 @@ struct UICONTROL_API QuoteRowPlace
 };
 
 /// The columns of one side's rows, from which each row is made.
-struct QuoteColumns
+struct UICONTROL_API QuoteColumns
 {
     int left = 1; ///< of the rows
     int width = 0;

@@ -32,7 +32,7 @@ UICONTROL_API QString priceText(double price, int decimals);
 /// With its sign; "-" for no value.
 UICONTROL_API QString changeText(double change, int decimals);
 /// The change against the previous close in per cent, with its sign; "-" when either is missing.
-QString percentText(double change, double previousClose);
+UICONTROL_API QString percentText(double change, double previousClose);
 UICONTROL_API QString volumeText(int volume);
 /// The text in which a clicked price or volume goes to the host.
 QString clickedText(double value);

@@ -1,0 +1,245 @@
+#include <QtCore/QPointer>
+#include <QtTest/QTest>
+#include <boost/smart_ptr/make_shared.hpp>
+#include <gtest/gtest.h>
+
+#include "uicontrol/ladderwindow.h"
+#include "zb/cuiresource.h"
+
+using namespace KV;
+
+namespace {
+
+QPoint on(const QuoteValuePlace &place)
+{
+    return {place.right - place.lead - 4, place.rowTop + place.pitch / 2 + 3};
+}
+
+struct Kind
+{
+    EQuoteType layout;
+    kdservice::EVxTraderType trader;
+};
+
+const Kind kinds[] = {{QuoteNormal, kdservice::TraderStock},           {QuoteNormal, kdservice::TraderFuture},
+                      {QuoteNormal, kdservice::TraderCredit},          {QuoteNormal, kdservice::TraderStockOption},
+                      {QuoteLevel2Vertical, kdservice::TraderStock},   {QuoteLevel2Vertical, kdservice::TraderOption},
+                      {QuoteLevel2Horizontal, kdservice::TraderStock}, {QuoteLevel2Horizontal, kdservice::TraderOption},
+                      {QuoteLevel2Vertical, kdservice::TraderFuture}};
+
+} // namespace
+
+TEST(LadderClicks, OnPricesAndVolumesTellTheirValuesInEveryLayoutForEveryTrader)
+{
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(QStringLiteral("layout %1 trader %2").arg(kind.layout).arg(kind.trader).toStdString());
+        LadderWindow window(kind.layout, kind.trader);
+        window.give(plainQuote());
+        const QuotesLayout places = window.places();
+        window.click(on(places.asks[0].price));
+        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0600");
+        window.click(on(places.bids[0].price));
+        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0500");
+        window.click(on(places.asks[0].volume));
+        EXPECT_EQ(window.takeEvents().toStdString(), "1129 0 0 100.0000");
+        window.click(on(places.latest));
+        window.click(on(places.summary[1].value));
+        window.click(on(places.summary[2].value));
+        window.click(on(places.summary[3].value));
+        EXPECT_EQ(window.takeEvents().toStdString(),
+                  "1128 0 0 10.0500 | 1128 0 0 10.0000 | 1128 0 0 11.0000 | 1128 0 0 9.0000");
+        const bool single = kind.trader == kdservice::TraderCredit || kind.trader == kdservice::TraderStockOption;
+        window.click(on(places.bids[4].price));
+        EXPECT_EQ(window.takeEvents().toStdString(), single ? "" : "1128 0 0 10.0100");
+        window.click(on(places.asks[0].price), Qt::RightButton);
+        window.click(QPoint(places.asks[0].caption.x(), places.asks[0].band.center().y()));
+        EXPECT_EQ(window.takeEvents().toStdString(), "") << "other buttons and captions mean nothing";
+    }
+}
+
+TEST(LadderClicks, OnPriceTypesAndCancelButtonsTellTheHostInTheLevel2Layouts)
+{
+    for (const EQuoteType layout : {QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
+        LadderWindow window(layout);
+        window.give(plainQuote());
+        const QuotesLayout places = window.places();
+        for (const QuotePriceTypePlace &place : places.priceTypes)
+            window.click(place.rect.center());
+        EXPECT_EQ(window.takeEvents().toStdString(), "1127 0 1  | 1127 0 3  | 1127 0 2 ");
+        window.click(places.cancelBuy.center());
+        window.click(places.cancelSell.center());
+        EXPECT_EQ(window.takeEvents().toStdString(), "1243 0 48 600519.SH | 1243 0 49 600519.SH");
+    }
+}
+
+TEST(LadderClicks, OnTheMarksOfLevelsCancelTheOrdersOfTheseLevels)
+{
+    for (const EQuoteType layout : {QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
+        LadderWindow window(layout);
+        quoter::QuoterAllData quote = plainQuote();
+        quote.bidPrices[3] = 0;
+        window.list->setShowCancelOrder(true);
+        window.give(quote);
+        const QuotesLayout places = window.places();
+        window.click(places.asks[1].cancel.center());
+        window.click(places.bids[4].cancel.center());
+        window.click(places.bids[3].cancel.center());
+        EXPECT_EQ(window.takeEvents().toStdString(), "1243 2 49 600519.SH | 1243 5 48 600519.SH");
+    }
+}
+
+TEST(LadderClicks, OnWhatOverlapsDeliverEachKindOnceInTheirOrder)
+{
+    QuoteClickAreas areas;
+    const QRect rect(0, 0, 10, 10);
+    areas.volumes = {{rect, 7}, {rect, 8}};
+    areas.prices = {{QRect(5, 0, 10, 10), 1.5}, {rect, 2.5}};
+    areas.priceTypes = {{rect, 3}};
+    areas.cancels = {{rect, 48, 1}, {rect, 48, 2}};
+    areas.cancelButtons = {QuoteClickAreas::Cancel{rect, 48, 0}, QuoteClickAreas::Cancel{QRect(8, 0, 9, 9), 49, 0}};
+    const auto levels = [&](const QPoint &point) {
+        std::string all;
+        for (const QuoteClickAreas::Cancel &cancel : areas.at(point).cancels)
+            all += std::to_string(cancel.side) + ":" + std::to_string(cancel.level) + " ";
+        return all;
+    };
+    EXPECT_EQ(areas.at({1, 1}).volume, 7);
+    EXPECT_EQ(areas.at({1, 1}).price, 2.5);
+    EXPECT_EQ(areas.at({6, 1}).price, 1.5);
+    EXPECT_EQ(areas.at({1, 1}).priceType, 3);
+    EXPECT_EQ(levels({1, 1}), "48:1 48:0 ");
+    EXPECT_EQ(levels({9, 1}), "48:1 48:0 49:0 ");
+    EXPECT_FALSE(areas.contains({30, 30}));
+    areas.clear();
+    EXPECT_FALSE(areas.contains({1, 1}));
+}
+
+TEST(LadderClicks, OnPlacesWithoutAValueMeanNothing)
+{
+    LadderWindow window;
+    window.giveNothing();
+    window.settle();
+    const QuotesLayout places = window.places();
+    for (const QuoteRowPlace &row : places.asks) {
+        window.click(on(row.price));
+        window.click(on(row.volume));
+    }
+    window.click(on(places.latest));
+    EXPECT_EQ(window.takeEvents().toStdString(), "");
+}
+
+TEST(LadderClicks, SurviveAHandlerThatDestroysTheLadder)
+{
+    class Form : public ZB::CBaseWidget
+    {
+    public:
+        bool handleEvent(int, int, int, QString, void *) override
+        {
+            delete list;
+            return true;
+        }
+        QPointer<CQuotesPricesList> list;
+    };
+    Form form;
+    form.list = new CQuotesPricesList(OpParamQuotes, &form);
+    auto *graph = form.list->findChild<CQuotesGraphWidget *>();
+    auto detail = boost::shared_ptr<kdservice::CInstrumentDetail>(new kdservice::CInstrumentDetail);
+    form.list->setQuoterAllData(boost::shared_ptr<quoter::QuoterAllData>(new quoter::QuoterAllData(plainQuote())),
+                                detail);
+    form.show();
+    graph->grab();
+    const QPoint point = on(graph->places().asks[0].volume);
+    QMouseEvent release(QEvent::MouseButtonRelease, point, graph->mapToGlobal(point), Qt::LeftButton, Qt::NoButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(graph, &release);
+    EXPECT_TRUE(form.list.isNull());
+}
+
+TEST(LadderMouse, ShowsAHandAndLightsUpWhatAClickTakes)
+{
+    LadderWindow window;
+    window.give(plainQuote());
+    const QuoteValuePlace place = window.places().asks[2].price;
+    const QRgb hover = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_quote_one_stock_price_back"))->rgb();
+    const QPoint corner(place.right + 9, place.rowTop + 5);
+    EXPECT_NE(window.picture().pixel(corner), hover);
+    window.move(on(place));
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(window.picture().pixel(corner), hover);
+    window.move(QPoint(3, place.rowTop + 5));
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor);
+    EXPECT_NE(window.picture().pixel(corner), hover);
+    window.move(on(place));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(window.graph, &leave);
+    EXPECT_NE(window.picture().pixel(corner), hover);
+}
+
+TEST(LadderMouse, ADoubleClickIsKnownWhileItsVolumeIsDelivered)
+{
+    class Form : public LadderWindow
+    {
+    public:
+        bool handleEvent(int event, int first, int second, QString text, void *pointer) override
+        {
+            doubles << graph->isDoubleClick();
+            return LadderWindow::handleEvent(event, first, second, text, pointer);
+        }
+        QList<bool> doubles;
+    };
+    Form form;
+    form.give(plainQuote());
+    const QPoint point = on(form.places().bids[0].volume);
+    form.click(point);
+    QTest::mouseDClick(form.graph, Qt::LeftButton, Qt::NoModifier, point);
+    QTest::mouseRelease(form.graph, Qt::LeftButton, Qt::NoModifier, point);
+    form.click(point);
+    EXPECT_EQ(form.doubles, (QList<bool>{false, true, false}));
+}
+
+TEST(LadderKeys, MoveACursorOverTheLevelsAndReturnTakesItsPrice)
+{
+    LadderWindow window;
+    quoter::QuoterAllData quote = plainQuote();
+    quote.askPrices[1] = 0;
+    window.give(quote);
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(window.takeEvents().toStdString(), "") << "no cursor yet";
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Enter);
+    window.press(Qt::Key_Home);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_End);
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0600 | 1128 0 0 10.0800 | 1128 0 0 10.1000 | "
+                                                 "1128 0 0 10.1000 | 1128 0 0 10.0100")
+        << "levels without a price are passed over";
+    window.press(Qt::Key_Escape);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Down);
+    window.list->setStockCode(QStringLiteral("000001.SZ"));
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(window.takeEvents().toStdString(), "") << "another stock has no cursor";
+}
+
+TEST(LadderKeys, GoFromSideToSideWhereTheyStandSideBySide)
+{
+    LadderWindow window(QuoteLevel2Horizontal);
+    window.give(plainQuote());
+    window.press(Qt::Key_Down);
+    window.press(Qt::Key_Down);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Right);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Return);
+    window.press(Qt::Key_Left);
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(window.takeEvents().toStdString(),
+              "1128 0 0 10.0400 | 1128 0 0 10.0700 | 1128 0 0 10.0600 | 1128 0 0 10.0500");
+}

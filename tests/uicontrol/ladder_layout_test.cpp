@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include "order/cquoteshorizontallayout.h"
+#include "order/cquotesnormallayout.h"
+#include "order/cquotesverticallayout.h"
+#include "theme/themeservice.h"
+
+using namespace KV;
+
+namespace {
+
+const QuotesMetrics metrics{18, 12, QSize(12, 12)};
+
+std::string text(const QRect &rect)
+{
+    return QStringLiteral("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height()).toStdString();
+}
+
+std::string lines(const QuotesLayout &layout)
+{
+    QStringList all;
+    for (const QLine &line : layout.lines)
+        all << QString::number(line.y1());
+    return all.join(QLatin1Char(' ')).toStdString();
+}
+
+std::string row(const QuoteRowPlace &place)
+{
+    return text(place.band) + " caption " + std::to_string(place.caption.x()) + "," +
+           std::to_string(place.caption.y()) + " digit " + text(QRect(place.digit, QSize(12, 12))) + " price " +
+           text(place.price.area(40)) + " volume " + text(place.volume.area(30)) + " bar " + text(place.bar(5, 10));
+}
+
+/// All rectangles in which a layout puts something of its own; none may lie on another.
+std::vector<QRect> pieces(const QuotesLayout &layout)
+{
+    std::vector<QRect> all{layout.middleBand, layout.cancelBuy, layout.cancelSell};
+    for (const auto &side : {layout.asks, layout.bids})
+        for (const QuoteRowPlace &place : side)
+            all.push_back(place.band);
+    for (const QuotePriceTypePlace &place : layout.priceTypes)
+        all.push_back(place.rect);
+    return all;
+}
+
+void expectApart(const std::vector<QRect> &rects, const QRect &frame)
+{
+    for (std::size_t i = 0; i < rects.size(); ++i) {
+        EXPECT_TRUE(frame.contains(rects[i])) << text(rects[i]) << " in " << text(frame);
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_FALSE(rects[i].intersects(rects[j])) << text(rects[i]) << " and " << text(rects[j]);
+    }
+}
+
+} // namespace
+
+TEST(QuotesNormalLayout, PutsTheBlockInTheMiddleOfTheHeight)
+{
+    const CQuotesNormalLayout layout(QSize(200, 350), metrics, false);
+    // Pitch 23; block (18 + 115) x 2 + 28 = 294; top (350 - 294) / 2 = 28; asks end at 143.
+    EXPECT_EQ(lines(layout), "0 147 173 296");
+    EXPECT_EQ(text(layout.askArea), "1,1 198x146");
+    EXPECT_EQ(text(layout.middleBand), "1,148 198x24");
+    EXPECT_EQ(text(layout.bidArea), "1,174 198x122");
+    EXPECT_EQ(layout.latestCaption, QPoint(8, 168));
+    EXPECT_EQ(layout.latest.right, 103);
+    EXPECT_EQ(layout.change.right, 183);
+    EXPECT_EQ(row(layout.asks[0]), "1,124 198x23 caption 8,141 digit 24,131 12x12 price 63,123 51x23 "
+                                   "volume 153,123 41x23 bar 146,124 40x22");
+    EXPECT_EQ(row(layout.asks[4]), "1,32 198x23 caption 8,49 digit 24,39 12x12 price 63,31 51x23 "
+                                   "volume 153,31 41x23 bar 146,32 40x22");
+    EXPECT_EQ(row(layout.bids[0]), "1,174 198x23 caption 8,191 digit 24,181 12x12 price 63,173 51x23 "
+                                   "volume 153,173 41x23 bar 146,174 40x22");
+    EXPECT_EQ(text(layout.summary[0].value.area(40)), "58,296 51x23");
+    EXPECT_EQ(text(layout.summary[3].value.area(40)), "138,319 51x23");
+    expectApart({layout.askArea, layout.middleBand, layout.bidArea}, layout.frame);
+}
+
+TEST(QuotesNormalLayout, RoomForTheCancelRowShiftsTheBlockUpByHalfOfIt)
+{
+    const CQuotesNormalLayout without(QSize(200, 350), metrics, false);
+    const CQuotesNormalLayout with(QSize(200, 350), metrics, true);
+    EXPECT_EQ(with.lines[1].y1(), (350 - 15 - 294) / 2 + 5 * 23 + 4);
+    EXPECT_EQ(without.lines[1].y1() - with.lines[1].y1(), 8);
+}
+
+TEST(QuotesNormalLayout, ScalesItsLengthsAndKeepsItsLinesThin)
+{
+    refhost::ThemeService::instance().setScale(2.0);
+    const CQuotesNormalLayout layout(QSize(400, 700), QuotesMetrics{36, 24, QSize(24, 24)}, false);
+    EXPECT_EQ(lines(layout), "0 294 346 592");
+    EXPECT_EQ(row(layout.asks[0]), "1,248 398x46 caption 16,282 digit 48,262 12x12 price 166,246 62x46 "
+                                   "volume 336,246 52x46 bar 292,248 80x45");
+    refhost::ThemeService::instance().setScale(1.0);
+}
+
+TEST(QuoteRowPlace, BarsGrowWithTheVolumeAndNeverBeyondTheirLength)
+{
+    const CQuotesNormalLayout layout(QSize(200, 350), metrics, false);
+    const QuoteRowPlace &place = layout.asks[0];
+    EXPECT_EQ(text(place.bar(10, 10)), "106,124 80x22");
+    EXPECT_EQ(text(place.bar(1, 3)), "160,124 26x22") << "rounded down";
+    EXPECT_EQ(text(place.bar(2147483646, 2147483646)), "106,124 80x22") << "no overflow";
+    for (const QRect &none : {place.bar(0, 10), place.bar(5, 0), place.bar(-5, 10), place.bar(5, -1)})
+        EXPECT_TRUE(none.isEmpty());
+}
+
+TEST(QuotesLevel2Layouts, KeepTheirPartsApartAndInsideAtTheSizesOfTheTheme)
+{
+    for (const bool cancel : {false, true}) {
+        const CQuotesVerticalLayout vertical(QSize(200, cancel ? 445 : 430), metrics, cancel);
+        expectApart(pieces(vertical), vertical.frame);
+        const CQuotesHorizontalLayout horizontal(QSize(400, cancel ? 255 : 240), metrics, cancel);
+        expectApart(pieces(horizontal), horizontal.frame);
+        for (const QuotesLayout &layout : {QuotesLayout(vertical), QuotesLayout(horizontal)}) {
+            EXPECT_LT(layout.summary[3].value.baseline, layout.frame.bottom());
+            for (const QuoteRowPlace &place : layout.asks)
+                EXPECT_EQ(place.cancel.isEmpty(), !cancel);
+        }
+    }
+}
+
+TEST(QuotesLevel2Layouts, PutBestPricesNextToEachOther)
+{
+    const CQuotesVerticalLayout vertical(QSize(200, 430), metrics, false);
+    EXPECT_EQ(vertical.asks[0].band.bottom() + 1, vertical.lines[1].y1());
+    EXPECT_EQ(vertical.bids[0].band.top() - 1, vertical.lines[2].y1());
+    EXPECT_LT(vertical.asks[4].band.top(), vertical.asks[0].band.top());
+    const CQuotesHorizontalLayout horizontal(QSize(400, 240), metrics, false);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(horizontal.bids[i].band.top(), horizontal.asks[i].band.top());
+        EXPECT_LT(horizontal.bids[i].price.right, 200);
+        EXPECT_GT(horizontal.asks[i].price.right - horizontal.asks[i].price.room, 200);
+    }
+    EXPECT_TRUE(horizontal.asks[0].barGrowsRight);
+}
+
+TEST(QuotesLevel2Layouts, NumbersFindRoomBetweenTheirNeighbours)
+{
+    for (const bool cancel : {false, true}) {
+        const CQuotesHorizontalLayout layout(QSize(400, 255), metrics, cancel);
+        const QuoteRowPlace &bid = layout.bids[0];
+        const QuoteRowPlace &ask = layout.asks[0];
+        const int captionEnd = bid.digit.x() + metrics.digit.width();
+        EXPECT_LE(captionEnd, bid.volume.right - bid.volume.room);
+        EXPECT_LE(bid.volume.right, bid.price.right - bid.price.room);
+        EXPECT_LE(ask.price.right, ask.volume.right - ask.volume.room);
+        EXPECT_LE(ask.volume.right, ask.caption.x());
+        if (cancel) {
+            EXPECT_LT(bid.cancel.right(), bid.caption.x());
+            EXPECT_LT(ask.digit.x() + metrics.digit.width(), ask.cancel.left() + 1);
+        }
+    }
+}
+
+TEST(QuotesLayouts, AreSafeInWidgetsOfNoSize)
+{
+    for (const QSize size : {QSize(0, 0), QSize(1, 1), QSize(200, 1), QSize(1, 400)})
+        for (const bool cancel : {false, true}) {
+            const QuotesLayout all[] = {CQuotesNormalLayout(size, metrics, cancel),
+                                        CQuotesVerticalLayout(size, metrics, cancel),
+                                        CQuotesHorizontalLayout(size, metrics, cancel)};
+            for (const QuotesLayout &layout : all)
+                for (std::size_t i = 1; i < 5; ++i)
+                    EXPECT_FALSE(layout.asks[i].band.intersects(layout.asks[i - 1].band));
+        }
+}

@@ -1,0 +1,185 @@
+#include <QtTest/QTest>
+#include <boost/smart_ptr/make_shared.hpp>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "kv/cstockcodelineedit.h"
+#include "order/quotevalue.h"
+#include "theme/themeservice.h"
+#include "uicontrol/ladderwindow.h"
+#include "zb/clineedit.h"
+#include "zb/cuiresource.h"
+
+using namespace KV;
+
+namespace {
+
+std::string text(const QSize &size)
+{
+    return std::to_string(size.width()) + "x" + std::to_string(size.height());
+}
+
+int themeSize(const char *key)
+{
+    return ZB::CUiResource::instance()->getSize(QLatin1String(key));
+}
+
+} // namespace
+
+TEST(QuotesPricesList, HasTheFixedSizeOfItsLayoutAndAccount)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    const std::string normal = text({themeSize("kv_siz_code_quotes_width"), themeSize("kv_siz_code_quotes_height")});
+    const std::string vertical =
+        text({themeSize("kv_siz_code_quotes_width"), themeSize("kv_siz_code_quotes_height_L2V")});
+    const std::string horizontal =
+        text({themeSize("kv_siz_code_quotes_width_L2H"), themeSize("kv_siz_code_quotes_height_L2H")});
+    const auto sizeOf = [&](int type, kdservice::EVxTraderType trader) {
+        list.setTradeType(trader);
+        list.setQuoteType(static_cast<EQuoteType>(type));
+        EXPECT_EQ(list.minimumSize(), list.maximumSize());
+        return text(list.maximumSize());
+    };
+    for (const auto trader : {kdservice::TraderStock, kdservice::TraderOption}) {
+        EXPECT_EQ(sizeOf(0, trader), vertical);
+        EXPECT_EQ(sizeOf(1, trader), horizontal);
+        EXPECT_EQ(sizeOf(2, trader), normal);
+        EXPECT_EQ(sizeOf(7, trader), "0x0");
+    }
+    for (const auto trader : {kdservice::TraderFuture, kdservice::TraderCredit, kdservice::TraderStockOption})
+        for (const int type : {0, 1, 2, 7})
+            EXPECT_EQ(sizeOf(type, trader), normal);
+}
+
+TEST(QuotesPricesList, TheCancelRowAddsFifteenPixelsAndASelectorItsHeight)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    const int plain = list.height();
+    list.setShowCancelOrder(true);
+    EXPECT_EQ(list.height(), plain + 15);
+    list.setShowCancelOrder(false);
+    auto *selector = new CSelectCodeWidget;
+    list.setSelectCodeWidget(selector);
+    EXPECT_GE(selector->height(), 50);
+    EXPECT_EQ(selector->minimumHeight(), selector->preferredHeight());
+    EXPECT_EQ(list.height(), plain + selector->preferredHeight());
+    delete selector;
+    EXPECT_EQ(list.getSelectCodeWidget(), nullptr);
+    list.resizeLayout();
+    EXPECT_EQ(list.height(), plain);
+
+    refhost::ThemeService::instance().setScale(2.0);
+    EXPECT_EQ(list.height(), 2 * plain);
+    EXPECT_EQ(list.width(), themeSize("kv_siz_code_quotes_width"));
+    refhost::ThemeService::instance().setScale(1.0);
+}
+
+TEST(QuotesPricesList, WithoutASelectorItsCallsDoNothing)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    EXPECT_EQ(list.getStockCode().toStdString(), "");
+    list.inputStockCodeChar(QStringLiteral("6"));
+    list.setCodeEditFocus();
+    list.setDrawTop(true);
+    list.setOperationType(kdservice::OperationBuy);
+    list.setUiEnabled(false, false);
+    EXPECT_FALSE(list.findChild<CQuotesGraphWidget *>()->isEnabled());
+}
+
+TEST(QuotesPricesList, HandsItsSettingsOnToTheSelector)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    auto *selector = new CSelectCodeWidget;
+    list.setSelectCodeWidget(selector);
+    selector->setStockCode(QStringLiteral("600000.SH"));
+    EXPECT_EQ(list.getStockCode().toStdString(), "600000.SH");
+    list.setTradeType(kdservice::TraderFuture);
+    EXPECT_EQ(selector->getTradeType(), kdservice::TraderFuture);
+    EXPECT_EQ(selector->getStockCodeLineEdit()->getTradeType(), kdservice::TraderFuture);
+    list.setTradeOpType(77);
+    EXPECT_EQ(selector->getTradeOpType(), 77U);
+    list.setDrawTop(false);
+    EXPECT_FALSE(selector->isDrawTop());
+    list.setUiEnabled(false, true);
+    EXPECT_FALSE(selector->isEnabled());
+    EXPECT_TRUE(list.findChild<CQuotesGraphWidget *>()->isEnabled());
+}
+
+TEST(QuotesPricesList, TypingOverTheQuoteStartsTheEntryOfACode)
+{
+    LadderWindow window;
+    auto *selector = new CSelectCodeWidget;
+    window.list->setSelectCodeWidget(selector);
+    selector->setStockCode(QStringLiteral("600000.SH"));
+    EXPECT_FALSE(selector->getStockCodeLineEdit()->isVisible());
+    QTest::keyClicks(window.graph, QStringLiteral("3"));
+    EXPECT_TRUE(selector->isEditing());
+    EXPECT_TRUE(selector->getStockCodeLineEdit()->isVisible());
+    ZB::CLineEdit *inner = selector->getStockCodeLineEdit()->getLineEdit();
+    EXPECT_EQ(inner->text().toStdString(), "3");
+    window.list->inputStockCodeChar(QStringLiteral("0"));
+    EXPECT_EQ(inner->text().toStdString(), "0") << "the text is replaced";
+
+    selector->setCompletionSuppressed(true);
+    window.list->setCodeEditFocus();
+    EXPECT_FALSE(selector->isCompletionSuppressed());
+    EXPECT_TRUE(selector->isEditing());
+    EXPECT_EQ(inner->selectedText(), inner->text());
+
+    selector->getStockCodeLineEdit()->setStockCode(QStringLiteral("000001.SZ"), true);
+    EXPECT_FALSE(selector->isEditing());
+    EXPECT_EQ(window.list->getStockCode().toStdString(), "000001.SZ");
+    EXPECT_TRUE(window.takeEvents().contains(QStringLiteral("1082 0 0 000001.SZ")));
+}
+
+TEST(QuotesPricesList, QuickOrdersNeedToBeAllowed)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    list.setQuickOrder(true);
+    EXPECT_FALSE(list.isQuickOrder());
+    list.setCanUseQuickOrder(true);
+    EXPECT_FALSE(list.isQuickOrder());
+    list.setQuickOrder(true);
+    EXPECT_TRUE(list.isQuickOrder());
+}
+
+TEST(QuoteValue, KnowsWhatIsMissing)
+{
+    using namespace quotevalue;
+    EXPECT_EQ(CQuoteData().price, 0);
+    EXPECT_EQ(CQuoteData().volume, 0);
+    EXPECT_EQ(volumeOf(5), 5);
+    EXPECT_EQ(volumeOf((qint64(7) << 32) + 12), 12) << "the low 32 bits";
+    EXPECT_EQ(volumeOf(2147483647), noVolume);
+    EXPECT_EQ(volumeOf(std::numeric_limits<qint64>::max()), noVolume);
+    EXPECT_EQ(volumeText(0).toStdString() + volumeText(noVolume).toStdString(), "--");
+    EXPECT_EQ(volumeText(1234567).toStdString(), "1234567");
+    EXPECT_EQ(quotevalue::change(noPrice, 10), noPrice);
+    EXPECT_EQ(quotevalue::change(10, noPrice), noPrice);
+    EXPECT_EQ(quotevalue::change(0, 10), noPrice);
+    EXPECT_NEAR(quotevalue::change(10.5, 10), 0.5, 1e-9);
+}
+
+TEST(QuoteValue, BecomesTextByItsTick)
+{
+    using namespace quotevalue;
+    EXPECT_EQ(decimalsOf(0.01), 2);
+    EXPECT_EQ(decimalsOf(0.010000000000000002), 2);
+    EXPECT_EQ(decimalsOf(0.005), 3);
+    EXPECT_EQ(decimalsOf(0.2), 1);
+    EXPECT_EQ(decimalsOf(1), 0);
+    EXPECT_EQ(decimalsOf(5), 0);
+    for (const double unusable : {0.0, -1.0, noPrice, std::nan("")})
+        EXPECT_EQ(decimalsOf(unusable), 2);
+    EXPECT_EQ(priceText(15.929999999999999, 2).toStdString(), "15.93");
+    EXPECT_EQ(priceText(0, 2).toStdString(), "-");
+    EXPECT_EQ(changeText(0.1, 2).toStdString(), "+0.10");
+    EXPECT_EQ(changeText(-0.1, 2).toStdString(), "-0.10");
+    EXPECT_EQ(changeText(0, 2).toStdString(), "0.00") << "no change is a value";
+    EXPECT_EQ(changeText(1e-12, 2).toStdString(), "0.00") << "noise has no sign";
+    EXPECT_EQ(changeText(noPrice, 2).toStdString(), "-");
+    EXPECT_EQ(ageText(8).toStdString(), "8秒");
+    EXPECT_EQ(ageText(185).toStdString(), "3分05秒");
+    EXPECT_EQ(ageText(7440).toStdString(), "2小时04分");
+}
