@@ -166,7 +166,7 @@ protected:
     bool playAndTurnPages()
     {
         pump->start();
-        return QTest::qWaitFor(
+        const bool ended = QTest::qWaitFor(
             [this] {
                 bar->goTo(turned++ % 4 == 3 ? bar->pageCount() - 1 : turned * 37 % bar->pageCount());
                 if (shownKeys() != pageKeys())
@@ -174,6 +174,9 @@ protected:
                 return pump->isFinished();
             },
             120000);
+        // Away from the last page, which is followed.
+        bar->goTo(0);
+        return ended;
     }
 
     /// All visible records and no other are on the pages, each once.
