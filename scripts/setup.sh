@@ -23,6 +23,7 @@ libboost-date-time-dev $libdir/libboost_date_time.so
 libicu-dev /usr/include/unicode/utrans.h
 libfmt-dev /usr/include/fmt/core.h
 liblog4cxx-dev /usr/include/log4cxx/log4cxx.h
+libminizip-dev /usr/include/minizip/unzip.h
 libxlsxwriter-dev /usr/include/xlsxwriter.h
 zlib1g-dev /usr/include/zlib.h
 libgtest-dev /usr/include/gtest/gtest.h

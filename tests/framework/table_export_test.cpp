@@ -11,7 +11,7 @@
 #include "table/csvtablewriter.h"
 #include "table/xlsxcheck.h"
 #include "table/xlsxtablewriter.h"
-#include "table/ziparchive.h"
+#include "table/zipentry.h"
 
 namespace tabletest {
 
@@ -26,16 +26,13 @@ QByteArray contentOf(const QString &path)
 /// The cells of a sheet, row by row: numbers as they are, texts in quotes, each with its place.
 QString sheetText(const QString &path, const QString &sheet)
 {
-    ZB::ZipArchive archive(path);
-    if (!archive.open())
-        return QStringLiteral("(no archive)");
     QByteArray xml;
-    for (const ZB::ZipArchive::Entry &entry : archive.entries())
-        if (entry.name == sheet)
-            archive.read(entry, [&xml](const char *bytes, qint64 size) {
-                xml.append(bytes, int(size));
-                return true;
-            });
+    const bool whole = ZB::readZipEntry(path, sheet, [&xml](const char *bytes, int size) {
+        xml.append(bytes, size);
+        return true;
+    });
+    if (!whole)
+        return QStringLiteral("(no such sheet)");
     QXmlStreamReader reader(xml);
     QStringList lines;
     QString place;
