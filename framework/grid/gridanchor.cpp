@@ -47,16 +47,20 @@ qint64 shiftOfRow(const std::vector<Moved> &rows, int current)
 
 } // namespace
 
-GridAnchor anchorOf(const GridAnchorCase &change)
+qint64 anchorShift(const GridAnchorCase &change)
 {
     const std::vector<Moved> rows = survivors(change);
     if (rows.empty())
-        return {0, true};
+        return 0;
+    const bool currentLeft =
+        std::any_of(rows.begin(), rows.end(), [&](const Moved &row) { return row.index == change.current; });
+    if (change.sortedByUser && currentLeft)
+        return shiftOfRow(rows, change.current);
     const std::vector<Moved> together = pack(rows, static_cast<qint64>(change.places.size()));
     if (together.size() * 2 < rows.size()) {
         const bool sameOrder =
             std::is_sorted(rows.begin(), rows.end(), [](const Moved &a, const Moved &b) { return a.place < b.place; });
-        return {sameOrder || change.sortedByUser ? shiftOfRow(rows, change.current) : 0, true};
+        return sameOrder ? shiftOfRow(rows, change.current) : 0;
     }
     // As many rows as possible stay where they are on the screen; of equally many the upper ones.
     std::map<qint64, size_t> votes;
@@ -65,7 +69,7 @@ GridAnchor anchorOf(const GridAnchorCase &change)
         most = std::max(most, ++votes[row.shift]);
     const auto first =
         std::find_if(together.begin(), together.end(), [&](const Moved &row) { return votes[row.shift] == most; });
-    return {most * 2 >= together.size() ? first->shift : shiftOfRow(together, change.current), false};
+    return most * 2 >= together.size() ? first->shift : shiftOfRow(together, change.current);
 }
 
 } // namespace ZB

@@ -16,18 +16,12 @@ struct GridAnchorCase
     bool sortedByUser = false;  ///< the user has asked for another order
 };
 
-struct GridAnchor
-{
-    qint64 shift = 0;       ///< rows to scroll by
-    bool scattered = false; ///< the rows of the screen did not stay together
-};
-
 /// By how many rows the view has to scroll so that it stays on its rows.
 ///
 /// Rows that moved together (rows came or went elsewhere) are followed, whatever single rows among them do. Where the
-/// rows scatter but keep their order (a filter was taken off) or the user sorts, the view stays on the current row, if
-/// that is on the screen, otherwise on the topmost row that is left. Where they scatter by themselves it stays where it
-/// is.
-FRAMEWORK_API GridAnchor anchorOf(const GridAnchorCase &change);
+/// rows scatter but keep their order (a filter was taken off), the view stays on the current row, if that is on the
+/// screen, otherwise on the topmost row that is left. Where they scatter by themselves it stays where it is. When the
+/// user sorts, the current row keeps its place in any case.
+FRAMEWORK_API qint64 anchorShift(const GridAnchorCase &change);
 
 } // namespace ZB

@@ -82,20 +82,21 @@ void GridRows::update(GridSource &source, GridGeometry &geometry, bool held, Gri
     }
     const GridWindow before = shown;
     const qint64 scrollY = geometry.scrollY; // the way to a row's new place begins here, whatever is possible now
+    const bool sortDone = sorted && !source.isSettling(); // asked before the rows, which may become another moment's
     geometry.rowCount = source.rowCount();
     const bool pinned = pin(geometry);
     if (!pinned)
         geometry.scrollTo(geometry.scrollX, geometry.scrollY);
     fetch(source, geometry);
     if (!pinned && !before.rows.empty())
-        stay(source, geometry, before, scrollY, current);
+        stay(source, geometry, before, scrollY, current, sortDone);
     noteEdge(source, geometry);
 }
 
 void GridRows::stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, qint64 scrollY,
-                    GridRowId current)
+                    GridRowId current, bool sortDone)
 {
-    if (sameRows(before, shown))
+    if (!sortDone && sameRows(before, shown))
         return;
     GridAnchorCase change;
     change.first = before.first;
@@ -106,14 +107,13 @@ void GridRows::stay(GridSource &source, GridGeometry &geometry, const GridWindow
             change.current = static_cast<int>(ids.size());
         ids.push_back(row.id);
     }
-    source.rowsOf(ids, change.places);
-    const GridAnchor anchor = anchorOf(change);
-    if (anchor.scattered)
-        sorted = false;
-    // Whoever sorts from the very top wants to see what is first, unless he has a row in sight.
-    if (anchor.scattered && geometry.scrollY == 0 && change.current < 0)
-        return;
-    if (geometry.scrollTo(geometry.scrollX, scrollY + anchor.shift * geometry.rowHeight))
+    qint64 wanted = 0; // whoever sorts wants to see what is first, unless he has a row in sight
+    if (!sortDone || change.current >= 0) {
+        source.rowsOf(ids, change.places);
+        wanted = scrollY + anchorShift(change) * geometry.rowHeight;
+    }
+    sorted = sorted && !sortDone;
+    if (geometry.scrollTo(geometry.scrollX, wanted))
         fetch(source, geometry);
 }
 

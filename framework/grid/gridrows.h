@@ -27,7 +27,8 @@ public:
     bool isAtEdge() const { return atEdge; }
     /// Rows beyond the ones that were at the followed edge when the view left it.
     qint64 unseen() const { return unseenCount; }
-    /// The user has asked for another order, which may come at any time.
+    /// The user has asked for another order, which may come at any time. Then the current row keeps its place on the
+    /// screen; without one there the view goes to what is first.
     void expectSort() { sorted = true; }
 
     /// Brings window and geometry up to date. held: rows stay where they are, only their contents change.
@@ -44,7 +45,8 @@ public:
 private:
     void fetch(GridSource &source, const GridGeometry &geometry);
     bool pin(GridGeometry &geometry) const;
-    void stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, qint64 scrollY, GridRowId current);
+    void stay(GridSource &source, GridGeometry &geometry, const GridWindow &before, qint64 scrollY, GridRowId current,
+              bool sortDone);
     void noteEdge(GridSource &source, const GridGeometry &geometry);
 
     GridWindow shown;

@@ -14,6 +14,11 @@ void GridSource::rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &
         rows.push_back(rowOf(id));
 }
 
+bool GridSource::isSettling() const
+{
+    return false;
+}
+
 GridFlash GridSource::flash(int, int)
 {
     return GridFlash::None;

@@ -76,6 +76,8 @@ public:
     /// Brings the rows of the last fetch up to date without moving any: same rows, same places, present versions. A row
     /// that has gone keeps its content and version. `window` is the one that fetch() filled.
     virtual void refetch(GridWindow &window) = 0;
+    /// Whether an order that was asked for is still to come. Never unless overridden.
+    virtual bool isSettling() const;
     /// Where a row is shown, -1 when it is not (removed or filtered out).
     virtual qint64 rowOf(GridRowId id) const = 0;
     /// The same for many; rows[i] belongs to ids[i]. Calls rowOf() for each unless overridden.

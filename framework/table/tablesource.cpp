@@ -146,6 +146,11 @@ void TableSource::refetch(GridWindow &gridWindow)
     takeWindow(gridWindow.first, gridWindow);
 }
 
+bool TableSource::isSettling() const
+{
+    return model && !holding && HpfModelAccess::status(*model).pending;
+}
+
 qint64 TableSource::rowOf(GridRowId id) const
 {
     const auto *held = heldRows();

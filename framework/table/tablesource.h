@@ -52,6 +52,7 @@ public:
     qint64 rowCount() const override;
     void fetch(qint64 first, int count, GridWindow &window) override;
     void refetch(GridWindow &window) override;
+    bool isSettling() const override;
     qint64 rowOf(GridRowId id) const override;
     void rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &rows) const override;
     void rowIds(qint64 first, qint64 count, std::vector<GridRowId> &ids) const override;

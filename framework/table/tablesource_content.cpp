@@ -80,7 +80,7 @@ GridFlash TableSource::flash(int windowRow, int column)
     if (!model || windowRow < 0 || at >= window.size() || !window[at].row)
         return GridFlash::None;
     const IBaseHpfTableModel::Row &row = window[at].row;
-    const bool settled = !holding && !HpfModelAccess::status(*model).pending;
+    const bool settled = !holding && !isSettling();
     const bool wanted = settled ? model->isFlashChange(int(windowFirst) + windowRow, column)
                                 : model->columnFlashChange(column) && row->isFlashChange(column);
     return wanted ? direction(row, window[at].id, column) : GridFlash::None;

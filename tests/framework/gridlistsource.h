@@ -45,6 +45,7 @@ public:
     void rowIds(qint64 first, qint64 count, std::vector<ZB::GridRowId> &ids) const override;
     void content(int windowRow, int column, ZB::GridContent &content) override;
     ZB::GridFlash flash(int windowRow, int column) override;
+    bool isSettling() const override { return settling; }
     int columnCount() const override { return columns; }
     QString headerText(int column) const override;
     QString statisticsText(int column) const override;
@@ -53,6 +54,7 @@ public:
     int columns;
     ZB::GridFlash flashes = ZB::GridFlash::None;
     QString statistics;
+    bool settling = false;
     int asked = 0; ///< calls of content()
     QColor mark{200, 220, 120};
 

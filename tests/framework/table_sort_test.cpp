@@ -62,6 +62,25 @@ TEST_F(TableTest, TheCurrentRowStaysOnItsRecordThroughASort)
     EXPECT_EQ(window->takeEvents(), QStringList({"70(1, 1, b)", "33(1, 3, )"}));
 }
 
+TEST_F(TableTest, AClickOnAHeaderShowsWhatIsFirstUnlessTheCurrentRowIsInSight)
+{
+    for (int row = 0; row < 300; ++row)
+        model->put({std::to_string(row), QStringLiteral("c"), QStringLiteral("n"), 0, 20.0 + row, row});
+    settle();
+    grid()->scrollToRow(200);
+    clickHeader(Price);
+    settle();
+    EXPECT_EQ(grid()->firstVisibleRow(), 0);
+    grid()->scrollToRow(200);
+    const qint64 first = grid()->firstVisibleRow();
+    ASSERT_GT(first, 0);
+    clickCell(int(first) + 2, Name);
+    const ZB::GridRowId current = grid()->currentRow();
+    clickHeader(Price);
+    settle();
+    EXPECT_EQ(grid()->source()->rowOf(current), grid()->firstVisibleRow() + 2);
+}
+
 TEST_F(TableTest, EventsNameTheRowThatIsCurrentAndTheOneThatIsOpened)
 {
     clickCell(0, Code);
