@@ -32,7 +32,14 @@ struct BenchRegistration
     BenchRegistration(std::string name, std::function<std::vector<BenchRow>(bool quick)> run);
 };
 
+/// Called once after the last case, while the application still stands: whoever keeps widgets between cases lets go of
+/// them.
+void atBenchEnd(std::function<void()> letGo);
+
 /// Seconds that one call takes, steady clock.
 double secondsOf(const std::function<void()> &work);
+/// The same for the stock side, 0 without a call when that one was not asked for.
+double stockSecondsOf(const std::function<void()> &work);
+bool isStockWanted();
 /// The median of `rounds` results of `measure`.
 double medianOf(int rounds, const std::function<double()> &measure);

@@ -20,6 +20,33 @@ BenchRegistration::BenchRegistration(std::string name, std::function<std::vector
     benchCases().push_back({std::move(name), std::move(run)});
 }
 
+namespace {
+
+bool stockWanted = true;
+
+std::vector<std::function<void()>> &endings()
+{
+    static std::vector<std::function<void()>> list;
+    return list;
+}
+
+} // namespace
+
+void atBenchEnd(std::function<void()> letGo)
+{
+    endings().push_back(std::move(letGo));
+}
+
+bool isStockWanted()
+{
+    return stockWanted;
+}
+
+double stockSecondsOf(const std::function<void()> &work)
+{
+    return stockWanted ? secondsOf(work) : 0;
+}
+
 double secondsOf(const std::function<void()> &work)
 {
     QElapsedTimer timer;
@@ -78,12 +105,15 @@ int main(int argc, char **argv)
     for (int i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--quick")
             quick = true;
+        else if (arguments[i] == "--ours")
+            stockWanted = false;
         else if (arguments[i] == "--json" && i + 1 < arguments.size())
             jsonPath = arguments[++i];
         else if (!arguments[i].startsWith('-'))
             chosen << arguments[i];
         else {
-            std::fprintf(stderr, "unknown option %s; usage: scripts/bench [--quick] [--json FILE] [NAME ...]\n",
+            std::fprintf(stderr,
+                         "unknown option %s; usage: scripts/bench [--quick] [--ours] [--json FILE] [NAME ...]\n",
                          qUtf8Printable(arguments[i]));
             return 2;
         }
@@ -98,6 +128,8 @@ int main(int argc, char **argv)
             rows.append(toJson(row));
         }
     }
+    for (const std::function<void()> &letGo : endings())
+        letGo();
     if (rows.isEmpty()) {
         std::fprintf(stderr, "no benchmark of that name\n");
         return 2;

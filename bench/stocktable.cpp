@@ -154,8 +154,8 @@ StockTable::StockTable(std::vector<OrderPtr> orders)
     view->setModel(proxy.get());
     view->setSortingEnabled(false);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->verticalHeader()->setDefaultSectionSize(24);
-    view->horizontalHeader()->setDefaultSectionSize(68);
+    view->verticalHeader()->setDefaultSectionSize(rowHeight);
+    view->horizontalHeader()->setDefaultSectionSize(columnWidth);
     view->setFont(*ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_table_text_default")));
     view->resize(viewWidth, viewHeight);
     view->show();

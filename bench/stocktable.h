@@ -77,5 +77,7 @@ struct StockTable
 
 constexpr int viewWidth = 1400;
 constexpr int viewHeight = 900;
+constexpr int rowHeight = 24;
+constexpr int columnWidth = 68;
 
 } // namespace bench

@@ -129,6 +129,14 @@ void ChunkedSequence::erase(quint32 slot)
         eraseAt(placeOf(slot));
 }
 
+void ChunkedSequence::eraseSorted(quint32 slot, quint64 value)
+{
+    if (!contains(slot))
+        return;
+    const quint32 number = homes[slot];
+    eraseAt({ordinals[number], chunks[number]->offsetOf(slot, value)});
+}
+
 void ChunkedSequence::eraseAt(Place place)
 {
     Chunk &chunk = chunkAt(place.ordinal);

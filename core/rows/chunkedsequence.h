@@ -16,7 +16,7 @@ namespace core {
 /// by and a mark. The marked entries form a sequence of their own with its own indexes (the rows that a filter lets
 /// pass).
 ///
-/// Entries lie in chunks of at most 512, so that an insertion or a removal moves a few kilobytes whatever the length;
+/// Entries lie in chunks of at most 256, so that an insertion or a removal moves a few kilobytes whatever the length;
 /// an index finds its entry and a slot finds its index in logarithmic time. A million entries take 16 to 25 MB. How the
 /// entries are ordered is the caller's business: insert() takes an index, insertSorted() a comparison. Indexes and
 /// slots must be valid where nothing else is said. Not thread-safe.
@@ -46,11 +46,17 @@ public:
     /// The slot's index among the marked entries, -1 when it is not one of them.
     int markedIndexOf(quint32 slot) const;
 
-    /// Has the processor fetch where the slot is.
+    /// Has the processor fetch in which chunk the slot is; fetched, prefetchChunk() has it fetch what a search in that
+    /// chunk reads first. Any slot.
     void prefetch(quint32 slot) const
     {
         if (slot < homes.size())
             core::prefetch(&homes[slot]);
+    }
+    void prefetchChunk(quint32 slot) const
+    {
+        if (contains(slot))
+            core::prefetch(&chunks[homes[slot]]->values[capacity / 2]);
     }
 
     /// Calls visit(entry) for `count` entries from `first` on, or for marked ones; fewer at the end.
@@ -72,6 +78,8 @@ public:
     void eraseAt(int index) { eraseAt(placeOf(counts.find(index))); }
     /// Nothing when the slot is not in the sequence.
     void erase(quint32 slot);
+    /// The same in a sequence that is in the order of its values, where the slot's one finds it sooner.
+    void eraseSorted(quint32 slot, quint64 value);
     void setMarked(quint32 slot, bool marked);
     void clear();
 
@@ -84,10 +92,10 @@ public:
     bool checkConsistency() const;
 
 private:
-    static constexpr int capacity = 512;
-    static constexpr int assignedFill = 448; ///< of a chunk that is filled at once
-    static constexpr int mergeBelow = 128;
-    static constexpr int mergedAtMost = 384;
+    static constexpr int capacity = 256;
+    static constexpr int assignedFill = 224; ///< of a chunk that is filled at once
+    static constexpr int mergeBelow = 64;
+    static constexpr int mergedAtMost = 192;
     static constexpr quint32 noChunk = 0;
 
     struct Chunk
@@ -106,6 +114,7 @@ private:
         int marksBefore(int offset) const;
         int offsetOfMark(int markIndex) const;
         int offsetOf(quint32 slot) const;
+        int offsetOf(quint32 slot, quint64 value) const;
         Entry entryAt(int offset) const;
     };
 

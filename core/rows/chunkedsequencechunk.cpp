@@ -111,6 +111,12 @@ int ChunkedSequence::Chunk::offsetOf(quint32 slot) const
     return static_cast<int>(std::find(slots.begin(), slots.begin() + count, slot) - slots.begin());
 }
 
+int ChunkedSequence::Chunk::offsetOf(quint32 slot, quint64 value) const
+{
+    const auto first = std::lower_bound(values.begin(), values.begin() + count, value) - values.begin();
+    return static_cast<int>(std::find(slots.begin() + first, slots.begin() + count, slot) - slots.begin());
+}
+
 ChunkedSequence::Entry ChunkedSequence::Chunk::entryAt(int offset) const
 {
     const auto i = static_cast<std::size_t>(offset);

@@ -33,6 +33,28 @@ void KeyIndex::prefetch(quint64 hash) const
         core::prefetch(&part.cells[homeOf(hash, part)]);
 }
 
+quint32 KeyIndex::likely(quint64 hash) const
+{
+    const Part &part = parts[partOf(hash)];
+    if (part.used == 0)
+        return noSlot;
+    const std::size_t mask = part.cells.size() - 1;
+    std::size_t i = homeOf(hash, part);
+    while (part.cells[i].slot != noSlot && part.cells[i].tag != tagOf(hash))
+        i = (i + 1) & mask;
+    return part.cells[i].slot;
+}
+
+void KeyIndex::prefetchKey(quint32 slot) const
+{
+    core::prefetch(&keys[slot]);
+}
+
+void KeyIndex::prefetchText(quint32 slot) const
+{
+    core::prefetch(keyOf(slot).data());
+}
+
 quint32 KeyIndex::findHash(quint64 hash) const
 {
     return findIf(hash, [](quint32) { return true; });

@@ -23,8 +23,16 @@ public:
     int size() const { return keyCount; }
     /// noSlot when the key is unknown.
     quint32 find(std::string_view key, quint64 hash) const;
-    /// Has the processor fetch what find() reads first.
+    /// @name Steps of find() for many keys at once, so that the processor waits for memory once instead of thrice
+    /// @{
+    /// Has the processor fetch where the hash leads.
     void prefetch(quint64 hash) const;
+    /// The slot to which it leads most likely, unchecked; noSlot when it surely leads nowhere.
+    quint32 likely(quint64 hash) const;
+    /// Has it fetch the hash of a slot's key, which likely() gave; fetched, then the key's text.
+    void prefetchKey(quint32 slot) const;
+    void prefetchText(quint32 slot) const;
+    /// @}
     /// A slot whose key has this hash, whichever key that is; noSlot when there is none.
     quint32 findHash(quint64 hash) const;
     /// The key must be unknown and the slot without a key.

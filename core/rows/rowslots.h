@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "rows/keyindex.h"
+#include "rows/prefetch.h"
 #include "rows/slotarray.h"
 
 namespace core {
@@ -25,7 +26,17 @@ public:
     quint32 lastGeneration() const { return generation; }
 
     quint32 find(std::string_view key, quint64 hash) const { return index.find(key, hash); }
+    /// @name Steps of find() for many keys, see KeyIndex
+    /// @{
     void prefetch(quint64 hash) const { index.prefetch(hash); }
+    quint32 likely(quint64 hash) const { return index.likely(hash); }
+    void prefetchRow(quint32 slot) const
+    {
+        index.prefetchKey(slot);
+        core::prefetch(&rows[slot]);
+    }
+    void prefetchText(quint32 slot) const { index.prefetchText(slot); }
+    /// @}
     /// The key must be unknown.
     quint32 add(std::string_view key, quint64 hash);
     void remove(quint32 slot);

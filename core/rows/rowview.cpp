@@ -45,7 +45,7 @@ RowView::Effect RowView::change(quint32 slot, const RowValues &values)
     if (!sameSums)
         countOut(slot);
     if (moves)
-        sequence.erase(slot);
+        sequence.eraseSorted(slot, leadingWord(slot));
     keep(slot, values);
     if (moves)
         insert(slot);
@@ -63,7 +63,10 @@ RowView::Effect RowView::remove(quint32 slot)
 {
     const bool shown = passes(slot);
     countOut(slot);
-    sequence.erase(slot);
+    if (custom)
+        sequence.erase(slot);
+    else
+        sequence.eraseSorted(slot, leadingWord(slot));
     states[slot] = 0;
     std::fill_n(texts.block(slot), textCount, QString());
     return shown ? Effect::Order : Effect::None;

@@ -64,8 +64,10 @@ public:
     Effect add(quint32 slot, qint64 arrival, const RowValues &values);
     Effect change(quint32 slot, const RowValues &values);
     Effect remove(quint32 slot);
-    /// Has the processor fetch what a change of this row reads first.
+    /// Has the processor fetch what a change of this row reads first; fetched, prefetchPlace() has it fetch where the
+    /// row stands. Any slot.
     void prefetch(quint32 slot) const;
+    void prefetchPlace(quint32 slot) const { sequence.prefetchChunk(slot); }
     bool contains(quint32 slot) const { return sequence.contains(slot); }
 
     /// All rows, or the shown ones, which pass the filters. Indexes as in ChunkedSequence.

@@ -1,6 +1,8 @@
 #include "model/chpfthreaddatamodel.h"
 
 #include <boost/make_shared.hpp>
+#include <memory>
+#include <utility>
 
 #include "model/chpfdata.h"
 #include "model/chpfsorttimedata.h"
@@ -30,7 +32,14 @@ void CHpfThreadDataModel::post(Task task)
 
 void CHpfThreadDataModel::addDatas(const Records &records)
 {
-    post([records](CHpfThreadDataModel &model) { model.doAddDatas(records); });
+    addDatas(Records(records));
+}
+
+/// A task is copied on its way, its records are not.
+void CHpfThreadDataModel::addDatas(Records &&records)
+{
+    const auto handedOver = std::make_shared<const Records>(std::move(records));
+    post([handedOver](CHpfThreadDataModel &model) { model.doAddDatas(*handedOver); });
 }
 
 void CHpfThreadDataModel::addDatas(const ColoredRecords &records, const Filters &filters)
