@@ -122,9 +122,12 @@ int GridCellPainter::iconWidth(const GridCell &cell) const
 QRect GridCellPainter::textRect(const QRect &rect, const GridCell &cell, const GridColumn &column) const
 {
     const int margin = devicePixels(colors.margin);
-    const int slot =
-        column.unitSample.isEmpty() ? 0 : texts.width(column.unitSample, cellFont(column)) + devicePixels(unitGap);
-    return inside(rect).adjusted(margin + iconWidth(cell), 0, -margin - slot, 0);
+    return inside(rect).adjusted(margin + iconWidth(cell), 0, -margin - unitSlot(column), 0);
+}
+
+int GridCellPainter::unitSlot(const GridColumn &column) const
+{
+    return column.unitSample.isEmpty() ? 0 : texts.width(column.unitSample, cellFont(column)) + devicePixels(unitGap);
 }
 
 void GridCellPainter::paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell,

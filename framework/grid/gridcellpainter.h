@@ -52,6 +52,8 @@ public:
     /// The width, lines included, at which nothing of a cell is cut off.
     int wantedWidth(const GridCell &cell, const GridColumn &column) const;
     int numberWidth(int digits) const;
+    /// The room at the right edge of a column's cells where units stand, with the gap in front of it; 0 for none.
+    int unitSlot(const GridColumn &column) const;
 
     /// How strong a flash still is, from flashSteps at its start to 0.
     static quint8 flashStep(const GridCell &cell, qint64 now);

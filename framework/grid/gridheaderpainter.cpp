@@ -6,6 +6,7 @@
 
 #include "grid/gridcanvas.h"
 #include "grid/gridsource.h"
+#include "grid/gridunit.h"
 
 namespace ZB {
 
@@ -183,9 +184,7 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
         const QRect rect = QRect(where.left, border, where.width - look.verticalLine, all.height() - border);
         canvas.setClip(QRect(where.clipLeft, 0, where.clipRight - where.clipLeft, all.height()));
         canvas.fill(QRect(rect.right() + 1, 0, look.verticalLine, all.height()), look.line.rgb());
-        cells.text().draw(canvas, rect.adjusted(margin, 0, -margin, 0), texts.value(where.column),
-                          column.bold ? GridFont::StatisticsBold : GridFont::Statistics, column.statisticsAlignment,
-                          column.numeric ? GridCut::Hashes : GridCut::Ellipsis, look.statisticsText.rgb());
+        paintStatistic(canvas, rect.adjusted(margin, 0, -margin, 0), texts.value(where.column), column);
     }
     canvas.setClip(all);
     canvas.fill(QRect(0, 0, all.width(), border), borderColor);
@@ -198,6 +197,26 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
     canvas.fill(place, look.statisticsTitleBackground.rgb());
     cells.text().draw(canvas, place, title, GridFont::Statistics, Qt::AlignHCenter, GridCut::Ellipsis,
                       look.statisticsText.rgb());
+}
+
+/// The unit stands where the units of the cells above do, so the figures stand below one another too.
+void GridHeaderPainter::paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column)
+{
+    const QRgb color = cells.look().statisticsText.rgb();
+    const GridFont font = column.bold ? GridFont::StatisticsBold : GridFont::Statistics;
+    const GridCut cut = column.numeric ? GridCut::Hashes : GridCut::Ellipsis;
+    const int slot = cells.unitSlot(column);
+    const QString unit = slot > 0 ? takeUnit(text) : QString();
+    if (text.isEmpty())
+        return;
+    const GridPlacedText placed =
+        cells.text().place(room.adjusted(0, 0, -slot, 0), text, font, column.statisticsAlignment, cut);
+    cells.text().draw(canvas, placed, text, font, color);
+    if (unit.isEmpty() || placed.cut)
+        return;
+    const int width = cells.text().width(column.unitSample, cellFont(column));
+    cells.text().draw(canvas, QRect(room.right() + 1 - width, room.top(), width, room.height()), unit, font,
+                      Qt::AlignLeft, GridCut::Ellipsis, color);
 }
 
 int GridHeaderPainter::wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,

@@ -51,6 +51,7 @@ private:
     Marks marksOf(const GridGeometry &geometry, const GridHeaderState &state, int column) const;
     void paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
                    const GridShownColumn &where, const QString &text);
+    void paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column);
     void paintShapes(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state) const;
     QColor ground(const GridHeaderState &state, int column) const;
     static int sortPlace(const GridHeaderState &state, int column);

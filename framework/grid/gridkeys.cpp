@@ -54,6 +54,9 @@ bool GridKeys::pressColumnKey(int key, Qt::KeyboardModifiers modifiers)
             view.showColumn(column);
             Q_EMIT view.q->filterRequested(column, view.q->headerRect(column));
         }
+    } else if (modifiers == Qt::AltModifier && key == Qt::Key_Up) {
+        view.showColumn(column);
+        Q_EMIT view.q->headerMenuRequested(column, view.q->mapToGlobal(view.q->headerRect(column).bottomLeft()));
     } else {
         return false;
     }

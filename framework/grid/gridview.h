@@ -172,6 +172,7 @@ Q_SIGNALS:
     /// A right press or the menu key: row and column at the press, NoGridRow and -1 beside the rows. The table opens
     /// the menu in the slot, or keeps a GridHold until it has closed.
     void contextMenuRequested(quint64 row, int column, const QPoint &globalPosition);
+    /// A right press on a header, or Alt+Up in its column.
     void headerMenuRequested(int column, const QPoint &globalPosition);
     void clicked(quint64 row, int column);
     /// A double-click (with the row and column of its first press) or the enter key.

@@ -90,6 +90,18 @@ void TableOverlay::place()
     }
 }
 
+bool TableOverlay::cancelWork()
+{
+    bool any = false;
+    for (TaskStrip *strip : {work, transfer}) {
+        if (!strip->isVisibleTo(grid))
+            continue;
+        any = true;
+        Q_EMIT strip->cancelRequested();
+    }
+    return any;
+}
+
 bool TableOverlay::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Show && watched != grid)

@@ -24,6 +24,8 @@ public:
     TaskStrip *workStrip() const;
     /// An export or a large copy.
     TaskStrip *transferStrip() const;
+    /// Stops the work whose progress is on the screen; false when there is none.
+    bool cancelWork();
 
     void setLook(const PopupLook &look);
     /// Empty texts hide the badges.

@@ -77,7 +77,11 @@ bool TableShell::pressKey(const QKeyEvent &event)
             run(entry.command);
             return true;
         }
-    if (event.key() != Qt::Key_Escape || !findBar->isVisible())
+    if (event.key() != Qt::Key_Escape)
+        return false;
+    if (overlay.cancelWork())
+        return true;
+    if (!findBar->isVisible())
         return false;
     search.close();
     return true;

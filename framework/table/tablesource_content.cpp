@@ -1,29 +1,11 @@
 #include <cmath>
 
+#include "grid/gridunit.h"
 #include "table/cellvalue.h"
 #include "table/tablesource.h"
 #include "zb/cuiresource.h"
 
 namespace ZB {
-
-namespace {
-
-/// Moves a percent sign or a unit from the end of a number to its own slot.
-void splitUnit(GridContent &content)
-{
-    if (content.text.size() < 2 || !content.text[0].isPrint())
-        return;
-    const QChar last = content.text.back();
-    const QChar beforeLast = content.text[content.text.size() - 2];
-    const bool unit = last == QLatin1Char('%') || last == QChar(0x4e07) || last == QChar(0x4ebf);
-    if (!unit || !(beforeLast.isDigit() || beforeLast == QLatin1Char(' ')))
-        return;
-    content.unit = last;
-    content.text.chop(1);
-    content.text = content.text.trimmed();
-}
-
-} // namespace
 
 void TableSource::content(int windowRow, int column, GridContent &content)
 {
@@ -34,7 +16,7 @@ void TableSource::content(int windowRow, int column, GridContent &content)
     content.text = row.getDisplayQString(column);
     content.unit = row.getDisplayUnit(column);
     if (content.unit.isEmpty() && isNumberType(model->columnType(column)))
-        splitUnit(content);
+        content.unit = takeUnit(content.text);
     content.color = row.getColor(column);
     content.background = row.getBackgroundColor(column);
     if (!content.background)

@@ -3,7 +3,9 @@
 #include "framework/gridlistsource.h"
 #include "grid/gridcanvas.h"
 #include "grid/gridcellpainter.h"
+#include "grid/gridheaderpainter.h"
 #include "grid/gridtext.h"
+#include "grid/gridunit.h"
 
 using namespace ZB;
 
@@ -181,4 +183,60 @@ TEST(GridCellPainter, UnitsHaveASlotOfTheirOwnWhereTheColumnKeepsOne)
     EXPECT_GT(percent.right(), plain.right());
     column.unitSample.clear();
     EXPECT_LT(inked(QStringLiteral("%")).left(), inked(QString()).left());
+}
+
+TEST(GridUnit, OnlyTheUnitOfANumberComesOff)
+{
+    const auto split = [](QString text) {
+        const QString unit = takeUnit(text);
+        return (text + QLatin1Char('|') + unit).toStdString();
+    };
+    EXPECT_EQ(split(QStringLiteral("12.50%")), "12.50|%");
+    EXPECT_EQ(split(QStringLiteral("-3 %")), "-3|%");
+    EXPECT_EQ(split(QStringLiteral("1.2万")), "1.2|万");
+    EXPECT_EQ(split(QStringLiteral("9亿")), "9|亿");
+    for (const char *whole : {"", "%", "-", "12.50", "万科亿", "\x01%"})
+        EXPECT_EQ(split(QString::fromUtf8(whole)), std::string(whole) + "|");
+}
+
+TEST(GridHeaderPainter, FiguresOfTheStatisticsRowStandBelowThoseOfTheCells)
+{
+    GridLook look = plainLook();
+    look.statisticsFont = look.numberFont;
+    look.statisticsMargin = look.margin;
+    GridCellPainter cells;
+    cells.setLook(look, 1.0);
+    GridHeaderPainter headers(cells);
+    GridColumn column;
+    column.width = 120;
+    column.numeric = true;
+    column.alignment = column.statisticsAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    column.unitSample = QStringLiteral("%");
+    GridGeometry geometry;
+    geometry.columns.reset(1);
+    geometry.columns.set(0, column);
+    geometry.size = QSize(120, 100);
+    geometry.rowHeight = geometry.statisticsHeight = 24;
+    const auto inkedOn = [](const QImage &picture, QRgb ground) {
+        QRect ink;
+        for (int y = 4; y < picture.height() - 4; ++y)
+            for (int x = 2; x < picture.width() - 4; ++x)
+                if (picture.pixel(x, y) != ground)
+                    ink |= QRect(x, y, 1, 1);
+        return ink;
+    };
+    QImage body = blank(120, 24);
+    GridCanvas canvas(body);
+    GridCell cell;
+    cell.text = QStringLiteral("12.50");
+    cell.unit = QStringLiteral("%");
+    cells.paintContent(canvas, body.rect(), cell, column);
+    const QRect above = inkedOn(body, paper);
+    for (const char *text : {"12.50%", "12.50"}) {
+        QImage statistics;
+        headers.paintStatistics(statistics, geometry, {QString::fromUtf8(text)}, QString());
+        const QRect below = inkedOn(statistics, look.statisticsBackground.rgb());
+        EXPECT_EQ(below.left(), above.left()) << text;
+        EXPECT_EQ(below.right() == above.right(), text[5] == '%') << text;
+    }
 }

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QThreadPool>
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <thread>
 
@@ -80,6 +82,53 @@ TEST_F(HpfDataTableThreads, LoadsPaintingFiltersAndThemesGoOnAtTheSameTime)
     settle();
     EXPECT_EQ(table->count(), (rounds + 1) * batch / 2);
     EXPECT_EQ(grid()->source()->rowCount(), table->count());
+}
+
+TEST_F(HpfDataTableThreads, ManyRowsChangeWhileTheyAreSortedFilteredPausedCopiedAndPainted)
+{
+    constexpr int rows = 24000; // enough for orders made in the background, with a second thread that reads
+    constexpr int rounds = 6;
+    const Guarded<CHpfThreadDataModel> model;
+    table->setDataModel(model.pointer().get());
+    model->setColumnStatEnable(ColumnVolume, true);
+    model->addDatas(tickets(0, rows));
+    std::atomic<bool> stop{false};
+    std::thread updater([&] {
+        for (int turn = 0; !stop; ++turn) {
+            QVector<ZB::IBaseHpfTableModel::Row> changed;
+            for (int i = 0; i < 100; ++i)
+                changed.append(
+                    makeRow(model.pointer(), fullTicket("k" + std::to_string((turn * 997 + i) % rows), turn)));
+            model->updateDatas(changed);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
+    for (int round = 0; round < rounds; ++round) {
+        model->setSortColumns({{round % 2 == 0 ? ColumnVolume : ColumnText, round % 3}});
+        QPair<ZB::EFilterType, QSet<QString>> values(ZB::FilterExact, {QStringLiteral("买入")});
+        if (round % 3 == 1)
+            model->filterColumn(ColumnSide, values);
+        else
+            model->clearFilter();
+        table->setPaused(round % 2 == 1);
+        settle();
+        grid()->selectAll();
+        table->copySelection(true);
+        table->grab();
+    }
+    finishStrand();
+    stop = true;
+    updater.join();
+    table->setPaused(false);
+    model->clearFilter();
+    settle();
+    qint64 sum = 0;
+    const auto all = model->getAllDatas();
+    for (const auto &row : all)
+        sum += row->getLongLong(ColumnVolume);
+    EXPECT_EQ(all.size(), rows);
+    EXPECT_EQ(model->getStatColumnLongLong(ColumnVolume), sum);
+    QThreadPool::globalInstance()->waitForDone(); // the copies
 }
 
 TEST_F(HpfDataTableThreads, AModelIsSwappedAndATableGoesWhileALoadRuns)
