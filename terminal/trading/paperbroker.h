@@ -62,6 +62,7 @@ public:
     /// The market's clock; absent before the first event.
     qint64 now() const { return clock; }
 
+    bool hasChanges() const;
     /// What has changed since the call before.
     DeskChange takeChanges();
 

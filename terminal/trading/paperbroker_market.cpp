@@ -152,6 +152,11 @@ void PaperBroker::takeQuote(const feed::QuoteSnapshot &quote)
     book(place, fills);
 }
 
+bool PaperBroker::hasChanges() const
+{
+    return !changedOrders.empty() || !changedAccounts.empty() || !changedPositions.empty() || !collected.isEmpty();
+}
+
 DeskChange PaperBroker::takeChanges()
 {
     DeskChange change = std::exchange(collected, {});
