@@ -30,6 +30,19 @@ bool isTyped(char32_t character)
     return QChar::isLetterOrNumber(character);
 }
 
+/// Codes are so short that the library's search costs more than it saves.
+std::size_t placeIn(std::string_view text, std::string_view part)
+{
+    for (std::size_t at = 0; at + part.size() <= text.size(); ++at) {
+        std::size_t length = 0;
+        while (length < part.size() && text[at + length] == part[length])
+            ++length;
+        if (length == part.size())
+            return at;
+    }
+    return std::string_view::npos;
+}
+
 std::string folded(const QString &text)
 {
     std::string result;
@@ -88,6 +101,10 @@ void CodeIndex::addCode(const QString &code)
     const std::size_t dot = text.rfind('.');
     codes += text;
     codeSpans.push_back({start, static_cast<quint32>(codes.size())});
+    quint64 letters = 0;
+    for (const char character : text)
+        letters |= initialBit(char32_t(character));
+    codeLetters.push_back(letters);
     codeEnds.push_back(static_cast<quint32>(start + std::min(dot, text.size())));
 }
 
@@ -125,7 +142,9 @@ bool CodeIndex::codeRank(std::size_t item, const Query &query, CodeRank &rank) c
 {
     const std::string_view full(codes.data() + codeSpans[item].start, codeSpans[item].end - codeSpans[item].start);
     const std::string_view bare = full.substr(0, codeEnds[item] - codeSpans[item].start);
-    const std::size_t place = full.find(query.code);
+    if ((codeLetters[item] & query.letters) != query.letters)
+        return false;
+    const std::size_t place = placeIn(full, query.code);
     if (place == 0) {
         rank = isCode(item, query.code) ? CodeRank::ExactCode : CodeRank::CodePrefix;
         return true;

@@ -82,6 +82,7 @@ private:
     std::vector<quint64> units;       ///< of all names: one per character that can be typed
     std::vector<Span> unitSpans;      ///< of each item
     std::vector<quint64> nameLetters; ///< of each item: every letter by which any of its characters can be typed
+    std::vector<quint64> codeLetters; ///< of each item: every letter and digit of its code
 };
 
 } // namespace ZB
