@@ -20,6 +20,7 @@ constexpr int cornerRadius = 3;
 constexpr int oneLineHeight = 28;
 constexpr int usualWidth = 220;
 constexpr int leastWidth = 96;
+constexpr int editTextMargin = 2; ///< of QLineEdit, at every scale
 
 QColor resourceColor(const char *key)
 {
@@ -42,7 +43,8 @@ CodeFieldLayout CodeFieldLayout::fit(const QSize &size, bool mayStack, int borde
     if (mayStack && inside.height() >= both) {
         const int top = inside.top() + (inside.height() - both) / 2;
         layout.edit = QRect(inside.left(), top, inside.width(), codeHeight);
-        layout.name = QRect(inside.left(), top + codeHeight, inside.width(), nameHeight);
+        layout.name =
+            QRect(inside.left() + editTextMargin, top + codeHeight, inside.width() - editTextMargin, nameHeight);
         return layout;
     }
     const int half = inside.width() / 2;

@@ -109,10 +109,13 @@ void CLineEdit::paintEvent(QPaintEvent *event)
     QStyleOptionFrame option;
     initStyleOption(&option);
     const QRect inside = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    QFont quiet = font(); // a hint is no heading, whatever the text is
+    quiet.setBold(false);
     QPainter painter(this);
+    painter.setFont(quiet);
     painter.setPen(resourceColor(isEnabled() ? "clr_lineedit_placeholder" : "clr_text_disabled"));
     painter.drawText(inside.adjusted(textMargin, 0, -textMargin, 0), Qt::AlignVCenter | Qt::AlignLeft,
-                     fontMetrics().elidedText(hint, Qt::ElideRight, inside.width() - 2 * textMargin));
+                     painter.fontMetrics().elidedText(hint, Qt::ElideRight, inside.width() - 2 * textMargin));
 }
 
 } // namespace ZB
