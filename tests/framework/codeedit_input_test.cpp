@@ -46,7 +46,7 @@ public:
         column->addWidget(field);
         resize(300, 120);
         show();
-        QApplication::setActiveWindow(this);
+        activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(this));
         button->setFocus();
         ZB::CodeIndexSource *source = ZB::CodeIndexSource::instance();
