@@ -12,7 +12,8 @@ enum MetaId : int
     MetaOwnOrder = 16204,    ///< orders of the user's accounts
     MetaPosition = 16205,
     MetaFunds = 16206,  ///< money of an account
-    MetaOwnDeal = 16207 ///< deals of the user's accounts
+    MetaOwnDeal = 16207, ///< deals of the user's accounts
+    MetaQuote = 16208    ///< the present quote of an instrument
 };
 
 /// Types in brackets: L 64-bit integer, I integer, D double, S text, C one-character code, R nested record. Quantities
@@ -100,6 +101,23 @@ enum FieldId : int
     FundsMargin,            ///< D
     FundsProfitToday,       ///< D
     FundsRiskRatio,         ///< D, 0.01 is one per cent
+
+    QuoteCode = 1620801, ///< S, with exchange
+    QuoteLast,           ///< D
+    QuoteChange,         ///< D, last price less previous close
+    QuoteChangeRatio,    ///< D, 0.01 is one per cent
+    QuoteVolume,         ///< L, of the day
+    QuoteTurnover,       ///< D, of the day
+    QuoteBidPrice,       ///< D, the best one
+    QuoteBidVolume,      ///< L
+    QuoteAskPrice,       ///< D, the best one
+    QuoteAskVolume,      ///< L
+    QuoteOpen,           ///< D
+    QuoteHigh,           ///< D
+    QuoteLow,            ///< D
+    QuotePrevClose,      ///< D, of futures the settlement price
+    QuoteTime,           ///< L
+    QuoteInstrument,     ///< R, MetaInstrument
 
     OrderRejectReason = 1621501 ///< S, own orders only
 };

@@ -7,7 +7,7 @@ namespace refhost {
 std::vector<TypeDef> standardTypes()
 {
     std::vector<TypeDef> all = accountTypes();
-    for (auto &&types : {orderTypes(), dealTypes()})
+    for (auto &&types : {orderTypes(), dealTypes(), quoteTypes()})
         all.insert(all.end(), types.begin(), types.end());
     return all;
 }

@@ -17,6 +17,7 @@ std::vector<std::pair<std::string, std::vector<EnumItem>>> standardEnums();
 std::vector<TypeDef> orderTypes();   ///< MetaMarketOrder, MetaOwnOrder
 std::vector<TypeDef> dealTypes();    ///< MetaMarketDeal, MetaOwnDeal
 std::vector<TypeDef> accountTypes(); ///< MetaInstrument, MetaPosition, MetaFunds
+std::vector<TypeDef> quoteTypes();   ///< MetaQuote
 
 /// Display functions that many fields have in common.
 namespace display {
