@@ -4,15 +4,13 @@ namespace feed {
 
 std::string FeedMessage::toText() const
 {
-    std::string result;
-    if (!file.empty())
-        result += file + ':';
+    std::string place = file;
+    const auto add = [&place](const std::string &part) { place += (place.empty() ? "" : " ") + part; };
     if (line > 0)
-        result += std::to_string(line) + ':';
-    result += result.empty() ? "" : " ";
+        add("第 " + std::to_string(line) + " 行");
     if (column > 0)
-        result += "column " + std::to_string(column) + (header.empty() ? ": " : " \"" + header + "\": ");
-    return result + text;
+        add("第 " + std::to_string(column) + " 列" + (header.empty() ? "" : "“" + header + "”"));
+    return place.empty() ? text : place + "：" + text;
 }
 
 bool FeedBatch::isEmpty() const

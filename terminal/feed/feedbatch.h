@@ -24,7 +24,7 @@ struct FeedMessage
     std::string header; ///< name of that column
     std::string text;   ///< what is wrong, without the place
 
-    /// The place and the text in one line: `file:line: column 3 "OrderQty": "x1" is not a whole number`.
+    /// The place and the text in one line: `file 第 2 行 第 3 列“OrderQty”：“x1”不是整数`.
     std::string toText() const;
 };
 

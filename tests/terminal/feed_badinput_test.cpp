@@ -63,40 +63,37 @@ TEST(FeedBadInput, ABadValueIsNamedWithFileLineAndColumnAndTheOtherLinesPlay)
         const char *message;
     };
     const Case cases[] = {
-        {orderRow(2, "abc"), "error a.csv:3: column 6 \"OrderPrice\": \"abc\" is not a number"},
-        {orderRow(2, ""), "error a.csv:3: column 6 \"OrderPrice\": is empty"},
-        {orderRow(2, "-1"), "error a.csv:3: column 6 \"OrderPrice\": \"-1\" is negative"},
-        {orderRow(2, "nan"), "error a.csv:3: column 6 \"OrderPrice\": \"nan\" is not a number"},
-        {orderRow(2, "inf"), "error a.csv:3: column 6 \"OrderPrice\": \"inf\" is too large"},
-        {orderRow(2, "1e400"), "error a.csv:3: column 6 \"OrderPrice\": \"1e400\" is too large"},
-        {orderRow(2, "10.5.1"), "error a.csv:3: column 6 \"OrderPrice\": \"10.5.1\" is not a number"},
-        {orderRow(2, "10", "-100"), "error a.csv:3: column 7 \"OrderQty\": \"-100\" is negative"},
-        {orderRow(2, "10", "0"), "error a.csv:3: column 7 \"OrderQty\": \"0\" is too small"},
-        {orderRow(2, "10", "1.5"), "error a.csv:3: column 7 \"OrderQty\": \"1.5\" is not a whole number"},
+        {orderRow(2, "abc"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“abc”不是数字"},
+        {orderRow(2, ""), "error a.csv 第 3 行 第 6 列“OrderPrice”：没有填写"},
+        {orderRow(2, "-1"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“-1”是负数"},
+        {orderRow(2, "nan"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“nan”不是数字"},
+        {orderRow(2, "inf"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“inf”太大"},
+        {orderRow(2, "1e400"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“1e400”太大"},
+        {orderRow(2, "10.5.1"), "error a.csv 第 3 行 第 6 列“OrderPrice”：“10.5.1”不是数字"},
+        {orderRow(2, "10", "-100"), "error a.csv 第 3 行 第 7 列“OrderQty”：“-100”是负数"},
+        {orderRow(2, "10", "0"), "error a.csv 第 3 行 第 7 列“OrderQty”：“0”太小"},
+        {orderRow(2, "10", "1.5"), "error a.csv 第 3 行 第 7 列“OrderQty”：“1.5”不是整数"},
         {orderRow(2, "10", "99999999999999999999"),
-         "error a.csv:3: column 7 \"OrderQty\": \"99999999999999999999\" is too large"},
+         "error a.csv 第 3 行 第 7 列“OrderQty”：“99999999999999999999”太大"},
         {orderRow(2, "10", "100", "605580.XX"),
-         "error a.csv:3: column 12 \"SecurityID\": \"605580.XX\" is not a stock code, six digits with .SH, .SZ or .BJ"},
+         "error a.csv 第 3 行 第 12 列“SecurityID”：“605580.XX”不是股票代码（六位数字加 .SH、.SZ 或 .BJ）"},
         {orderRow(2, "10", "100", "恒盛.SH"),
-         "error a.csv:3: column 12 \"SecurityID\": \"恒盛.SH\" is not a stock code, six digits with .SH, .SZ or .BJ"},
-        {orderRow(2).replace("2023.07.11", "2023.02.29"),
-         "error a.csv:3: column 1 \"MDDate\": \"2023.02.29\" is not a date"},
-        {orderRow(2).replace("09:30:00", "24:30:00"),
-         "error a.csv:3: column 2 \"MDTime\": \"24:30:00.002\" is not a time"},
-        {orderRow(2).replace(",2,10.5", ",7,10.5"), "error a.csv:3: column 5 \"OrderType\": \"7\" is not a known code"},
-        {orderRow(2).replace("100,1,1,", "100,3,1,"),
-         "error a.csv:3: column 8 \"OrderBSFlag\": \"3\" is not a known code"},
+         "error a.csv 第 3 行 第 12 列“SecurityID”：“恒盛.SH”不是股票代码（六位数字加 .SH、.SZ 或 .BJ）"},
+        {orderRow(2).replace("2023.07.11", "2023.02.29"), "error a.csv 第 3 行 第 1 列“MDDate”：“2023.02.29”不是日期"},
+        {orderRow(2).replace("09:30:00", "24:30:00"), "error a.csv 第 3 行 第 2 列“MDTime”：“24:30:00.002”不是时间"},
+        {orderRow(2).replace(",2,10.5", ",7,10.5"), "error a.csv 第 3 行 第 5 列“OrderType”：“7”不是已知的代码"},
+        {orderRow(2).replace("100,1,1,", "100,3,1,"), "error a.csv 第 3 行 第 8 列“OrderBSFlag”：“3”不是已知的代码"},
         {orderRow(2).replace("100,1,1,", "100,1,"),
-         "error a.csv:3: column 12 \"SecurityID\": the line has 11 fields, the header 12"},
+         "error a.csv 第 3 行 第 12 列“SecurityID”：这一行有 11 个字段，表头有 12 个"},
         {orderRow(2).replace(".SH", ".SH,1"),
-         "error a.csv:3: column 12 \"SecurityID\": the line has 13 fields, the header 12"},
+         "error a.csv 第 3 行 第 12 列“SecurityID”：这一行有 13 个字段，表头有 12 个"},
         {orderRow(2).replace("恒盛能源", "\"恒盛能源"),
-         "error a.csv:3: column 4 \"Symbol\": a quote is not closed, or something follows it"},
+         "error a.csv 第 3 行 第 4 列“Symbol”：引号没有闭合，或者引号之后还有内容"},
         {orderRow(2).replace("10.5", QByteArray("1\0", 2) + "0.5"),
-         "error a.csv:3: column 6 \"OrderPrice\": holds a zero byte"},
-        {QByteArray(200000, 'x') + '\n', "error a.csv:3: column 1 \"MDDate\": the line is longer than 65536 bytes"},
+         "error a.csv 第 3 行 第 6 列“OrderPrice”：含有零字节"},
+        {QByteArray(200000, 'x') + '\n', "error a.csv 第 3 行 第 1 列“MDDate”：这一行超过 65536 字节"},
         {orderRow(2, QByteArray(60, '7') + "中"),
-         "error a.csv:3: column 6 \"OrderPrice\": \"7777777777777777777777777777777777777777...\" is not a number"},
+         "error a.csv 第 3 行 第 6 列“OrderPrice”：“7777777777777777777777777777777777777777…”不是数字"},
     };
     for (const Case &bad : cases) {
         const ReplayFolder folder;
@@ -149,7 +146,7 @@ TEST(FeedBadInput, ACutLastLineIsLeftOut)
         const PlayedFeed played = folder.play({folder.write("a.csv", whole.left(whole.size() - cut))});
         EXPECT_EQ(orderNumbers(played), "1 2") << cut;
         ASSERT_EQ(played.messages.size(), 1u) << cut;
-        EXPECT_EQ(played.messages[0].substr(0, 22), "error a.csv:4: column ") << played.messages[0];
+        EXPECT_EQ(played.messages[0].find("error a.csv 第 4 行 第 "), 0u) << played.messages[0];
     }
 }
 
@@ -160,13 +157,13 @@ TEST(FeedBadInput, OfATruncatedGzipFileTheWholeLinesPlay)
     const PlayedFeed played = folder.play({folder.write("a.csv.gz", packed.left(packed.size() / 2))});
     EXPECT_TRUE(played.loaded);
     ASSERT_EQ(played.messages.size(), 1u);
-    EXPECT_NE(played.messages[0].find("the compressed data ends too early; what was read before is used"),
-              std::string::npos)
+    EXPECT_NE(played.messages[0].find("压缩数据不完整，请确认文件已传完；已读出的部分照常使用"), std::string::npos)
         << played.messages[0];
     ASSERT_GT(played.orders.size(), 100u);
     EXPECT_LT(played.orders.size(), 2000u);
     EXPECT_EQ(played.messages[0].substr(0, 9 + 3), "error a.csv.");
-    EXPECT_NE(played.messages[0].find(".gz:" + std::to_string(played.orders.size() + 2) + ':'), std::string::npos)
+    EXPECT_NE(played.messages[0].find(".gz 第 " + std::to_string(played.orders.size() + 2) + " 行："),
+              std::string::npos)
         << played.messages[0];
 }
 
@@ -187,7 +184,7 @@ TEST(FeedBadInput, ADamagedGzipFileIsNotPlayedAtAll)
         ASSERT_FALSE(played.messages.empty());
         const std::string &last = played.messages.back();
         EXPECT_EQ(last.substr(0, 20), "fatal ./wrong.csv.gz") << last;
-        EXPECT_NE(last.find("the compressed data is damaged"), std::string::npos) << last;
+        EXPECT_NE(last.find("压缩数据已损坏，请重新获取文件"), std::string::npos) << last;
     }
 }
 
@@ -207,21 +204,24 @@ TEST(FeedBadInput, APathThatGivesNothingToPlayFailsWithOneReason)
         const char *messages;
     };
     const Case cases[] = {
-        {{}, "fatal no path is given\n"},
-        {{""}, "fatal an empty path is given\n"},
-        {{folder.path("gone.csv")}, "fatal gone.csv: does not exist\n"},
-        {{"/dev/null"}, "fatal /dev/null: is neither a file nor a folder\n"},
-        {{folder.path("empty.csv")}, "fatal empty.csv: is empty\n"},
+        {{}, "fatal 没有指定要回放的文件或文件夹\n"},
+        {{""}, "fatal 指定的路径是空的\n"},
+        {{folder.path("gone.csv")}, "fatal gone.csv：找不到这个文件或文件夹，请检查路径\n"},
+        {{"/dev/null"}, "fatal /dev/null：既不是文件也不是文件夹\n"},
+        {{folder.path("empty.csv")}, "fatal empty.csv：文件是空的\n"},
         {{folder.path("header.csv")},
-         "warning header.csv:1: has a header and no rows\nfatal the files hold no row that can be played\n"},
-        {{folder.path("other.csv")}, "fatal other.csv:1: column 1 \"time\": no known format has these columns\n"},
-        {{folder.path("binary.gz")}, "fatal binary.gz:1: column 1 \"PK????\": no known format has these columns\n"},
-        {{folder.path("missing.csv")},
-         "fatal missing.csv:1: columns \"OrderQty\", \"OrderNO\" are missing, which a file of Shanghai orders needs\n"},
-        {{folder.path("twice.csv")}, "fatal twice.csv:1: column 7 \"OrderQty\": stands twice, first as column 3\n"},
+         "warning header.csv 第 1 行：只有表头，没有数据\nfatal 文件里没有可以回放的数据\n"},
+        {{folder.path("other.csv")},
+         "fatal other.csv 第 1 行 第 1 "
+         "列“time”：列名不符合任何已知的行情格式（沪市委托、沪市成交、深市成交、股票快照、期货 CTP 行情）\n"},
+        {{folder.path("binary.gz")},
+         "fatal binary.gz 第 1 行 第 1 "
+         "列“PK????”：列名不符合任何已知的行情格式（沪市委托、沪市成交、深市成交、股票快照、期货 CTP 行情）\n"},
+        {{folder.path("missing.csv")}, "fatal missing.csv 第 1 行：沪市委托文件缺少必需的列“OrderQty”、“OrderNO”\n"},
+        {{folder.path("twice.csv")}, "fatal twice.csv 第 1 行 第 7 列“OrderQty”：列名重复，第 3 列已有\n"},
         {{folder.path("notes")},
-         "warning notes/readme.txt:1: column 1 \"nothing\": no known format has these columns; passed over\n"
-         "fatal notes: the folder holds no file of a known format\n"},
+         "warning notes/readme.txt 第 1 行 第 1 列“nothing”：列名不符合任何已知的行情格式，已略过\n"
+         "fatal notes：文件夹里没有可以回放的行情文件（沪市委托、沪市成交、深市成交、股票快照、期货 CTP 行情）\n"},
     };
     for (const Case &bad : cases) {
         const PlayedFeed played = folder.play(bad.paths);
@@ -242,9 +242,9 @@ TEST(FeedBadInput, AFolderIsReadWithAllBelowItAndPassesOverWhatItDoesNotKnow)
         folder.play({folder.path("market"), folder.path("market/b/orders.csv"), folder.path("market/b")});
     EXPECT_TRUE(played.loaded);
     EXPECT_EQ(joined(played.messages),
-              "warning market/empty: is empty; passed over\n"
-              "warning market/notes.txt:1: column 1 \"price list\": no known format has these columns; passed over\n"
-              "error market/a/deals.csv:2: order 2 belongs to another stock or the other side\n");
+              "warning market/empty：文件是空的，已略过\n"
+              "warning market/notes.txt 第 1 行 第 1 列“price list”：列名不符合任何已知的行情格式，已略过\n"
+              "error market/a/deals.csv 第 2 行：委托 2 属于另一只股票或另一买卖方向\n");
     EXPECT_EQ(orderNumbers(played), "1 2");
     EXPECT_EQ(played.counters.duplicates, 0) << "a file that is reached by two paths is read once";
 }
@@ -258,9 +258,9 @@ TEST(FeedBadInput, AFileOfNothingButBadLinesGivesTenMessagesAndACount)
     const PlayedFeed played = folder.play({folder.write("a.csv", content)});
     EXPECT_FALSE(played.loaded);
     ASSERT_EQ(played.messages.size(), 12u);
-    EXPECT_EQ(played.messages[9], "error a.csv:11: column 6 \"OrderPrice\": \"x\" is not a number");
-    EXPECT_EQ(played.messages[10], "error a.csv: 4990 further lines with errors or warnings, not listed");
-    EXPECT_EQ(played.messages[11], "fatal the files hold no row that can be played");
+    EXPECT_EQ(played.messages[9], "error a.csv 第 11 行 第 6 列“OrderPrice”：“x”不是数字");
+    EXPECT_EQ(played.messages[10], "error a.csv：还有 4990 行有错误或警告，未逐一列出");
+    EXPECT_EQ(played.messages[11], "fatal 文件里没有可以回放的数据");
 }
 
 TEST(FeedBadInput, RowsThatContradictEachOtherAreNamedAndTheFirstCounts)
@@ -271,10 +271,10 @@ TEST(FeedBadInput, RowsThatContradictEachOtherAreNamedAndTheFirstCounts)
     const PlayedFeed played = folder.play(
         {folder.write("orders.csv", orderFile(1) + orderRow(1, "11") + orderRow(1).replace("1,1,1,1,", "1,1,5,1,")),
          folder.write("deals.csv", deals)});
-    EXPECT_EQ(joined(played.messages), "error orders.csv:3: column \"ApplSeqNum\": number 1 is given to another row at "
-                                       "orders.csv:2; the first counts\n"
-                                       "error orders.csv:4: order 1 is listed a second time\n"
-                                       "error deals.csv:3: more is filled or withdrawn than is left of order 1\n");
+    EXPECT_EQ(joined(played.messages),
+              "error orders.csv 第 3 行“ApplSeqNum”列：编号 1 已用于 orders.csv 第 2 行，以那一行为准\n"
+              "error orders.csv 第 4 行：委托 1 重复出现\n"
+              "error deals.csv 第 3 行：成交或撤单的数量超过委托 1 的剩余数量\n");
     ASSERT_EQ(played.orders.size(), 3u);
     EXPECT_EQ(played.orders[0].price, 10.5);
     EXPECT_EQ(played.orders[0].filled, 130);

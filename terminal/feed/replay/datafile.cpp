@@ -126,17 +126,17 @@ std::string DataFile::problem() const
     case State::Good:
         return {};
     case State::CannotOpen:
-        return "cannot be opened: " + file.errorString().toStdString();
+        return "无法打开：" + file.errorString().toStdString();
     case State::CannotRead:
-        return "cannot be read: " + file.errorString().toStdString();
+        return "无法读取：" + file.errorString().toStdString();
     case State::Truncated:
-        return "the compressed data ends too early";
+        return "压缩数据不完整，请确认文件已传完";
     case State::Corrupt:
-        return "the compressed data is damaged";
+        return "压缩数据已损坏，请重新获取文件";
     case State::TrailingBytes:
-        return "something follows the compressed data";
+        return "压缩数据之后还有多余的内容";
     case State::Interrupted:
-        return "reading was given up";
+        return "读取已中止";
     }
     return {};
 }

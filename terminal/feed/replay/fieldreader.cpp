@@ -40,8 +40,8 @@ void FieldReader::reject(Column column, const char *what)
     good = false;
     report.setLine(lineNumber);
     const std::string_view value = text(column);
-    report.add(FileReport::Severity::Error, value.empty() ? "is empty" : quotedForMessage(value) + ' ' + what,
-               column + 1, names[size_t(column)]);
+    report.add(FileReport::Severity::Error, value.empty() ? "没有填写" : quotedForMessage(value) + what, column + 1,
+               names[size_t(column)]);
 }
 
 qint64 FieldReader::whole(Column column, qint64 least, qint64 most)
@@ -54,11 +54,11 @@ qint64 FieldReader::whole(Column column, qint64 least, qint64 most)
     if (error == std::errc() && rest != end && *rest == '.')
         rest = std::find_if(rest + 1, end, [](char c) { return c != '0'; });
     if (error == std::errc::invalid_argument || rest != end)
-        reject(column, "is not a whole number");
+        reject(column, "不是整数");
     else if (error != std::errc() || result > most)
-        reject(column, "is too large");
+        reject(column, "太大");
     else if (result < least)
-        reject(column, result < 0 ? "is negative" : "is too small");
+        reject(column, result < 0 ? "是负数" : "太小");
     return result;
 }
 
@@ -69,11 +69,11 @@ double FieldReader::number(Column column, double least, double most)
     double result = 0;
     const auto [rest, error] = std::from_chars(value.data(), end, result);
     if (error == std::errc::invalid_argument || rest != end || std::isnan(result))
-        reject(column, "is not a number");
+        reject(column, "不是数字");
     else if (error != std::errc() || result > most)
-        reject(column, "is too large");
+        reject(column, "太大");
     else if (result < least)
-        reject(column, least == 0.0 ? "is negative" : "is too small");
+        reject(column, least == 0.0 ? "是负数" : "太小");
     return result;
 }
 
@@ -87,7 +87,7 @@ double FieldReader::positivePrice(Column column)
 {
     const double value = number(column, 0, largestPrice);
     if (value == 0.0)
-        reject(column, "is no price");
+        reject(column, "不是价格");
     return value;
 }
 
@@ -118,7 +118,7 @@ int FieldReader::choice(Column column, std::initializer_list<std::string_view> c
             return place;
         ++place;
     }
-    reject(column, "is not a known code");
+    reject(column, "不是已知的代码");
     return 0;
 }
 
@@ -129,7 +129,7 @@ int FieldReader::date(Column column)
         return lastDate;
     int days = 0;
     if (!takeDate(value, days) || !value.empty()) {
-        reject(column, "is not a date");
+        reject(column, "不是日期");
         return 0;
     }
     lastDateText = text(column);
@@ -142,7 +142,7 @@ int FieldReader::timeOfDay(Column column)
     std::string_view value = text(column);
     int milliseconds = 0;
     if (!takeTime(value, milliseconds) || !value.empty())
-        reject(column, "is not a time");
+        reject(column, "不是时间");
     return milliseconds;
 }
 
@@ -154,7 +154,7 @@ qint64 FieldReader::dateAndTime(Column column)
     const bool isRead = takeDate(value, days) && (takeSign(value, 'T') || takeSign(value, ' ')) &&
                         takeTime(value, milliseconds) && value.empty();
     if (!isRead)
-        reject(column, "is not a date and time");
+        reject(column, "不是日期和时间");
     return days * millisecondsPerDay + milliseconds;
 }
 

@@ -16,7 +16,7 @@ FileReport::~FileReport()
     FeedMessage message;
     message.severity = errors > 0 ? Severity::Error : Severity::Warning;
     message.file = file;
-    message.text = std::to_string(leftOut) + " further lines with errors or warnings, not listed";
+    message.text = "还有 " + std::to_string(leftOut) + " 行有错误或警告，未逐一列出";
     receiver(std::move(message));
 }
 
@@ -51,12 +51,12 @@ std::string printable(std::string_view text)
         result.pop_back();
     if (!result.empty() && static_cast<unsigned char>(result.back()) >= 0xc0)
         result.pop_back();
-    return result + "...";
+    return result + "…";
 }
 
 std::string quotedForMessage(std::string_view text)
 {
-    return '"' + printable(text) + '"';
+    return "“" + printable(text) + "”";
 }
 
 } // namespace feed

@@ -8,7 +8,7 @@ namespace {
 
 std::string orderText(qint64 orderNo)
 {
-    return "order " + std::to_string(orderNo);
+    return "委托 " + std::to_string(orderNo);
 }
 
 } // namespace
@@ -38,7 +38,7 @@ OrderState *OrderTracker::order(const Place &place, const EventRow &row, qint64 
         OrderState &found = orders[size_t(known)];
         if (found.instrument == place.instrument && found.side == side)
             return &found;
-        effect.problem = orderText(orderNo) + " belongs to another stock or the other side";
+        effect.problem = orderText(orderNo) + " 属于另一只股票或另一买卖方向";
         return nullptr;
     }
     const int entry = orderCount();
@@ -60,7 +60,7 @@ void OrderTracker::list(const Place &place, const EventRow &row, RowEffect &effe
     if (!listed)
         return;
     if (listed->isListed) {
-        effect.problem = orderText(row.orderNo) + " is listed a second time";
+        effect.problem = orderText(row.orderNo) + " 重复出现";
         return;
     }
     const qint64 openBefore = listed->openQuantity();
@@ -74,7 +74,7 @@ void OrderTracker::reserve(OrderState &order, qint64 quantity, RowEffect &effect
 {
     const qint64 excess = std::max<qint64>(0, quantity - order.openQuantity());
     if (order.isListed && excess > 0)
-        effect.problem = "more is filled or withdrawn than is left of " + orderText(order.orderNo);
+        effect.problem = "成交或撤单的数量超过" + orderText(order.orderNo) + " 的剩余数量";
     order.quantity += excess;
 }
 

@@ -103,7 +103,7 @@ void ReplayFeed::step(BatchWriter &writer)
     advance(cursor);
     if (cursors.empty() && problems > fullProblems) {
         FeedMessage message;
-        message.text = std::to_string(problems - fullProblems) + " further rows contradict others, not listed";
+        message.text = "还有 " + std::to_string(problems - fullProblems) + " 行与其他行矛盾，未逐一列出";
         writer.addMessage(std::move(message));
     }
 }

@@ -15,10 +15,8 @@ std::string missingText(const FormatMatch &match)
 {
     std::string text;
     for (const std::string_view name : match.missing)
-        text += (text.empty() ? "" : ", ") + quotedForMessage(name);
-    const bool isOne = match.missing.size() == 1;
-    return (isOne ? "column " : "columns ") + text + (isOne ? " is" : " are") + " missing, which a file of " +
-           std::string(match.format->name) + " needs";
+        text += (text.empty() ? "" : "、") + quotedForMessage(name);
+    return std::string(match.format->name) + "文件缺少必需的列" + text;
 }
 
 } // namespace
@@ -34,7 +32,7 @@ ReplayFile::Outcome ReplayFile::load(const QString &path, const std::string &pat
     if (const auto outcome = readHeaders())
         return *outcome;
     if (!data.isCompressed() && path.endsWith(QLatin1String(".gz"), Qt::CaseInsensitive))
-        report.add(Severity::Warning, "is not compressed, although its name says so");
+        report.add(Severity::Warning, "文件名以 .gz 结尾，内容却没有压缩");
     return readRows(store.addFile(pathText));
 }
 
@@ -52,7 +50,7 @@ std::optional<ReplayFile::Outcome> ReplayFile::readHeaders()
         return Outcome::Unusable;
     }
     if (!hasLine) {
-        unknownReason = "is empty";
+        unknownReason = "文件是空的";
         return Outcome::Unknown;
     }
     std::vector<std::string> headers;
@@ -61,7 +59,7 @@ std::optional<ReplayFile::Outcome> ReplayFile::readHeaders()
     reader = std::make_unique<FieldReader>(std::move(headers), report);
     const FormatMatch match = recogniseFormat(*reader);
     if (!match.format) {
-        unknownReason = "no known format has these columns";
+        unknownReason = "列名不符合任何已知的行情格式";
         unknownHeader = reader->headers().empty() ? std::string() : reader->headers().front();
         return Outcome::Unknown;
     }
@@ -85,7 +83,7 @@ bool ReplayFile::headersAreUnique(const std::vector<std::string_view> &needed)
             continue;
         const bool isNeeded = std::find(needed.begin(), needed.end(), headers[i]) != needed.end();
         report.add(isNeeded ? Severity::Fatal : Severity::Warning,
-                   "stands twice, first as column " + std::to_string(first + 1), int(i) + 1, headers[i]);
+                   "列名重复，第 " + std::to_string(first + 1) + " 列已有", int(i) + 1, headers[i]);
         good = good && !isNeeded;
     }
     return good;
@@ -113,17 +111,17 @@ ReplayFile::Outcome ReplayFile::readRows(quint16 fileNumber)
 bool ReplayFile::splitLine(const CsvLine &line)
 {
     if (line.tooLong) {
-        rejectLine(line, 1, "the line is longer than " + std::to_string(CsvLines::longestLine) + " bytes");
+        rejectLine(line, 1, "这一行超过 " + std::to_string(CsvLines::longestLine) + " 字节");
         return false;
     }
     const size_t zero = line.text.find('\0');
     if (zero != std::string_view::npos) {
         rejectLine(line, 1 + int(std::count(line.text.begin(), line.text.begin() + ptrdiff_t(zero), ',')),
-                   "holds a zero byte");
+                   "含有零字节");
         return false;
     }
     if (!fields.split(line.text)) {
-        rejectLine(line, fields.badField(), "a quote is not closed, or something follows it");
+        rejectLine(line, fields.badField(), "引号没有闭合，或者引号之后还有内容");
         return false;
     }
     const size_t expected = reader->headers().size();
@@ -131,7 +129,7 @@ bool ReplayFile::splitLine(const CsvLine &line)
     if (count == expected)
         return true;
     rejectLine(line, int(std::min(count, expected)) + (count < expected ? 1 : 0),
-               "the line has " + std::to_string(count) + " fields, the header " + std::to_string(expected));
+               "这一行有 " + std::to_string(count) + " 个字段，表头有 " + std::to_string(expected) + " 个");
     return false;
 }
 
@@ -140,7 +138,7 @@ void ReplayFile::rejectLine(const CsvLine &line, int column, const std::string &
     const auto &headers = reader->headers();
     const size_t place = size_t(column) - 1;
     report.setLine(line.number);
-    report.add(Severity::Error, line.terminated ? text : "the last line is cut: " + text, column,
+    report.add(Severity::Error, line.terminated ? text : "最后一行不完整：" + text, column,
                place < headers.size() ? std::string_view(headers[place]) : std::string_view());
 }
 
@@ -150,13 +148,13 @@ ReplayFile::Outcome ReplayFile::endOfRows(qint64 lastLine, bool hasRows)
     if (state == DataFile::State::Interrupted)
         return Outcome::Interrupted;
     if (state == DataFile::State::Good && !hasRows)
-        report.add(Severity::Warning, "has a header and no rows");
+        report.add(Severity::Warning, "只有表头，没有数据");
     if (state == DataFile::State::Good)
         return Outcome::Loaded;
     const bool canBeUsed = state == DataFile::State::Truncated || state == DataFile::State::TrailingBytes;
     report.setLine(lastLine);
     report.add(canBeUsed ? Severity::Error : Severity::Fatal,
-               data.problem() + (canBeUsed ? "; what was read before is used" : ""));
+               data.problem() + (canBeUsed ? "；已读出的部分照常使用" : ""));
     return canBeUsed ? Outcome::Loaded : Outcome::Unusable;
 }
 

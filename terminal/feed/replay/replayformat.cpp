@@ -18,9 +18,9 @@ constexpr ReplayFormat formatOf(std::string_view name)
 }
 
 constexpr ReplayFormat formats[] = {
-    formatOf<ShanghaiOrderDecoder>("Shanghai orders"),    formatOf<ShanghaiTradeDecoder>("Shanghai trades"),
-    formatOf<ShenzhenTradeDecoder>("Shenzhen trades"),    formatOf<StockSnapshotDecoder>("stock snapshots"),
-    formatOf<FuturesTickDecoder>("CTP ticks of futures"),
+    formatOf<ShanghaiOrderDecoder>("沪市委托"),    formatOf<ShanghaiTradeDecoder>("沪市成交"),
+    formatOf<ShenzhenTradeDecoder>("深市成交"),    formatOf<StockSnapshotDecoder>("股票快照"),
+    formatOf<FuturesTickDecoder>("期货 CTP 行情"),
 };
 
 std::vector<std::string_view> missingColumns(const FieldReader &headers, const std::vector<std::string_view> &needed)
@@ -49,6 +49,14 @@ FormatMatch recogniseFormat(const FieldReader &headers)
         }
     }
     return best;
+}
+
+std::string knownFormatNames()
+{
+    std::string names;
+    for (const ReplayFormat &format : formats)
+        names += (names.empty() ? "" : "、") + std::string(format.name);
+    return names;
 }
 
 } // namespace feed

@@ -25,5 +25,7 @@ struct FormatMatch
 };
 
 FormatMatch recogniseFormat(const FieldReader &headers);
+/// The names of all formats, as they are listed in a message.
+std::string knownFormatNames();
 
 } // namespace feed

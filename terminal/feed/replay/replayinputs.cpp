@@ -8,17 +8,17 @@ namespace feed {
 ReplayInputs::ReplayInputs(const QStringList &paths, const Complaint &complain)
 {
     if (paths.isEmpty())
-        complain(QString(), "no path is given");
+        complain(QString(), "没有指定要回放的文件或文件夹");
     for (const QString &path : paths) {
         const QFileInfo info(path);
         if (path.isEmpty())
-            complain(path, "an empty path is given");
+            complain(path, "指定的路径是空的");
         else if (info.isDir())
             addFolder(path);
         else if (info.isFile())
             addFile(path).isNamed = true;
         else
-            complain(path, info.exists() ? "is neither a file nor a folder" : "does not exist");
+            complain(path, info.exists() ? "既不是文件也不是文件夹" : "找不到这个文件或文件夹，请检查路径");
     }
 }
 

@@ -1,6 +1,7 @@
 #include "feed/replay/replayloader.h"
 
 #include "feed/batchwriter.h"
+#include "feed/replay/replayformat.h"
 #include "feed/replay/replaystore.h"
 
 #include <QFileInfo>
@@ -16,7 +17,7 @@ constexpr int fullWarnings = 20;
 
 std::string rowPlace(const ReplayStore &store, const EventRow &row)
 {
-    return store.filePath(row.file) + ':' + std::to_string(row.line);
+    return store.filePath(row.file) + " 第 " + std::to_string(row.line) + " 行";
 }
 
 } // namespace
@@ -52,11 +53,11 @@ bool ReplayLoader::load(const QStringList &paths)
         if (!loadFile(input))
             return false;
     if (passedOver > fullWarnings)
-        tell(Severity::Warning, {}, std::to_string(passedOver - fullWarnings) + " further files passed over");
+        tell(Severity::Warning, {}, "另外略过了 " + std::to_string(passedOver - fullWarnings) + " 个文件");
     checkFolders(inputs.folders());
     settle();
     if (!failed && store.rowCount() == 0)
-        tell(Severity::Fatal, {}, "the files hold no row that can be played");
+        tell(Severity::Fatal, {}, "文件里没有可以回放的数据");
     return !failed;
 }
 
@@ -88,7 +89,11 @@ void ReplayLoader::passOver(const ReplayInput &input, const ReplayFile &file)
     FeedMessage message;
     message.severity = input.isNamed ? Severity::Fatal : Severity::Warning;
     message.file = input.path.toStdString();
-    message.text = file.whyUnknown() + (input.isNamed ? "" : "; passed over");
+    message.text = file.whyUnknown();
+    if (!input.isNamed)
+        message.text += "，已略过";
+    else if (!file.firstHeader().empty())
+        message.text += "（" + knownFormatNames() + "）";
     if (!file.firstHeader().empty()) {
         message.line = 1;
         message.column = 1;
@@ -101,16 +106,17 @@ void ReplayLoader::checkFolders(const QStringList &folders)
 {
     for (int i = 0; i < folders.size(); ++i)
         if (usedFilesOfFolder[size_t(i)] == 0)
-            tell(Severity::Fatal, folders[i].toStdString(), "the folder holds no file of a known format");
+            tell(Severity::Fatal, folders[i].toStdString(),
+                 "文件夹里没有可以回放的行情文件（" + knownFormatNames() + "）");
 }
 
 void ReplayLoader::settle()
 {
     FileReport report({}, [this](FeedMessage message) { tell(std::move(message)); });
     writer.counters().duplicates += store.settle([&](const EventRow &first, const EventRow &dropped) {
-        report.add(Severity::Error, rowPlace(store, dropped) + ": column \"ApplSeqNum\": number " +
-                                        std::to_string(dropped.sequence) + " is given to another row at " +
-                                        rowPlace(store, first) + "; the first counts");
+        report.add(Severity::Error, rowPlace(store, dropped) + "“ApplSeqNum”列：编号 " +
+                                        std::to_string(dropped.sequence) + " 已用于 " + rowPlace(store, first) +
+                                        "，以那一行为准");
     });
 }
 

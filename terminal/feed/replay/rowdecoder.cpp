@@ -33,7 +33,7 @@ int RowDecoder::stock(FieldReader &in, ReplayStore &store, Column column, std::s
     if (index < 0) {
         auto made = stockInstrument(code);
         if (!made) {
-            in.reject(column, "is not a stock code, six digits with .SH, .SZ or .BJ");
+            in.reject(column, "不是股票代码（六位数字加 .SH、.SZ 或 .BJ）");
             return -1;
         }
         // A line that is given up must not leave an instrument behind.
@@ -58,7 +58,7 @@ int RowDecoder::future(FieldReader &in, ReplayStore &store, Column column, Colum
     if (index < 0) {
         auto made = futureInstrument(code, in.text(exchange));
         if (!made) {
-            in.reject(column, "is not a futures code");
+            in.reject(column, "不是期货合约代码");
             return -1;
         }
         if (!in.isGood())

@@ -45,7 +45,7 @@ void ShenzhenTradeDecoder::readCancel(FieldReader &in, EventRow &row) const
     const qint64 bid = in.whole(bidNo, 0, absent<qint64> - 1);
     const qint64 offer = in.whole(offerNo, 0, absent<qint64> - 1);
     if ((bid == 0) == (offer == 0))
-        in.reject(offerNo, "does not fit: a cancel names an order on one side and 0 on the other");
+        in.reject(offerNo, "与撤单不符：撤单应当一侧为委托编号，另一侧为 0");
     row.orderNo = bid != 0 ? bid : offer;
     row.flag = char(bid != 0 ? Side::Buy : Side::Sell);
 }
