@@ -99,7 +99,7 @@ QString problemText(const QSqlError &error)
     case 8:
         return QStringLiteral("文件是只读的，请改为可写或换一个文件");
     case 10:
-        return QStringLiteral("读写出错（%1），请检查磁盘").arg(error.databaseText());
+        return QStringLiteral("读写出错（%1），请检查磁盘和剩余空间").arg(error.databaseText());
     case 11:
         return QStringLiteral("文件已损坏（%1），请用备份恢复或换一个文件").arg(error.databaseText());
     case 13:
@@ -109,7 +109,8 @@ QString problemText(const QSqlError &error)
     case 26:
         return QStringLiteral("这不是交易桌面文件，请换一个文件");
     default:
-        return error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+        return QStringLiteral("出错（%1），请用备份恢复或换一个文件")
+            .arg(error.databaseText().isEmpty() ? error.driverText() : error.databaseText());
     }
 }
 

@@ -155,6 +155,8 @@ QString DeskStore::open(const QString &filePath)
     close();
     path = filePath;
     const QFileInfo file(path);
+    if (file.isDir())
+        return problem(QStringLiteral("这是一个文件夹，请换一个文件"));
     if (file.exists() && !file.isWritable())
         return problem(QStringLiteral("文件是只读的，请改为可写或换一个文件"));
     lock = std::make_unique<QLockFile>(path + QStringLiteral(".lock"));
@@ -169,7 +171,7 @@ QString DeskStore::open(const QString &filePath)
     QString trouble;
     {
         QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-        database.setDatabaseName(path);
+        database.setDatabaseName(file.absoluteFilePath()); // no name with a meaning of its own, as ":memory:"
         if (!database.open())
             trouble = deskschema::problemText(database.lastError());
         else if (trouble = deskschema::prepare(database); trouble.isEmpty()) {

@@ -9,6 +9,44 @@
 
 namespace trading {
 
+namespace {
+
+bool isSide(feed::Side side)
+{
+    return side == feed::Side::Buy || side == feed::Side::Sell;
+}
+
+bool isOffset(Offset offset)
+{
+    return offset == Offset::Open || offset == Offset::Close || offset == Offset::CloseToday ||
+           offset == Offset::CloseYesterday;
+}
+
+bool isPossible(const Lots &lots)
+{
+    return lots.quantity >= 0 && lots.basis >= 0;
+}
+
+bool isPossible(const Position &position, AccountKind kind)
+{
+    const bool isKind = position.kind >= feed::InstrumentKind::Stock && position.kind <= feed::InstrumentKind::Future;
+    return isKind && (position.kind == feed::InstrumentKind::Future) == (kind == AccountKind::Future) &&
+           (position.side == PositionSide::Long || position.side == PositionSide::Short) && position.multiplier > 0 &&
+           isPossible(position.old) && isPossible(position.today) && position.quantity() > 0;
+}
+
+bool isPossible(const PaperOrder &order)
+{
+    const qint64 held = order.heldOld + order.heldToday;
+    return isSide(order.side) && isOffset(order.offset) && order.status >= feed::OrderStatus::NotSent &&
+           order.status <= feed::OrderStatus::Rejected && order.price > 0 && order.quantity > 0 &&
+           order.filled.quantity >= 0 && order.cancelled >= 0 && order.openQuantity() >= 0 &&
+           order.isOpen() == (order.openQuantity() > 0) && order.heldOld >= 0 && order.heldToday >= 0 &&
+           held == (order.isOpen() && !order.opensPosition() ? order.openQuantity() : 0);
+}
+
+} // namespace
+
 feed::Instrument PaperBroker::instrumentByCode(const std::string &code, const std::string &exchange)
 {
     if (const auto stock = feed::stockInstrument(code))
@@ -21,17 +59,20 @@ feed::Instrument PaperBroker::instrumentByCode(const std::string &code, const st
 bool PaperBroker::restore(const DeskState &state)
 {
     std::map<std::string, AccountBook> restored;
-    for (const Account &account : state.accounts)
+    for (const Account &account : state.accounts) {
+        if (account.kind != AccountKind::Stock && account.kind != AccountKind::Future)
+            return false;
         restored.emplace(account.id, AccountBook(account, rules));
+    }
     for (const Position &position : state.positions) {
         const auto found = restored.find(position.account);
-        if (found == restored.end() || position.old.quantity < 0 || position.today.quantity < 0)
+        if (found == restored.end() || !isPossible(position, found->second.account().kind))
             return false;
         found->second.restore(position);
     }
     for (const PaperOrder &order : state.orders) {
         const auto found = restored.find(order.account);
-        if (found == restored.end() || order.openQuantity() < 0 || (order.isOpen() && order.openQuantity() == 0))
+        if (found == restored.end() || !isPossible(order))
             return false;
         if (order.isOpen())
             found->second.restoreReservation(order, instrumentByCode(order.code, order.exchange));
