@@ -94,10 +94,10 @@ void expectReconciled(const File &file)
               file.rows("SELECT order_id, sum(quantity), sum(amount), sum(commission + stamp_duty + transfer_fee)"
                         " FROM deals GROUP BY order_id ORDER BY order_id"));
     EXPECT_EQ(file.rows("SELECT balance - initial FROM account WHERE id = 'S1'"),
-              file.rows("SELECT sum(CASE side WHEN 49 THEN amount ELSE -amount END)"
-                        " - sum(commission + stamp_duty + transfer_fee) FROM deals WHERE account = 'S1'"));
+              file.rows("SELECT ifnull(sum(CASE side WHEN 49 THEN amount ELSE -amount END"
+                        " - commission - stamp_duty - transfer_fee), 0) FROM deals WHERE account = 'S1'"));
     EXPECT_EQ(file.rows("SELECT balance - initial FROM account WHERE id = 'F1'"),
-              file.rows("SELECT (SELECT sum(realised - commission) FROM deals WHERE account = 'F1')"
+              file.rows("SELECT (SELECT ifnull(sum(realised - commission), 0) FROM deals WHERE account = 'F1')"
                         " + (SELECT ifnull(sum(profit), 0) FROM settlement WHERE account = 'F1')"));
     EXPECT_EQ(file.rows("SELECT code, sum(CASE side WHEN 48 THEN 1 ELSE -1 END * (old_quantity + today_quantity))"
                         " AS net FROM position GROUP BY code HAVING net <> 0 ORDER BY code"),
