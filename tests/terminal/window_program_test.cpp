@@ -202,7 +202,7 @@ TEST_F(TerminalRun, ABadLineIsNamedOnTheStandardErrorAndInTheLogAndTheOthersCoun
     QFile log(folder.filePath("logs/terminal.log"));
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));
     const QByteArray logged = log.readAll();
-    for (const char *part : {"orders.csv:3: column 11", "OrderQty", "many"}) {
+    for (const char *part : {"orders.csv 第 3 行 第 11 列“OrderQty”", "“many”不是整数"}) {
         EXPECT_TRUE(outcome.err.contains(part)) << part << "\n" << outcome.err.constData();
         EXPECT_TRUE(logged.contains(part)) << part << "\n" << logged.constData();
     }
