@@ -10,7 +10,8 @@ bool operator==(const GridColumn &a, const GridColumn &b)
 {
     return a.width == b.width && a.visible == b.visible && a.numeric == b.numeric && a.bold == b.bold &&
            a.filterable == b.filterable && a.filtered == b.filtered && a.alignment == b.alignment &&
-           a.statisticsAlignment == b.statisticsAlignment && a.unitSample == b.unitSample;
+           a.statisticsBold == b.statisticsBold && a.statisticsAlignment == b.statisticsAlignment &&
+           a.statisticsColor == b.statisticsColor && a.unitSample == b.unitSample;
 }
 
 GridColumns::GridColumns() = default;

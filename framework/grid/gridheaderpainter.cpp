@@ -202,8 +202,8 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
 /// The unit stands where the units of the cells above do, so the figures stand below one another too.
 void GridHeaderPainter::paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column)
 {
-    const QRgb color = cells.look().statisticsText.rgb();
-    const GridFont font = column.bold ? GridFont::StatisticsBold : GridFont::Statistics;
+    const QRgb color = (column.statisticsColor ? *column.statisticsColor : cells.look().statisticsText).rgb();
+    const GridFont font = column.bold || column.statisticsBold ? GridFont::StatisticsBold : GridFont::Statistics;
     const GridCut cut = column.numeric ? GridCut::Hashes : GridCut::Ellipsis;
     const int slot = cells.unitSlot(column);
     const QString unit = slot > 0 ? takeUnit(text) : QString();

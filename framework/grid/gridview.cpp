@@ -214,6 +214,14 @@ QRect GridView::cellRect(GridRowId row, int column) const
     return d->toLogical(QRect(where.clipLeft, cell.top(), where.clipRight - where.clipLeft, cell.height()));
 }
 
+QRect GridView::wholeCellRect(GridRowId row, int column) const
+{
+    const int index = d->rows.indexOf(row);
+    if (index < 0 || d->geometry.columns.placeOf(column) < 0)
+        return QRect();
+    return d->toLogical(d->geometry.cellRect(d->rows.window().first + index, column));
+}
+
 QRect GridView::headerRect(int column) const
 {
     const GridShownColumn where = d->geometry.shownColumn(column);

@@ -154,6 +154,8 @@ public:
 
     /// Where a cell is, in the view's coordinates; empty when it is not on the screen.
     QRect cellRect(GridRowId row, int column) const;
+    /// The same with what is cut off or under frozen columns; empty when the row is not on the screen.
+    QRect wholeCellRect(GridRowId row, int column) const;
     QRect headerRect(int column) const;
     /// The cell at a position, as what is painted there tells: NoGridRow and -1 outside the rows.
     std::pair<GridRowId, int> cellAt(const QPoint &position) const;
@@ -185,6 +187,8 @@ Q_SIGNALS:
     /// Rows on the screen are others than before (scrolled, resized, another order).
     void visibleRowsChanged();
     void unseenRowsChanged(qint64 count);
+    /// The pictures are up to date, and what changed in them is about to be repainted: for what stands over cells.
+    void frameShown();
 
 protected:
     bool event(QEvent *event) override;

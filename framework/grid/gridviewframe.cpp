@@ -42,7 +42,10 @@ void GridViewPrivate::showFrame(bool forced)
     pacer.done();
     if (body.isFlashing() && q->isVisible())
         pacer.requestIn(fadeMilliseconds);
-    announce();
+    const QPointer<GridView> guard(q);
+    Q_EMIT q->frameShown();
+    if (guard)
+        announce();
 }
 
 GridFrame GridViewPrivate::frameNow() const

@@ -6,4 +6,12 @@ IBaseTable::IBaseTable() = default;
 
 IBaseTable::~IBaseTable() = default;
 
+void IBaseTable::onFilterTrigger(int column, int type, QSet<QString> &values)
+{
+    if (columnFilterable(column) && (type == FilterExact || type == FilterContains))
+        takeColumnFilter(column, EFilterType(type), values);
+}
+
+void IBaseTable::takeColumnFilter(int, EFilterType, const QSet<QString> &) {}
+
 } // namespace ZB

@@ -5,6 +5,7 @@
 
 #include "hostexport.h"
 #include "zb/cbasetablesettingparam.h"
+#include "zb/efiltertype.h"
 
 namespace ZB {
 
@@ -22,14 +23,19 @@ public:
     virtual int tableId() const = 0;
     /// Whether users may filter a column by its values; false for columns that do not exist.
     virtual bool columnFilterable(int column) const = 0;
-    /// The user has chosen a filter (type: EFilterType) for a column; an empty set takes the filter off.
-    virtual void onFilterTrigger(int column, int type, QSet<QString> &values) = 0;
+    /// The user has chosen a filter (type: EFilterType) for a column; an empty set takes the filter off. Hands what
+    /// makes sense for a filterable column to takeColumnFilter() unless overridden.
+    virtual void onFilterTrigger(int column, int type, QSet<QString> &values);
 
     virtual CBaseTableSettingParam getTableSetting() = 0;
     /// Applies what fits the table's columns and ignores the rest.
     virtual void setTableSetting(const CBaseTableSettingParam &setting) = 0;
     /// Writes the shown rows and columns to a file; false when that failed.
     virtual bool exportData(QString path) = 0;
+
+protected:
+    /// Carries a filter out that onFilterTrigger() has let through. Does nothing unless overridden.
+    virtual void takeColumnFilter(int column, EFilterType type, const QSet<QString> &values);
 };
 
 } // namespace ZB

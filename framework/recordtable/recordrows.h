@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QtCore/QPair>
+#include <QtCore/QVector>
+#include <functional>
+#include <unordered_map>
+#include <vector>
+
+#include "frameworkexport.h"
+#include "recordtable/recordrow.h"
+
+namespace ZB {
+
+/// The rows of a table that keeps them itself: ids, and the order on the screen. Ids count up from 0 and mean the same
+/// row for as long as it exists; clear() starts again. GUI thread.
+///
+/// Changes are noted, and carried out together when the order is read next: k changed of n rows cost O(k log k + n),
+/// and nothing when no row has to move.
+class FRAMEWORK_API RecordRows
+{
+public:
+    /// The key of a row under a sort column; descending reverses it.
+    using KeyOf = std::function<RecordSortKey(const RecordRow &row, int column, bool descending)>;
+    using Sorts = QVector<QPair<int, int>>; ///< columns in falling weight, with their order (0 ascending)
+
+    explicit RecordRows(KeyOf keyOf);
+
+    /// identity: what the row is known by on the screen across clear(); 0, or one that another row has, for none. Null
+    /// when the ids are used up.
+    RecordRow *add(quint64 identity);
+    bool remove(int id);
+    void clear();
+    int count() const;
+    /// Null for an id without a row.
+    RecordRow *find(int id) const;
+    RecordRow *findOnScreen(GridRowId id) const;
+    int lastId() const { return nextId - 1; }
+
+    void setSorts(const Sorts &sorts);
+    const Sorts &sorts() const { return sortColumns; }
+    bool sortsBy(int column) const;
+    /// Values of the row that count for the order may have changed.
+    void touch(RecordRow &row);
+    void touchAll();
+
+    /// The rows as they stand on the screen. Valid until the next change.
+    const std::vector<RecordRow *> &shown();
+    /// -1 for a row that has gone.
+    int placeOf(GridRowId id);
+
+private:
+    void dropGone();
+    void sortAll();
+    void moveTouched();
+    void takeKeys(RecordRow &row) const;
+    bool goesBefore(const RecordRow &a, const RecordRow &b) const;
+    GridRowId screenId(quint64 identity);
+
+    const KeyOf keyOf;
+    Sorts sortColumns;
+    std::vector<RecordRowPtr> arrival; ///< by id
+    std::vector<RecordRow *> order;
+    std::vector<RecordRow *> touchedRows; ///< new ones too
+    std::unordered_map<GridRowId, RecordRow *> rowOfScreenId;
+    int nextId = 0;
+    int goneCount = 0;
+    quint64 lastSerial = 0;
+    bool allStale = false;
+    bool placesStale = false;
+};
+
+} // namespace ZB

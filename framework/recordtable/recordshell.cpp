@@ -1,0 +1,202 @@
+#include "recordtable/recordshell.h"
+
+#include <algorithm>
+
+#include "zb/efiltertype.h"
+
+namespace ZB {
+
+namespace {
+
+constexpr int tickMilliseconds = 100;
+constexpr int sortEventId = 33;
+constexpr int activatedEvent = 69;
+constexpr int currentEvent = 70;
+constexpr int menuBits = MenuAll;
+
+} // namespace
+
+RecordShell::RecordShell(CBaseNormalTable *table, int tableId, int options)
+    : TableShell(
+          table, tableId, options & menuBits,
+          std::make_unique<RecordSource>([table](int row, int column) { table->showCell(row, column); },
+                                         [table](int row, int column) { return table->cellValue(row, column); })),
+      q(table), source(static_cast<RecordSource &>(*rows)), widgets(grid, source)
+{
+    source.setTakenColumns([this] { return grid->visibleColumns(); });
+    grid->setSource(&source);
+    timer.setInterval(tickMilliseconds);
+    QObject::connect(&timer, &QTimer::timeout, q, [this] { tick(); });
+    connectShell();
+    connectGrid();
+    applyOptions(options);
+    restorePending = true;
+    QTimer::singleShot(0, q, [this] { restoreNow(); });
+    lookChanged();
+}
+
+/// The grid outlives this as a child widget; the source does not.
+void RecordShell::shutDown()
+{
+    store.flush([this] { return shellSetting(); });
+    closePopup();
+    grid->disconnect();
+    search.cancel();
+    widgets.clear();
+    grid->setSource(nullptr);
+}
+
+void RecordShell::connectGrid()
+{
+    QObject::connect(grid, &GridView::activated, q, [this](quint64 row, int column) {
+        q->deliverEvent(activatedEvent, column, idOf(row), QString(), nullptr);
+    });
+    QObject::connect(grid, &GridView::currentChanged, q, [this](quint64 row) {
+        const int current = idOf(row);
+        if (current == reportedRow)
+            return;
+        reportedRow = current;
+        q->deliverEvent(currentEvent, grid->currentColumn(), current, QString(), nullptr);
+    });
+}
+
+void RecordShell::applyOptions(int options)
+{
+    flags |= options;
+    look.oddEvenRows = flags & TableOddEvenRows;
+    lookChanged();
+    grid->setRowNumbersVisible((flags & TableRowNumbers) && frame.showRowNumbers);
+}
+
+int RecordShell::idOf(GridRowId row) const
+{
+    const RecordRow *found = source.rows.findOnScreen(row);
+    return found ? found->id : -1;
+}
+
+void RecordShell::changed()
+{
+    changedSinceTick = true;
+    source.noteChange();
+    grid->refresh();
+}
+
+void RecordShell::setTicking(bool on)
+{
+    if (on)
+        timer.start();
+    else
+        timer.stop();
+}
+
+void RecordShell::tick()
+{
+    if (std::exchange(changedSinceTick, false))
+        q->onTimer();
+}
+
+bool RecordShell::isShowing() const
+{
+    return source.columnCount() > 0;
+}
+
+QVector<QPair<int, int>> RecordShell::currentSorts() const
+{
+    return source.rows.sorts();
+}
+
+/// Who hears the event may delete the table.
+void RecordShell::sortBy(int column, int order, bool adding)
+{
+    const QPointer<QWidget> self(q);
+    addingSort = adding;
+    q->deliverEvent(sortEventId, order, column, QString(), nullptr);
+    if (!self)
+        return;
+    addingSort = false;
+    saveSoon();
+}
+
+/// A further sort column counts less than those before it; one that is there already stays at its place.
+void RecordShell::applySort(int column, int order)
+{
+    if (!source.hasColumn(column))
+        return;
+    QVector<QPair<int, int>> sorts;
+    if (addingSort)
+        sorts = currentSorts();
+    const auto known = std::find_if(sorts.begin(), sorts.end(),
+                                    [column](const QPair<int, int> &sort) { return sort.first == column; });
+    if (known != sorts.end())
+        known->second = order;
+    else
+        sorts.append({column, order});
+    q->setSortColumns(sorts);
+}
+
+void RecordShell::clearSort()
+{
+    q->setSortColumns({});
+    saveSoon();
+}
+
+void RecordShell::updateMarks()
+{
+    showMarks(currentSorts(), filteredColumns);
+}
+
+void RecordShell::openFilter(int column, const QRect &header)
+{
+    if (q->columnFilterable(column))
+        q->showFilterMenu(column, QRect(grid->mapTo(q, header.topLeft()), header.size()));
+}
+
+void RecordShell::takeFilter(int column, int type, QSet<QString> values)
+{
+    q->onFilterTrigger(column, type, values);
+}
+
+bool RecordShell::hasFilters() const
+{
+    return !filteredColumns.isEmpty();
+}
+
+void RecordShell::clearFilters()
+{
+    q->clearFilter();
+}
+
+/// Rows are few enough to be read while they change.
+bool RecordShell::canPause() const
+{
+    return false;
+}
+
+bool RecordShell::isPaused() const
+{
+    return false;
+}
+
+void RecordShell::setPaused(bool) {}
+
+void RecordShell::updateStatistics()
+{
+    grid->setStatisticsVisible(source.hasStatistics() && frame.showStatistics);
+}
+
+bool RecordShell::exportTo(const QString &path)
+{
+    return q->exportData(path);
+}
+
+CBaseTableSettingParam RecordShell::tableSetting()
+{
+    return q->getTableSetting();
+}
+
+void RecordShell::applySetting(const CBaseTableSettingParam &setting)
+{
+    q->setTableSetting(setting);
+}
+
+} // namespace ZB

@@ -1,0 +1,362 @@
+#include <QtTest/QTest>
+#include <limits>
+
+#include "grid/gridview.h"
+#include "popups/filterpopup.h"
+#include "records/record.h"
+#include "recordwindow.h"
+#include "services/userconfig.h"
+#include "zb/ccombopushbutton.h"
+#include "zb/cradiobuttongroup.h"
+#include "zb/cuiresource.h"
+
+namespace {
+
+using namespace testrecords;
+using testrecords::OpenTable;
+
+class CDataTable : public RecordWindow
+{
+protected:
+    QString text(const std::string &key, int column) { return table->cellText(table->keyToRowID(key), column); }
+    ZB::GridView *grid() const { return table->findChild<ZB::GridView *>(); }
+};
+
+std::map<int, kdservice::FieldDes *> fieldsOf(const RecordPtr &record, const std::vector<int> &ids)
+{
+    std::map<int, kdservice::FieldDes *> fields;
+    for (const int id : ids)
+        fields[id] = record->getFieldDes().at(id);
+    return fields;
+}
+
+} // namespace
+
+TEST_F(CDataTable, ShowsEveryRecordInARowOfItsOwnWithItsTextsAndColours)
+{
+    const auto ticket = fullTicket("k1", 2);
+    ticket->setNested(TicketLeft, makeInner(1.5, 7));
+    EXPECT_EQ(table->updateData(ticket, true), 0);
+    EXPECT_EQ(table->updateData(fullTicket("k2", 3), false), 1);
+    EXPECT_EQ(shown(), "k1: 第2|买入|2|+200|2.25|否|1.500|7\n"
+                       "k2: 第3|卖出|3|+300|3.25|是||\n");
+    EXPECT_EQ(table->cellColor(0, ColumnSide), ZB::CUiResource::instance()->getColor("clr_global_rise"));
+    EXPECT_EQ(table->cellColor(1, ColumnSide), ZB::CUiResource::instance()->getColor("clr_global_fall"));
+    EXPECT_EQ(table->cellColor(0, ColumnText), nullptr) << "the table's own colour";
+    EXPECT_EQ(table->size(), 2);
+    EXPECT_EQ(table->getDataByKey("k2")->getInt(TicketLots), 3);
+    EXPECT_EQ(table->fieldID2columnID(TicketLots), ColumnLots);
+    EXPECT_EQ(table->columnID2fieldID(ColumnPrice), InnerPrice);
+    EXPECT_EQ(table->fieldID2columnID(12345), -1);
+    EXPECT_EQ(table->getMetaID(), MetaTicket);
+    EXPECT_EQ(table->getTradeType(), kdservice::TraderStock);
+    EXPECT_EQ(table->options() & (511 | 1024), 511 | 1024);
+}
+
+TEST_F(CDataTable, AnUpdateUnderTheSameKeyStaysInItsRow)
+{
+    addTickets(2);
+    EXPECT_EQ(table->updateData(fullTicket("a", 8), false), 0);
+    EXPECT_EQ(text("a", ColumnLots), "8");
+    const auto changed = fullTicket("a", 8);
+    changed->setData(TicketLots, 9);
+    EXPECT_EQ(table->updateDataField(changed, TicketLots, false), 0);
+    EXPECT_EQ(text("a", ColumnLots), "9");
+    EXPECT_EQ(table->getData(0), changed);
+}
+
+TEST_F(CDataTable, NothingAndUnknownKeysAreRefused)
+{
+    addTickets(1);
+    const RecordPtr none;
+    const auto stranger = fullTicket("stranger", 5);
+    EXPECT_EQ(table->updateData(none, true), -1);
+    EXPECT_EQ(table->refreshData(none, true), -1);
+    EXPECT_EQ(table->refreshData(stranger, true), -1);
+    EXPECT_EQ(table->updateDataField(stranger, TicketLots, true), -1);
+    EXPECT_EQ(table->removeData(none), -1);
+    EXPECT_EQ(table->removeData(stranger), -1);
+    EXPECT_EQ(table->removeDataByID(77), -1);
+    EXPECT_FALSE(table->getData(77));
+    EXPECT_FALSE(table->getDataConst(-1));
+    EXPECT_EQ(table->keyToRowID("stranger"), -1);
+    EXPECT_EQ(keys(), "a");
+    EXPECT_EQ(table->size(), 1);
+}
+
+TEST_F(CDataTable, RemovingLeavesTheOtherRowIdsAlone)
+{
+    addTickets(4);
+    EXPECT_EQ(table->removeDataByKey("b"), 1);
+    EXPECT_EQ(table->removeDataByID(3), 3);
+    EXPECT_EQ(keys(), "a c");
+    EXPECT_EQ(table->keyToRowID("c"), 2);
+    EXPECT_EQ(table->size(), 2);
+    EXPECT_EQ(table->updateData(fullTicket("b", 2), false), 4) << "an id is not given twice";
+}
+
+TEST_F(CDataTable, AValueFilterOfTypeZeroKeepsExactlyItsTexts)
+{
+    addTickets(4);
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_EQ(keys(), "b d");
+    EXPECT_EQ(table->size(), 4);
+    EXPECT_EQ(table->keyToRowID("a"), -1);
+    filter(ColumnSide, ZB::FilterExact, {"买"});
+    EXPECT_EQ(keys(), "");
+    filter(ColumnSide, ZB::FilterExact, {});
+    EXPECT_EQ(keys(), "a b c d");
+}
+
+TEST_F(CDataTable, AValueFilterOfTypeOneKeepsTextsThatContainOneOfThem)
+{
+    addTickets(4);
+    table->setColumnFilterable(ColumnText, true);
+    const auto latin = fullTicket("z", 9);
+    latin->setData(TicketText, "Spot ORDER");
+    table->updateData(latin, false);
+    filter(ColumnText, ZB::FilterContains, {"order", "3", ""});
+    EXPECT_EQ(keys(), "c z");
+    filter(ColumnText, ZB::FilterContains, {""});
+    EXPECT_EQ(keys(), "") << "an empty text is contained in nothing";
+    filter(ColumnText, 5, {"order"});
+    EXPECT_EQ(keys(), "") << "a type that there is not changes nothing";
+}
+
+TEST_F(CDataTable, AColumnThatIsNotFilterableLetsEverythingPass)
+{
+    addTickets(2);
+    filter(ColumnLots, ZB::FilterExact, {"1"});
+    EXPECT_EQ(keys(), "a b");
+    table->setColumnFilterable(ColumnLots, true);
+    filter(ColumnLots, ZB::FilterExact, {"1"});
+    EXPECT_EQ(keys(), "a");
+    table->setColumnFilterable(ColumnLots, false);
+    table->filterColumn();
+    EXPECT_EQ(keys(), "a b");
+}
+
+TEST_F(CDataTable, AFilterOfADerivedTableAndThoseOfColumnsHoldTogether)
+{
+    addTickets(6);
+    table->onFilter(ColumnLots, 7, "3");
+    EXPECT_EQ(keys(), "c d e f");
+    filter(ColumnSide, ZB::FilterExact, {"卖出"});
+    EXPECT_EQ(keys(), "c e");
+    table->onFilter(ColumnLots, 0, "");
+    EXPECT_EQ(keys(), "a c e");
+}
+
+TEST_F(CDataTable, ARecordThatStopsPassingKeepsItsRowAsItWasUntilTheNextFilter)
+{
+    addTickets(4);
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_EQ(keys(), "b d");
+    const int row = table->keyToRowID("b");
+    EXPECT_TRUE(table->updateDatas({fullTicket("b", 11)}).isEmpty());
+    EXPECT_EQ(table->keyToRowID("b"), row);
+    EXPECT_EQ(text("b", ColumnLots), "2");
+    EXPECT_EQ(table->updateData(fullTicket("d", 13), false), table->keyToRowID("d"));
+    EXPECT_EQ(text("d", ColumnLots), "4");
+    EXPECT_EQ(table->getDataByKey("b")->getInt(TicketLots), 11) << "what is stored is the new one";
+    table->filterColumn();
+    EXPECT_EQ(keys(), "");
+}
+
+TEST_F(CDataTable, ARecordWithoutARowStaysStoredWhenItIsRemoved)
+{
+    addTickets(2);
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_EQ(table->removeDataByKey("a"), -1);
+    EXPECT_EQ(table->size(), 2);
+    EXPECT_EQ(table->removeDataByKey("b"), 0);
+    EXPECT_EQ(table->size(), 1);
+}
+
+TEST_F(CDataTable, ABatchAnswersWithTheRowsOfTheNewRecordsAndSortsOnce)
+{
+    addTickets(2);
+    table->setSortColumns({{ColumnLots, 1}});
+    const RecordPtr none;
+    const QVector<int> rows =
+        table->updateDatas({fullTicket("x", 5), none, fullTicket("a", 9), fullTicket("y", 7), fullTicket("x", 6)});
+    EXPECT_EQ(rows, (QVector<int>{2, 3}));
+    EXPECT_EQ(keys(), "a y x b");
+    EXPECT_EQ(text("x", ColumnLots), "6") << "the later one of a key counts";
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_EQ(keys(), "x b");
+    EXPECT_TRUE(table->updateDatas({fullTicket("p", 1)}).isEmpty()) << "one that does not pass gets no row";
+    EXPECT_EQ(table->size(), 5);
+}
+
+TEST_F(CDataTable, StatisticsSkipMissingValuesAndFollowTheFieldsFormat)
+{
+    refhost::UserConfig *user = new refhost::UserConfig;
+    refhost::setUserConfig(std::unique_ptr<refhost::UserConfig>(user));
+    addTickets(2);
+    const auto odd = makeTicket("odd"); // no values at all
+    table->updateData(odd, false);
+    const auto large = fullTicket("large", 2000000);
+    large->setData(TicketVolume, std::numeric_limits<qint64>::max());
+    large->setData(TicketLots, std::numeric_limits<int>::max());
+    table->updateData(large, false);
+    user->setSegmentedFormat(true);
+    const auto fields = fieldsOf(odd, {TicketText, TicketLots, TicketVolume, TicketValue, TicketOpen});
+    table->updateStatData(fields);
+    EXPECT_EQ(statistics(), "||3|300|2 000 003.75|||0");
+    user->setSegmentedFormat(false);
+    table->updateStatData(fields);
+    EXPECT_EQ(statistics(), "||3|300|2000003.75|||0");
+    odd->setData(TicketValue, std::numeric_limits<double>::quiet_NaN());
+    table->updateStatData(fields);
+    EXPECT_EQ(table->statText(ColumnValue), "非法值");
+}
+
+TEST_F(CDataTable, SumsAreExactWhateverTheOrder)
+{
+    for (int i = 0; i < 1000; ++i) {
+        const auto ticket = makeTicket(std::to_string(i));
+        ticket->setData(TicketValue, i % 2 == 0 ? 1e15 : -1e15 + 0.01 * (i + 1));
+        table->updateData(ticket, false);
+    }
+    table->onTimer();
+    long double cents = 0;
+    for (int i = 1; i < 1000; i += 2)
+        cents += static_cast<long double>(-1e15 + 0.01 * (i + 1)) + 1e15L;
+    EXPECT_EQ(table->statText(ColumnValue).remove(' ').toStdString(),
+              QString::number(double(cents), 'f', 2).toStdString());
+}
+
+TEST_F(CDataTable, StatisticsFollowTheRowsByThemselves)
+{
+    addTickets(3);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "6"; }));
+    table->updateData(fullTicket("d", 10), false);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "16"; }));
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "12"; }));
+    table->clear();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "0"; }));
+}
+
+TEST_F(CDataTable, BoldColumnsAreThoseOfBoldFieldsWhileThereAreRecords)
+{
+    EXPECT_FALSE(table->isColBoldFont(ColumnText));
+    addTickets(1);
+    EXPECT_TRUE(table->isColBoldFont(ColumnText));
+    EXPECT_FALSE(table->isColBoldFont(ColumnLots));
+    EXPECT_TRUE(grid()->column(ColumnText).bold);
+    table->clear();
+    EXPECT_FALSE(table->isColBoldFont(ColumnText));
+    EXPECT_EQ(table->size(), 0);
+    EXPECT_EQ(table->rowCount(), 0);
+}
+
+TEST_F(CDataTable, CellsAreWorkedOutWhenTheyAreNeededAndThroughTheHook)
+{
+    window->resize(900, 120); // a few rows
+    table->updateTable();
+    for (int number = 0; number < 500; ++number)
+        table->updateData(fullTicket(std::to_string(1000 + number), number), false);
+    EXPECT_TRUE(table->shownFields.empty());
+    EXPECT_EQ(table->shownRecords, 500);
+    table->updateTable();
+    EXPECT_GT(table->shownFields.size(), 10u);
+    EXPECT_LT(table->shownFields.size(), 100u);
+    table->shownFields.clear();
+    table->updateDataField(table->getData(0), TicketLots, true);
+    EXPECT_EQ(table->shownFields, std::vector<int>{TicketLots});
+    table->shownFields.clear();
+    table->setImmediateUpdate(false);
+    table->updateDataField(table->getData(0), TicketLots, true);
+    EXPECT_TRUE(table->shownFields.empty()) << "painting waits for the next frame";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !table->shownFields.empty(); }));
+}
+
+TEST_F(CDataTable, TheFilterBoxOffersTheTextsThatPassTheOtherFilters)
+{
+    addTickets(5);
+    table->setColumnFilterable(ColumnLots, true);
+    filter(ColumnSide, ZB::FilterExact, {"卖出"});
+    table->updateData(fullTicket("q", 11), false);
+    table->showFilterMenu(ColumnLots, QRect(0, 0, 80, 28));
+    auto *box = table->findChild<ZB::FilterPopup *>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([box] { return box->isGathered(); }));
+    EXPECT_EQ(box->texts().join(' ').toStdString(), "1 3 5 11") << "numbers in their own order";
+    Q_EMIT box->chosen(ZB::FilterExact, {"3", "11"});
+    EXPECT_EQ(keys(), "c q");
+    EXPECT_TRUE(grid()->column(ColumnLots).filtered);
+    table->showFilterMenu(ColumnText, QRect(0, 0, 80, 28));
+    EXPECT_TRUE(table->isColumnFiltered(ColumnSide));
+}
+
+TEST_F(CDataTable, SelectionAndCurrentRowSurviveAFilter)
+{
+    addTickets(4);
+    table->updateTable();
+    table->setCurrentRow(table->keyToRowID("c"));
+    filter(ColumnSide, ZB::FilterExact, {"卖出"});
+    table->updateTable();
+    EXPECT_EQ(table->currentRow(), table->keyToRowID("c"));
+    EXPECT_EQ(table->selectedRows(), QVector<int>{table->keyToRowID("c")});
+}
+
+TEST_F(CDataTable, AnotherTraderTypeBringsItsColumnsAndKeepsTheirArrangement)
+{
+    addTickets(2);
+    table->setColumnWidth(ColumnPrice, ZB::scaled(123));
+    table->setColumnVisible(ColumnOpen, false);
+    table->setTradeType(kdservice::TraderFuture);
+    EXPECT_EQ(table->fieldID2columnID(TicketOpen), -1);
+    const int price = table->fieldID2columnID(InnerPrice);
+    EXPECT_EQ(price, ColumnPrice - 1);
+    EXPECT_EQ(table->columnWidth(price), ZB::scaled(123));
+    EXPECT_EQ(table->column(ColumnValue).header, "权益");
+    EXPECT_EQ(keys(), "a b");
+}
+
+TEST_F(CDataTable, SettingsOfOtherColumnIdsAreTurnedIntoThePresentOnes)
+{
+    ZB::CBaseTableFrameSetting frame;
+    frame.sorts = {{2, 1}, {9, 0}};
+    frame.marks = {{9, 5.0, "clr_global_rise"}, {3, 1.0, "clr_global_fall"}};
+    QList<ZB::CBaseTableColumnSetting> columns{{9, 1, "九", 80, true}, {2, 2, "二", 90, false}, {3, 3, "三", 70, true}};
+    table->resetTableColumnID({{2, 0}, {3, 7}}, frame, columns);
+    EXPECT_EQ(frame.sorts, (QVector<QPair<int, int>>{{0, 1}}));
+    ASSERT_EQ(frame.marks.size(), 1);
+    EXPECT_EQ(frame.marks[0].column, 7);
+    ASSERT_EQ(columns.size(), 2);
+    EXPECT_EQ(columns[0].column, 0);
+    EXPECT_EQ(columns[1].name, "三");
+}
+
+TEST_F(CDataTable, FurtherRecordTypesAddToTheColumns)
+{
+    EXPECT_EQ(table->getMetaIDs(MetaTicket, kdservice::TraderStock, {"990004", "x", "123", "990001"}),
+              (std::vector<int>{MetaTicket, MetaWide}));
+}
+
+TEST_F(CDataTable, ExtraColumnsAndWidgetsStandInTheRowsOfTheirRecords)
+{
+    const int extra = table->addExtraColumn(5000, "操作");
+    EXPECT_EQ(table->fieldID2columnID(5000), extra);
+    addTickets(1);
+    auto *combo = new ZB::CComboPushButton(QString(), 5, 4, 20, 1, 12, nullptr);
+    combo->addItem("平仓");
+    table->addComboPushButton(extra, combo);
+    auto *group = new ZB::CRadioButtonGroup(nullptr, 31, 2, false, Qt::Horizontal);
+    group->addButton("限价", 1);
+    table->addRadioButtonGroup(ColumnOpen, group);
+    table->updateTable();
+    const int row = table->keyToRowID("a");
+    EXPECT_EQ(table->cellWidget(row, extra), combo);
+    EXPECT_TRUE(combo->isVisible());
+    EXPECT_TRUE(group->isVisible());
+    EXPECT_EQ(grid()->cellAt(combo->mapTo(grid(), combo->rect().center())).second, extra);
+    table->setCellText(row, extra, "手工");
+    EXPECT_EQ(table->cellText(row, extra), "手工");
+    const QPointer<QWidget> gone(combo);
+    table->removeDataByKey("a");
+    EXPECT_TRUE(QTest::qWaitFor([&gone] { return gone.isNull(); }));
+}

@@ -1,0 +1,190 @@
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtCore/QMap>
+#include <QtCore/QSet>
+#include <QtCore/QVector>
+#include <boost/shared_ptr.hpp>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "kdservice/evxtradertype.h"
+#include "kdservice/idata.h"
+#include "uicontrolexport.h"
+#include "zb/coddevenrowtable.h"
+
+class QElapsedTimer;
+
+namespace ZB {
+class CComboPushButton;
+class CRadioButtonGroup;
+} // namespace ZB
+
+namespace KV {
+
+class CFieldFormat;
+
+/// A table of some thousand records that it keeps itself, under their keys: positions, accounts, templates. Every
+/// record that passes the filters has a row; columns come from the host's catalogue. What stands in a cell is worked
+/// out when the cell is first seen.
+///
+/// A record that changes is handed in again, as the same object or as another one under its key. One that stops passing
+/// the filters keeps its row, as it was shown last, until the records are filtered anew.
+///
+/// Threading: GUI thread. Row ids stay with their record until it loses its row or all records are filtered anew.
+/// Derived tables change what is shown by the protected virtuals; showDataFieldImpl() is called for a cell when it is
+/// needed, showData() for every record that gets a row or changes.
+class UICONTROL_API CDataTable : public ZB::COddEvenRowTable
+{
+    Q_OBJECT
+
+public:
+    using RecordPtr = boost::shared_ptr<kdservice::IData>;
+    using Records = std::map<std::string, RecordPtr>;
+    using ColumnFilter = QPair<ZB::EFilterType, QSet<QString>>;
+
+    CDataTable(int tableId, int metaID, QWidget *parent);
+    ~CDataTable() override;
+
+    /// @name Records. Functions that give a row answer with -1 for none. The flag asks for repainting at once instead
+    /// of with the next frame; setImmediateUpdate(false) takes it back for all calls.
+    /// @{
+    /// Stores the record and shows it, if it passes.
+    int updateData(const RecordPtr &record, bool flag);
+    /// Many at once, with one sort; the rows of those that are new. Empty pointers are skipped.
+    QVector<int> updateDatas(const QVector<RecordPtr> &list);
+    /// Shows a stored record again; an unknown key is refused (-1).
+    int refreshData(const RecordPtr &record, bool flag);
+    /// The same for one of its fields; costs about a microsecond.
+    int updateDataField(const RecordPtr &record, int field, bool flag);
+    void refreshDatas();
+    /// These answer with the row that was removed. A record without a row stays stored (-1).
+    int removeData(const RecordPtr &record);
+    int removeDataByID(int row);
+    int removeDataByKey(std::string key);
+    virtual void clear();
+    void setImmediateUpdate(bool immediate);
+    /// @}
+
+    /// @name What is stored
+    /// @{
+    int size() const;
+    Records getAllDatas() const;
+    int keyToRowID(std::string key) const;
+    /// Empty pointers for rows and keys that there are not.
+    RecordPtr getData(int row);
+    RecordPtr getDataConst(int row) const;
+    RecordPtr getDataByKey(std::string key);
+    /// @}
+
+    /// @name Columns
+    /// @{
+    /// -1 when absent.
+    int fieldID2columnID(int field) const;
+    int columnID2fieldID(int column) const;
+    /// A column at the end whose cells a derived table sets. id: under which fieldID2columnID() finds it; below 0 for
+    /// none. Returns the column.
+    int addExtraColumn(int id, const QString &header);
+    /// Puts a widget over the cell of the row that is being built, or else of the row that came last; the table owns it
+    /// from then on.
+    void addComboPushButton(int column, ZB::CComboPushButton *button);
+    void addRadioButtonGroup(int column, ZB::CRadioButtonGroup *group);
+    bool isColBoldFont(int column) const;
+    int getMetaID() const;
+    kdservice::EVxTraderType getTradeType() const;
+    /// Makes the columns anew for another kind of trader; filters go, records and the columns' arrangement stay.
+    void setTradeType(kdservice::EVxTraderType type);
+    /// @}
+
+    /// Puts the sums of these fields into the statistics row; those of all columns are put there by themselves a moment
+    /// after something has changed. Costs about 30 ns for a row and summed field.
+    void updateStatData(const std::map<int, kdservice::FieldDes *> &fields);
+
+    /// Gives rows anew to all records that pass.
+    virtual void filterColumn();
+    void onFilterTrigger(int column, int type, QSet<QString> &values) override;
+    ZB::CBaseTableSettingParam getTableSetting() override;
+    void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
+    void onTimer() override;
+
+protected:
+    virtual void initColumns(const std::vector<int> &metaIds);
+    /// The record types that make up the columns: the table's own, and the numbers among `further` that the catalogue
+    /// knows fields of for this trader, ascending.
+    std::vector<int> getMetaIDs(int metaId, kdservice::EVxTraderType type, const QSet<QString> &further) const;
+    /// Settings made for other column ids, turned into the present ones; what has none is dropped. newIds: by old id.
+    void resetTableColumnID(const QMap<int, int> &newIds, ZB::CBaseTableFrameSetting &frame,
+                            QList<ZB::CBaseTableColumnSetting> &columns) const;
+
+    /// The row has this record now: its cells from a column on are due.
+    virtual void showData(const RecordPtr &record, int row, int firstColumn);
+    /// Finds who holds the field and shows it.
+    void showDataField(bool flag, const RecordPtr &record, int row, int column, int field);
+    /// Sets the text and colour of one cell. record: the record that has the field itself. flag: the value has changed
+    /// while the row was there.
+    virtual void showDataFieldImpl(bool flag, const RecordPtr &record, int row, int column,
+                                   const kdservice::FieldDes *field, int fieldId, int tradeType);
+    /// Shows a stored record where it belongs: in its row if it still passes, in a new one if it has none.
+    int testShowData(const RecordPtr &record, bool flag);
+    /// Text of a field as cells and filters have it; false, and `text` untouched, when the record does not have it.
+    bool getDataByFieldID(const RecordPtr &record, int field, QString &text) const;
+
+    bool passData(const RecordPtr &record) const;
+    /// A derived table's own filter on a column; lets everything pass unless overridden.
+    virtual bool passFilter(const RecordPtr &record, int column, int type, QString text) const;
+    /// Sets the argument of passFilter() for a column, and filters.
+    void onFilter(int column, int type, QString text);
+    void reFilterDatas();
+    void showFilterMenu(int column, QRect header) override;
+    void takeColumnFilter(int column, ZB::EFilterType type, const QSet<QString> &values) override;
+
+    void showCell(int row, int column) override;
+    QVariant cellValue(int row, int column) const override;
+    /// Events 69 and 70 go on with the record's key as their text.
+    bool handleEvent(int event, int first, int second, QString text, void *data) override;
+
+private:
+    struct CustomFilter
+    {
+        int type = 0;
+        QString text;
+    };
+
+    bool passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const;
+    bool passCustomFilters(const RecordPtr &record) const;
+    bool passAllBut(const RecordPtr &record, int column) const;
+    const CFieldFormat *formatOfColumn(int column) const;
+    void addFieldColumn(kdservice::FieldDes &field);
+    int rowForWidgets() const;
+    void giveRow(const std::string &key, const RecordPtr &record, int row);
+    bool takeOver(const RecordPtr &record);
+    void repaint(bool flag);
+    double sumOf(int column) const;
+    double numberIn(int row, int column) const;
+    /// The largest double where there is none.
+    static double numberOf(const kdservice::IData &record, int field);
+    QString sumText(const kdservice::FieldDes &field, double sum) const;
+    static void logSum(const std::vector<double> &values, double sum);
+
+    std::map<int, ColumnFilter> columnFilters; ///< by column
+    std::map<int, CustomFilter> customFilters; ///< by column
+    bool immediateUpdate = true;
+    std::map<int, int> fieldToColumn;
+    std::map<std::string, int> keyToRow;
+    std::map<int, std::string> rowToKey;
+    Records records;
+    kdservice::EVxTraderType tradeType = kdservice::TraderStock;
+    std::set<int> boldColumns;
+    const int metaID;
+
+    QHash<int, RecordPtr> shownRecords;                ///< by row, as they were shown last
+    std::vector<int> fieldOfColumn;                    ///< -1 for columns that no field fills
+    std::vector<CFieldFormat> formats;                 ///< by column
+    std::map<int, kdservice::FieldDes *> summedFields; ///< of all columns
+    qint64 sumsTook = 0;                               ///< milliseconds of the last automatic sums
+    std::unique_ptr<QElapsedTimer> sinceSums;
+};
+
+} // namespace KV

@@ -1,0 +1,180 @@
+#include <algorithm>
+
+#include "kdservice/typemanager.h"
+#include "model/cfieldformat.h"
+#include "table/cdatatable.h"
+#include "zb/ccombopushbutton.h"
+#include "zb/cradiobuttongroup.h"
+
+namespace KV {
+
+namespace {
+
+int alignmentOf(const kdservice::FieldDes &field)
+{
+    if (field.getProperty(2))
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    if (field.getProperty(3))
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    return Qt::AlignRight | Qt::AlignVCenter;
+}
+
+QVariant::Type typeOf(kdservice::EXT_DATA_TYPE type)
+{
+    switch (type) {
+    case kdservice::ExtBool:
+        return QVariant::Bool;
+    case kdservice::ExtInt:
+        return QVariant::Int;
+    case kdservice::ExtLong:
+        return QVariant::LongLong;
+    case kdservice::ExtDouble:
+        return QVariant::Double;
+    default:
+        return QVariant::String;
+    }
+}
+
+QString widestUnit(const kdservice::FieldDes &field)
+{
+    if (field.formatFlags.testFlag(utils::FormatPercent))
+        return QStringLiteral("%");
+    return field.formatFlags.testFlag(utils::FormatUnit) ? QStringLiteral("万") : QString();
+}
+
+} // namespace
+
+void CDataTable::initColumns(const std::vector<int> &metaIds)
+{
+    clearColumns();
+    fieldToColumn.clear();
+    fieldOfColumn.clear();
+    formats.clear();
+    summedFields.clear();
+    keyToRow.clear();
+    rowToKey.clear();
+    shownRecords.clear();
+    for (kdservice::FieldDes *field : kdservice::TypeManager::instance()->getAllFields(metaIds, tradeType))
+        if (field)
+            addFieldColumn(*field);
+}
+
+void CDataTable::addFieldColumn(kdservice::FieldDes &field)
+{
+    ZB::CTableColumn column;
+    column.header = kdservice::TypeManager::instance()->getFieldChsNameByType(&field, tradeType);
+    column.fieldId = field.fieldId;
+    column.type = typeOf(field.dataType);
+    column.alignment = alignmentOf(field);
+    column.bold = field.getProperty(11);
+    column.filterable = field.getProperty(8);
+    column.flashes = field.getProperty(6);
+    column.unitSample = widestUnit(field);
+    fieldToColumn[field.fieldId] = addColumn(column);
+    fieldOfColumn.push_back(field.fieldId);
+    formats.emplace_back(field, field.fieldId, tradeType);
+    formats.back().rememberEnumTexts();
+    if (field.getProperty(1))
+        summedFields[field.fieldId] = &field;
+}
+
+int CDataTable::addExtraColumn(int id, const QString &header)
+{
+    ZB::CTableColumn column;
+    column.header = header;
+    const int added = addColumn(column);
+    fieldOfColumn.push_back(-1);
+    formats.emplace_back();
+    if (id >= 0)
+        fieldToColumn[id] = added;
+    return added;
+}
+
+int CDataTable::rowForWidgets() const
+{
+    return buildingRow() >= 0 ? buildingRow() : lastAddedRow();
+}
+
+void CDataTable::addComboPushButton(int column, ZB::CComboPushButton *button)
+{
+    setCellWidget(rowForWidgets(), column, button);
+}
+
+void CDataTable::addRadioButtonGroup(int column, ZB::CRadioButtonGroup *group)
+{
+    setCellWidget(rowForWidgets(), column, group);
+}
+
+int CDataTable::fieldID2columnID(int field) const
+{
+    const auto found = fieldToColumn.find(field);
+    return found == fieldToColumn.end() ? -1 : found->second;
+}
+
+/// The last field of a column wins.
+int CDataTable::columnID2fieldID(int column) const
+{
+    int found = -1;
+    for (const auto &[field, mapped] : fieldToColumn)
+        if (mapped == column)
+            found = field;
+    return found;
+}
+
+std::vector<int> CDataTable::getMetaIDs(int metaId, kdservice::EVxTraderType type, const QSet<QString> &further) const
+{
+    std::set<int> ids{metaId};
+    for (const QString &text : further) {
+        bool isNumber = false;
+        const int id = text.toInt(&isNumber);
+        if (isNumber && !kdservice::TypeManager::instance()->getAllFields({id}, type).empty())
+            ids.insert(id);
+    }
+    return {ids.begin(), ids.end()};
+}
+
+void CDataTable::resetTableColumnID(const QMap<int, int> &newIds, ZB::CBaseTableFrameSetting &frame,
+                                    QList<ZB::CBaseTableColumnSetting> &columns) const
+{
+    const auto reset = [&newIds](auto &list, auto columnOf) {
+        for (auto &entry : list)
+            columnOf(entry) = newIds.value(columnOf(entry), -1);
+        list.erase(std::remove_if(list.begin(), list.end(), [&](auto &entry) { return columnOf(entry) < 0; }),
+                   list.end());
+    };
+    reset(columns, [](ZB::CBaseTableColumnSetting &entry) -> int & { return entry.column; });
+    reset(frame.sorts, [](QPair<int, int> &entry) -> int & { return entry.first; });
+    reset(frame.marks, [](ZB::CTableRowMark &entry) -> int & { return entry.column; });
+}
+
+void CDataTable::setTradeType(kdservice::EVxTraderType type)
+{
+    if (tradeType == type)
+        return;
+    ZB::CBaseTableSettingParam setting = getTableSetting();
+    const std::map<int, int> former = fieldToColumn;
+    tradeType = type;
+    columnFilters.clear();
+    customFilters.clear();
+    boldColumns.clear();
+    initColumns(getMetaIDs(metaID, tradeType, {}));
+    QMap<int, int> newIds;
+    for (const auto &[field, column] : former)
+        if (const int present = fieldID2columnID(field); present >= 0)
+            newIds[column] = present;
+    resetTableColumnID(newIds, setting.frame, setting.columns);
+    setTableSetting(setting);
+    reFilterDatas();
+}
+
+ZB::CBaseTableSettingParam CDataTable::getTableSetting()
+{
+    return ZB::COddEvenRowTable::getTableSetting();
+}
+
+void CDataTable::setTableSetting(const ZB::CBaseTableSettingParam &setting)
+{
+    ZB::COddEvenRowTable::setTableSetting(setting);
+}
+
+} // namespace KV

@@ -1,0 +1,127 @@
+#include <algorithm>
+
+#include "model/cfieldformat.h"
+#include "table/cdatatable.h"
+
+namespace KV {
+
+bool CDataTable::passCustomFilters(const RecordPtr &record) const
+{
+    return std::all_of(customFilters.begin(), customFilters.end(), [&](const auto &entry) {
+        return passFilter(record, entry.first, entry.second.type, entry.second.text);
+    });
+}
+
+bool CDataTable::passData(const RecordPtr &record) const
+{
+    return passCustomFilters(record) && std::all_of(columnFilters.begin(), columnFilters.end(), [&](const auto &entry) {
+               return passFilterByCol(record, entry.first, entry.second);
+           });
+}
+
+bool CDataTable::passFilter(const RecordPtr &, int, int, QString) const
+{
+    return true;
+}
+
+bool CDataTable::passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const
+{
+    const QSet<QString> &wanted = filter.second;
+    if (column < 0 || wanted.isEmpty() || !columnFilterable(column))
+        return true;
+    const int field = record ? columnID2fieldID(column) : -1;
+    if (field < 0)
+        return false;
+    QString text;
+    getDataByFieldID(record, field, text);
+    if (filter.first == ZB::FilterExact)
+        return wanted.contains(text);
+    return filter.first == ZB::FilterContains &&
+           std::any_of(wanted.begin(), wanted.end(), [&text](const QString &part) {
+               return !part.isEmpty() && text.contains(part, Qt::CaseInsensitive);
+           });
+}
+
+void CDataTable::onFilter(int column, int type, QString text)
+{
+    CustomFilter &filter = customFilters[column];
+    filter.type = type;
+    filter.text = text;
+    reFilterDatas();
+}
+
+void CDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
+{
+    ZB::IBaseTable::onFilterTrigger(column, type, values);
+}
+
+void CDataTable::takeColumnFilter(int column, ZB::EFilterType type, const QSet<QString> &values)
+{
+    if (values.isEmpty())
+        columnFilters.erase(column);
+    else
+        columnFilters[column] = {type, values};
+    setColumnFiltered(column, !values.isEmpty());
+    filterColumn();
+}
+
+void CDataTable::filterColumn()
+{
+    reFilterDatas();
+}
+
+void CDataTable::reFilterDatas()
+{
+    clearRows();
+    keyToRow.clear();
+    rowToKey.clear();
+    shownRecords.clear();
+    shownRecords.reserve(static_cast<int>(records.size()));
+    for (const auto &[key, record] : records) {
+        if (!passData(record))
+            continue;
+        const int row = beginRow(record->hashKey());
+        keyToRow.emplace_hint(keyToRow.end(), key, row);
+        rowToKey.emplace_hint(rowToKey.end(), row, key);
+        showData(record, row, 0);
+        endRow();
+    }
+}
+
+bool CDataTable::passAllBut(const RecordPtr &record, int column) const
+{
+    return passCustomFilters(record) && std::all_of(columnFilters.begin(), columnFilters.end(), [&](const auto &entry) {
+               return entry.first == column || passFilterByCol(record, entry.first, entry.second);
+           });
+}
+
+/// Offers the texts of all records that pass the other filters, so that every choice leaves something to see; numbers
+/// in their own order.
+void CDataTable::showFilterMenu(int column, QRect header)
+{
+    const CFieldFormat *format = formatOfColumn(column);
+    if (!format || !columnFilterable(column))
+        return;
+    const kdservice::EXT_DATA_TYPE type = format->field()->dataType;
+    const bool ofNumbers = type == kdservice::ExtInt || type == kdservice::ExtLong || type == kdservice::ExtDouble;
+    std::map<QString, int> counts;
+    std::map<QString, double> numbers;
+    for (const auto &[key, record] : records) {
+        QString text;
+        if (!passAllBut(record, column) || !getDataByFieldID(record, format->fieldId(), text))
+            continue;
+        ++counts[text];
+        if (ofNumbers && numbers.count(text) == 0)
+            numbers[text] = numberOf(*record, format->fieldId());
+    }
+    QVector<QPair<QString, int>> texts;
+    for (const auto &[text, count] : counts)
+        texts.append({text, count});
+    if (ofNumbers)
+        std::stable_sort(texts.begin(), texts.end(),
+                         [&](const auto &a, const auto &b) { return numbers[a.first] < numbers[b.first]; });
+    const auto own = columnFilters.find(column);
+    openFilterBox(column, header, texts, own == columnFilters.end() ? ColumnFilter() : own->second);
+}
+
+} // namespace KV

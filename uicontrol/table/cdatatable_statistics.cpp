@@ -1,0 +1,135 @@
+#include <QtCore/QElapsedTimer>
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <limits>
+
+#include "kv/ctradesetting.h"
+#include "model/cfieldformat.h"
+#include "model/fieldvalue.h"
+#include "model/recordsearch.h"
+#include "stats/exactsum.h"
+#include "table/cdatatable.h"
+#include "utils/clogcenter.h"
+#include "zb/numberformat.h"
+
+namespace KV {
+
+namespace {
+
+constexpr int summedProperty = 1;
+constexpr int groupedProperty = 10;
+constexpr int boldProperty = 11;
+constexpr int sumLogId = 51;
+constexpr int idleShare = 20; ///< sums take at most one part in so many of the time
+constexpr double noNumber = std::numeric_limits<double>::max();
+
+} // namespace
+
+/// The sums come a moment after a change, at most ten times a second, and more seldom where they take long.
+void CDataTable::onTimer()
+{
+    if (summedFields.empty() || (sinceSums->isValid() && sinceSums->elapsed() < sumsTook * idleShare))
+        return;
+    QElapsedTimer clock;
+    clock.start();
+    updateStatData(summedFields);
+    sumsTook = clock.elapsed();
+    sinceSums->start();
+}
+
+void CDataTable::updateStatData(const std::map<int, kdservice::FieldDes *> &fields)
+{
+    for (const auto &[fieldId, field] : fields) {
+        const int column = fieldID2columnID(fieldId);
+        if (!field || column < 0 || !field->getProperty(summedProperty))
+            continue;
+        const QString text = sumText(*field, sumOf(column));
+        if (text.isNull())
+            continue;
+        setStatText(column, text);
+        setStatColorKey(column, QStringLiteral("clr_table_text_default"));
+        setStatColumnAlignment(column, this->column(column).alignment);
+        setStatColumnBoldFont(column, field->getProperty(boldProperty));
+        if (field->getProperty(boldProperty))
+            boldColumns.insert(column);
+    }
+}
+
+double CDataTable::numberIn(int row, int column) const
+{
+    const auto shown = shownRecords.constFind(row);
+    const CFieldFormat *format = formatOfColumn(column);
+    if (shown != shownRecords.constEnd() && format)
+        return numberOf(**shown, format->fieldId());
+    const QVariant value = cellValue(row, column);
+    return value.isValid() ? value.toDouble() : noNumber;
+}
+
+double CDataTable::numberOf(const kdservice::IData &record, int field)
+{
+    RecordPtr nested;
+    const kdservice::IData *holder = recordHolding(record, field, nested);
+    if (!holder)
+        return noNumber;
+    switch (holder->getFieldDes(field)->dataType) {
+    case kdservice::ExtInt: {
+        const int value = holder->getInt(field);
+        return value == std::numeric_limits<int>::max() ? noNumber : value;
+    }
+    case kdservice::ExtLong: {
+        const qint64 value = holder->getLong(field);
+        return value == std::numeric_limits<qint64>::max() ? noNumber : static_cast<double>(value);
+    }
+    case kdservice::ExtDouble:
+        return holder->getDouble(field);
+    default:
+        return noNumber;
+    }
+}
+
+/// Exact, rounded once.
+double CDataTable::sumOf(int column) const
+{
+    core::ExactSum sum;
+    std::vector<double> logged;
+    const bool logging = utils::CLogCenter::instance()->isDebugIdEnabled(sumLogId);
+    for (const auto &[row, key] : rowToKey) {
+        const double value = numberIn(row, column);
+        if (isAbsent(value))
+            continue;
+        sum.add(value);
+        if (logging)
+            logged.push_back(value);
+    }
+    if (logging)
+        logSum(logged, sum.value());
+    return sum.value();
+}
+
+void CDataTable::logSum(const std::vector<double> &values, double sum)
+{
+    const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
+    for (const double value : values)
+        LOG4CXX_INFO(logger, fmt::format("[dbg_id={0}] {1}", sumLogId, value));
+    LOG4CXX_INFO(logger, fmt::format("[dbg_id={0}]  total = {1}", sumLogId, sum));
+}
+
+/// Null for a field that shows no sum.
+QString CDataTable::sumText(const kdservice::FieldDes &field, double sum) const
+{
+    int precision = 0;
+    if (field.dataType == kdservice::ExtDouble)
+        precision = field.precision;
+    else if (field.dataType != kdservice::ExtInt && field.dataType != kdservice::ExtLong)
+        return QString();
+    const QString invalid = QStringLiteral("非法值");
+    const auto value = static_cast<long double>(sum);
+    if (!field.getProperty(groupedProperty))
+        return ZB::formatDoubleNumber(value, precision, utils::FormatNone, false, invalid);
+    const CUserConfig *config = getUserConfig();
+    const auto flags = config ? CTradeSetting(*config).getSegmentFlag() : utils::CFlags<utils::EFormatNumberFlag>();
+    return ZB::formatDoubleNumberSpace(value, precision, flags, false, invalid);
+}
+
+} // namespace KV
