@@ -126,7 +126,7 @@ bool HeadlessRun::takeShot(const QString &name)
     const QString path = QDir(options.shotsDir).filePath(name);
     if (window.grab().save(path))
         return true;
-    LOG4CXX_ERROR(utils::getStdLogger(), QStringLiteral("%1: cannot be written").arg(path).toStdString());
+    LOG4CXX_ERROR(utils::getStdLogger(), QStringLiteral("截图 %1 无法写入").arg(path).toStdString());
     return false;
 }
 

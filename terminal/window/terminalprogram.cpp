@@ -27,21 +27,11 @@ namespace {
 constexpr QSize defaultSize(1680, 945);
 constexpr int unusable = 2;
 
-void logInfo(const QString &text)
-{
-    LOG4CXX_INFO(utils::getStdLogger(), text.toStdString());
-}
-
-void logError(const QString &text)
-{
-    LOG4CXX_ERROR(utils::getStdLogger(), text.toStdString());
-}
-
 /// What Qt has to say is of interest to those who look after the program, not to those who use it: the file of details.
 void logQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
-        logError(text);
+        RunLog::error(text);
     else
         LOG4CXX_DEBUG(utils::getLogger("KDDbgFile"), text.toStdString());
 }
@@ -80,17 +70,18 @@ int TerminalProgram::run()
     if (!openLog())
         return unusable;
     if (!options.shotsDir.isEmpty() && !QDir().mkpath(options.shotsDir)) {
-        logError(QStringLiteral("--shots: %1: cannot make this folder").arg(options.shotsDir));
+        RunLog::error(QStringLiteral("--shots：无法创建文件夹 %1").arg(options.shotsDir));
         return unusable;
     }
+    runLog.tellStart(options, sourceText());
     openConfiguration();
+    runLog.tellFiles(options, *settings);
     viewsettings::load(options);
     makeFeed();
     makeWindow();
-    if (!options.headless)
-        return runWithUser();
-    ZB::setMessageBoxesShown(false);
-    return HeadlessRun(*pump, *window, options).run();
+    const int status = options.headless ? runHeadless() : runWithUser();
+    runLog.tellEnd(pump->counters(), *settings);
+    return status;
 }
 
 bool TerminalProgram::openLog()
@@ -102,7 +93,7 @@ bool TerminalProgram::openLog()
         return true;
     const QString problem = refhost::LogService::instance().openFiles(folder);
     if (!problem.isEmpty())
-        logError(QStringLiteral("--log-dir: %1").arg(problem));
+        RunLog::error(QStringLiteral("--log-dir：%1").arg(problem));
     return problem.isEmpty() || options.logDir.isEmpty();
 }
 
@@ -111,8 +102,10 @@ void TerminalProgram::openConfiguration()
     QString path = options.configFile;
     if (path.isEmpty() && !options.headless)
         path = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/terminal.ini");
-    refhost::setUserConfig(path.isEmpty() ? std::make_unique<refhost::UserConfig>()
-                                          : std::make_unique<refhost::UserConfig>(path));
+    auto config =
+        path.isEmpty() ? std::make_unique<refhost::UserConfig>() : std::make_unique<refhost::UserConfig>(path);
+    settings = config.get();
+    refhost::setUserConfig(std::move(config));
 }
 
 void TerminalProgram::makeFeed()
@@ -124,15 +117,7 @@ void TerminalProgram::makeFeed()
         source = std::make_unique<feed::ReplayFeed>(options.replayPaths);
     pump = std::make_unique<FeedPump>(std::make_unique<feed::MarketFeed>(std::move(source), options.speed));
     QObject::connect(pump.get(), &FeedPump::messageArrived, logMessage);
-    logInfo(QStringLiteral("启动 %1，行情：%2").arg(QStringLiteral(TERMINAL_VERSION), sourceText()));
-    QObject::connect(pump.get(), &FeedPump::finished, pump.get(), [this] {
-        const feed::FeedCounters &counters = pump->counters();
-        logInfo(QStringLiteral("行情结束：委托 %1，成交 %2，警告 %3，错误 %4")
-                    .arg(counters.orders)
-                    .arg(counters.deals)
-                    .arg(counters.warnings)
-                    .arg(counters.errors));
-    });
+    QObject::connect(pump.get(), &FeedPump::finished, pump.get(), [this] { runLog.tellMarketEnd(pump->counters()); });
 }
 
 void TerminalProgram::makeWindow()
@@ -149,6 +134,12 @@ void TerminalProgram::makeWindow()
         window->showPage(window->logPage());
     }
     window->show();
+}
+
+int TerminalProgram::runHeadless()
+{
+    ZB::setMessageBoxesShown(false);
+    return HeadlessRun(*pump, *window, options).run();
 }
 
 int TerminalProgram::runWithUser()

@@ -4,8 +4,13 @@
 #include <memory>
 
 #include "window/options.h"
+#include "window/runlog.h"
 
 class QApplication;
+
+namespace refhost {
+class UserConfig;
+}
 
 namespace terminal {
 
@@ -33,10 +38,13 @@ private:
     void openConfiguration();
     void makeFeed();
     void makeWindow();
+    int runHeadless();
     int runWithUser();
     QString sourceText() const;
 
     const Options options;
+    const RunLog runLog;
+    refhost::UserConfig *settings = nullptr; ///< while the program runs
     std::unique_ptr<FeedPump> pump;
     std::unique_ptr<MainWindow> window; ///< refers to the pump
 };

@@ -3,6 +3,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <gtest/gtest.h>
@@ -206,6 +207,32 @@ TEST_F(TerminalRun, ABadLineIsNamedOnTheStandardErrorAndInTheLogAndTheOthersCoun
         EXPECT_TRUE(outcome.err.contains(part)) << part << "\n" << outcome.err.constData();
         EXPECT_TRUE(logged.contains(part)) << part << "\n" << logged.constData();
     }
+}
+
+TEST_F(TerminalRun, TheLogTellsWhatARunBeganWithWhichFilesItUsedAndHowItEnded)
+{
+    writeSmallMarket();
+    write("shown.log", "line\n");
+    run("--headless --speed max --replay orders.csv --log shown.log --log-dir logs --config user.ini");
+    QFile log(folder.filePath("logs/terminal.log"));
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    QStringList lines = QString::fromUtf8(log.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QString home = QDir(folder.path()).canonicalPath() + QLatin1Char('/');
+    for (QString &line : lines) {
+        line = line.section(QLatin1Char(' '), 2).remove(home); // without date and time
+        line.replace(QRegularExpression(QStringLiteral("版本 [\\d.]+，Qt [\\d.]+")), QStringLiteral("版本，Qt"));
+        line.replace(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d")), QStringLiteral("时间"));
+    }
+    EXPECT_EQ(
+        lines.join(QLatin1Char('\n')).toStdString(),
+        "INFO 启动：版本，Qt，行情 回放 orders.csv，速度 最快\n"
+        "INFO 启动参数：--headless --speed max --replay orders.csv --log shown.log --log-dir logs --config user.ini\n"
+        "INFO 日志文件：logs/terminal.log，详细日志：logs/debug.log\n"
+        "INFO 设置文件：user.ini（新建）\n"
+        "INFO 显示日志文件：shown.log\n"
+        "INFO 行情结束：委托 2，成交 0，行情 1，警告 0，错误 0\n"
+        "INFO 设置已保存：user.ini\n"
+        "INFO 退出：运行 时间，委托 2，成交 0，行情 1，警告 0，错误 0");
 }
 
 TEST_F(TerminalRun, ScreenshotsShowEveryPageInBothThemesAndScales)
