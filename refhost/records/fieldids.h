@@ -11,7 +11,7 @@ enum MetaId : int
     MetaMarketDeal = 16203,  ///< deals of the market
     MetaOwnOrder = 16204,    ///< orders of the user's accounts
     MetaPosition = 16205,
-    MetaFunds = 16206,  ///< money of an account
+    MetaFunds = 16206,   ///< money of an account
     MetaOwnDeal = 16207, ///< deals of the user's accounts
     MetaQuote = 16208    ///< the present quote of an instrument
 };
@@ -54,6 +54,7 @@ enum FieldId : int
     OrderSequence,       ///< I, order of entry; breaks ties of a sort
     OrderInstrument,     ///< R, MetaInstrument
     OrderKind,           ///< C, enumeration "orderkind"
+    OrderDay,            ///< I, trading day yyyymmdd, own orders only
 
     DealCode = 1620301, ///< S, with exchange
     DealExchange,       ///< I, enumeration "exchange"
@@ -73,6 +74,7 @@ enum FieldId : int
     DealInstrument,     ///< R, MetaInstrument
     DealCommission,     ///< D, own deals only
     DealContract,       ///< S, the broker's number of the order, own deals only
+    DealDay,            ///< I, trading day yyyymmdd, own deals only
 
     PositionCode = 1620501, ///< S, with exchange
     PositionExchange,       ///< I, enumeration "exchange"

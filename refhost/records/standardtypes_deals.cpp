@@ -33,7 +33,8 @@ std::vector<Line> table()
         {Both,   {DealCode,         ExtString, "证券代码",  0, AlignCentre | Filterable,       Everybody,         0,    {}, {{DerivativeTraders, "合约代码"}}, TextStore::Shared}},
         {Both,   {DealInstrument,   ExtData,   "证券",      0, 0,                              Everybody,         0,    {}, {}, TextStore::Own, MetaInstrument, {InstrumentName}}},
         {Both,   {DealDirection,    ExtChar,   "方向",      0, AlignCentre | Filterable,       Everybody,         0,    display::direction()}},
-        {Both,   {DealOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,       DerivativeTraders, 0,    display::enumeration("offset")}},
+        {Market, {DealOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,       DerivativeTraders, 0,    display::enumeration("offset")}},
+        {Own,    {DealOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,       Everybody,         0,    display::enumeration("offset")}},
         {Both,   {DealPrice,        ExtDouble, "成交价格",  2, AlignRight | NoSumText,         Everybody,         0,    display::comparedPrice()}},
         {Both,   {DealQuantity,     ExtLong,   "成交数量",  0, AlignRight | Sum,               Everybody,         0,    {}, {{FutureTraders, "成交手数"}, {OptionTraders, "成交张数"}}}},
         {Both,   {DealAmount,       ExtDouble, "成交金额",  2, AlignRight | Sum,               Everybody,         Unit, {}}},
@@ -46,6 +47,7 @@ std::vector<Line> table()
         {Own,    {DealAccount,      ExtString, "资金账号",  0, AlignCentre | Filterable,       Everybody,         0,    {}, {}, TextStore::Shared}},
         {Both,   {DealChannel,      ExtInt,    "通道",      0, AlignRight,                     Everybody,         Name, {}}},
         {Both,   {DealExchange,     ExtInt,    "交易所",    0, AlignCentre | Filterable,       Everybody,         0,    display::enumeration("exchange")}},
+        {Own,    {DealDay,          ExtInt,    "交易日",    0, AlignCentre | Filterable,       Everybody,         Name, {}}},
         {Both,   {DealSequence,     ExtInt,    "序号",      0, AlignRight,                     Hidden,            0,    {}}},
     };
     // clang-format on

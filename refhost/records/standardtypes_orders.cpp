@@ -33,7 +33,8 @@ std::vector<Line> table()
         {Both,   {OrderCode,         ExtString, "证券代码",  0, AlignCentre | Filterable,             Everybody,         0,    {}, {{DerivativeTraders, "合约代码"}}, TextStore::Shared}},
         {Both,   {OrderInstrument,   ExtData,   "证券",      0, 0,                                    Everybody,         0,    {}, {}, TextStore::Own, MetaInstrument, {InstrumentName}}},
         {Both,   {OrderDirection,    ExtChar,   "方向",      0, AlignCentre | Filterable,             Everybody,         0,    display::direction()}},
-        {Both,   {OrderOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,             DerivativeTraders, 0,    display::enumeration("offset")}},
+        {Market, {OrderOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,             DerivativeTraders, 0,    display::enumeration("offset")}},
+        {Own,    {OrderOffset,       ExtChar,   "开平",      0, AlignCentre | Filterable,             Everybody,         0,    display::enumeration("offset")}},
         {Both,   {OrderPrice,        ExtDouble, "委托价格",  2, AlignRight | NoSumText,               Everybody,         0,    display::comparedPrice()}},
         {Both,   {OrderQuantity,     ExtLong,   "委托数量",  0, AlignRight | Sum,                     Everybody,         0,    {}, {{FutureTraders, "委托手数"}, {OptionTraders, "委托张数"}}}},
         {Both,   {OrderFilled,       ExtLong,   "成交数量",  0, AlignRight | Sum | Flash,             Everybody,         0,    {}, {{FutureTraders, "成交手数"}, {OptionTraders, "成交张数"}}}},
@@ -51,6 +52,7 @@ std::vector<Line> table()
         {Both,   {OrderChannel,      ExtInt,    "通道",      0, AlignRight,                           Everybody,         Name, {}}},
         {Own,    {OrderRemark,       ExtString, "备注",      0, AlignLeft | Filterable,               Everybody,         0,    {}}},
         {Both,   {OrderExchange,     ExtInt,    "交易所",    0, AlignCentre | Filterable,             Everybody,         0,    display::enumeration("exchange")}},
+        {Own,    {OrderDay,          ExtInt,    "交易日",    0, AlignCentre | Filterable,             Everybody,         Name, {}}},
         {Both,   {OrderSequence,     ExtInt,    "序号",      0, AlignRight,                           Hidden,            0,    {}}},
     };
     // clang-format on

@@ -34,13 +34,13 @@ TEST(TypeCatalogue, OrdersAndDealsHaveTheColumnsOfTheirTraders)
     EXPECT_EQ(
         columns({MetaOwnOrder}, TraderFuture),
         "委托时间 合约代码 合约名称 方向 开平 委托价格 委托手数 成交手数 成交均价 成交金额 未成手数 撤单手数 状态 "
-        "更新时间 返回信息 委托类型 资金账号 委托编号 合同编号 通道 备注 交易所");
+        "更新时间 返回信息 委托类型 资金账号 委托编号 合同编号 通道 备注 交易所 交易日");
     EXPECT_EQ(columns({MetaMarketDeal}, TraderCredit),
               "成交时间 证券代码 证券名称 方向 成交价格 成交数量 成交金额 成交编号 买方委托 卖方委托 通道 交易所");
     EXPECT_EQ(
         columns({MetaOwnDeal}, TraderStockOption),
         "成交时间 合约代码 合约名称 方向 开平 成交价格 成交张数 成交金额 手续费 成交编号 委托编号 合同编号 资金账号 "
-        "通道 交易所");
+        "通道 交易所 交易日");
     EXPECT_EQ(columns({MetaPosition}, TraderStock),
               "资金账号 证券代码 证券名称 持仓数量 可用数量 冻结数量 今买数量 成本价 "
               "最新价 市值 浮动盈亏 盈亏比例 交易所");

@@ -1,0 +1,93 @@
+#include "trading/historyreader.h"
+
+#include "trading/historysearch.h"
+
+#include <chrono>
+#include <utility>
+
+namespace trading {
+
+namespace {
+
+/// Between two answers to one call.
+constexpr std::chrono::milliseconds progressPause(100);
+
+} // namespace
+
+HistoryReader::HistoryReader(const QString &path, QObject *parent) : QObject(parent)
+{
+    qRegisterMetaType<HistoryPage>();
+    qRegisterMetaType<HistoryChoices>();
+    thread = std::thread([this, path] { run(path); });
+}
+
+HistoryReader::~HistoryReader()
+{
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        isStopping = true;
+    }
+    changed.notify_all();
+    thread.join();
+}
+
+void HistoryReader::ask(const HistoryQuery &query, qint64 start, int count, bool anew)
+{
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        const bool isAnew = anew || (waiting && waiting->isAnew);
+        waiting = Request{query, start, count, isAnew, ++asked};
+    }
+    changed.notify_all();
+}
+
+void HistoryReader::run(const QString &path)
+{
+    HistorySearch search; // a connection belongs to the thread that made it
+    const QString problem = search.open(path);
+    std::optional<HistoryQuery> current;
+    for (;;) {
+        std::unique_lock<std::mutex> guard(mutex);
+        changed.wait(guard, [this] { return isStopping || waiting; });
+        if (isStopping)
+            return;
+        Request request = *std::exchange(waiting, std::nullopt);
+        guard.unlock();
+        if (!problem.isEmpty()) {
+            HistoryPage failed;
+            failed.problem = problem;
+            Q_EMIT pageRead(request.number, failed);
+            continue;
+        }
+        if (request.isAnew)
+            Q_EMIT choicesRead(search.choices());
+        if (request.isAnew || current != request.query)
+            search.begin(request.query);
+        current = request.query;
+        serve(search, request);
+    }
+}
+
+bool HistoryReader::isOvertaken()
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return isStopping || waiting;
+}
+
+/// A page of what is found at once, and again while there is more to find.
+void HistoryReader::serve(HistorySearch &search, Request &request)
+{
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point next = Clock::now();
+    for (;;) {
+        if (search.isComplete() || Clock::now() >= next) {
+            Q_EMIT pageRead(request.number, search.page(request.start, request.count));
+            next = Clock::now() + progressPause;
+        }
+        if (search.isComplete() || isOvertaken())
+            return;
+        search.step();
+    }
+}
+
+} // namespace trading

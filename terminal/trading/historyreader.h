@@ -1,0 +1,57 @@
+#pragma once
+
+#include "trading/historyquery.h"
+
+#include <QtCore/QObject>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace trading {
+
+class HistorySearch;
+
+/// Reads the past of a desk file on a thread of its own, so that nobody waits for the disk. Only what was asked for
+/// last is answered; a search for something else ends within a step. ask() and the destructor belong to one thread,
+/// whose event loop brings the signals when connected to an object that lives there.
+class HistoryReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit HistoryReader(const QString &path, QObject *parent = nullptr);
+    ~HistoryReader() override;
+
+    /// Answered by pageRead(), while a search goes on again and again with what has been found since. anew: looks also
+    /// for rows that have come since the query was first asked for, and tells the choices.
+    void ask(const HistoryQuery &query, qint64 start, int count, bool anew);
+
+Q_SIGNALS:
+    /// On the reader's thread. number: of the call of ask() that it answers, from 1.
+    void pageRead(qint64 number, const trading::HistoryPage &page);
+    void choicesRead(const trading::HistoryChoices &choices);
+
+private:
+    struct Request
+    {
+        HistoryQuery query;
+        qint64 start = 0;
+        int count = 0;
+        bool isAnew = false;
+        qint64 number = 0;
+    };
+
+    void run(const QString &path);
+    void serve(HistorySearch &search, Request &request);
+    bool isOvertaken();
+
+    std::thread thread;
+    std::mutex mutex; ///< guards everything below; not held while reading
+    std::condition_variable changed;
+    std::optional<Request> waiting;
+    qint64 asked = 0;
+    bool isStopping = false;
+};
+
+} // namespace trading

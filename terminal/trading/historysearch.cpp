@@ -1,0 +1,258 @@
+#include "trading/historysearch.h"
+
+#include "trading/deskrows.h"
+#include "trading/deskschema.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QUuid>
+#include <QtSql/QSqlDatabase>
+#include <QtSql/QSqlError>
+#include <QtSql/QSqlQuery>
+#include <algorithm>
+
+namespace trading {
+
+namespace {
+
+/// Rows that one step looks through: some tens of milliseconds.
+constexpr qint64 stepRows = 100'000;
+
+const char *columnOf(HistoryQuery::Sort sort)
+{
+    switch (sort) {
+    case HistoryQuery::Sort::Code:
+        return "code";
+    case HistoryQuery::Sort::Price:
+        return "price";
+    case HistoryQuery::Sort::Quantity:
+        return "quantity";
+    case HistoryQuery::Sort::Amount:
+        return "amount";
+    case HistoryQuery::Sort::Day:
+        return "day";
+    default:
+        return "id";
+    }
+}
+
+} // namespace
+
+HistorySearch::HistorySearch() = default;
+
+HistorySearch::~HistorySearch()
+{
+    if (!connection.isEmpty())
+        QSqlDatabase::removeDatabase(connection);
+}
+
+QString HistorySearch::open(const QString &path)
+{
+    connection = QUuid::createUuid().toString();
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+    database.setDatabaseName(QFileInfo(path).absoluteFilePath());
+    database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000"));
+    if (!database.open())
+        return deskschema::problemText(database.lastError());
+    QSqlQuery pragma(database);
+    // What is found goes to a temporary file: memory stays small however much that is.
+    if (!pragma.exec(QStringLiteral("PRAGMA temp_store = FILE")) ||
+        !pragma.exec(QStringLiteral("CREATE TEMP TABLE found(place INTEGER PRIMARY KEY, row INT NOT NULL)")))
+        return deskschema::problemText(pragma.lastError());
+    return {};
+}
+
+bool HistorySearch::run(QSqlQuery &prepared, const QString &statement, const QVariantList &values)
+{
+    prepared.setForwardOnly(true);
+    bool isGood = prepared.prepare(statement);
+    for (int i = 0; isGood && i < values.size(); ++i)
+        prepared.bindValue(i, values[i]);
+    isGood = isGood && prepared.exec();
+    if (!isGood)
+        problem = QStringLiteral("往日记录读不出来：%1").arg(deskschema::problemText(prepared.lastError()));
+    return isGood;
+}
+
+qint64 HistorySearch::number(const QString &statement)
+{
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    return run(rows, statement, {}) && rows.next() ? rows.value(0).toLongLong() : 0;
+}
+
+qint64 HistorySearch::lastRow()
+{
+    return number(QStringLiteral("SELECT max(id) FROM %1").arg(QLatin1String(table())));
+}
+
+void HistorySearch::begin(const HistoryQuery &asked)
+{
+    query = asked;
+    problem.clear();
+    found = 0;
+    top = unscanned = lastRow();
+    complete = isDirect();
+    if (complete)
+        return;
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    run(rows, QStringLiteral("DELETE FROM temp.found"), {});
+    if (query.isFiltered() || top <= mostSorted)
+        return;
+    complete = true;
+    problem = QStringLiteral("共 %1 笔，超过 100 万笔不能这样排序，请先筛选").arg(top);
+}
+
+QString HistorySearch::condition(QVariantList &values) const
+{
+    QStringList conditions;
+    const auto oneOf = [&](const char *column, const auto &list, const auto &valueOf) {
+        if (list.empty())
+            return;
+        QStringList marks;
+        for (const auto &value : list) {
+            marks += QStringLiteral("?");
+            values += valueOf(value);
+        }
+        conditions += QStringLiteral("%1 IN (%2)").arg(QLatin1String(column), marks.join(QLatin1Char(',')));
+    };
+    const auto text = [](const std::string &value) { return QVariant(QString::fromStdString(value)); };
+    const auto whole = [](auto value) { return QVariant(int(value)); };
+    oneOf("account", query.accounts, text);
+    oneOf("code", query.codes, text);
+    oneOf("day", query.days, whole);
+    oneOf("side", query.sides, whole);
+    oneOf("offset", query.offsets, whole);
+    if (query.kind == HistoryQuery::Kind::Orders)
+        oneOf("status", query.states, whole);
+    return conditions.isEmpty() ? QStringLiteral("1") : conditions.join(QStringLiteral(" AND "));
+}
+
+/// From the newest to the oldest, so that the newest are there first.
+bool HistorySearch::scan(qint64 above, qint64 upTo)
+{
+    QVariantList values;
+    const QString passes = condition(values);
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    if (!run(rows,
+             QStringLiteral("INSERT INTO temp.found(row) SELECT id FROM %1 WHERE %2 AND id > ? AND id <= ?"
+                            " ORDER BY id DESC")
+                 .arg(QLatin1String(table()), passes),
+             values << above << upTo))
+        return false;
+    found += rows.numRowsAffected();
+    return true;
+}
+
+void HistorySearch::step()
+{
+    if (complete)
+        return;
+    if (unscanned > 0) {
+        const qint64 above = std::max<qint64>(0, unscanned - stepRows);
+        const bool isGood = scan(above, unscanned);
+        unscanned = isGood ? above : 0;
+        complete = !isGood || (unscanned == 0 && query.sort == HistoryQuery::Sort::Entry);
+        return;
+    }
+    sortFound();
+    complete = true;
+}
+
+void HistorySearch::sortFound()
+{
+    if (found > mostSorted) {
+        problem = QStringLiteral("找到 %1 笔，超过 100 万笔不能这样排序，请再筛选").arg(found);
+        return;
+    }
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    const QString direction = query.isDescending ? QStringLiteral("DESC") : QString();
+    const bool isGood =
+        run(rows, QStringLiteral("CREATE TEMP TABLE sorted(place INTEGER PRIMARY KEY, row INT NOT NULL)"), {}) &&
+        run(rows,
+            QStringLiteral("INSERT INTO temp.sorted(row) SELECT id FROM temp.found JOIN %1 ON id = row"
+                           " ORDER BY %2 %3, id DESC")
+                .arg(QLatin1String(table()), QLatin1String(columnOf(query.sort)), direction),
+            {});
+    QSqlQuery change(QSqlDatabase::database(connection));
+    if (isGood && run(change, QStringLiteral("DROP TABLE temp.found"), {}))
+        run(change, QStringLiteral("ALTER TABLE temp.sorted RENAME TO found"), {});
+}
+
+void HistorySearch::readRows(QSqlQuery &rows, HistoryPage &page)
+{
+    while (rows.next()) {
+        if (query.kind == HistoryQuery::Kind::Orders)
+            deskrows::read(rows, page.orders.emplace_back());
+        else
+            deskrows::read(rows, page.deals.emplace_back());
+    }
+    if (rows.lastError().isValid())
+        problem = QStringLiteral("往日记录读不出来：%1").arg(deskschema::problemText(rows.lastError()));
+}
+
+HistoryPage HistorySearch::page(qint64 start, int count)
+{
+    HistoryPage page;
+    page.start = std::max<qint64>(0, start);
+    page.isComplete = complete;
+    page.progress = complete || top == 0 ? 1 : double(top - unscanned) / double(top);
+    page.total = isDirect() ? lastRow() : found;
+    const QString columns =
+        QLatin1String(query.kind == HistoryQuery::Kind::Orders ? deskrows::orderColumns : deskrows::dealColumns);
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    // Entry in rising order is the found rows from their end.
+    const bool isMirrored = query.sort == HistoryQuery::Sort::Entry && !query.isDescending;
+    const qint64 last = std::min(page.total, page.start + std::max(0, count));
+    const qint64 low = isMirrored ? page.total - last : page.start;
+    const qint64 high = isMirrored ? page.total - page.start : last;
+    const bool isReadable =
+        problem.isEmpty() && low < high && (complete || (query.sort == HistoryQuery::Sort::Entry && !isMirrored));
+    if (isReadable && isDirect()) {
+        if (run(rows,
+                QStringLiteral("SELECT %1 FROM %2 WHERE id > ? AND id <= ? ORDER BY id %3")
+                    .arg(columns, QLatin1String(table()), isMirrored ? QString() : QStringLiteral("DESC")),
+                {page.total - high, page.total - low}))
+            readRows(rows, page);
+    } else if (isReadable) {
+        if (run(rows,
+                QStringLiteral("SELECT %1 FROM temp.found JOIN %2 ON id = row WHERE place > ? AND place <= ?"
+                               " ORDER BY place %3")
+                    .arg(columns, QLatin1String(table()), isMirrored ? QStringLiteral("DESC") : QString()),
+                {low, high}))
+            readRows(rows, page);
+    }
+    page.problem = problem;
+    return page;
+}
+
+HistoryChoices HistorySearch::choices()
+{
+    // From each value straight to the next greater one: the index is not walked through.
+    const auto distinct = [this](const QString &column, const QString &where, const QVariantList &values,
+                                 const auto &take) {
+        QSqlQuery rows(QSqlDatabase::database(connection));
+        const QString statement =
+            QStringLiteral("WITH RECURSIVE each(value) AS (SELECT min(%1) FROM orders WHERE %2 UNION ALL"
+                           " SELECT (SELECT min(%1) FROM orders WHERE %2 AND %1 > value) FROM each"
+                           " WHERE value IS NOT NULL) SELECT value FROM each WHERE value IS NOT NULL")
+                .arg(column, where);
+        if (run(rows, statement, values))
+            while (rows.next())
+                take(rows.value(0));
+    };
+    HistoryChoices choices;
+    const QString any = QStringLiteral("1");
+    distinct(QStringLiteral("account"), any, {},
+             [&](const QVariant &value) { choices.accounts.push_back(value.toString().toStdString()); });
+    distinct(QStringLiteral("code"), any, {},
+             [&](const QVariant &value) { choices.codes.push_back(value.toString().toStdString()); });
+    for (const std::string &account : choices.accounts) {
+        const QString id = QString::fromStdString(account);
+        distinct(QStringLiteral("day"), QStringLiteral("account = ?"), {id, id},
+                 [&](const QVariant &value) { choices.days.push_back(value.toInt()); });
+    }
+    std::sort(choices.days.begin(), choices.days.end());
+    choices.days.erase(std::unique(choices.days.begin(), choices.days.end()), choices.days.end());
+    return choices;
+}
+
+} // namespace trading

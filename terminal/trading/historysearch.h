@@ -1,0 +1,59 @@
+#pragma once
+
+#include "trading/historyquery.h"
+
+#include <QtCore/QVariant>
+#include <memory>
+
+class QSqlQuery;
+
+namespace trading {
+
+/// Finds the rows of a desk file that a query asks for and reads pages of them, on a connection of its own that only
+/// reads. What was found is kept as row numbers in a temporary table on the disk, so that memory holds no more than a
+/// page, and any page is one look-up away however far behind it is. Without filters and in the order of entry nothing
+/// has to be found: the n-th row has the number n. One thread; everything may wait for the disk.
+class HistorySearch
+{
+public:
+    /// The largest number of rows that are ordered by anything but their entry.
+    static constexpr qint64 mostSorted = 1'000'000;
+
+    HistorySearch();
+    ~HistorySearch();
+    HistorySearch(const HistorySearch &) = delete;
+    HistorySearch &operator=(const HistorySearch &) = delete;
+
+    /// The text tells what is wrong, empty for nothing.
+    QString open(const QString &path);
+    /// Forgets what was found for the query before.
+    void begin(const HistoryQuery &query);
+    /// Looks through the next rows, for some tens of milliseconds; nothing once isComplete(). Sorting is one last step
+    /// that takes longer.
+    void step();
+    bool isComplete() const { return complete; }
+    /// Rows `start` and behind, at most `count`; with isComplete() false those found so far.
+    HistoryPage page(qint64 start, int count);
+    HistoryChoices choices();
+
+private:
+    bool isDirect() const { return !query.isFiltered() && query.sort == HistoryQuery::Sort::Entry; }
+    const char *table() const { return query.kind == HistoryQuery::Kind::Orders ? "orders" : "deals"; }
+    qint64 lastRow();
+    qint64 number(const QString &statement);
+    bool run(QSqlQuery &prepared, const QString &statement, const QVariantList &values);
+    bool scan(qint64 above, qint64 upTo);
+    void sortFound();
+    QString condition(QVariantList &values) const;
+    void readRows(QSqlQuery &rows, HistoryPage &page);
+
+    QString connection;
+    QString problem;
+    HistoryQuery query;
+    bool complete = true;
+    qint64 top = 0;       ///< the highest row that the search has seen
+    qint64 unscanned = 0; ///< rows up to this one are still to be looked through
+    qint64 found = 0;
+};
+
+} // namespace trading
