@@ -33,6 +33,12 @@ fonts-noto-cjk /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc
 xvfb /usr/bin/Xvfb
 xauth /usr/bin/xauth
 EOF
+    if [ "${1:-}" = package ]; then
+        cat <<EOF
+dpkg-dev /usr/bin/dpkg-shlibdeps
+file /usr/bin/file
+EOF
+    fi
 }
 
 install_missing() {

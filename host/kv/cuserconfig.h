@@ -26,7 +26,7 @@ public:
     virtual utils::CFlags<utils::EFormatNumberFlag> getSegmentedFormatFlag() const = 0;
     virtual void setSegmentedFormat(bool on) = 0;
 
-    /// Settings by path ("table/16202/..."), kept across restarts.
+    /// Settings by path ("table/16202/..."), kept across restarts. Setting an invalid value takes the setting away.
     virtual QVariant value(const QString &path, const QVariant &fallback = QVariant()) const = 0;
     virtual void setValue(const QString &path, const QVariant &value) = 0;
 

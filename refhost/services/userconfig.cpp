@@ -106,7 +106,9 @@ QVariant UserConfig::value(const QString &path, const QVariant &fallback) const
 
 void UserConfig::setValue(const QString &path, const QVariant &value)
 {
-    if (state->settings != nullptr)
+    if (!value.isValid())
+        remove(path);
+    else if (state->settings != nullptr)
         state->settings->setValue(path, value);
     else
         state->values[path] = value;

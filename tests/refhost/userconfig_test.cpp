@@ -53,8 +53,11 @@ TEST(UserConfig, KeepsSettingsAcrossRestarts)
         config.setValue(QStringLiteral("表格/宽度"), 1.5);
         config.setValue(QStringLiteral("gone/a"), 1);
         config.remove(QStringLiteral("gone"));
+        config.setValue(QStringLiteral("taken/back"), 1);
+        config.setValue(QStringLiteral("taken/back"), QVariant());
     }
     const UserConfig config(path);
+    EXPECT_EQ(config.value(QStringLiteral("taken/back"), 7).toInt(), 7);
     EXPECT_FALSE(config.isSegmentedFormat());
     EXPECT_EQ(config.getSegmentedFormatFlag(), utils::FormatNone);
     EXPECT_EQ(config.value(QStringLiteral("table/16202/columns")).toStringList().join(QLatin1Char('|')),

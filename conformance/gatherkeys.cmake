@@ -1,0 +1,15 @@
+# Writes the resource keys that stand in the sources below ROOT/uicontrol and ROOT/framework to OUTPUT, sorted, each once.
+file(GLOB_RECURSE sources ${ROOT}/uicontrol/*.cpp ${ROOT}/uicontrol/*.h ${ROOT}/framework/*.cpp ${ROOT}/framework/*.h)
+set(keys "")
+foreach(source IN LISTS sources)
+  file(STRINGS ${source} lines REGEX "\"(clr|fnt|siz|img)_[A-Za-z0-9_]+\"")
+  foreach(line IN LISTS lines)
+    string(REGEX MATCHALL "\"(clr|fnt|siz|img)_[A-Za-z0-9_]+\"" found "${line}")
+    list(APPEND keys ${found})
+  endforeach()
+endforeach()
+list(REMOVE_DUPLICATES keys)
+list(SORT keys)
+list(JOIN keys ",\n    " text)
+file(WRITE ${OUTPUT} "#include \"checks.h\"\n\nnamespace conformance {\n\nconst char *const resourceKeys[] = {\n    ${text},\n"
+                     "    nullptr};\n\n} // namespace conformance\n")
