@@ -46,7 +46,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     size = new QComboBox(this);
     for (const int each : pageSizes)
         size->addItem(QStringLiteral("%1 行/页").arg(each), each);
-    size->setCurrentIndex(size->findData(rows));
+    showRowsPerPage();
     row->addWidget(size);
     connect(number, QOverload<int>::of(&QSpinBox::valueChanged), this, [this](int value) { goTo(value - 1); });
     connect(size, QOverload<int>::of(&QComboBox::activated), this,
@@ -68,6 +68,18 @@ void PagingBar::setTotalCount(int newTotal)
         catchUp();
     else
         updateState();
+}
+
+void PagingBar::setPage(int newFirst, int newRows, int newTotal)
+{
+    total = std::max(0, newTotal);
+    firstIndex = std::max(0, newFirst);
+    if (newRows > 0) {
+        rows = newRows;
+        showRowsPerPage();
+    }
+    atEnd = followsEnd && newRows > 0 && firstIndex == std::max(0, total - rows);
+    updateState();
 }
 
 int PagingBar::totalCount() const
@@ -143,6 +155,13 @@ void PagingBar::catchUp()
     updateState();
     if (firstIndex != before)
         Q_EMIT pageRequested(firstIndex, rows);
+}
+
+/// A number that is not offered shows all the same.
+void PagingBar::showRowsPerPage()
+{
+    size->setPlaceholderText(QStringLiteral("%1 行/页").arg(rows));
+    size->setCurrentIndex(size->findData(rows));
 }
 
 /// The first row that is shown stays on the page.

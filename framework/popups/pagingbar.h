@@ -13,7 +13,7 @@ class QSpinBox;
 namespace ZB {
 
 /// The strip under a paged table: which page is shown, of how many rows each, out of how many. It only asks: the page
-/// shown is the one that was asked for last.
+/// shown is the one that was asked for last, by it or by setPage().
 ///
 /// Where the newest rows come in at the end, it can follow them: the last page is then always a full one, the last rows
 /// there are, and being there it asks for it again as rows come in.
@@ -42,6 +42,10 @@ public:
     int missedRows() const;
     void setLook(const PopupLook &look);
 
+    /// Tells which rows somebody else has asked for, out of how many. Goes along with new rows from then on only where
+    /// these are the last page as it is followed. Without rows the number of rows per page stays what it was.
+    void setPage(int firstIndex, int rows, int totalCount);
+
     /// Goes to a page as far as there is one; asks also when it is the present one.
     void goTo(int page);
     void goToLast() { goTo(pageCount() - 1); }
@@ -56,6 +60,7 @@ protected:
 
 private:
     void setRowsPerPage(int rows);
+    void showRowsPerPage();
     /// The first index of a page; goes along from then on where that is the last one.
     int enter(int page);
     void catchUp();

@@ -1,5 +1,6 @@
 #include <QtGui/QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "popups/filterpopup.h"
 #include "popups/findbar.h"
@@ -63,9 +64,11 @@ void CBaseHighPerformanceTable::Private::requestPage(int first, int perPage)
     q->setPaused(false);
     updateFollow();
     grid->setFirstRowNumber(first + 1);
+    const bool requestedBefore = std::exchange(requestingPage, true);
     q->deliverEvent(pageEvent, 0, first, QString::number(perPage), nullptr);
     if (!self)
         return;
+    requestingPage = requestedBefore;
     if (goesAlong)
         grid->scrollToFollowedEdge();
     else
@@ -275,6 +278,21 @@ void CBaseHighPerformanceTable::setTotalCount(int count)
     d->total = std::max(0, count);
     d->updatePaging();
     d->pagingBar->setTotalCount(d->total);
+}
+
+void CBaseHighPerformanceTable::setShownPage(int firstRow, int rowCount, int totalCount)
+{
+    if (d->requestingPage)
+        return setTotalCount(totalCount);
+    setPaused(false);
+    d->total = std::max(0, totalCount);
+    d->pagingBar->setPage(firstRow, rowCount, d->total);
+    d->updateFollow();
+    d->grid->setFirstRowNumber(firstRow + 1);
+    if (d->pagingBar->isAtEnd())
+        d->grid->scrollToFollowedEdge();
+    else
+        d->grid->scrollToRow(0);
 }
 
 void CBaseHighPerformanceTable::setFollowsLastPage(bool follows)

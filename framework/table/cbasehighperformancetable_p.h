@@ -79,6 +79,7 @@ public:
     int queryType = PagingNone;
     int total = 0;
     bool followsLastPage = false;
+    bool requestingPage = false;       ///< the page event on its way comes from the paging bar
     GridRowId reportedRow = NoGridRow; ///< told by the last event 70
     int ticks = 0;
     QElapsedTimer workClock; ///< since work is pending

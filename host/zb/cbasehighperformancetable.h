@@ -143,6 +143,9 @@ public:
     int pagingQueryType() const;
     void setTotalCount(int count);
     int totalCount() const;
+    /// Who carries out a page request tells what is shown now, out of how many rows, instead of setTotalCount(): a
+    /// request that did not come from this table then stands, as one of its user does.
+    void setShownPage(int firstRow, int rowCount, int totalCount);
     /// Without a sort and with rows that are appended: the last page is a full one and goes along with new rows while
     /// the view is at its end; each step is a page request. Off at first.
     void setFollowsLastPage(bool follows);

@@ -52,7 +52,8 @@ void Panel::addTitleWidget(QWidget *widget)
     titleLayout->addWidget(widget);
     QWidget *before = widget;
     for (QWidget *each : focusProxy()->findChildren<QWidget *>())
-        if (each->focusPolicy() & Qt::TabFocus) {
+        // The lists of combo boxes and menus are windows of their own.
+        if (each->focusPolicy() & Qt::TabFocus && each->window() == window()) {
             setTabOrder(before, each);
             before = each;
         }

@@ -166,7 +166,7 @@ protected:
     bool playAndTurnPages()
     {
         pump->start();
-        const bool ended = QTest::qWaitFor(
+        return QTest::qWaitFor(
             [this] {
                 bar->goTo(turned++ % 4 == 3 ? bar->pageCount() - 1 : turned * 37 % bar->pageCount());
                 if (shownKeys() != pageKeys())
@@ -174,9 +174,6 @@ protected:
                 return pump->isFinished();
             },
             120000);
-        // Away from the last page, which is followed.
-        bar->goTo(0);
-        return ended;
     }
 
     /// All visible records and no other are on the pages, each once.
@@ -221,6 +218,36 @@ TEST_F(OrderStreamTest, TheNewestOrdersAreShownUntilTheUserGoesElsewhere)
     EXPECT_EQ(shownKeys().size(), 100U) << "an order that changes is still one row";
     bar->goToLast();
     EXPECT_EQ(shown(), "301..400 x 100");
+}
+
+TEST_F(OrderStreamTest, APageThatIsAskedForFromElsewhereStandsThoughTheLastOneWasFollowed)
+{
+    takeOrders(1, 250);
+    panel->showNow();
+    EXPECT_TRUE(bar->isAtEnd());
+    takeOrders(251, 300); // the bar has not heard of these yet
+    showPage(0, 120);
+    EXPECT_EQ(shown(), "1..120 x 120");
+    EXPECT_EQ(bar->page(), 0);
+    EXPECT_EQ(bar->rowsPerPage(), 120);
+    takeOrders(301, 400);
+    panel->showNow();
+    EXPECT_EQ(shown(), "1..120 x 120");
+    showPage(290, 120);
+    EXPECT_EQ(shown(), "291..400 x 110") << "not a full last page, so it is not followed";
+    takeOrders(401, 405);
+    panel->showNow();
+    EXPECT_EQ(shown(), "291..405 x 115");
+    showPage(305, 100);
+    EXPECT_EQ(shown(), "306..405 x 100");
+    takeOrders(406, 410);
+    panel->showNow();
+    EXPECT_EQ(shown(), "311..410 x 100") << "the last page as it is followed";
+    showPage(0, 0);
+    EXPECT_EQ(shown(), "none");
+    EXPECT_EQ(bar->rowsPerPage(), 100);
+    bar->goTo(1);
+    EXPECT_EQ(shown(), "101..200 x 100");
 }
 
 TEST_F(OrderStreamTest, AClickOnAHeaderDescendsFirstAndArrowAndPageAgree)

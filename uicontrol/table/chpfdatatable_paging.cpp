@@ -77,7 +77,10 @@ void CHpfDataTable::showPage(int firstRow, int rowCount)
 {
     pageModel->setStartIndex(firstRow);
     pageModel->setPageCount(rowCount);
-    showPages();
+    if (dataModel)
+        dataModel->onTimer();
+    setShownPage(firstRow, rowCount, pageModel->size());
+    updateTable();
 }
 
 /// The host's data model gets the time to bring the page's rows.
