@@ -1,0 +1,56 @@
+#include "dialog/dialoglook.h"
+
+#include <QtCore/QVariant>
+#include <QtGui/QColor>
+#include <QtGui/QFont>
+#include <QtGui/QFontInfo>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QStyle>
+
+#include "zb/cstylesheetcenter.h"
+#include "zb/cuiresource.h"
+
+namespace KV {
+
+namespace {
+
+const char lookProperty[] = "look";
+
+QString fontRule(const char *key)
+{
+    const QFont font = *ZB::CUiResource::instance()->getFont(QLatin1String(key));
+    return QStringLiteral("font-family: \"%1\"; font-size: %2px; font-weight: %3;")
+        .arg(font.family())
+        .arg(QFontInfo(font).pixelSize())
+        .arg(font.bold() ? QStringLiteral("bold") : QStringLiteral("normal"));
+}
+
+QString colorRule(const char *key)
+{
+    return QStringLiteral("color: %1;").arg(ZB::CUiResource::instance()->getColor(QLatin1String(key))->name());
+}
+
+} // namespace
+
+QString dialogStyleSheet()
+{
+    return ZB::CStyleSheetCenter::getStyle(QStringLiteral("QDialog")) +
+           QStringLiteral("* { %1 } QLabel { %2 }").arg(fontRule("fnt_default_normal"), colorRule("clr_text_default")) +
+           QStringLiteral("QLabel[look=\"title\"] { %1 }").arg(fontRule("fnt_quote_stockname")) +
+           QStringLiteral("QLabel[look=\"bold\"] { %1 }").arg(fontRule("fnt_default_bold")) +
+           QStringLiteral("QLabel[look=\"dim\"] { %1 }").arg(colorRule("clr_text_second")) +
+           QStringLiteral("QLabel[look=\"warning\"] { %1 %2 }")
+               .arg(fontRule("fnt_default_bold"), colorRule("clr_text_default")) +
+           QStringLiteral("QLabel[look=\"error\"] { %1 }").arg(colorRule("clr_text_error"));
+}
+
+void setLabelLook(QLabel *label, const QString &look)
+{
+    if (label->property(lookProperty).toString() == look)
+        return;
+    label->setProperty(lookProperty, look);
+    label->style()->unpolish(label);
+    label->style()->polish(label);
+}
+
+} // namespace KV
