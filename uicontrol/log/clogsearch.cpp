@@ -2,16 +2,29 @@
 
 #include <algorithm>
 
+#include "rows/prefetch.h"
+
 namespace KV {
 
 namespace {
 
-constexpr int shortestPiece = 9; ///< characters of a cut line's pieces but its last one
+constexpr int shortestPiece = 9;  ///< characters of a cut line's pieces but its last one
+constexpr std::size_t ahead = 12; ///< pieces by which texts are asked for before they are searched
+constexpr std::size_t farAhead = 24;
 
 void addRow(std::vector<int> &rows, std::size_t row)
 {
     if (rows.empty() || rows.back() < static_cast<int>(row))
         rows.push_back(static_cast<int>(row));
+}
+
+/// Pieces and their texts lie all over the memory; waiting for them is half of a search.
+void fetchTextAhead(const QString &text)
+{
+    constexpr int cacheLine = 32; // characters
+    constexpr int most = 256;     // the processor sees by itself where a longer text goes on
+    for (int at = 0; at < std::min(text.size(), most); at += cacheLine)
+        core::prefetch(text.constData() + at);
 }
 
 bool sameLine(const LogTextPtr &a, const LogTextPtr &b)
@@ -51,6 +64,10 @@ CLogSearch::Hits CLogSearch::find(const std::vector<LogTextPtr> &pieces) const
     if (wanted.isEmpty())
         return hits;
     for (std::size_t first = 0, last = 0; first < pieces.size(); first = last) {
+        if (first + farAhead < pieces.size()) {
+            core::prefetch(pieces[first + farAhead].get());
+            fetchTextAhead(pieces[first + ahead]->text);
+        }
         while (last < pieces.size() && sameLine(pieces[last], pieces[first]))
             ++last;
         findInLine(pieces, first, last, hits);
