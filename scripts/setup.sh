@@ -43,6 +43,12 @@ dpkg-dev /usr/bin/dpkg-shlibdeps
 file /usr/bin/file
 EOF
     fi
+    if [ "${1:-}" = fuzz ]; then
+        cat <<EOF
+clang /usr/bin/clang++
+libclang-rt-14-dev /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a
+EOF
+    fi
 }
 
 install_missing() {

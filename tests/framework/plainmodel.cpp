@@ -75,7 +75,8 @@ bool PlainModel::passes(const Record &record) const
         for (const auto &[type, values] : it.value()) {
             bool met = false;
             for (const QString &value : values)
-                met = met || (type == 0 ? text == value : !value.isEmpty() && text.toLower().contains(value.toLower()));
+                met = met || (type == 0 ? text == value
+                                        : type == 1 && !value.isEmpty() && text.toLower().contains(value.toLower()));
             if (!met)
                 return false;
         }
