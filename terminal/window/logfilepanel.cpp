@@ -82,7 +82,7 @@ QString LogFilePanel::standingNotice() const
         return problem;
     QStringList parts;
     if (skipped > 0)
-        parts << QStringLiteral("文件较长：略去前面的 %1，只读入最后 50,001 行").arg(sizeText(skipped));
+        parts << QStringLiteral("文件较长：略去前面的 %1，只读入末尾（最多 50,001 行、64 MB）").arg(sizeText(skipped));
     if (zeroBytes)
         parts << QStringLiteral("文件含有二进制零字节，显示为 ␀");
     return parts.join(QStringLiteral("  ·  "));

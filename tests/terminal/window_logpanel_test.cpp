@@ -1,5 +1,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTextCodec>
 #include <QtGui/QClipboard>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -229,6 +230,71 @@ TEST(LogFilePanel, SaysWhatBecomesOfItsFile)
     EXPECT_NE(window.copied().find(" 文件被清空，从头读取 ────"), std::string::npos);
     ASSERT_TRUE(QFile::remove(path));
     waitFor("UTF-8  ·  6 行|文件不存在，等待它出现");
+}
+
+TEST(LogFilePanel, OfALongFileItShowsTheEndAndSaysSo)
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.log"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 60000; ++i)
+        file.write("line " + QByteArray::number(i) + "\n");
+    file.close();
+    InWindow<LogFilePanel> window(path, 9);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.panel.isSettled(); }));
+    window.panel.showNow();
+    EXPECT_EQ(window.labels(), path.toStdString() + "  ·  50,001 行|文件较长：略去前面的 96.6 kB，只读入末尾（最多 "
+                                                    "50,001 行、64 MB）");
+    window.press(Qt::Key_Home, Qt::ControlModifier);
+    window.press(Qt::Key_Down);
+    EXPECT_EQ(window.copied(), "line 9999");
+}
+
+/// Lines of up to 175,000 Chinese characters, and a file in GBK.
+TEST(LogFilePanel, ShowsRecordedLogsWholeWrappedAndSearched)
+{
+    const QString logs = QStringLiteral(SHARED_DATA_DIR "/logs/");
+    if (!QFile::exists(logs))
+        GTEST_SKIP() << "no recorded logs at " << logs.toStdString();
+    const struct
+    {
+        const char *name;
+        const char *codec;
+        const char *encoding;
+        const char *wanted;
+    } files[] = {{"stock_screener_zh_utf8.log", "UTF-8", "UTF-8", "涨停数"},
+                 {"stock_screener_zh_gbk.log", "GB18030", "GB18030", "涨停数"}};
+    for (const auto &given : files) {
+        SCOPED_TRACE(given.name);
+        QFile file(logs + QLatin1String(given.name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        QString all = QTextCodec::codecForName(given.codec)->toUnicode(file.readAll()).remove(QLatin1Char('\r'));
+        all.chop(all.endsWith(QLatin1Char('\n')) ? 1 : 0);
+        const int lines = all.count(QLatin1Char('\n')) + 1;
+
+        InWindow<LogFilePanel> window(file.fileName(), 9);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window.panel.isSettled(); }));
+        window.panel.showNow();
+        KV::CHpfLogWidget &log = window.panel.log();
+        EXPECT_EQ(log.shownLines(), lines);
+        EXPECT_NE(window.labels().find(given.encoding), std::string::npos) << window.labels();
+        const QString wanted = QString::fromUtf8(given.wanted);
+        EXPECT_TRUE(log.findText(wanted));
+        EXPECT_EQ(log.matchCount(), all.count(wanted));
+
+        window.press(Qt::Key_W, Qt::AltModifier);
+        EXPECT_GT(log.shownLines(), lines) << "the long ones are wrapped";
+        EXPECT_TRUE(log.findText(wanted));
+        EXPECT_EQ(log.matchCount(), all.count(wanted)) << "cuts hide no hit";
+        window.press(Qt::Key_A, Qt::ControlModifier);
+        QString expected = all;
+        expected.remove(QLatin1Char('\n'));
+        QString copied = QString::fromStdString(window.copied()).remove(QLatin1Char('\n'));
+        EXPECT_TRUE(copied == expected) << copied.size() << " characters of " << expected.size();
+        window.press(Qt::Key_W, Qt::AltModifier);
+        EXPECT_EQ(log.shownLines(), lines);
+    }
 }
 
 TEST(LogPage, ShowsTheFileInFrontAndTheProgramsOwnLogBelow)
