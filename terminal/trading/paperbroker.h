@@ -36,6 +36,8 @@ public:
     void takeInstrument(const feed::Instrument &instrument);
     void takeDeal(const feed::Deal &deal);
     void takeQuote(const feed::QuoteSnapshot &quote);
+    /// The market's clock alone.
+    void takeTime(qint64 time) { advance(time); }
 
     struct Answer
     {
@@ -59,6 +61,8 @@ public:
     const std::map<qint64, PaperOrder> &orders() const { return dayOrders; }
     /// Null for a code that the feed has not told.
     const feed::Instrument *instrument(const std::string &code) const;
+    /// What the code alone tells, for an instrument that the feed has not told.
+    static feed::Instrument instrumentByCode(const std::string &code, const std::string &exchange);
     /// The market's clock; absent before the first event.
     qint64 now() const { return clock; }
 
@@ -73,7 +77,6 @@ private:
         PaperQueue queue;
     };
 
-    static feed::Instrument instrumentByCode(const std::string &code, const std::string &exchange);
     static PaperOrder orderOf(const OrderRequest &request, const feed::Instrument &instrument);
     Market *market(const std::string &code);
     Refusal checkPlace(const OrderRequest &request) const;

@@ -12,20 +12,6 @@ namespace {
 
 using namespace refhost;
 
-int exchangeValue(const std::string &exchange)
-{
-    static const struct
-    {
-        const char *name;
-        int value;
-    } exchanges[] = {{"SH", 1},  {"SZ", 2},   {"BJ", 3},  {"CFFEX", 4}, {"SHFE", 5},
-                     {"DCE", 6}, {"CZCE", 7}, {"INE", 8}, {"GFEX", 9}};
-    for (const auto &known : exchanges)
-        if (exchange == known.name)
-            return known.value;
-    return std::numeric_limits<int>::max();
-}
-
 /// Who moved last, as the side that took; an auction has none.
 void setTaker(DealRecord &record, feed::DealKind kind)
 {
@@ -45,6 +31,26 @@ MarketRecords::MarketRecords()
 }
 
 MarketRecords::~MarketRecords() = default;
+
+int MarketRecords::exchangeValue(const std::string &exchange)
+{
+    static const struct
+    {
+        const char *name;
+        int value;
+    } exchanges[] = {{"SH", 1},  {"SZ", 2},   {"BJ", 3},  {"CFFEX", 4}, {"SHFE", 5},
+                     {"DCE", 6}, {"CZCE", 7}, {"INE", 8}, {"GFEX", 9}};
+    for (const auto &known : exchanges)
+        if (exchange == known.name)
+            return known.value;
+    return std::numeric_limits<int>::max();
+}
+
+bool MarketRecords::isFuturesExchange(const std::string &exchange)
+{
+    constexpr int firstFutures = 4; // after the three of stocks
+    return exchangeValue(exchange) >= firstFutures;
+}
 
 void MarketRecords::takeInstrument(const feed::Instrument &instrument)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/shared_ptr.hpp>
+#include <string>
 #include <vector>
 
 #include "feed/marketdata.h"
@@ -27,6 +28,10 @@ public:
     MarketRecords();
     ~MarketRecords();
 
+    /// Value of the enumeration "exchange", the largest int for an unknown one.
+    static int exchangeValue(const std::string &exchange);
+    static bool isFuturesExchange(const std::string &exchange);
+
     /// Has to come before the first order or deal of the instrument. A known instrument changes in place. The program's
     /// look-up of instruments by code knows it from then on.
     void takeInstrument(const feed::Instrument &instrument);
@@ -41,7 +46,7 @@ private:
     {
         feed::Instrument instrument;
         boost::shared_ptr<refhost::PlainRecord> record;
-        int exchange = 0; ///< value of the enumeration "exchange", the largest int for an unknown one
+        int exchange = 0; ///< exchangeValue()
     };
     const Known *find(int index) const;
 

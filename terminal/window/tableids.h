@@ -6,7 +6,13 @@ namespace terminal {
 enum TableId : int
 {
     OrderStreamTable = 101,
-    DealStreamTable = 102
+    DealStreamTable = 102,
+    OwnOrdersTable = 111,
+    OwnDealsTable = 112,
+    OwnPositionsTable = 113,
+    OwnFundsTable = 114,
+    HistoryOrdersTable = 115,
+    HistoryDealsTable = 116
 };
 
 } // namespace terminal

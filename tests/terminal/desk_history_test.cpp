@@ -1,0 +1,152 @@
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <gtest/gtest.h>
+
+#include "desk/historypanel.h"
+#include "desk/historytable.h"
+#include "model/chpfdatamodel.h"
+#include "popups/pagingbar.h"
+#include "records/fieldids.h"
+#include "services/userconfig.h"
+#include "trading/deskstore.h"
+
+using namespace terminal;
+using namespace refhost;
+
+namespace {
+
+constexpr int orderCount = 1234;
+
+trading::PaperOrder order(int id)
+{
+    trading::PaperOrder order;
+    order.id = id;
+    order.account = "S1";
+    order.code = id % 10 == 0 ? "300001.SZ" : "600001.SH";
+    order.name = "旧名";
+    order.exchange = id % 10 == 0 ? "SZ" : "SH";
+    order.day = 20240318 + id / 500;
+    order.side = id % 2 ? feed::Side::Buy : feed::Side::Sell;
+    order.price = 10'000'000 + id * 10'000;
+    order.quantity = order.cancelled = 100;
+    order.status = id % 3 ? feed::OrderStatus::Cancelled : feed::OrderStatus::Rejected;
+    return order;
+}
+
+class DeskHistory : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        setUserConfig(std::make_unique<UserConfig>());
+        trading::DeskStore store;
+        ASSERT_EQ(store.open(path).toStdString(), "");
+        trading::DeskChange change;
+        for (int id = 1; id <= orderCount; ++id)
+            change.orders.push_back(order(id));
+        ASSERT_EQ(store.apply({change}).toStdString(), "");
+        panel = std::make_unique<HistoryPanel>(trading::HistoryQuery::Kind::Orders);
+        table = &panel->history();
+        panel->open(path);
+        panel->resize(1200, 400);
+        panel->show();
+        settle();
+    }
+    void TearDown() override
+    {
+        panel.reset();
+        setUserConfig(nullptr);
+    }
+    void settle()
+    {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return table->isSettled(); }));
+    }
+    int columnOf(int field) const { return table->getColumnIdByFileId(field); }
+    /// First, last and number of the rows on the page: "1234..1135 100".
+    std::string pageText() const
+    {
+        QList<KV::CHpfDataTable::RowPtr> rows;
+        table->getDataModel()->getDatas(rows);
+        if (rows.isEmpty())
+            return "none";
+        return rows.first()->key() + ".." + rows.last()->key() + ' ' + std::to_string(rows.size());
+    }
+    void filter(int field, const QString &text, int type = ZB::FilterExact)
+    {
+        QSet<QString> values{text};
+        table->onFilterTrigger(columnOf(field), type, values);
+        settle();
+    }
+
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("desk.db"));
+    std::unique_ptr<HistoryPanel> panel;
+    HistoryTable *table = nullptr;
+};
+
+} // namespace
+
+TEST_F(DeskHistory, ShowsTheNewestPageFirstAndEveryOtherWhenAsked)
+{
+    EXPECT_EQ(pageText(), "1234..1135 100");
+    EXPECT_EQ(panel->summary().toStdString(), "1,234 笔");
+    auto *bar = table->findChild<ZB::PagingBar *>();
+    ASSERT_EQ(bar->totalCount(), orderCount);
+    bar->goTo(5);
+    settle();
+    EXPECT_EQ(pageText(), "734..635 100");
+    bar->goToLast();
+    settle();
+    EXPECT_EQ(pageText(), "34..1 34");
+}
+
+TEST_F(DeskHistory, RowsReadAsTheyDidOnTheirDay)
+{
+    const auto row = table->getData(0);
+    const auto text = [&](int field) { return row->getDisplayQString(columnOf(field)).toStdString(); };
+    EXPECT_EQ(text(OrderDay), "20240320");
+    EXPECT_EQ(text(OrderCode), "600001.SH");
+    EXPECT_EQ(text(InstrumentName), "旧名");
+    EXPECT_EQ(text(OrderDirection), "卖出");
+    EXPECT_EQ(text(OrderPrice), "22.34");
+    EXPECT_EQ(text(OrderStatus), "已撤");
+}
+
+TEST_F(DeskHistory, FiltersAndSortsOverAllPages)
+{
+    table->setSortColumns({{columnOf(OrderNumber), 0}});
+    settle();
+    EXPECT_EQ(pageText(), "1..100 100");
+    table->setSortColumns({{columnOf(OrderPrice), 1}});
+    settle();
+    EXPECT_EQ(pageText(), "1234..1135 100");
+    table->setSortColumns({});
+
+    EXPECT_EQ(table->getMenuItems(columnOf(OrderCode)), (QStringList{"300001.SZ", "600001.SH"}));
+    EXPECT_EQ(table->getMenuItems(columnOf(OrderDay)), (QStringList{"20240318", "20240319", "20240320"}));
+    filter(OrderCode, QStringLiteral("300001.SZ"));
+    EXPECT_EQ(panel->summary().toStdString(), "123 笔");
+    EXPECT_EQ(pageText(), "1230..240 100");
+    filter(OrderStatus, QStringLiteral("废单"));
+    EXPECT_EQ(panel->summary().toStdString(), "41 笔");
+    filter(OrderDay, QStringLiteral("0319"), ZB::FilterContains);
+    EXPECT_EQ(pageText(), "990..510 17");
+    filter(OrderCode, QStringLiteral("nothing"), ZB::FilterContains);
+    EXPECT_EQ(pageText(), "none");
+    EXPECT_EQ(table->columnFilters().size(), 3);
+    table->clearFilter();
+    settle();
+    EXPECT_EQ(pageText(), "1234..1135 100");
+    EXPECT_TRUE(table->columnFilters().isEmpty());
+}
+
+TEST(DeskHistoryPanel, SaysThatThereIsNoFile)
+{
+    setUserConfig(std::make_unique<UserConfig>());
+    {
+        HistoryPanel panel(trading::HistoryQuery::Kind::Deals);
+        panel.show();
+        EXPECT_EQ(panel.summary().toStdString(), "没有交易桌面文件");
+    }
+    setUserConfig(nullptr);
+}
