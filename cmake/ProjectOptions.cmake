@@ -4,9 +4,6 @@ add_library(project_options INTERFACE)
 target_compile_features(project_options INTERFACE cxx_std_17)
 target_compile_definitions(project_options INTERFACE QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII
                                                      BOOST_BIND_GLOBAL_PLACEHOLDERS)
-# A host's functions are found by the library of controls while it is loaded, not by the linker: on systems whose linker leaves
-# out what a program does not call itself, the host has to be kept.
-target_link_options(project_options INTERFACE $<$<PLATFORM_ID:Linux>:LINKER:--no-as-needed>)
 find_package(Threads REQUIRED)
 target_link_libraries(project_options INTERFACE Threads::Threads)
 
