@@ -43,6 +43,9 @@ dpkg-dev /usr/bin/dpkg-shlibdeps
 file /usr/bin/file
 EOF
     fi
+    if [ "${1:-}" = docs ]; then
+        echo doxygen /usr/bin/doxygen
+    fi
     if [ "${1:-}" = fuzz ]; then
         cat <<EOF
 clang /usr/bin/clang++

@@ -8,8 +8,8 @@
 
 namespace refhost {
 
-/// Writes log lines to a file in UTF-8, each at once. A file that has grown to its limit becomes <name>.1, that one
-/// <name>.2 and so on; the oldest goes. Any thread: log4cxx appends one line at a time.
+/// Writes log lines to a file in UTF-8, each at once. A file that has grown to its limit becomes `name.1`, that one
+/// `name.2` and so on; the oldest goes. Any thread: log4cxx appends one line at a time.
 class REFHOST_API LogFileAppender : public log4cxx::AppenderSkeleton
 {
 public:

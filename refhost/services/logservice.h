@@ -15,8 +15,8 @@ class REFHOST_API LogService
 public:
     static LogService &instance();
 
-    /// Writes, from now on, the lines of the program to <folder>/terminal.log and those of the debug file to
-    /// <folder>/debug.log, in UTF-8; each keeps five older files of 20 MB. Makes the folder. Returns an empty text, or
+    /// Writes, from now on, the lines of the program to `terminal.log` in the folder and those of the debug file to
+    /// `debug.log` there, in UTF-8; each keeps five older files of 20 MB. Makes the folder. Returns an empty text, or
     /// what went wrong, and then writes no files.
     QString openFiles(const QString &folder);
     void closeFiles();
