@@ -1,21 +1,31 @@
-// What the about box would show.
-
 #include "kv/productinfo.h"
 #include "kv/userauthorisation.h"
+#include "net/cmailservice.h"
+
+// What the about box tells, and a host without mail: logs can still be packed and saved.
 
 namespace KV {
 
 ProductInfo getProductInfo()
 {
-    ProductInfo info;
-    info.name = QStringLiteral("consumer");
-    info.version = QStringLiteral("1.0");
-    return info;
+    return {QStringLiteral("consumer"), QStringLiteral("1.0"), {}, {}, {}};
 }
 
 UserAuthorisation getUserAuthorisation()
 {
-    return {};
+    return {QStringLiteral("Somebody"), {}, {}, true, {}};
 }
 
 } // namespace KV
+
+namespace net {
+
+CMailService::CMailService() = default;
+CMailService::~CMailService() = default;
+
+CMailService *getMailService()
+{
+    return nullptr;
+}
+
+} // namespace net
