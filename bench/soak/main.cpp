@@ -1,0 +1,74 @@
+// Runs a mixed day for some time and fails when something grows: memory, threads, descriptors, stalls of the window.
+// usage: uicontrol_soak [--seconds N] [--seed N]
+// Writes a line of JSON for every tenth of the run, and one about the whole.
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QTextStream>
+#include <QtWidgets/QApplication>
+#include <algorithm>
+
+#include "services/userconfig.h"
+#include "soak/soakday.h"
+
+namespace {
+
+void write(const QJsonObject &object)
+{
+    QTextStream(stdout) << QJsonDocument(object).toJson(QJsonDocument::Compact) << '\n';
+}
+
+QJsonObject described(const soak::Figures &figures)
+{
+    return {{QStringLiteral("seconds"), figures.seconds},
+            {QStringLiteral("megabytes"), figures.megabytes},
+            {QStringLiteral("threads"), figures.threads},
+            {QStringLiteral("descriptors"), figures.descriptors},
+            {QStringLiteral("worst_stall_ms"), figures.worstStall}};
+}
+
+int tell(const soak::SoakDay &day)
+{
+    const std::vector<soak::Figures> &samples = day.samples();
+    const std::size_t step = std::max<std::size_t>(samples.size() / 10, 1);
+    for (std::size_t first = 0; first + step <= samples.size(); first += step) {
+        soak::Figures figures = samples[first + step - 1];
+        for (std::size_t i = first; i < first + step; ++i)
+            figures.worstStall = std::max(figures.worstStall, samples[i].worstStall);
+        write(described(figures));
+    }
+    const QString grown = soak::growth(samples);
+    write({{QStringLiteral("updates"), day.updates()},
+           {QStringLiteral("log_lines"), day.logLines()},
+           {QStringLiteral("actions"), day.actions()},
+           {QStringLiteral("grown"), grown}});
+    return grown.isEmpty() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.addOptions(
+        {{QStringLiteral("seconds"), QStringLiteral("How long"), QStringLiteral("N"), QStringLiteral("300")},
+         {QStringLiteral("seed"), QStringLiteral("Of the random numbers"), QStringLiteral("N"), QStringLiteral("1")}});
+    parser.addHelpOption();
+    parser.process(application);
+
+    refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
+    int result = 1;
+    {
+        soak::SoakDay day(parser.value(QStringLiteral("seed")).toUInt());
+        day.start();
+        QTimer::singleShot(1000 * parser.value(QStringLiteral("seconds")).toInt(), &application, &QApplication::quit);
+        QApplication::exec();
+        result = tell(day);
+    }
+    refhost::setUserConfig(nullptr);
+    return result;
+}

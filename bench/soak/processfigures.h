@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <vector>
+
+namespace soak {
+
+/// What a process holds at one moment, and how long its window was held up since the moment before.
+struct Figures
+{
+    double seconds = 0; ///< since the start
+    double megabytes = 0;
+    int threads = 0;
+    int descriptors = 0;
+    double worstStall = 0; ///< milliseconds
+};
+
+/// Memory, threads and descriptors of this process, from /proc.
+Figures presentFigures();
+
+/// Compares the last third of a run with the one before it; the first third is for warming up. Returns what has grown,
+/// in words; empty when nothing has. Growth is: memory by more than 5 per cent and 16 MB between the medians, a thread
+/// or a descriptor more, stalls twice as long and over a frame of 1/60 second.
+QString growth(const std::vector<Figures> &samples);
+
+} // namespace soak
