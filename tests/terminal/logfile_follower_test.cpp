@@ -106,14 +106,16 @@ TEST(LogFollower, EndsWhileTheGuiThreadDoesNotTakeAnything)
 
 TEST(ProgramLog, LinesOfAllThreadsArriveOnTheGuiThreadAfterThoseFromBefore)
 {
-    LOG4CXX_INFO(utils::getStdLogger(), "program log test: before");
+    static int run = 0; // the log keeps the lines of a test that is repeated
+    const QString before = QStringLiteral("program log test: before %1").arg(++run);
+    LOG4CXX_INFO(utils::getStdLogger(), before.toStdString());
     ProgramLog log;
     QStringList lines;
     bool started = false;
     QObject::connect(&log, &ProgramLog::arrived, [&](const QString &text, int level) {
         for (const QString &line : text.split(QLatin1Char('\n'))) {
             const QString message = line.section(QLatin1Char(' '), 1);
-            started = started || message.endsWith(QLatin1String("test: before"));
+            started = started || message == before;
             if (started)
                 lines << QStringLiteral("%1:%2").arg(level).arg(message);
         }
@@ -127,7 +129,7 @@ TEST(ProgramLog, LinesOfAllThreadsArriveOnTheGuiThreadAfterThoseFromBefore)
     for (std::thread &thread : threads)
         thread.join();
     ASSERT_TRUE(QTest::qWaitFor([&] { return lines.size() >= 201; }));
-    EXPECT_EQ(lines.takeFirst().toStdString(), "0:program log test: before");
+    EXPECT_EQ(lines.takeFirst(), QStringLiteral("0:") + before);
     for (int number = 0; number < 4; ++number) {
         const QStringList own = lines.filter(QStringLiteral("0:t%1 ").arg(number));
         ASSERT_EQ(own.size(), 50);
