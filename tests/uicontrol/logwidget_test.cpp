@@ -2,10 +2,12 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QVBoxLayout>
 #include <gtest/gtest.h>
 
 #include "log/cloglayout.h"
 #include "theme/themeservice.h"
+#include "uicontrol/logcache.h"
 #include "uicontrol/logwindow.h"
 
 namespace {
@@ -79,6 +81,35 @@ TEST(LogWidget, AViewThatDoesNotFollowStaysOnItsLinesWhileOldOnesGo)
     window.add(numbered(50501, 90000));
     EXPECT_EQ(window.vertical->value(), 0) << "they are gone: the oldest that is left";
     EXPECT_EQ(window.firstRow(), QStringLiteral("line %1").arg(90000 - 50001));
+}
+
+TEST(LogWidget, ABarThatAppearsMaySettleTheLayoutAroundTheView)
+{
+    QWidget frame;
+    auto *above = new QWidget(&frame);
+    auto *log = new KV::CHpfLogWidget(1, &frame);
+    auto *layout = new QVBoxLayout(&frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(above);
+    layout->addWidget(log, 1);
+    (new QHBoxLayout(log))->addWidget(new QWidget(log)); // as a notice in the middle would need it
+    above->setFixedHeight(60);
+    frame.resize(300, 160);
+    frame.show();
+    ASSERT_EQ(log->height(), 100);
+    log->dataCallBack(numbered(0, 5).join(QLatin1Char('\n')) + QString(100, QLatin1Char('w')) + "\n\n", 0);
+    const auto probe = boost::make_shared<KV::CModelTextCache>();
+    probe->dataCallBack(QString(), 0);
+    ASSERT_TRUE(waitFor([&probe] { return probe->getDataSize() > 0; })); // the block is in, the view has not looked yet
+    above->setFixedHeight(0); // the layout is still to follow: 8 rows instead of 5
+    log->slotTimeout();
+    EXPECT_EQ(log->height(), 160);
+    for (const auto *bar : log->findChildren<ZB::CStandScrollBar *>()) {
+        EXPECT_EQ(bar->maximum() > 0, bar->eventId() == 1) << bar->eventId();
+        EXPECT_EQ(bar->isVisible(), bar->eventId() == 1) << bar->eventId();
+    }
+    EXPECT_TRUE(log->isFollowing());
 }
 
 TEST(LogWidget, AFilterShowsOneLevelAndLeavesCopyOfAllAlone)

@@ -1,5 +1,6 @@
 #include "log/chpflogwidget.h"
 
+#include <QtCore/QScopedValueRollback>
 #include <QtGui/QClipboard>
 #include <QtGui/QResizeEvent>
 #include <QtWidgets/QApplication>
@@ -25,14 +26,13 @@ constexpr int sideMargin = 5;
 constexpr int barWidth = 6;
 constexpr int horizontalStep = 200;
 
-/// Gives a bar its range; a bar with nothing to scroll is hidden.
-void setBarRange(QScrollBar &bar, int maximum)
+/// A bar with nothing to scroll is hidden.
+void showWhenUseful(QScrollBar &bar)
 {
-    bar.setMaximum(maximum);
-    if (maximum > 0 && bar.isHidden()) {
+    if (bar.maximum() > 0 && bar.isHidden()) {
         bar.show();
         bar.raise();
-    } else if (maximum == 0 && !bar.isHidden()) {
+    } else if (bar.maximum() == 0 && !bar.isHidden()) {
         bar.hide();
     }
 }
@@ -205,13 +205,20 @@ void CHpfLogWidget::updateScroll()
     }
     hOffset = std::min(hOffset, overflow());
 
-    settling = true;
-    setBarRange(*horizontalBar, overflow());
-    horizontalBar->setSliderPosition(hOffset);
-    setBarRange(*verticalBar, lastTop);
-    verticalBar->setSliderPosition(topLine);
-    settling = false;
+    setBar(*horizontalBar, overflow(), hOffset);
+    setBar(*verticalBar, lastTop, topLine);
+    // Last, since to show a child settles the layouts around it: this view may get another size and start over inside.
+    showWhenUseful(*horizontalBar);
+    showWhenUseful(*verticalBar);
     redraw();
+}
+
+/// Moves a bar to what is known already, so that its event is no news.
+void CHpfLogWidget::setBar(QScrollBar &bar, int maximum, int position)
+{
+    const QScopedValueRollback<bool> known(settling, true);
+    bar.setMaximum(maximum);
+    bar.setSliderPosition(position);
 }
 
 /// Keeps selection and view on their lines while older ones leave the list.
@@ -240,17 +247,13 @@ void CHpfLogWidget::scrollTo(int line)
 {
     topLine = std::clamp(line, 0, std::max(lineCount - geometry.pageLines(), 0));
     followTail = topLine + geometry.pageLines() >= lineCount;
-    settling = true;
-    verticalBar->setSliderPosition(topLine);
-    settling = false;
+    setBar(*verticalBar, verticalBar->maximum(), topLine);
 }
 
 void CHpfLogWidget::scrollAcross(int offset)
 {
     hOffset = std::clamp(offset, 0, overflow());
-    settling = true;
-    horizontalBar->setSliderPosition(hOffset);
-    settling = false;
+    setBar(*horizontalBar, horizontalBar->maximum(), hOffset);
 }
 
 bool CHpfLogWidget::handleEvent(int event, int first, int, QString, void *)

@@ -117,6 +117,7 @@ private:
     void measureAllLines();
     void followTrimming(const CModelTextCache::ListState &state);
     void redraw();
+    void setBar(QScrollBar &bar, int maximum, int position);
     void scrollTo(int line);
     void scrollAcross(int offset);
     int overflow() const;
