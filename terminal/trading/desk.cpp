@@ -48,6 +48,12 @@ void Desk::takeQuote(const feed::QuoteSnapshot &quote)
     handOver();
 }
 
+void Desk::takeTime(qint64 time)
+{
+    paper.takeTime(time);
+    handOver();
+}
+
 PaperBroker::Answer Desk::submit(const OrderRequest &request)
 {
     if (!problem.isEmpty())

@@ -32,6 +32,9 @@ public:
     void takeDeal(const feed::Deal &deal);
     void takeQuote(const feed::QuoteSnapshot &quote);
 
+    /// The market's clock has come to this time without an event.
+    void takeTime(qint64 time);
+
     PaperBroker::Answer submit(const OrderRequest &request);
     Refusal cancel(qint64 order);
 

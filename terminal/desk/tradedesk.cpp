@@ -1,0 +1,304 @@
+#include "desk/tradedesk.h"
+
+#include <QtCore/QDate>
+#include <algorithm>
+#include <utility>
+
+#include "desk/desktexts.h"
+#include "feed/instrumentrules.h"
+#include "services/accounts.h"
+#include "trading/tradinghours.h"
+#include "utils/clogcenter.h"
+
+namespace terminal {
+
+namespace {
+
+constexpr qint64 dayMs = 24 * 60 * 60 * 1000;
+
+QDate dateOf(int day)
+{
+    return {day / 10000, day / 100 % 100, day % 100};
+}
+
+trading::Account paperAccount(const char *id, const char *name, trading::AccountKind kind)
+{
+    trading::Account account;
+    account.id = id;
+    account.name = name;
+    account.kind = kind;
+    account.initial = 1'000'000 * trading::yuan;
+    return account;
+}
+
+void logInfo(const QString &text)
+{
+    LOG4CXX_INFO(utils::getStdLogger(), text.toStdString());
+}
+
+} // namespace
+
+TradeDesk::TradeDesk(Market playedMarket, QObject *parent) : QObject(parent), market(playedMarket)
+{
+    programClock.start();
+    connect(&paper, &trading::Desk::changed, this, &TradeDesk::take);
+    connect(&paper, &trading::Desk::storageProblemChanged, this, [this](const QString &text) {
+        if (text.isEmpty())
+            logInfo(QStringLiteral("交易桌面文件恢复正常，全部已保存"));
+        else
+            LOG4CXX_ERROR(utils::getStdLogger(), text.toStdString());
+        Q_EMIT storageProblemChanged(text);
+    });
+}
+
+TradeDesk::~TradeDesk() = default;
+
+QString TradeDesk::open(const QString &path)
+{
+    const QString problem = paper.open(path);
+    if (problem.isEmpty())
+        logInfo(QStringLiteral("交易桌面文件 %1：账户 %2，当日委托 %3，当日成交 %4")
+                    .arg(path)
+                    .arg(paper.initialState().accounts.size())
+                    .arg(paper.initialState().orders.size())
+                    .arg(paper.initialState().deals.size()));
+    else
+        LOG4CXX_ERROR(utils::getStdLogger(), problem.toStdString());
+    return problem;
+}
+
+void TradeDesk::begin()
+{
+    paper.openAccount(paperAccount("88001", "模拟股票", trading::AccountKind::Stock));
+    paper.openAccount(paperAccount("88002", "模拟期货", trading::AccountKind::Future));
+    registerAccounts();
+    tell(paper.initialState().orders, paper.initialState().deals);
+}
+
+void TradeDesk::registerAccounts()
+{
+    auto known = std::make_unique<refhost::Accounts>();
+    for (const auto &[id, book] : books()) {
+        const bool isFuture = book.account().kind == trading::AccountKind::Future;
+        known->putAccount({QString::fromStdString(id),
+                           QString::fromStdString(book.account().name),
+                           isFuture ? int(kdservice::TraderFuture) : int(kdservice::TraderStock),
+                           {}});
+    }
+    refhost::setAccountData(std::move(known));
+}
+
+QString TradeDesk::send(const std::vector<trading::OrderRequest> &requests)
+{
+    for (const trading::OrderRequest &request : requests)
+        if (const trading::Refusal refusal = paper.broker().check(request)) {
+            logInfo(QStringLiteral("委托未报出：%1").arg(refusal.text));
+            return refusal.text;
+        }
+    for (const trading::OrderRequest &request : requests) {
+        const trading::PaperBroker::Answer answer = paper.submit(request);
+        if (answer.refusal) {
+            logInfo(QStringLiteral("委托未报出：%1").arg(answer.refusal.text));
+            return answer.refusal.text;
+        }
+    }
+    return {};
+}
+
+QString TradeDesk::cancel(qint64 order)
+{
+    const trading::Refusal refusal = paper.cancel(order);
+    if (refusal)
+        logInfo(QStringLiteral("未撤单：%1").arg(refusal.text));
+    return refusal.text;
+}
+
+std::vector<qint64> TradeDesk::openOrders(const Choice &choice) const
+{
+    std::vector<qint64> chosen;
+    for (const auto &[id, order] : paper.broker().orders())
+        if (order.isOpen() && (choice.code.empty() || choice.code == order.code) &&
+            (!choice.side || *choice.side == order.side) && (choice.price == 0 || choice.price == order.price))
+            chosen.push_back(id);
+    return chosen;
+}
+
+int TradeDesk::cancelAll(const Choice &choice, QString &refusal)
+{
+    int cancelled = 0;
+    for (const qint64 order : openOrders(choice)) {
+        const QString problem = cancel(order);
+        if (problem.isEmpty())
+            ++cancelled;
+        else
+            refusal = problem;
+    }
+    return cancelled;
+}
+
+QString TradeDesk::reprice(qint64 id, double price)
+{
+    const auto found = paper.broker().orders().find(id);
+    if (found == paper.broker().orders().end() || !found->second.isOpen())
+        return QStringLiteral("委托 %1 已经结束，不能改价").arg(id);
+    const trading::PaperOrder order = found->second;
+    trading::OrderRequest request;
+    request.account = order.account;
+    request.code = order.code;
+    request.side = order.side;
+    request.offset = order.offset;
+    request.price = price;
+    request.quantity = order.openQuantity();
+    if (const QString refusal = cancel(id); !refusal.isEmpty())
+        return refusal;
+    const QString refusal = send({request});
+    return refusal.isEmpty() ? refusal : QStringLiteral("委托 %1 已撤，新价格未报出：%2").arg(id).arg(refusal);
+}
+
+const feed::QuoteSnapshot *TradeDesk::quote(const std::string &code) const
+{
+    const auto found = heard.find(code);
+    return found != heard.end() && found->second.hasQuote ? &found->second.quote : nullptr;
+}
+
+qint64 TradeDesk::silence(const std::string &code) const
+{
+    const auto found = heard.find(code);
+    return found == heard.end() ? feed::absent<qint64> : programClock.elapsed() - found->second.at;
+}
+
+bool TradeDesk::endDay()
+{
+    if (market != Market::Simulated || lastTime == feed::absent<qint64>)
+        return false;
+    const QDate date = dateOf(trading::TradingHours::dayOf(trading::AccountKind::Stock, lastTime));
+    const int days = date.dayOfWeek() == Qt::Friday ? 3 : 1;
+    movedDays = *movedDays + days;
+    lastTime += days * dayMs;
+    logInfo(QStringLiteral("结束交易日 %1").arg(date.toString(Qt::ISODate)));
+    paper.takeTime(lastTime);
+    return true;
+}
+
+/// The simulated exchange begins where the file stands; recorded days are what they are.
+qint64 TradeDesk::moved(qint64 time)
+{
+    if (market == Market::Simulated && time != feed::absent<qint64>) {
+        if (!movedDays) {
+            int latest = 0;
+            for (const auto &[id, book] : books())
+                latest = std::max(latest, book.account().day);
+            const QDate played = dateOf(trading::TradingHours::dayOf(trading::AccountKind::Stock, time));
+            movedDays = latest > 0 ? std::max(0, int(played.daysTo(dateOf(latest)))) : 0;
+        }
+        time += *movedDays * dayMs;
+    }
+    lastTime = time;
+    return time;
+}
+
+TradeDesk::Heard *TradeDesk::hear(int instrument)
+{
+    if (instrument < 0 || size_t(instrument) >= codes.size())
+        return nullptr;
+    const std::string &code = codes[size_t(instrument)];
+    Heard &of = heard[code];
+    of.at = programClock.elapsed();
+    return &of;
+}
+
+void TradeDesk::takeInstrument(const feed::Instrument &instrument)
+{
+    if (size_t(instrument.index) >= codes.size())
+        codes.resize(size_t(instrument.index) + 1);
+    codes[size_t(instrument.index)] = instrument.code;
+    paper.takeInstrument(instrument);
+}
+
+void TradeDesk::takeDeal(const feed::Deal &deal)
+{
+    hear(deal.instrument);
+    feed::Deal at = deal;
+    at.time = moved(deal.time);
+    paper.takeDeal(at);
+}
+
+void TradeDesk::takeQuote(const feed::QuoteSnapshot &given)
+{
+    feed::QuoteSnapshot at = given;
+    at.time = moved(given.time);
+    if (Heard *of = hear(given.instrument)) {
+        of->quote = at;
+        of->hasQuote = true;
+    }
+    paper.takeQuote(at);
+}
+
+void TradeDesk::take(const trading::DeskChange &change)
+{
+    logChange(change);
+    tell(change.orders, change.deals);
+    for (const trading::DayClose &closed : change.days)
+        Q_EMIT dayBegan(QString::fromStdString(closed.account), books().at(closed.account).account().day);
+    for (const trading::PaperDeal &deal : change.deals)
+        Q_EMIT filled(deal);
+    for (const trading::PaperOrder &order : change.orders)
+        if (order.status == feed::OrderStatus::Rejected)
+            Q_EMIT rejected(order);
+}
+
+void TradeDesk::tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals)
+{
+    FeedPump::Records told;
+    for (const trading::PaperOrder &order : orders)
+        told.append(records.orderRecord(order));
+    if (!told.isEmpty())
+        Q_EMIT ordersChanged(told);
+    told.clear();
+    for (const trading::PaperDeal &deal : deals)
+        told.append(records.dealRecord(deal));
+    if (!told.isEmpty())
+        Q_EMIT dealsMade(told);
+}
+
+void TradeDesk::logChange(const trading::DeskChange &change)
+{
+    for (const trading::PaperOrder &order : change.orders) {
+        QString text =
+            QStringLiteral("委托 %1 %2：账户 %3 %4")
+                .arg(order.id)
+                .arg(desktexts::status(order.status), QString::fromStdString(order.account), desktexts::order(order));
+        if (order.filled.quantity > 0)
+            text += QStringLiteral("，已成 %1").arg(order.filled.quantity);
+        if (order.cancelled > 0)
+            text += QStringLiteral("，已撤 %1").arg(order.cancelled);
+        if (!order.remark.empty())
+            text += QStringLiteral("（%1）").arg(QString::fromStdString(order.remark));
+        logInfo(text);
+    }
+    for (const trading::PaperDeal &deal : change.deals)
+        logInfo(QStringLiteral("成交 %1：委托 %2，账户 %3 %4，金额 %5，费用 %6")
+                    .arg(deal.id)
+                    .arg(deal.order)
+                    .arg(QString::fromStdString(deal.account), desktexts::deal(deal), trading::moneyText(deal.amount),
+                         trading::moneyText(deal.charges.total())));
+    for (const trading::Settlement &settled : change.settlements)
+        logInfo(QStringLiteral("结算 %1：账户 %2 %3 %4 手，盈亏 %5")
+                    .arg(settled.day)
+                    .arg(QString::fromStdString(settled.account), QString::fromStdString(settled.code))
+                    .arg(settled.quantity)
+                    .arg(trading::moneyText(settled.profit)));
+    for (const trading::DayClose &day : change.days)
+        logInfo(QStringLiteral("账户 %1 交易日 %2 结束：权益 %3")
+                    .arg(QString::fromStdString(day.account))
+                    .arg(day.day)
+                    .arg(trading::moneyText(day.equity)));
+    for (const trading::Account &account : change.accounts) {
+        const trading::Funds funds = books().at(account.id).funds();
+        logInfo(QStringLiteral("资金 %1：总额 %2，可用 %3，冻结 %4")
+                    .arg(QString::fromStdString(account.id), trading::moneyText(funds.total),
+                         trading::moneyText(funds.available), trading::moneyText(funds.frozen)));
+    }
+}
+
+} // namespace terminal

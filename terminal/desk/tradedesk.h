@@ -1,0 +1,112 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QObject>
+#include <optional>
+#include <unordered_map>
+
+#include "desk/deskrecords.h"
+#include "trading/desk.h"
+#include "window/feedpump.h"
+#include "window/marketlistener.h"
+
+namespace terminal {
+
+/// The desk of the program: it hears the market, takes orders, and tells tables, log and whoever else of everything
+/// that happened, once that is stored. GUI thread; nothing waits but open().
+///
+/// The simulated exchange plays one and the same day. Its times are moved forward by whole days here, so that days of
+/// the desk follow each other: to the day that the file stands at, and by endDay() to the next.
+class TradeDesk : public QObject, public MarketListener
+{
+    Q_OBJECT
+
+public:
+    enum class Market
+    {
+        Simulated,
+        Recorded
+    };
+
+    explicit TradeDesk(Market market, QObject *parent = nullptr);
+    ~TradeDesk() override;
+
+    /// Takes up the desk of a file, or begins it; before anything else, if at all. The text tells what is wrong, empty
+    /// for nothing; the desk then goes on without a file.
+    QString open(const QString &path);
+    /// Opens an account for stocks and one for futures where there is none, makes all of them known to the program, and
+    /// tells the orders and deals of the present day. To be called once, after open().
+    void begin();
+
+    const trading::Desk &desk() const { return paper; }
+    /// Orders that belong together: all of them go out, or none. The text tells why none did; empty for sent.
+    QString send(const std::vector<trading::OrderRequest> &requests);
+    /// The same for withdrawing one order; an order that was not stored is withdrawn too.
+    QString cancel(qint64 order);
+
+    /// Open orders to be withdrawn; what is left out does not narrow.
+    struct Choice
+    {
+        std::string code;
+        std::optional<feed::Side> side;
+        qint64 price = 0; ///< feed::priceUnits
+    };
+    std::vector<qint64> openOrders(const Choice &choice) const;
+    /// Withdraws them; what stood in the way of those that stay goes to `refusal`.
+    int cancelAll(const Choice &choice, QString &refusal);
+    /// Withdraws an order and sends what is left of it at another price.
+    QString reprice(qint64 order, double price);
+
+    /// The latest of a code; null before it comes. Valid until the next event.
+    const feed::QuoteSnapshot *quote(const std::string &code) const;
+    /// Milliseconds since the market was last heard of a code; absent when it never was.
+    qint64 silence(const std::string &code) const;
+
+    bool canEndDay() const { return market == Market::Simulated; }
+    /// Ends the trading day: open orders end, accounts are settled, and the next weekday begins at the same time of
+    /// day. False where days are recorded, or before the market's clock has started.
+    bool endDay();
+
+    const std::map<std::string, trading::AccountBook> &books() const { return paper.broker().accounts(); }
+
+    void takeInstrument(const feed::Instrument &instrument) override;
+    void takeDeal(const feed::Deal &deal) override;
+    void takeQuote(const feed::QuoteSnapshot &quote) override;
+
+Q_SIGNALS:
+    void ordersChanged(const terminal::FeedPump::Records &orders);
+    void dealsMade(const terminal::FeedPump::Records &deals);
+    /// The account has come to another trading day: what was told of the day before is past.
+    void dayBegan(const QString &account, int day);
+    /// An order was filled, in whole or in part; or rejected.
+    void filled(const trading::PaperDeal &deal);
+    void rejected(const trading::PaperOrder &order);
+    /// Writing the file fails, or with an empty text works again.
+    void storageProblemChanged(const QString &text);
+
+private:
+    struct Heard
+    {
+        feed::QuoteSnapshot quote;
+        bool hasQuote = false;
+        qint64 at = 0; ///< by the program's clock
+    };
+
+    void take(const trading::DeskChange &change);
+    void tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals);
+    void logChange(const trading::DeskChange &change);
+    void registerAccounts();
+    qint64 moved(qint64 time);
+    Heard *hear(int instrument);
+
+    const Market market;
+    trading::Desk paper;
+    DeskRecords records;
+    QElapsedTimer programClock;
+    std::vector<std::string> codes; ///< by the feed's index
+    std::unordered_map<std::string, Heard> heard;
+    std::optional<int> movedDays; ///< simulated: known with the first event
+    qint64 lastTime = feed::absent<qint64>;
+};
+
+} // namespace terminal

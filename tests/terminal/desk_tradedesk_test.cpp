@@ -1,0 +1,240 @@
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <gtest/gtest.h>
+
+#include "desk/deskrecords.h"
+#include "desk/desksettings.h"
+#include "desk/owndealspanel.h"
+#include "desk/ownorderspanel.h"
+#include "desk/tradedesk.h"
+#include "kv/caccountdata.h"
+#include "records/fieldids.h"
+#include "services/accounts.h"
+#include "services/instruments.h"
+#include "services/userconfig.h"
+#include "table/chpfdatatable.h"
+#include "trading_support.h"
+
+using namespace terminal;
+using namespace refhost;
+using namespace tradingtest;
+
+namespace {
+
+trading::OrderRequest buy(double price, qint64 quantity, const char *code = "600001.SH")
+{
+    return {"88001", code, feed::Side::Buy, trading::Offset::Open, price, quantity};
+}
+
+/// A desk with its orders and deals panels over a market of one stock, in continuous trading on a Monday.
+class TradeDeskTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        setUserConfig(std::make_unique<UserConfig>());
+        orders = std::make_unique<OwnOrdersPanel>();
+        deals = std::make_unique<OwnDealsPanel>();
+        orders->show();
+        deals->show();
+    }
+    void TearDown() override
+    {
+        desk.reset();
+        orders.reset();
+        deals.reset();
+        setAccountData(nullptr);
+        setUserConfig(nullptr);
+    }
+    void begin(TradeDesk::Market market, const QString &path = {})
+    {
+        desk = std::make_unique<TradeDesk>(market);
+        orders->table().clear();
+        deals->table().clear();
+        QObject::connect(desk.get(), &TradeDesk::ordersChanged, orders.get(), &TablePanel::take);
+        QObject::connect(desk.get(), &TradeDesk::dealsMade, deals.get(), &TablePanel::take);
+        QObject::connect(desk.get(), &TradeDesk::dayBegan, orders.get(), &OwnRecordsPanel::beginDay);
+        QObject::connect(desk.get(), &TradeDesk::dayBegan, deals.get(), &OwnRecordsPanel::beginDay);
+        if (!path.isEmpty()) {
+            ASSERT_EQ(desk->open(path).toStdString(), "");
+        }
+        desk->begin();
+        desk->takeInstrument(stock(0, "600001.SH"));
+        showMarket(monday, 0);
+    }
+    void showMarket(int day, int minute)
+    {
+        desk->takeQuote(quote(0, at(day, 10, minute), {{9.99, 500}, {9.98, 900}}, {{10, 500}, {10.01, 900}}, 10));
+        settle();
+    }
+    void settle()
+    {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return desk->desk().isSettled(); }));
+    }
+    /// One row a line, the newest first: the given fields.
+    static std::string rows(const TablePanel &panel, std::initializer_list<int> fields)
+    {
+        std::string text;
+        panel.table().updateTable();
+        for (int row = 0; row < panel.table().count(); ++row) {
+            for (const int field : fields)
+                text += panel.table()
+                            .getData(row)
+                            ->getDisplayQString(panel.table().getColumnIdByFileId(field))
+                            .toStdString() +
+                        ' ';
+            text += '\n';
+        }
+        return text;
+    }
+    std::string orderRows() const
+    {
+        return rows(*orders, {OrderNumber, OrderDirection, OrderPrice, OrderQuantity, OrderFilled, OrderStatus});
+    }
+    std::string dealRows() const { return rows(*deals, {DealNumber, DealOrder, DealPrice, DealQuantity, DealAmount}); }
+
+    std::unique_ptr<TradeDesk> desk;
+    std::unique_ptr<OwnOrdersPanel> orders;
+    std::unique_ptr<OwnDealsPanel> deals;
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_F(TradeDeskTest, WhatHappensStandsInTheTablesTheNewestFirst)
+{
+    begin(TradeDesk::Market::Recorded);
+    EXPECT_EQ(desk->send({buy(10, 300)}).toStdString(), "");
+    EXPECT_EQ(desk->send({buy(9.98, 200)}).toStdString(), "");
+    EXPECT_EQ(orderRows(), "2 买入 9.98 200 0 已报 \n1 买入 10.00 300 300 已成 \n");
+    EXPECT_EQ(dealRows(), "1 1 10.00 300 3,000.00 \n");
+    EXPECT_EQ(desk->cancel(2).toStdString(), "");
+    EXPECT_EQ(orderRows(), "2 买入 9.98 200 0 已撤 \n1 买入 10.00 300 300 已成 \n");
+    EXPECT_EQ(desk->cancel(2).toStdString(), "委托 2 已经结束，不能撤单");
+}
+
+TEST_F(TradeDeskTest, OrdersThatBelongTogetherGoOutTogetherOrNotAtAll)
+{
+    begin(TradeDesk::Market::Recorded);
+    EXPECT_NE(desk->send({buy(9.9, 100), buy(9.9, 150)}).toStdString(), "");
+    EXPECT_EQ(orderRows(), "");
+}
+
+TEST_F(TradeDeskTest, OpenOrdersAreWithdrawnBySideAndPriceAndRepriced)
+{
+    begin(TradeDesk::Market::Recorded);
+    desk->send({buy(10, 500)});
+    showMarket(tuesday, 0);
+    desk->send({{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 10.1, 200}});
+    desk->send({buy(9.9, 100)});
+    desk->send({buy(9.8, 100)});
+    EXPECT_EQ(desk->openOrders({}), (std::vector<qint64>{2, 3, 4}));
+    EXPECT_EQ(desk->openOrders({"600001.SH", feed::Side::Buy, 0}), (std::vector<qint64>{3, 4}));
+    EXPECT_EQ(desk->openOrders({"600001.SH", feed::Side::Buy, feed::priceUnits(9.8)}), (std::vector<qint64>{4}));
+    EXPECT_TRUE(desk->openOrders({"600002.SH", {}, 0}).empty());
+
+    EXPECT_EQ(desk->reprice(4, 9.95).toStdString(), "");
+    EXPECT_EQ(orderRows(), "5 买入 9.95 100 0 已报 \n4 买入 9.80 100 0 已撤 \n3 买入 9.90 100 0 已报 \n"
+                           "2 卖出 10.10 200 0 已报 \n");
+    EXPECT_EQ(desk->reprice(4, 9.9).toStdString(), "委托 4 已经结束，不能改价");
+    QString refusal;
+    EXPECT_EQ(desk->cancelAll({{}, feed::Side::Sell, 0}, refusal), 1);
+    EXPECT_EQ(desk->cancelAll({}, refusal), 2);
+    EXPECT_EQ(refusal.toStdString(), "");
+    EXPECT_TRUE(desk->openOrders({}).empty());
+    EXPECT_NE(desk->reprice(5, 9.9).toStdString(), "");
+}
+
+TEST_F(TradeDeskTest, ARestartTellsThePresentDayAndGoesOn)
+{
+    const QString path = folder.filePath(QStringLiteral("desk.db"));
+    begin(TradeDesk::Market::Recorded, path);
+    desk->send({buy(10, 300)});
+    settle();
+    desk->send({buy(9.98, 200)});
+    settle();
+    const std::string before = orderRows();
+    EXPECT_EQ(before, "2 买入 9.98 200 0 已报 \n1 买入 10.00 300 300 已成 \n");
+    desk.reset();
+    begin(TradeDesk::Market::Recorded, path);
+    EXPECT_EQ(orderRows(), before);
+    EXPECT_EQ(dealRows(), "1 1 10.00 300 3,000.00 \n");
+    EXPECT_EQ(desk->cancel(2).toStdString(), "");
+    settle();
+    showMarket(tuesday, 0);
+    EXPECT_EQ(orderRows(), "") << "past days are history";
+    EXPECT_EQ(dealRows(), "");
+}
+
+/// The simulated exchange plays Monday again and again.
+TEST_F(TradeDeskTest, EndingTheDaySettlesAndLetsSellWhatWasBought)
+{
+    const QString path = folder.filePath(QStringLiteral("desk.db"));
+    begin(TradeDesk::Market::Simulated, path);
+    desk->send({buy(10, 300)});
+    settle();
+    desk->send({buy(9.9, 100)});
+    settle();
+    const trading::OrderRequest sale{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 9.99, 300};
+    EXPECT_NE(desk->send({sale}).toStdString(), "") << "bought today";
+    EXPECT_TRUE(desk->endDay());
+    settle();
+    EXPECT_EQ(desk->books().at("88001").account().day, tuesday);
+    EXPECT_EQ(desk->desk().broker().orders().size(), 0u) << "what was open has ended";
+    EXPECT_EQ(orderRows(), "");
+    showMarket(monday, 5); // as the exchange tells it
+    EXPECT_EQ(desk->send({sale}).toStdString(), "");
+    settle();
+    EXPECT_EQ(orderRows(), "3 卖出 9.99 300 300 已成 \n");
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(desk->endDay());
+    settle();
+    EXPECT_EQ(desk->books().at("88001").account().day, nextMonday) << "no weekend";
+    desk.reset();
+    begin(TradeDesk::Market::Simulated, path);
+    EXPECT_EQ(desk->books().at("88001").account().day, nextMonday) << "time does not go back";
+    settle();
+
+    desk.reset();
+    begin(TradeDesk::Market::Recorded);
+    EXPECT_FALSE(desk->endDay());
+}
+
+TEST_F(TradeDeskTest, KnowsHowLongACodeHasBeenSilent)
+{
+    begin(TradeDesk::Market::Recorded);
+    EXPECT_EQ(desk->silence("600002.SH"), feed::absent<qint64>);
+    EXPECT_EQ(desk->quote("600002.SH"), nullptr);
+    QTest::qWait(60);
+    EXPECT_GE(desk->silence("600001.SH"), 50);
+    showMarket(monday, 1);
+    EXPECT_LT(desk->silence("600001.SH"), 50);
+    EXPECT_EQ(desk->quote("600001.SH")->last, 10);
+}
+
+TEST_F(TradeDeskTest, AccountsAreKnownToTheProgramByTheirBusiness)
+{
+    begin(TradeDesk::Market::Recorded);
+    const auto stocks = KV::getAccountData()->accounts(kdservice::TraderStock);
+    ASSERT_EQ(stocks.size(), 1);
+    EXPECT_EQ(stocks[0].id, QStringLiteral("88001"));
+    EXPECT_EQ(KV::getAccountData()->accounts(kdservice::TraderFuture)[0].id, QStringLiteral("88002"));
+}
+
+TEST_F(TradeDeskTest, SettingsAreKeptAndSenselessOnesAreNot)
+{
+    DeskSettings settings = DeskSettings::load();
+    EXPECT_TRUE(settings.confirms);
+    settings.confirms = false;
+    settings.mostLots = 7;
+    settings.mostAmount = 1234.5;
+    settings.save();
+    EXPECT_FALSE(DeskSettings::load().confirms);
+    EXPECT_EQ(DeskSettings::load().mostLots, 7);
+    EXPECT_EQ(DeskSettings::load().mostAmount, 1234.5);
+    settings.mostLots = -1;
+    settings.mostAmount = -5;
+    settings.save();
+    EXPECT_EQ(DeskSettings::load().mostLots, DeskSettings().mostLots);
+    EXPECT_EQ(DeskSettings::load().mostAmount, DeskSettings().mostAmount);
+}
