@@ -11,6 +11,8 @@ namespace ZB {
 
 namespace {
 
+constexpr int labelMargin = 2;
+constexpr int labelCharacters = 4; ///< names of up to so many leave the fields of a form in one line
 constexpr int gap = 6;
 constexpr int leastField = 40;
 
@@ -21,6 +23,8 @@ class CParameterCell::Private
 public:
     explicit Private(CParameterCell &cell) : q(cell) {}
 
+    /// Where the field begins.
+    int fieldLeft() const;
     void place();
 
     CParameterCell &q;
@@ -31,14 +35,20 @@ public:
     CLineEdit *field = nullptr;
 };
 
+int CParameterCell::Private::fieldLeft() const
+{
+    const QFontMetrics metrics(*CUiResource::instance()->getFont(QStringLiteral("fnt_default_normal")));
+    const int column = labelCharacters * metrics.horizontalAdvance(QStringLiteral("字"));
+    return scaled(labelMargin) + std::max(column, label->sizeHint().width());
+}
+
 void CParameterCell::Private::place()
 {
     const int height = q.height();
     const int labelLine = labelHeight > 0 ? std::min(scaled(labelHeight), height) : height;
-    const int labelWidth = label->sizeHint().width();
     const int unitWidth = unit->text().isEmpty() ? 0 : unit->sizeHint().width() + scaled(gap);
-    label->setGeometry(0, (height - labelLine) / 2, labelWidth, labelLine);
-    const int left = labelWidth + scaled(gap);
+    const int left = fieldLeft();
+    label->setGeometry(scaled(labelMargin), (height - labelLine) / 2, left - scaled(labelMargin), labelLine);
     field->setGeometry(left, 0, std::max(0, q.width() - left - unitWidth), height);
     unit->setVisible(unitWidth > 0);
     unit->setGeometry(q.width() - unitWidth + scaled(gap), 0, std::max(0, unitWidth - scaled(gap)), height);
@@ -96,8 +106,7 @@ QSize CParameterCell::sizeHint() const
 QSize CParameterCell::minimumSizeHint() const
 {
     const int unitWidth = d->unit->text().isEmpty() ? 0 : d->unit->sizeHint().width() + scaled(gap);
-    return QSize(d->label->sizeHint().width() + scaled(gap) + scaled(leastField) + unitWidth,
-                 d->label->sizeHint().height());
+    return QSize(d->fieldLeft() + scaled(leastField) + unitWidth, d->label->sizeHint().height());
 }
 
 void CParameterCell::themeChanged()

@@ -116,10 +116,13 @@ int CRadioButtonGroup::checkedId() const
 
 void CRadioButtonGroup::setCheckedById(int buttonId)
 {
-    if (RadioSegment *segment = d->segment(buttonId))
-        segment->setChecked(true);
-    else
+    if (!d->segment(buttonId)) {
         d->uncheck();
+        return;
+    }
+    d->segment(buttonId)->setChecked(true);
+    for (int other : d->order) // Tab comes to the checked one
+        d->segment(other)->setFocusPolicy(other == buttonId ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 void CRadioButtonGroup::themeChanged()
