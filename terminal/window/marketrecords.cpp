@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 
+#include "kv/efilterflag.h"
 #include "records/record.h"
 #include "services/instruments.h"
 
@@ -11,6 +12,20 @@ namespace terminal {
 namespace {
 
 using namespace refhost;
+
+KV::EFilterFlag kindOf(feed::InstrumentKind kind)
+{
+    switch (kind) {
+    case feed::InstrumentKind::Fund:
+        return KV::FilterFund;
+    case feed::InstrumentKind::Bond:
+        return KV::FilterBond;
+    case feed::InstrumentKind::Future:
+        return KV::FilterFuture;
+    default:
+        return KV::FilterStock;
+    }
+}
 
 /// Who moved last, as the side that took; an auction has none.
 void setTaker(DealRecord &record, feed::DealKind kind)
@@ -74,6 +89,7 @@ void MarketRecords::takeInstrument(const feed::Instrument &instrument)
     record.setData(InstrumentLot, instrument.lot);
     record.setData(InstrumentPriceTick, instrument.tick);
     record.setData(InstrumentMultiplier, instrument.multiplier);
+    record.setData(InstrumentKind, int(kindOf(instrument.kind)));
     Instruments::put(known.record);
 }
 

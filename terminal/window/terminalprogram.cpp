@@ -8,10 +8,12 @@
 
 #include "feed/replay/replayfeed.h"
 #include "feed/simulation/simulatedfeed.h"
+#include "services/accounts.h"
 #include "services/logservice.h"
 #include "services/userconfig.h"
 #include "theme/themeservice.h"
 #include "utils/clogcenter.h"
+#include "window/demoaccounts.h"
 #include "window/feedpump.h"
 #include "window/headlessrun.h"
 #include "window/logpage.h"
@@ -61,6 +63,7 @@ TerminalProgram::~TerminalProgram()
     qInstallMessageHandler(nullptr);
     window.reset();
     pump.reset();
+    refhost::setAccountData(nullptr);
     refhost::setUserConfig(nullptr);
     refhost::LogService::instance().closeFiles();
 }
@@ -106,6 +109,7 @@ void TerminalProgram::openConfiguration()
         path.isEmpty() ? std::make_unique<refhost::UserConfig>() : std::make_unique<refhost::UserConfig>(path);
     settings = config.get();
     refhost::setUserConfig(std::move(config));
+    refhost::setAccountData(demoAccounts());
 }
 
 void TerminalProgram::makeFeed()

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "kdservice/idata.h"
+#include "kv/efilterflag.h"
 #include "records/fieldids.h"
 #include "window/marketrecords.h"
 
@@ -134,8 +135,10 @@ TEST(MarketRecords, OrdersAndDealsShareTheOneRecordOfTheirInstrument)
     const auto instrument = record->getIData(OrderInstrument);
     EXPECT_EQ(instrument, records.instrumentRecord(1));
     EXPECT_EQ(instrument->getDouble(InstrumentPrevClose), 15.5);
+    EXPECT_EQ(instrument->getInt(InstrumentKind), KV::FilterStock);
 
     feed::Instrument future = stock(1);
+    future.kind = feed::InstrumentKind::Future;
     future.name = "苹果010";
     future.exchange = "CZCE";
     future.previousSettlement = 7700;
@@ -143,5 +146,6 @@ TEST(MarketRecords, OrdersAndDealsShareTheOneRecordOfTheirInstrument)
     EXPECT_EQ(records.instrumentRecord(1), instrument) << "rows that hold it would keep the old name";
     EXPECT_EQ(instrument->getString(InstrumentName), "苹果010");
     EXPECT_EQ(instrument->getInt(InstrumentExchange), 7);
+    EXPECT_EQ(instrument->getInt(InstrumentKind), KV::FilterFuture);
     EXPECT_EQ(instrument->getDouble(InstrumentPrevClose), 7700) << "futures change against their settlement";
 }

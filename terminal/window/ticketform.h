@@ -1,0 +1,129 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "window/orderdraft.h"
+#include "zb/cwidgetlist.h"
+
+namespace KV {
+class CAccountsComboBox;
+class CAutoButton;
+class CCompactSelectWidget;
+class CCompactTypeSelectWidget;
+class COpSelectCodeWidget;
+class COpTypeButton;
+class CRateSelectWidget;
+} // namespace KV
+
+namespace ZB {
+class CParameterCell;
+class CRadioButtonGroup;
+class CSimpleTextWidget;
+} // namespace ZB
+
+namespace terminal {
+
+class PriceField;
+class QuantityField;
+
+/// The fields of an order and the button that sends it. All of it works by keyboard: F1 buys and F2 sells, Enter goes
+/// from field to field and sends at the end, Ctrl+Enter sends from anywhere, Alt+1 to Alt+4 size the order, Alt+0
+/// changes the amount that it is sized by. GUI thread.
+class TicketForm : public ZB::CWidgetList
+{
+    Q_OBJECT
+
+public:
+    explicit TicketForm(QWidget *parent = nullptr);
+    ~TicketForm() override;
+
+    /// Takes an order; an empty text when that worked, else why not. Writes it to the log until another is set, and
+    /// again with null.
+    using Sender = std::function<QString(const OrderDraft &)>;
+    void setSender(Sender sender);
+    /// What an order of this account for this code has to go by. Asked whenever the order is sized; null for none.
+    using FundsSource = std::function<TicketFunds(const OrderDraft &)>;
+    void setFundsSource(FundsSource source);
+
+    /// The order as the fields say it now.
+    OrderDraft draft() const;
+    void setTrade(kdservice::EVxTraderType trade);
+    /// Price and quantity of the code before are taken away, and the business becomes one that trades the code. The
+    /// code that is there already changes nothing.
+    void setCode(const QString &code);
+    QString code() const;
+    void setBuy(bool isBuy);
+    /// What the instrument was last traded at: where stepping starts, and what an order without a price is sized by.
+    void setLastPrice(double price);
+    /// Takes over what was clicked in a ladder: events 1127, 1128 and 1129. False for others.
+    bool takeLadderEvent(int event, int second, const QString &text);
+    /// What the line under the button says.
+    QString message() const;
+    /// Shows what depends on the instrument and its limits of the day anew.
+    void refresh();
+
+    bool handleEvent(int event, int first, int second, QString text, void *pointer) override;
+    void themeChanged() override;
+
+Q_SIGNALS:
+    /// The user has chosen another code, or taken it away.
+    void codeChosen(const QString &code);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void buildFields();
+    void buildRows();
+    ZB::CWidgetList *addRow(const QString &caption, QWidget *field);
+    void addShortcuts();
+    void connectFields();
+    void fixSizes();
+
+    void send();
+    /// What stands in the way of the order as the user sees it.
+    OrderFault faultOf(const OrderDraft &order) const;
+    void showFault(const OrderFault &fault);
+    void say(const QString &text, bool isError);
+    void chooseRate(int id);
+    void sizeOrder();
+    void fieldEdited();
+    void noteCodeText(const QString &text);
+    void codeLeft();
+    void takeCode();
+    double sizingPrice() const;
+    /// What the chosen fraction comes to; absent while that cannot be told.
+    qint64 sizedQuantity() const;
+    KV::CAccountsComboBox *accountBox() const;
+    ZB::CParameterCell *contractId() const;
+
+    ZB::CRadioButtonGroup *tradeGroup;
+    std::vector<KV::CAccountsComboBox *> accountBoxes; ///< one per business, each with a choice of its own
+    KV::COpSelectCodeWidget *codeField;
+    PriceField *priceField;
+    QuantityField *quantityField;
+    KV::CRateSelectWidget *rates;
+    KV::COpTypeButton *openButton;
+    KV::CCompactTypeSelectWidget *sourceCell;
+    KV::CCompactSelectWidget *contractCell;
+    KV::CAutoButton *sendButton;
+    ZB::CSimpleTextWidget *limitsText;
+    ZB::CSimpleTextWidget *operationText;
+    ZB::CSimpleTextWidget *amountText;
+    ZB::CSimpleTextWidget *unitText;
+    ZB::CSimpleTextWidget *messageText;
+    ZB::CWidgetList *openRow = nullptr;
+    std::vector<ZB::CSimpleTextWidget *> captions;
+
+    kdservice::EVxTraderType trade = kdservice::TraderStock;
+    QString shownCode; ///< what price and quantity are for
+    bool isTypingCode = false;
+    QString typedCode;   ///< the last text that was no code yet
+    QString droppedCode; ///< one that was left before it was a code
+    QString sendFault;   ///< the click that is under way has cost a code that was being typed
+    Sender sender;
+    FundsSource fundsSource;
+};
+
+} // namespace terminal

@@ -1,0 +1,249 @@
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QShortcut>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "account/caccountscombobox.h"
+#include "kv/cstockcodelineedit.h"
+#include "order/cautobutton.h"
+#include "order/ccompactselectwidget.h"
+#include "order/ccompacttypeselectwidget.h"
+#include "order/copselectcodewidget.h"
+#include "order/coptypebutton.h"
+#include "order/crateselectwidget.h"
+#include "window/pricefield.h"
+#include "window/quantityfield.h"
+#include "window/ticketform.h"
+#include "window/ticketids.h"
+#include "zb/clineedit.h"
+#include "zb/cparametercell.h"
+#include "zb/cradiobuttongroup.h"
+#include "zb/ewidgetevent.h"
+
+namespace terminal {
+
+namespace {
+
+using feed::absent;
+
+constexpr int eventContractChanged = 70;
+constexpr int eventCodeFocus = 245;
+constexpr int eventReferenceChanged = 1073;
+constexpr int eventCodeChanged = 1083;
+constexpr int eventDirectionChanged = 1084;
+constexpr int eventLadderPriceType = 1127;
+constexpr int eventLadderPrice = 1128;
+constexpr int eventLadderVolume = 1129;
+constexpr int eventAccountChosen = 1137;
+constexpr int eventAccountGroupChanged = 1167;
+constexpr double largestVolume = 1e9;
+
+} // namespace
+
+void TicketForm::connectFields()
+{
+    connect(priceField, &StepField::edited, this, [this] {
+        sizeOrder();
+        fieldEdited();
+    });
+    connect(quantityField, &StepField::edited, this, [this] {
+        rates->setButtonCheckedByID(-1); // no longer the fraction that was chosen
+        fieldEdited();
+    });
+    connect(priceField, &StepField::entered, quantityField, [this] { quantityField->setFocus(Qt::TabFocusReason); });
+    connect(quantityField, &StepField::entered, sendButton, [this] { sendButton->setFocus(Qt::TabFocusReason); });
+    connect(codeField->getStockCodeLineEdit()->getLineEdit(), &QLineEdit::textChanged, this, &TicketForm::noteCodeText);
+}
+
+void TicketForm::addShortcuts()
+{
+    const auto add = [this](const QKeySequence &keys, auto action) {
+        auto *shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    add(Qt::Key_F1, [this] { setBuy(true); });
+    add(Qt::Key_F2, [this] { setBuy(false); });
+    for (const int enter : {Qt::Key_Return, Qt::Key_Enter})
+        add(Qt::CTRL | enter, [this] { sendButton->click(); });
+    for (int rate = 1; rate <= 4; ++rate)
+        add(Qt::ALT | (Qt::Key_0 + rate), [this, rate] { chooseRate(rate); });
+    add(Qt::ALT | Qt::Key_0, [this] { rates->handleEvent(ZB::EventClicked, 0, 0, QString(), nullptr); });
+}
+
+void TicketForm::setTrade(kdservice::EVxTraderType newTrade)
+{
+    trade = newTrade;
+    tradeGroup->setCheckedById(trade);
+    for (KV::CAccountsComboBox *box : accountBoxes)
+        box->setVisible(box == accountBox());
+    codeField->setTradeType(trade);
+    rates->setTradeType(trade);
+    const bool isCredit = trade == kdservice::TraderCredit;
+    openRow->setVisible(trade != kdservice::TraderStock);
+    sourceCell->setVisible(isCredit);
+    contractCell->setVisible(isCredit);
+    sizeOrder();
+    fieldEdited();
+}
+
+void TicketForm::setCode(const QString &newCode)
+{
+    if (newCode == code())
+        return;
+    codeField->setStockCode(newCode);
+    const OrderDraft order = draft();
+    const kdservice::EVxTraderType fitting = tradeOf(order.kind);
+    const bool trades = fitting == trade || (fitting == kdservice::TraderStock && trade == kdservice::TraderCredit);
+    if (order.isKnown && !trades && fitting != kdservice::TraderNone)
+        setTrade(fitting);
+    takeCode();
+}
+
+/// The code has been chosen, here or elsewhere. The same one again costs nothing of what was entered.
+void TicketForm::takeCode()
+{
+    sendFault.clear();
+    droppedCode.clear();
+    if (code() == shownCode)
+        return;
+    shownCode = code();
+    priceField->setReferencePrice(absent<double>);
+    priceField->setPrice(absent<double>);
+    quantityField->setQuantity(absent<qint64>);
+    rates->setButtonCheckedByID(-1);
+    fieldEdited();
+}
+
+/// Whether the text is the code, or one that is still being typed.
+void TicketForm::noteCodeText(const QString &text)
+{
+    const bool wasTyping = isTypingCode;
+    isTypingCode = text != codeField->getStockCodeLineEdit()->getStockCode();
+    if (isTypingCode)
+        typedCode = text;
+    else if (wasTyping && !codeField->getStockCodeLineEdit()->getLineEdit()->hasFocus())
+        droppedCode = typedCode;
+}
+
+/// A code that was left half typed is gone. The click on the button that took the focus away means the code that the
+/// user saw, which it would not send.
+void TicketForm::codeLeft()
+{
+    const QString dropped = std::exchange(droppedCode, QString());
+    if (dropped.isEmpty())
+        return;
+    const QString text = code().isEmpty() ? QStringLiteral("没有证券 %1").arg(dropped)
+                                          : QStringLiteral("没有证券 %1，仍是 %2").arg(dropped, code());
+    say(text, true);
+    if (window()->focusWidget() == sendButton)
+        sendFault = text;
+}
+
+void TicketForm::fieldEdited()
+{
+    sendFault.clear();
+    say(QString(), false);
+    refresh();
+}
+
+void TicketForm::setBuy(bool isBuy)
+{
+    const OrderDraft order = draft();
+    codeField->setDirection(order.trade == kdservice::TraderStock ? isBuy : isBuy == order.isOpen);
+    sizeOrder();
+    fieldEdited();
+}
+
+void TicketForm::setLastPrice(double price)
+{
+    priceField->setReferencePrice(price);
+}
+
+bool TicketForm::takeLadderEvent(int event, int second, const QString &text)
+{
+    if (event != eventLadderPriceType && event != eventLadderPrice && event != eventLadderVolume)
+        return false;
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    const bool isUsable = isNumber && std::isfinite(value) && value > 0;
+    if (event == eventLadderPriceType && second >= KV::PriceLimit && second <= KV::PriceBestFive)
+        priceField->setPriceType(static_cast<KV::EPriceType>(second));
+    else if (event == eventLadderPrice && isUsable)
+        priceField->setPrice(value);
+    else if (event == eventLadderVolume && isUsable) {
+        // What one click can buy there is whole lots; a rest below one lot can only be sold.
+        const int lot = draft().terms.lot;
+        const auto volume = static_cast<qint64>(std::min(value, largestVolume));
+        quantityField->setQuantity(volume < lot ? volume : volume / lot * lot);
+        rates->setButtonCheckedByID(-1);
+    } else
+        return true;
+    if (event != eventLadderVolume)
+        sizeOrder();
+    fieldEdited();
+    return true;
+}
+
+bool TicketForm::handleEvent(int event, int first, int second, QString text, void *pointer)
+{
+    switch (event) {
+    case ZB::EventClicked:
+        if (first == TicketSend)
+            send();
+        else if (first == TicketOpenClose) {
+            openButton->switchDirection();
+            sizeOrder();
+            fieldEdited();
+        }
+        return true;
+    case ZB::EventRadioChosen:
+        if (first == TicketTrade)
+            setTrade(static_cast<kdservice::EVxTraderType>(second));
+        else
+            chooseRate(second);
+        return true;
+    case eventReferenceChanged:
+    case eventDirectionChanged:
+    case eventAccountChosen:
+    case eventAccountGroupChanged:
+        sizeOrder();
+        fieldEdited();
+        return true;
+    case eventCodeChanged:
+        takeCode();
+        if (!text.isEmpty() && codeField->isAncestorOf(window()->focusWidget()))
+            priceField->setFocus(Qt::OtherFocusReason);
+        Q_EMIT codeChosen(text);
+        return true;
+    case eventCodeFocus:
+        if (second == 0)
+            codeLeft();
+        return true;
+    case ZB::EventChecked:
+        if (second == 1) // what has just been unlocked is to be filled in
+            contractId()->setFocus(Qt::TabFocusReason);
+        fieldEdited();
+        return true;
+    case ZB::EventItemChosen:
+    case eventContractChanged:
+        contractId()->getLineEdit()->setWarning(false);
+        fieldEdited();
+        return true;
+    default:
+        return ZB::CWidgetList::handleEvent(event, first, second, text, pointer);
+    }
+}
+
+/// Enter goes on where a field does not use it itself.
+void TicketForm::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter)
+        focusNextPrevChild(true);
+    else
+        ZB::CWidgetList::keyPressEvent(event);
+}
+
+} // namespace terminal

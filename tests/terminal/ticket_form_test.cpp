@@ -1,0 +1,284 @@
+#include <gtest/gtest.h>
+
+#include "account/caccountscombobox.h"
+#include "account/caccountstree.h"
+#include "kv/cstockcodelineedit.h"
+#include "records/record.h"
+#include "services/instruments.h"
+#include "terminal/ticketwindow.h"
+#include "window/pricefield.h"
+#include "window/quantityfield.h"
+#include "window/ticketform.h"
+#include "zb/clineedit.h"
+#include "zb/cuiresource.h"
+
+using namespace terminal;
+using feed::absent;
+
+namespace {
+
+constexpr auto alt = Qt::AltModifier;
+
+/// Price, quantity and what the fraction says.
+QString fields(const TicketWindow &window)
+{
+    return window.price->text() + QLatin1Char('/') + window.quantity->text();
+}
+
+void giveFunds(TicketWindow &window, const TicketFunds &funds)
+{
+    window.form->setFundsSource([funds](const OrderDraft &) { return funds; });
+}
+
+void sendNow(TicketWindow &window)
+{
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.send->isEnabled(); }));
+    window.click(window.send);
+}
+
+} // namespace
+
+TEST(TicketForm, TakesPriceTypeAndQuantityFromTheLadder)
+{
+    TicketWindow window;
+    TicketForm &form = *window.form;
+    form.setCode(QStringLiteral("600519.SH"));
+    EXPECT_TRUE(form.takeLadderEvent(1128, 0, QStringLiteral("10.0600")));
+    EXPECT_EQ(fields(window), QStringLiteral("10.06/"));
+    EXPECT_TRUE(form.takeLadderEvent(1129, 0, QStringLiteral("1250.0000")));
+    EXPECT_EQ(fields(window), QStringLiteral("10.06/1200")) << "whole lots";
+    EXPECT_TRUE(form.takeLadderEvent(1129, 0, QStringLiteral("37.0000")));
+    EXPECT_EQ(fields(window), QStringLiteral("10.06/37")) << "a rest that can be sold";
+    for (const char *bad : {"", "-", "nan", "inf", "-5", "0.0000", "非法值"}) {
+        EXPECT_TRUE(form.takeLadderEvent(1128, 0, QString::fromUtf8(bad)));
+        EXPECT_TRUE(form.takeLadderEvent(1129, 0, QString::fromUtf8(bad)));
+    }
+    for (const int type : {-1, 4, 99})
+        EXPECT_TRUE(form.takeLadderEvent(1127, type, QString()));
+    EXPECT_EQ(fields(window), QStringLiteral("10.06/37"));
+    EXPECT_TRUE(form.takeLadderEvent(1127, KV::PriceBestFive, QString()));
+    EXPECT_EQ(fields(window), QStringLiteral("最优五档/37"));
+    EXPECT_EQ(form.draft().priceType, KV::PriceBestFive);
+    EXPECT_TRUE(form.takeLadderEvent(1128, 0, QStringLiteral("10.0500")));
+    EXPECT_EQ(form.draft().priceType, KV::PriceLimit);
+    EXPECT_TRUE(form.takeLadderEvent(1129, 0, QStringLiteral("1e300")));
+    EXPECT_EQ(window.quantity->quantity(), 1'000'000'000);
+    EXPECT_FALSE(form.takeLadderEvent(1243, 1, QStringLiteral("600519.SH")));
+}
+
+TEST(TicketForm, FractionsSizeTheOrderAtOnceAndFollowThePriceUntilAQuantityIsTyped)
+{
+    TicketWindow window;
+    giveFunds(window, {100'000, 300'000, 1'350});
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.click(window.button("1/2"));
+    EXPECT_EQ(window.form->message(), QStringLiteral("输入价格后计算数量"));
+    EXPECT_EQ(fields(window), QStringLiteral("/"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/5000"));
+    window.click(window.button("1/4"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/2500"));
+    window.click(window.button("可　用"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/7500"));
+    window.click(window.button("多"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/300"));
+    window.click(window.button("全部"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/1350"));
+    window.click(window.button("空"));
+    window.price->setFocus();
+    window.press(Qt::Key_PageUp);
+    EXPECT_EQ(fields(window), QStringLiteral("10.10/9900"));
+    window.quantity->setFocus();
+    window.type(QStringLiteral("500"));
+    window.price->setFocus();
+    window.press(Qt::Key_PageUp);
+    EXPECT_EQ(fields(window), QStringLiteral("10.20/500"));
+    EXPECT_FALSE(window.button("全部")->isChecked());
+}
+
+TEST(TicketForm, AFractionThatCannotBeToldSaysWhy)
+{
+    TicketWindow window;
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.form->setLastPrice(10);
+    window.click(window.button("全部"));
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有资金数据，无法计算数量"));
+    EXPECT_FALSE(window.button("全部")->isChecked());
+    giveFunds(window, {});
+    window.press(Qt::Key_1, alt);
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有资金数据，无法计算数量"));
+    giveFunds(window, {999, 999, 0});
+    window.press(Qt::Key_1, alt);
+    EXPECT_EQ(window.form->message(), QStringLiteral("可用资金不够一手"));
+    EXPECT_EQ(fields(window), QStringLiteral("/0"));
+    window.press(Qt::Key_F2);
+    window.press(Qt::Key_1, alt);
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有可卖出的数量"));
+    giveFunds(window, {5000, 20'000, 0});
+    window.press(Qt::Key_F1);
+    window.press(Qt::Key_2, alt);
+    EXPECT_EQ(fields(window), QStringLiteral("/200")) << "at the last price";
+    window.press(Qt::Key_0, alt); // of everything, as far as it is there
+    EXPECT_EQ(fields(window), QStringLiteral("/500"));
+    EXPECT_EQ(window.form->message(), QString());
+}
+
+TEST(TicketForm, RefusesEveryMistakeInWordsAndGoesToTheField)
+{
+    TicketWindow window;
+    int sent = 0;
+    window.form->setSender([&sent](const OrderDraft &) {
+        ++sent;
+        return QString();
+    });
+    const auto refusal = [&window] {
+        sendNow(window);
+        return window.form->message() + QStringLiteral(" -> ") + window.focus();
+    };
+    EXPECT_EQ(refusal(), QStringLiteral("请选择账号 -> 股票账号"));
+    window.pickAccount();
+    EXPECT_EQ(refusal(), QStringLiteral("请输入证券代码 -> 证券代码"));
+    window.form->setCode(QStringLiteral("999999.SH"));
+    EXPECT_EQ(refusal(), QStringLiteral("没有证券 999999.SH -> 证券代码"));
+    window.form->setCode(QStringLiteral("000300.SH"));
+    EXPECT_EQ(refusal(), QStringLiteral("股票业务不能买卖 000300.SH -> 证券代码"));
+    window.form->setCode(QStringLiteral("600519.SH"));
+    EXPECT_EQ(refusal(), QStringLiteral("请输入价格 -> 价格"));
+    window.type(QStringLiteral("11.01"));
+    EXPECT_EQ(window.form->message(), QString()) << "mended, so no longer said";
+    EXPECT_EQ(refusal(), QStringLiteral("价格高于涨停价 11.00 -> 价格"));
+    EXPECT_TRUE(window.price->edit()->styleSheet().contains(
+        ZB::CUiResource::instance()->getColor(QStringLiteral("clr_text_error"))->name()));
+    window.type(QStringLiteral("10"));
+    EXPECT_EQ(refusal(), QStringLiteral("请输入数量 -> 数量"));
+    window.type(QStringLiteral("150"));
+    EXPECT_EQ(refusal(), QStringLiteral("买入数量须为 100 的整数倍 -> 数量"));
+    EXPECT_EQ(sent, 0);
+    window.press(Qt::Key_Up);
+    EXPECT_EQ(refusal(), QStringLiteral("已发出：买入 贵州茅台 200 股 -> 证券代码"));
+    EXPECT_EQ(sent, 1);
+}
+
+TEST(TicketForm, NeverSendsAnOrderForTheCodeBeforeTheOneThatTheUserTyped)
+{
+    TicketWindow window;
+    int sent = 0;
+    window.form->setSender([&sent](const OrderDraft &) {
+        ++sent;
+        return QString();
+    });
+    window.pickAccount();
+    window.enterCode(QStringLiteral("600519"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    ZB::CLineEdit *code = window.form->findChild<KV::CStockCodeLineEdit *>()->getLineEdit();
+    code->setFocus();
+    code->selectAll();
+    window.type(QStringLiteral("zzz"));
+    window.press(Qt::Key_Escape); // closes the list; and the entry is gone
+    code->selectAll();
+    window.press(Qt::Key_Delete);
+    window.press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(window.form->message(), QStringLiteral("请先选定证券"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.send->isEnabled(); }));
+    window.type(QStringLiteral("zzz"));
+    window.click(window.send); // takes the keyboard first, and with it the entry
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有证券 zzz，仍是 600519.SH"));
+    EXPECT_EQ(window.focus(), QStringLiteral("证券代码"));
+    EXPECT_EQ(sent, 0);
+    sendNow(window); // knowing that
+    EXPECT_EQ(sent, 1);
+    code->setFocus();
+    code->selectAll();
+    window.type(QStringLiteral("zzz"));
+    window.click(window.price->edit()); // elsewhere: said, and the next click is the user's
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有证券 zzz，仍是 600519.SH"));
+    sendNow(window);
+    EXPECT_EQ(sent, 2);
+}
+
+TEST(TicketForm, AnotherCodeTakesPriceAndQuantityAwayTheSameOneDoesNot)
+{
+    TicketWindow window;
+    QStringList chosen;
+    QObject::connect(window.form, &TicketForm::codeChosen, [&chosen](const QString &code) { chosen << code; });
+    window.enterCode(QStringLiteral("600519"));
+    EXPECT_EQ(chosen.join(QLatin1Char(' ')), QStringLiteral("600519.SH"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.enterCode(QStringLiteral("600519"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/100"));
+    window.form->setCode(QStringLiteral("510050.SH"));
+    EXPECT_EQ(fields(window), QStringLiteral("/"));
+    window.press(Qt::Key_Up);
+    EXPECT_EQ(fields(window), QStringLiteral("2.250/"));
+    window.form->setCode(QStringLiteral("rb2410")); // chosen elsewhere: the business goes with it
+    EXPECT_EQ(window.form->draft().trade, kdservice::TraderFuture);
+    window.form->setCode(QStringLiteral("600519.SH"));
+    EXPECT_EQ(window.form->draft().trade, kdservice::TraderStock);
+    window.form->setTrade(kdservice::TraderCredit);
+    window.form->setCode(QStringLiteral("510050.SH"));
+    EXPECT_EQ(window.form->draft().trade, kdservice::TraderCredit);
+    EXPECT_EQ(chosen.join(QLatin1Char(' ')), QStringLiteral("600519.SH 600519.SH")) << "only what the user chose here";
+}
+
+TEST(TicketForm, EveryBusinessKeepsItsAccount)
+{
+    TicketWindow window;
+    QStringList accounts;
+    for (const char *business : {"股票", "信用", "期货"}) {
+        window.click(window.button(business));
+        accounts << window.form->draft().account;
+        window.pickAccount();
+    }
+    for (const char *business : {"股票", "信用", "期货"}) {
+        window.click(window.button(business));
+        accounts << window.form->draft().account;
+    }
+    EXPECT_EQ(accounts.join(QLatin1Char(' ')), QStringLiteral("   600001 700001 800001"));
+}
+
+TEST(TicketForm, LimitsThatComeLaterCount)
+{
+    TicketWindow window;
+    const auto record = refhost::makePlain(refhost::MetaInstrument, "600000.SH");
+    record->setData(refhost::InstrumentCode, std::string("600000.SH"));
+    record->setData(refhost::InstrumentLot, 0);
+    record->setData(refhost::InstrumentPriceTick, 0.0);
+    refhost::Instruments::put(record);
+    window.pickAccount();
+    window.form->setCode(QStringLiteral("600000.SH"));
+    EXPECT_EQ(window.form->draft().terms.lot, 100) << "no lot of nothing";
+    EXPECT_EQ(window.form->draft().terms.tick, 0.01);
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("20"));
+    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    EXPECT_EQ(window.form->draft().fault().text, QString());
+    record->setData(refhost::InstrumentUpperLimit, 11.0);
+    sendNow(window);
+    EXPECT_EQ(window.form->message(), QStringLiteral("价格高于涨停价 11.00"));
+}
+
+TEST(TicketForm, WhatTheSenderAnswersIsSaidAndASecondClickIsHeldBack)
+{
+    TicketWindow window;
+    int asked = 0;
+    window.form->setSender([&asked](const OrderDraft &) {
+        ++asked;
+        return QStringLiteral("可用资金不足");
+    });
+    window.pickAccount();
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    QTest::mouseDClick(window.send, Qt::LeftButton);
+    window.press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(window.form->message(), QStringLiteral("可用资金不足"));
+    EXPECT_EQ(asked, 1);
+    window.form->setSender([&window](const OrderDraft &) {
+        delete std::exchange(window.form, nullptr);
+        return QString();
+    });
+    sendNow(window);
+    EXPECT_EQ(window.form, nullptr);
+}
