@@ -19,6 +19,28 @@ constexpr int activatedEvent = 69;
 constexpr int currentEvent = 70;
 constexpr int pageEvent = 277;
 
+/// The texts of the model's rows, and time for what the table itself has to gather.
+class MenuTexts : public HpfDistinctTexts
+{
+public:
+    MenuTexts(CBaseHighPerformanceTable &filteredTable, const IBaseHpfTableModel &model, int menuColumn)
+        : HpfDistinctTexts(model, menuColumn), table(filteredTable), column(menuColumn)
+    {
+    }
+    bool step(int milliseconds) override
+    {
+        gathered = table.gatherMenuItems(column, std::exchange(anew, false), milliseconds);
+        return HpfDistinctTexts::step(milliseconds) && gathered >= 1000;
+    }
+    int progress() const override { return std::min(gathered, HpfDistinctTexts::progress()); }
+
+private:
+    CBaseHighPerformanceTable &table;
+    const int column;
+    bool anew = true;
+    int gathered = 0;
+};
+
 } // namespace
 
 void CBaseHighPerformanceTable::Private::connectGrid()
@@ -34,7 +56,7 @@ void CBaseHighPerformanceTable::Private::connectGrid()
     });
     overlay.workStrip()->setTask(QStringLiteral("正在排序和筛选"));
     QObject::connect(overlay.workStrip(), &TaskStrip::cancelRequested, q, [this] {
-        HpfModelAccess::cancel(*model);
+        q->cancelWork();
         housekeep();
     });
     QObject::connect(pagingBar, &PagingBar::pageRequested, q,
@@ -157,7 +179,7 @@ void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &hea
         return;
     closePopup();
     auto *box = new FilterPopup(column, model->columnHeader(column), q->columnFilters().value(column),
-                                std::make_unique<HpfDistinctTexts>(*model, column), q);
+                                std::make_unique<MenuTexts>(*q, *model, column), q);
     box->setCountsShown(!isPaged()); // of one page only
     popup = box;
     QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
@@ -181,6 +203,23 @@ QStringList CBaseHighPerformanceTable::getMenuItems(int column)
     for (const HpfDistinctTexts::Value &value : gatherer.values())
         texts.append(value.text);
     return texts;
+}
+
+int CBaseHighPerformanceTable::gatherMenuItems(int, bool, int)
+{
+    return 1000;
+}
+
+int CBaseHighPerformanceTable::workProgress() const
+{
+    const bool pending = d->model && HpfModelAccess::status(*d->model).pending;
+    return pending ? std::min(999, HpfModelAccess::progress(*d->model)) : 1000;
+}
+
+void CBaseHighPerformanceTable::cancelWork()
+{
+    if (d->model)
+        HpfModelAccess::cancel(*d->model);
 }
 
 void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)

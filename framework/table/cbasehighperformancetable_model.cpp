@@ -159,8 +159,8 @@ void CBaseHighPerformanceTable::Private::updateStatistics()
 
 void CBaseHighPerformanceTable::Private::updateWork()
 {
-    const bool pending = HpfModelAccess::status(*model).pending;
-    if (!pending) {
+    const int progress = q->workProgress();
+    if (progress >= 1000) {
         workClock.invalidate();
         overlay.workStrip()->hide();
         return;
@@ -168,7 +168,7 @@ void CBaseHighPerformanceTable::Private::updateWork()
     HpfModelAccess::step(*model, 0);
     if (!workClock.isValid())
         workClock.start();
-    overlay.workStrip()->setProgress(HpfModelAccess::progress(*model));
+    overlay.workStrip()->setProgress(progress);
     overlay.workStrip()->setVisible(workClock.elapsed() >= workShownAfterMilliseconds);
 }
 

@@ -95,6 +95,9 @@ public:
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
     /// The distinct texts of a column that the filter box offers, in reading order.
     virtual QStringList getMenuItems(int column);
+    /// Brings nearer, for about as many milliseconds, what getMenuItems() is going to answer while the filter box of a
+    /// column is open; in thousandths, 1000 when there is nothing to wait for. anew: the box has just been opened.
+    virtual int gatherMenuItems(int column, bool anew, int milliseconds);
     /// The filters that headers and filter boxes tell of, by column: the model's, unless somebody else filters.
     virtual QMap<int, IBaseHpfTableModel::ColumnFilter> columnFilters() const;
     /// Sort columns in falling weight with their order (0 ascending).
@@ -132,6 +135,11 @@ public:
     bool applyColumnSet(const QString &name);
     void removeColumnSet(const QString &name);
     /// @}
+
+    /// How far work on the whole of the rows is, in thousandths; 1000 when there is none. Long work is shown with a way
+    /// to stop it, which takes it back.
+    virtual int workProgress() const;
+    virtual void cancelWork();
 
     /// Holds the rows as they are shown now, while the model goes on; a sign says so and counts what has come.
     void setPaused(bool paused);

@@ -57,7 +57,7 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
                    3);
     addStatuses();
     addSearch();
-    connect(streamTable, &PagedStreamTable::filterCleared, this, &OrderStreamPanel::showFilter);
+    connect(streamTable, &PagedStreamTable::filterRestored, this, &OrderStreamPanel::showFilter);
     applyLook();
 }
 
@@ -109,13 +109,14 @@ void OrderStreamPanel::applySearch()
     refresh();
 }
 
-/// The filters were cleared from the table.
+/// The filters were cleared from the table, or what was asked for was taken back.
 void OrderStreamPanel::showFilter()
 {
     const QSignalBlocker quiet(search);
     searchDelay.stop();
-    search->clear();
-    statuses->button(0)->setChecked(true);
+    search->setText(streamTable->pages().codeSearch());
+    if (QAbstractButton *button = statuses->button(streamTable->pages().exFilterStatus()))
+        button->setChecked(true);
     refresh();
 }
 
@@ -126,7 +127,7 @@ void OrderStreamPanel::take(const FeedPump::Records &records)
 
 int OrderStreamPanel::shownCount() const
 {
-    return streamTable->pages().size();
+    return streamTable->pages().shownSize();
 }
 
 int OrderStreamPanel::allCount() const

@@ -70,7 +70,7 @@ void PagedRows::apply(const KV::CUpdatePageDataResult &result)
 
 void PagedRows::onTimer()
 {
-    readPage(pageModel->getPageDatas());
+    readPage(pageModel->getShownPage());
     if (std::exchange(sumsTouched, false))
         setUpdated(true);
 }
@@ -79,8 +79,8 @@ void PagedRows::settlePage()
 {
     if (!touched)
         return;
-    const PageList page = pageModel->getPageDatas();
-    if (!stale && isWhole(page)) {
+    const PageList page = pageModel->getShownPage();
+    if (!stale && readRevision == pageModel->shownRevision() && isWhole(page)) {
         removeGone();
         handIn(page);
     } else {
@@ -99,6 +99,7 @@ bool PagedRows::isWhole(const PageList &page) const
 
 void PagedRows::readPage(const PageList &page)
 {
+    readRevision = pageModel->shownRevision();
     std::unordered_map<std::string, Shown> before;
     before.swap(shown);
     for (const auto &each : page) {
@@ -198,6 +199,13 @@ int PagedRows::customSort(const Row &a, const Row &b) const
 }
 
 QString PagedRows::getStatDispalyQString(int column) const
+{
+    if (!pageModel->isPending())
+        lastSums[column] = sumText(column);
+    return lastSums.value(column);
+}
+
+QString PagedRows::sumText(int column) const
 {
     switch (columnType(column)) {
     case QVariant::Int:

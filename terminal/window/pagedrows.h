@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QVector>
 #include <set>
 #include <string>
@@ -45,10 +46,10 @@ public:
     /// Times that the page was read anew for want of a result that tells.
     int refills() const { return refillCount; }
 
-    /// Reads the page: after a page change, a sort, a filter.
+    /// Reads the page: after a page change, a sort, a filter. Never waits for the paged model's work.
     void onTimer() override;
     int customSort(const Row &a, const Row &b) const override;
-    /// The sums are the paged model's, over every page.
+    /// The sums are the paged model's, over every page; the last ones while it sorts or filters.
     QString getStatDispalyQString(int column) const override;
 
 private:
@@ -69,6 +70,7 @@ private:
     void removeGone();
     void handIn(const PageList &page);
     static void place(const std::vector<Shown *> &rows);
+    QString sumText(int column) const;
     static bool placeRun(const std::vector<Shown *> &rows, size_t first, size_t last);
 
     Pages pageModel;
@@ -78,6 +80,8 @@ private:
     bool touched = false; ///< rows to be removed, or fresh ones
     bool sumsTouched = false;
     int refillCount = 0;
+    quint64 readRevision = 0;            ///< of the paged model's lists, when the page was read
+    mutable QMap<int, QString> lastSums; ///< as they were shown before work on the whole list
 };
 
 } // namespace terminal

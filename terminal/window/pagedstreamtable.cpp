@@ -47,7 +47,13 @@ void PagedStreamTable::clearFilter()
     pages().setExFilterStatus(0);
     pages().setFilter(QString());
     KV::CHpfDataTable::clearFilter();
-    Q_EMIT filterCleared();
+    Q_EMIT filterRestored();
+}
+
+void PagedStreamTable::cancelWork()
+{
+    KV::CHpfDataTable::cancelWork();
+    Q_EMIT filterRestored();
 }
 
 void PagedStreamTable::showNow()

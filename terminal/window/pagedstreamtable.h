@@ -28,12 +28,14 @@ public:
     void setCodeSearch(const QString &text);
     /// Takes status and search off as well.
     void clearFilter() override;
+    void cancelWork() override;
 
     /// Brings page and total up to date before it redraws.
     void showNow();
 
 Q_SIGNALS:
-    void filterCleared();
+    /// Status or search are others, and not because somebody asked for them here.
+    void filterRestored();
 
 private:
     void filterAnew();

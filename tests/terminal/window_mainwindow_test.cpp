@@ -127,6 +127,8 @@ TEST_F(WindowTest, AFilterShowsInTheTitleAndTheSumsAreThoseOfTheShownRows)
     KV::CHpfDataTable &table = panel.table();
     QSet<QString> sells{QStringLiteral("卖出")};
     table.onFilterTrigger(table.getColumnIdByFileId(refhost::OrderDirection), ZB::FilterExact, sells);
+    const auto isDone = [&panel] { return !panel.stream().pages().isPending(); };
+    ASSERT_TRUE(QTest::qWaitFor(isDone));
     panel.refresh();
     const Records shownOrders = shownRecords(panel);
     const int allOrders = panel.stream().pages().getAllDatas().size();
@@ -138,6 +140,7 @@ TEST_F(WindowTest, AFilterShowsInTheTitleAndTheSumsAreThoseOfTheShownRows)
         ASSERT_EQ(record->getString(refhost::OrderDirection), "1");
     expectSums(panel, {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderCancelled, refhost::OrderUnfilled});
     table.clearFilter();
+    ASSERT_TRUE(QTest::qWaitFor(isDone));
     panel.refresh();
     EXPECT_EQ(panel.summary(), all + QStringLiteral(" 笔"));
 }

@@ -382,6 +382,34 @@ TEST_F(OrderStreamTest, ClearingTheFiltersResetsStatusAndSearch)
     EXPECT_EQ(pages->size(), 110) << "later orders pass too";
 }
 
+TEST_F(OrderStreamTest, OrdersComeInWhileTheListIsSortedAndFiltered)
+{
+    takeOrders(1, 5000);
+    panel->showNow();
+    pages->setWorkPerCall(0);
+    clickHeader(columnOf(OrderQuantity));
+    QTest::mouseClick(button("已成"), Qt::LeftButton);
+    ASSERT_TRUE(pages->isPending());
+    takeOrders(5001, 5005);
+    panel->refresh();
+    EXPECT_EQ(panel->summary().toStdString(), "5,005 笔") << "as it is shown";
+    panel->showNow();
+    EXPECT_TRUE(pages->isPending()) << "showing it does not wait for the new list";
+    takeOrders(1, 3);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !pages->isPending(); }));
+    EXPECT_EQ(shown(), "5005..4510 x 100");
+    EXPECT_EQ(shownKeys(), pageKeys());
+    panel->refresh();
+    EXPECT_EQ(panel->summary().toStdString(), "筛选 1,001 / 5,005 笔");
+
+    QTest::mouseClick(button("未完成"), Qt::LeftButton);
+    ASSERT_TRUE(pages->isPending());
+    table->cancelWork();
+    EXPECT_TRUE(button("已成")->isChecked());
+    EXPECT_EQ(shown(), "5005..4510 x 100");
+    EXPECT_EQ(pages->size(), 1001);
+}
+
 TEST_F(OrderStreamReplay, TurningPagesLosesAndRepeatsNoRow)
 {
     ASSERT_TRUE(playAndTurnPages());

@@ -1,3 +1,4 @@
+#include <QtTest/QTest>
 #include <gtest/gtest.h>
 
 #include "model/chpfdatamodel.h"
@@ -102,6 +103,52 @@ TEST_F(HpfDataTablePaging, AHeaderClickSortsThePages)
     send(sortEvent, 0, ColumnVolume);
     EXPECT_EQ(order(), std::to_string(ColumnVolume) + " 1");
     EXPECT_EQ(model->steps, before + 3);
+}
+
+TEST_F(HpfDataTablePaging, LongWorkGoesOnBetweenTheEventsOfTheWindow)
+{
+    add(0, 6000);
+    pages->setWorkPerCall(0);
+    window->show();
+    const auto firstShown = [this] { return pages->getShownPage().value(0)->getIData()->getKey(); };
+    const auto order = [this] { return pages->isPending() ? "under way" : "done"; };
+    const int before = model->steps;
+    send(sortEvent, 0, ColumnLots);
+    send(pageEvent, 0, 10, "20");
+    EXPECT_STREQ(order(), "under way");
+    EXPECT_EQ(firstShown(), "k10") << "in the order that is still shown";
+    EXPECT_LT(table->workProgress(), 1000);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !pages->isPending(); }));
+    EXPECT_EQ(firstShown(), "k5989");
+    EXPECT_GE(model->steps, before + 3) << "the rows of the sorted page are fetched";
+    EXPECT_EQ(table->workProgress(), 1000);
+
+    table->setColumnFilterable(ColumnText, true);
+    QSet<QString> values{QStringLiteral("第3")};
+    table->onFilterTrigger(ColumnText, ZB::FilterExact, values);
+    send(sortEvent, 0, ColumnVolume);
+    EXPECT_EQ(table->columnFilters().size(), 1);
+    EXPECT_EQ(table->totalCount(), 6000);
+    table->cancelWork();
+    EXPECT_STREQ(order(), "done");
+    EXPECT_TRUE(table->columnFilters().isEmpty());
+    EXPECT_EQ(pages->sortColumn(), ColumnLots);
+    table->onFilterTrigger(ColumnText, ZB::FilterExact, values);
+    EXPECT_EQ(pages->size(), 1) << "who reads the list does not see it half done";
+    table->onTimer();
+    EXPECT_EQ(table->totalCount(), 1);
+
+    EXPECT_LT(table->gatherMenuItems(ColumnText, true, 0), 1000);
+    int slices = 1;
+    while (table->gatherMenuItems(ColumnText, false, 0) < 1000)
+        ++slices;
+    EXPECT_GT(slices, 10);
+    add(6000, 1);
+    EXPECT_EQ(table->getMenuItems(ColumnText).size(), 6000) << "those that were gathered";
+    EXPECT_EQ(table->getMenuItems(ColumnText).size(), 6001);
+    table->setPageModel(nullptr);
+    pages->reverseSortByColumn(ColumnVolume);
+    EXPECT_STREQ(order(), "done");
 }
 
 TEST_F(HpfDataTablePaging, RemovalsFiltersAndSumsReachThePages)

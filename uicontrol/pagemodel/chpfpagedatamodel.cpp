@@ -5,6 +5,7 @@
 #include <log4cxx/logger.h>
 
 #include "kdservice/keyhash.h"
+#include "pagemodel/pagemenugatherer.h"
 #include "pagemodel/pagemodelcore.h"
 #include "utils/clogcenter.h"
 
@@ -13,6 +14,8 @@ namespace KV {
 namespace {
 
 constexpr int debugId = 911;
+constexpr int doneAtOnce = 4096;  ///< records; about a millisecond's work
+constexpr int finishedAtOnce = 2; ///< milliseconds under the lock while a reader waits
 
 bool detailsWanted()
 {
@@ -32,7 +35,7 @@ void writeDetails(const std::vector<std::string> &messages)
 
 /// Runs a change under the exclusive lock, and writes its messages when the lock is gone.
 template <typename Change>
-auto CHpfPageDataModel::change(Change work)
+auto CHpfPageDataModel::change(Change work) const
 {
     const bool logging = logDetail && detailsWanted();
     boost::unique_lock<boost::shared_mutex> lock(mutex);
@@ -54,11 +57,57 @@ auto CHpfPageDataModel::change(Change work)
     }
 }
 
+/// A change that sorts and filters which are under way would not notice.
+template <typename Change>
+auto CHpfPageDataModel::settledChange(Change work)
+{
+    return change([&](PageModelCore &c) {
+        c.stepWork(PageDeadline());
+        return work(c);
+    });
+}
+
+/// Asks for a sort or a filter.
+template <typename Ask>
+void CHpfPageDataModel::ask(Ask work)
+{
+    change([&](PageModelCore &c) {
+        work(c);
+        const int milliseconds = workPerCall;
+        if (milliseconds < 0 || (milliseconds > 0 && c.all.size() <= doneAtOnce))
+            c.stepWork(PageDeadline());
+        else if (milliseconds > 0)
+            c.stepWork(PageDeadline(milliseconds));
+    });
+}
+
+/// Reads the lists as they are.
 template <typename Read>
-auto CHpfPageDataModel::read(Read work) const
+auto CHpfPageDataModel::shownRead(Read work) const
 {
     const boost::shared_lock<boost::shared_mutex> lock(mutex);
     return work(const_cast<const PageModelCore &>(*core));
+}
+
+/// Reads the lists as they were asked for.
+template <typename Read>
+auto CHpfPageDataModel::read(Read work) const
+{
+    for (;;) {
+        {
+            const boost::shared_lock<boost::shared_mutex> lock(mutex);
+            if (!core->hasWork())
+                return work(const_cast<const PageModelCore &>(*core));
+        }
+        finishWork();
+    }
+}
+
+/// Piece by piece, so that other threads get in between.
+void CHpfPageDataModel::finishWork() const
+{
+    while (!change([](PageModelCore &c) { return c.stepWork(PageDeadline(finishedAtOnce)); })) {
+    }
 }
 
 CHpfPageDataModel::CHpfPageDataModel(int dataType, kdservice::EVxTraderType traderType, bool appendSeq)
@@ -110,7 +159,7 @@ int CHpfPageDataModel::size() const
 
 int CHpfPageDataModel::originalSize() const
 {
-    return read([](const PageModelCore &c) { return c.all.size(); });
+    return shownRead([](const PageModelCore &c) { return c.all.size(); });
 }
 
 bool CHpfPageDataModel::totalCountChange()
@@ -142,6 +191,21 @@ QList<CHpfPageDataModel::Page> CHpfPageDataModel::getPageDatas() const
     return read([&](const PageModelCore &c) { return pagesOf(c.pageSlots()); });
 }
 
+QList<CHpfPageDataModel::Page> CHpfPageDataModel::getShownPage() const
+{
+    return shownRead([&](const PageModelCore &c) { return pagesOf(c.pageSlots()); });
+}
+
+int CHpfPageDataModel::shownSize() const
+{
+    return shownRead([](const PageModelCore &c) { return c.visible.size(); });
+}
+
+quint64 CHpfPageDataModel::shownRevision() const
+{
+    return shownRead([](const PageModelCore &c) { return c.revision; });
+}
+
 CHpfPageDataModel::Page CHpfPageDataModel::getData(int index) const
 {
     return read([&](const PageModelCore &c) {
@@ -158,7 +222,7 @@ CHpfPageDataModel::Page CHpfPageDataModel::getDataFromAll(int index) const
 
 CHpfPageDataModel::Page CHpfPageDataModel::getDataByKey(quint64 key) const
 {
-    return read([&](const PageModelCore &c) {
+    return shownRead([&](const PageModelCore &c) {
         const quint32 slot = c.rows.findHash(key);
         return slot == PageRows::noSlot ? Page() : c.rows[slot].page;
     });
@@ -166,7 +230,7 @@ CHpfPageDataModel::Page CHpfPageDataModel::getDataByKey(quint64 key) const
 
 bool CHpfPageDataModel::containData(quint64 key) const
 {
-    return read([&](const PageModelCore &c) { return c.rows.findHash(key) != PageRows::noSlot; });
+    return shownRead([&](const PageModelCore &c) { return c.rows.findHash(key) != PageRows::noSlot; });
 }
 
 std::string CHpfPageDataModel::getDataKeyByIndex(int index) const
@@ -196,12 +260,12 @@ int CHpfPageDataModel::getDataIndexByKey(quint64 key) const
 
 int CHpfPageDataModel::getDataInsertIndex(const Page &page)
 {
-    return change([&](PageModelCore &c) { return c.insertIndexIn(c.visible, page); });
+    return settledChange([&](PageModelCore &c) { return c.insertIndexIn(c.visible, page); });
 }
 
 int CHpfPageDataModel::getAllDataInsertIndex(const Page &page)
 {
-    return change([&](PageModelCore &c) { return c.insertIndexIn(c.all, page); });
+    return settledChange([&](PageModelCore &c) { return c.insertIndexIn(c.all, page); });
 }
 
 void CHpfPageDataModel::setPageCount(int rows)
@@ -216,17 +280,17 @@ void CHpfPageDataModel::setStartIndex(int index)
 
 int CHpfPageDataModel::pageCount() const
 {
-    return read([](const PageModelCore &c) { return c.pageCount; });
+    return shownRead([](const PageModelCore &c) { return c.pageCount; });
 }
 
 int CHpfPageDataModel::startIndex() const
 {
-    return read([](const PageModelCore &c) { return c.startIndex; });
+    return shownRead([](const PageModelCore &c) { return c.startIndex; });
 }
 
 bool CHpfPageDataModel::isIndexAtShowRegion(int index) const
 {
-    return read([&](const PageModelCore &c) { return c.isIndexAtShowRegion(index); });
+    return shownRead([&](const PageModelCore &c) { return c.isIndexAtShowRegion(index); });
 }
 
 void CHpfPageDataModel::setAppendSeq(bool append)
@@ -236,65 +300,100 @@ void CHpfPageDataModel::setAppendSeq(bool append)
 
 bool CHpfPageDataModel::defaultSeqAscending() const
 {
-    return read([](const PageModelCore &c) { return c.appendSeq; });
+    return shownRead([](const PageModelCore &c) { return c.appendSeq; });
 }
 
 void CHpfPageDataModel::sortByColumnID(int column, int order)
 {
-    change([&](PageModelCore &c) { c.sortByColumnID(column, order); });
+    ask([&](PageModelCore &c) { c.sortByColumnID(column, order); });
 }
 
 void CHpfPageDataModel::reverseSortByColumn(int column)
 {
-    change([&](PageModelCore &c) {
-        if (column != c.sortColumn)
+    ask([&](PageModelCore &c) {
+        const int order = c.wantedOrder();
+        if (column != c.wantedColumn())
             c.sortByColumnID(column, 1);
-        else if (c.sortOrder == 0 || c.sortOrder == 1)
-            c.sortByColumnID(column, 1 - c.sortOrder);
+        else if (order == 0 || order == 1)
+            c.sortByColumnID(column, 1 - order);
     });
 }
 
 void CHpfPageDataModel::clearSort()
 {
-    change([](PageModelCore &c) { c.clearSort(); });
+    ask([](PageModelCore &c) { c.clearSort(); });
 }
 
 int CHpfPageDataModel::sortColumn() const
 {
-    return read([](const PageModelCore &c) { return c.sortColumn; });
+    return shownRead([](const PageModelCore &c) { return c.wantedColumn(); });
 }
 
 int CHpfPageDataModel::sortOrder() const
 {
-    return read([](const PageModelCore &c) { return c.sortOrder; });
+    return shownRead([](const PageModelCore &c) { return c.wantedOrder(); });
 }
 
 void CHpfPageDataModel::setCodeSortColumn(int column)
 {
-    change([&](PageModelCore &c) {
+    settledChange([&](PageModelCore &c) {
         c.codeColumn = column;
         c.columnsChanged();
     });
 }
 
+void CHpfPageDataModel::setWorkPerCall(int milliseconds)
+{
+    workPerCall = milliseconds;
+}
+
+bool CHpfPageDataModel::isPending() const
+{
+    return shownRead([](const PageModelCore &c) { return c.hasWork(); });
+}
+
+bool CHpfPageDataModel::step(int milliseconds)
+{
+    return change([&](PageModelCore &c) { return c.stepWork(PageDeadline(milliseconds)); });
+}
+
+int CHpfPageDataModel::progress() const
+{
+    return shownRead([](const PageModelCore &c) { return c.workProgress(); });
+}
+
+bool CHpfPageDataModel::cancel()
+{
+    return change([](PageModelCore &c) {
+        const bool pending = c.hasWork();
+        c.cancelWork();
+        return pending;
+    });
+}
+
 void CHpfPageDataModel::filterColumn(const ColumnFilters &filters)
 {
-    change([&](PageModelCore &c) { c.filterColumn(filters); });
+    ask([&](PageModelCore &c) { c.filterColumn(filters); });
 }
 
 CHpfPageDataModel::ColumnFilters CHpfPageDataModel::columnFilters() const
 {
-    return read([](const PageModelCore &c) { return c.filter.columnFilters(); });
+    return shownRead([](const PageModelCore &c) { return c.wantedFilter().columnFilters(); });
 }
 
 void CHpfPageDataModel::clearFilter(bool rebuild)
 {
-    change([&](PageModelCore &c) { c.clearFilter(rebuild); });
+    ask([&](PageModelCore &c) { c.clearFilter(rebuild); });
 }
 
-void CHpfPageDataModel::setFilter(const QString &codeSearch)
+void CHpfPageDataModel::setFilter(const QString &text)
 {
-    change([&](PageModelCore &c) { c.filter.setCodeSearch(codeSearch); });
+    change([&](PageModelCore &c) { c.setCodeSearch(text); });
+}
+
+QString CHpfPageDataModel::codeSearch() const
+{
+    return shownRead([](const PageModelCore &c) { return c.wantedFilter().codeText(); });
 }
 
 void CHpfPageDataModel::setExFilterSource(int source)
@@ -304,22 +403,25 @@ void CHpfPageDataModel::setExFilterSource(int source)
 
 void CHpfPageDataModel::setExFilterStatus(int status)
 {
-    change([&](PageModelCore &c) { c.filter.setStatus(status); });
+    change([&](PageModelCore &c) { c.setStatus(status); });
 }
 
 int CHpfPageDataModel::exFilterSource() const
 {
-    return read([&](const PageModelCore &) { return filterSource; });
+    return shownRead([&](const PageModelCore &) { return filterSource; });
 }
 
 int CHpfPageDataModel::exFilterStatus() const
 {
-    return read([](const PageModelCore &c) { return c.filter.statusMode(); });
+    return shownRead([](const PageModelCore &c) { return c.wantedFilter().statusMode(); });
 }
 
 QStringList CHpfPageDataModel::getMenuItems(int column) const
 {
-    return read([&](const PageModelCore &c) { return c.menuItems(column); });
+    PageMenuGatherer gatherer(*this, column);
+    while (!gatherer.step(1000)) {
+    }
+    return gatherer.items();
 }
 
 void CHpfPageDataModel::setLogDetail(bool on)
@@ -334,7 +436,7 @@ bool CHpfPageDataModel::checkConsistency() const
 
 void CHpfPageDataModel::setTraderType(kdservice::EVxTraderType traderType)
 {
-    change([&](PageModelCore &c) {
+    settledChange([&](PageModelCore &c) {
         c.columns.setTraderType(traderType);
         c.columnsChanged();
     });
@@ -342,7 +444,7 @@ void CHpfPageDataModel::setTraderType(kdservice::EVxTraderType traderType)
 
 void CHpfPageDataModel::setColumnFieldDesMap(const QMap<int, kdservice::FieldDes *> &map)
 {
-    change([&](PageModelCore &c) {
+    settledChange([&](PageModelCore &c) {
         c.columns.setFieldDesMap(map);
         c.columnsChanged();
     });
@@ -350,12 +452,12 @@ void CHpfPageDataModel::setColumnFieldDesMap(const QMap<int, kdservice::FieldDes
 
 void CHpfPageDataModel::setColumnIDPropertyMap(const QMap<int, CHpfDataColumnProperty> &map)
 {
-    change([&](PageModelCore &c) { c.columns.setPropertyMap(map); });
+    settledChange([&](PageModelCore &c) { c.columns.setPropertyMap(map); });
 }
 
 void CHpfPageDataModel::setFieldColumnIDMap(const QMap<int, int> &map)
 {
-    change([&](PageModelCore &c) {
+    settledChange([&](PageModelCore &c) {
         c.columns.setFieldColumnMap(map);
         c.columnsChanged();
     });
@@ -363,7 +465,7 @@ void CHpfPageDataModel::setFieldColumnIDMap(const QMap<int, int> &map)
 
 QMap<int, kdservice::FieldDes *> CHpfPageDataModel::getColumnFieldDesMap() const
 {
-    return read([](const PageModelCore &c) { return c.columns.fieldDesMap(); });
+    return shownRead([](const PageModelCore &c) { return c.columns.fieldDesMap(); });
 }
 
 bool CHpfPageDataModel::getFieldDesID(int column, kdservice::FieldDes **field) const
@@ -378,28 +480,28 @@ bool CHpfPageDataModel::getFieldDesID(int column, kdservice::FieldDes **field) c
 
 int CHpfPageDataModel::getFiledIdByColumn(int column) const
 {
-    return read([&](const PageModelCore &c) { return c.columns.fieldIdOf(column); });
+    return shownRead([&](const PageModelCore &c) { return c.columns.fieldIdOf(column); });
 }
 
 QVariant::Type CHpfPageDataModel::columnType(int column) const
 {
-    return read([&](const PageModelCore &c) { return c.columns.type(column); });
+    return shownRead([&](const PageModelCore &c) { return c.columns.type(column); });
 }
 
 bool CHpfPageDataModel::getValue(int column, const boost::shared_ptr<kdservice::IData> &record, QVariant &value) const
 {
-    return record && read([&](const PageModelCore &c) { return c.columns.value(*record, column, value); });
+    return record && shownRead([&](const PageModelCore &c) { return c.columns.value(*record, column, value); });
 }
 
 bool CHpfPageDataModel::getIDataStringByColID(int column, const boost::shared_ptr<kdservice::IData> &record,
                                               QString &text, OriginData &origin) const
 {
-    return record && read([&](const PageModelCore &c) { return c.columns.origin(*record, column, text, origin); });
+    return record && shownRead([&](const PageModelCore &c) { return c.columns.origin(*record, column, text, origin); });
 }
 
 void CHpfPageDataModel::setColumnStatEnable(int column, bool enable)
 {
-    change([&](PageModelCore &c) { c.setColumnStatEnable(column, enable); });
+    settledChange([&](PageModelCore &c) { c.setColumnStatEnable(column, enable); });
 }
 
 int CHpfPageDataModel::getStatColumnInt(int column) const

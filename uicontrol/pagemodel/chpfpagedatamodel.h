@@ -40,6 +40,9 @@ struct OriginData;
 /// missing values (the largest of a type, NaN) last in both directions, doubles equal within 1e-05; ties among orders
 /// and among deals by the host's sequence of entry, then by key. Order 0 is ascending, any other descending. Cost: a
 /// change takes logarithmic time, at a million records some microseconds; sorts and filters read every record.
+/// Slices: with setWorkPerCall(), long sorts and filters are only asked for, and step() carries them out a while at a
+/// time. Meanwhile records come and go in the lists as they are, whose page getShownPage() tells, and every other read
+/// of a list finishes the work first.
 class UICONTROL_API CHpfPageDataModel
 {
 public:
@@ -118,6 +121,27 @@ public:
     void setCodeSortColumn(int column);
     /// @}
 
+    /// @name Work in slices
+    /// @{
+    /// How long a call that asks for a sort or a filter works on it itself; the rest is left to step(). Below 0, as at
+    /// first: until it is done. Some thousand records are done at once unless it is 0.
+    void setWorkPerCall(int milliseconds);
+    /// Whether a sort or a filter is not carried out yet.
+    bool isPending() const;
+    /// Works for about as many milliseconds, at a million records up to 20 more; true when nothing is pending.
+    bool step(int milliseconds);
+    /// How far the work is, in thousandths; 1000 when nothing is pending.
+    int progress() const;
+    /// Takes back the sorts and filters that are not carried out: the model says and shows what it did before them.
+    /// False when nothing was pending.
+    bool cancel();
+    /// The records of the page in the present lists, and the length of the visible one; finish no work.
+    QList<Page> getShownPage() const;
+    int shownSize() const;
+    /// Another one after a sort or a filter has changed the present lists.
+    quint64 shownRevision() const;
+    /// @}
+
     /// @name Filters
     /// @{
     /// Replaces the column filters and rebuilds the visible list, with the search and the status as they are now.
@@ -126,8 +150,9 @@ public:
     /// Drops the column filters. rebuild: the visible list becomes a copy of the all list, whatever search and status
     /// say.
     void clearFilter(bool rebuild);
+    QString codeSearch() const;
     /// Search for a code; takes effect with the next record or rebuild, like the two below.
-    void setFilter(const QString &codeSearch);
+    void setFilter(const QString &text);
     void setExFilterSource(int source);
     /// Orders only: 0 all, 1 open, 2 filled, 3 ended without a full fill; any other none.
     void setExFilterStatus(int status);
@@ -172,16 +197,26 @@ public:
     bool checkConsistency() const;
 
 private:
+    friend class PageMenuGatherer;
+
     template <typename Change>
-    auto change(Change work);
+    auto change(Change work) const;
+    template <typename Change>
+    auto settledChange(Change work);
+    template <typename Ask>
+    void ask(Ask work);
+    template <typename Read>
+    auto shownRead(Read work) const;
     template <typename Read>
     auto read(Read work) const;
+    void finishWork() const;
     QList<Page> pagesOf(const std::vector<quint32> &slotList) const;
 
     mutable boost::shared_mutex mutex; ///< guards `core` and `filterSource`
     std::unique_ptr<PageModelCore> core;
     int filterSource = 0;
-    std::atomic<bool> countChanged{false};
+    std::atomic<int> workPerCall{-1};
+    mutable std::atomic<bool> countChanged{false};
     std::atomic<bool> logDetail{false};
 };
 

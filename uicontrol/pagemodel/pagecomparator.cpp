@@ -4,14 +4,11 @@
 #include <limits>
 #include <string_view>
 
-#include "kdservice/cdealdetailv2.h"
-#include "kdservice/corderdetailv2.h"
-#include "model/fieldvalue.h"
-#include "pagemodel/pagecolumns.h"
-
 namespace KV {
 
 namespace {
+
+using State = PageSortKey::State;
 
 constexpr double equalWithin = 1e-05;
 constexpr int noSequence = std::numeric_limits<int>::max();
@@ -34,32 +31,15 @@ int compareTexts(std::string_view a, std::string_view b)
     return a.size() != b.size() ? sign(a.size(), b.size()) : sign(a.compare(b), 0);
 }
 
-PageSortValue integerValue(qint64 value, qint64 absent)
-{
-    PageSortValue result;
-    result.state = value == absent ? PageSortValue::State::Empty : PageSortValue::State::Integer;
-    result.integer = value;
-    return result;
-}
-
-PageSortValue realValue(double value)
-{
-    PageSortValue result;
-    result.state = std::isnan(value) || isAbsent(value) ? PageSortValue::State::Empty : PageSortValue::State::Real;
-    result.real = value;
-    return result;
-}
-
 } // namespace
 
 int PageComparator::compare(quint32 a, quint32 b) const
 {
-    if (columnId == NoColumn || a == b)
+    if (columnId < 0 || a == b)
         return 0;
-    const PageRow &rowA = rows[a];
-    const PageRow &rowB = rows[b];
-    if (rowA.record == rowB.record || rowA.sortValue.state == PageSortValue::State::Missing ||
-        rowB.sortValue.state == PageSortValue::State::Missing)
+    const PageSortKey &keyA = keys[a];
+    const PageSortKey &keyB = keys[b];
+    if (keyA.record == keyB.record || keyA.state == State::Missing || keyB.state == State::Missing)
         return 0;
     int result = compareValues(a, b);
     if (result == 0)
@@ -77,72 +57,32 @@ int PageComparator::emptyLast(bool emptyA, bool emptyB) const
 
 int PageComparator::compareValues(quint32 a, quint32 b) const
 {
-    using State = PageSortValue::State;
-    const PageSortValue &valueA = rows[a].sortValue;
-    const PageSortValue &valueB = rows[b].sortValue;
-    if (valueA.state == State::Empty || valueB.state == State::Empty)
-        return emptyLast(valueA.state == State::Empty, valueB.state == State::Empty);
-    if (valueA.state != valueB.state)
+    const PageSortKey &keyA = keys[a];
+    const PageSortKey &keyB = keys[b];
+    if (keyA.state == State::Empty || keyB.state == State::Empty)
+        return emptyLast(keyA.state == State::Empty, keyB.state == State::Empty);
+    if (keyA.state != keyB.state)
         return 0;
-    switch (valueA.state) {
+    switch (keyA.state) {
     case State::Integer:
-        return sign(valueA.integer, valueB.integer);
+        return sign(keyA.integer, keyB.integer);
     case State::Real:
-        return compareReals(valueA.real, valueB.real);
+        return compareReals(keyA.real, keyB.real);
     default:
-        return compareTexts(rows.text(a), rows.text(b));
+        return compareTexts(keys.text(a), keys.text(b));
     }
 }
 
 int PageComparator::compareTies(quint32 a, quint32 b) const
 {
-    const PageRow &rowA = rows[a];
-    const PageRow &rowB = rows[b];
-    if (!(rowA.order && rowB.order) && !(rowA.deal && rowB.deal))
+    const PageSortKey &keyA = keys[a];
+    const PageSortKey &keyB = keys[b];
+    if (keyA.kind != keyB.kind || keyA.kind == PageSortKey::Kind::Other)
         return 0;
-    const bool emptyA = rowA.entrySequence == noSequence;
-    const bool emptyB = rowB.entrySequence == noSequence;
-    const int bySequence = emptyA || emptyB ? emptyLast(emptyA, emptyB) : sign(rowA.entrySequence, rowB.entrySequence);
-    return bySequence != 0 ? bySequence : compareTexts(rows.keyView(a), rows.keyView(b));
-}
-
-void captureSortValue(PageRows &rows, quint32 slot, const PageColumns &columns, int column, int codeColumn)
-{
-    PageRow &row = rows[slot];
-    row.sortValue = PageSortValue();
-    if (column < 0)
-        return;
-    if (column == codeColumn && row.order) {
-        row.sortValue.state = PageSortValue::State::Text;
-        rows.setText(slot, row.order->codeText());
-        return;
-    }
-    boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *holder = columns.getFieldIDataPtr(*row.record, column, keep);
-    if (!holder)
-        return;
-    const int fieldId = columns.fieldIdOf(column);
-    switch (columns.field(column)->dataType) {
-    case kdservice::ExtBool:
-        row.sortValue = integerValue(holder->getBool(fieldId) ? 1 : 0, noSequence);
-        break;
-    case kdservice::ExtInt:
-    case kdservice::ExtChar:
-        row.sortValue = integerValue(holder->getInt(fieldId), std::numeric_limits<int>::max());
-        break;
-    case kdservice::ExtLong:
-        row.sortValue = integerValue(holder->getLong(fieldId), std::numeric_limits<qint64>::max());
-        break;
-    case kdservice::ExtDouble:
-        row.sortValue = realValue(holder->getDouble(fieldId));
-        break;
-    case kdservice::ExtString:
-        row.sortValue.state = PageSortValue::State::Text;
-        rows.setText(slot, holder->getString(fieldId));
-        break;
-    default:
-        break;
-    }
+    const bool emptyA = keyA.entrySequence == noSequence;
+    const bool emptyB = keyB.entrySequence == noSequence;
+    const int bySequence = emptyA || emptyB ? emptyLast(emptyA, emptyB) : sign(keyA.entrySequence, keyB.entrySequence);
+    return bySequence != 0 ? bySequence : compareTexts(keys.keyText(a), keys.keyText(b));
 }
 
 } // namespace KV

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "pagemodel/pagerows.h"
+#include "pagemodel/pagesortkeys.h"
 
 namespace KV {
-
-class PageColumns;
 
 /// The order of a paged model's lists: by one column, missing values last in both directions, ties among orders and
 /// among deals broken by the host's sequence of entry and then by the key. Works on the values that were captured when
@@ -14,7 +12,7 @@ class PageComparator
 public:
     static constexpr int NoColumn = -1;
 
-    explicit PageComparator(const PageRows &pageRows) : rows(pageRows) {}
+    explicit PageComparator(const PageSortKeys &sortKeys) : keys(sortKeys) {}
 
     void set(int column, int sortOrder)
     {
@@ -33,13 +31,9 @@ private:
     /// The sign that puts an empty value last once the order is applied.
     int emptyLast(bool emptyA, bool emptyB) const;
 
-    const PageRows &rows;
+    const PageSortKeys &keys;
     int order = 0;
     int columnId = NoColumn;
 };
-
-/// Takes the value of the sort column from the record in a slot. `codeColumn` is a column under which orders compare by
-/// their code, -1 for none.
-void captureSortValue(PageRows &rows, quint32 slot, const PageColumns &columns, int column, int codeColumn);
 
 } // namespace KV

@@ -100,14 +100,14 @@ bool PageFilter::isPassColumnFilter(const PageRow &row, int column, const core::
                                     Memory *memory) const
 {
     boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *part = columns.getFieldIDataPtr(*row.record, column, keep);
+    const kdservice::IData *part = columns->getFieldIDataPtr(*row.record, column, keep);
     if (!part)
         return testDataImpl(values, QString());
-    const auto test = [&] { return testDataImpl(values, columns.format(column)->text(*part)); };
+    const auto test = [&] { return testDataImpl(values, columns->format(column)->text(*part)); };
     if (!memory)
         return test();
-    AnswersByValue<bool> &known = memory->try_emplace(column, *columns.field(column)).first->second;
-    return known.answer(*part, columns.fieldIdOf(column), test);
+    AnswersByValue<bool> &known = memory->try_emplace(column, *columns->field(column)).first->second;
+    return known.answer(*part, columns->fieldIdOf(column), test);
 }
 
 } // namespace KV

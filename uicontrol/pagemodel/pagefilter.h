@@ -22,13 +22,14 @@ using PageColumnFilters = QMap<int, QPair<ZB::EFilterType, QSet<QString>>>;
 class PageFilter
 {
 public:
-    PageFilter(int dataTypeId, const PageColumns &pageColumns) : dataType(dataTypeId), columns(pageColumns) {}
+    PageFilter(int dataTypeId, const PageColumns &pageColumns) : dataType(dataTypeId), columns(&pageColumns) {}
 
     void setColumnFilters(const PageColumnFilters &filters);
     const PageColumnFilters &columnFilters() const { return filterMap; }
     void setCodeSearch(const QString &text);
     void setStatus(int mode) { status = mode; }
     int statusMode() const { return status; }
+    QString codeText() const { return QString::fromStdString(codeSearch); }
 
     /// Column filters, status mode and search.
     bool isPassAllFilter(const PageRow &row) const;
@@ -48,7 +49,7 @@ private:
     bool isPassCodeSearch(const PageRow &row) const;
 
     int dataType;
-    const PageColumns &columns;
+    const PageColumns *columns;
     PageColumnFilters filterMap;
     QMap<int, core::ValueFilter> valueFilters;
     std::string codeSearch; ///< UTF-8

@@ -1,24 +1,6 @@
 #include "pagemodel/pagelist.h"
 
-#include <algorithm>
-
 namespace KV {
-
-namespace {
-
-/// Merges the sorted runs [first, middle) and [middle, last) of `from` into `to`.
-void mergeRuns(const std::vector<quint32> &from, std::vector<quint32> &to, std::size_t first, std::size_t middle,
-               std::size_t last, const PageComparator &comparator)
-{
-    std::size_t left = first;
-    std::size_t right = middle;
-    for (std::size_t out = first; out < last; ++out) {
-        const bool takeLeft = left < middle && (right >= last || comparator.compare(from[right], from[left]) >= 0);
-        to[out] = takeLeft ? from[left++] : from[right++];
-    }
-}
-
-} // namespace
 
 std::vector<quint32> PageList::slotsInOrder() const
 {
@@ -80,19 +62,6 @@ int PageList::relocate(int index, const PageComparator &comparator)
     const int moved = insertIndex(slot, comparator);
     insert(moved, slot);
     return moved == index ? -1 : moved;
-}
-
-void PageList::sort(const PageComparator &comparator)
-{
-    std::vector<quint32> from = slotsInOrder();
-    std::vector<quint32> to(from.size());
-    for (std::size_t width = 1; width < from.size(); width *= 2) {
-        for (std::size_t first = 0; first < from.size(); first += 2 * width)
-            mergeRuns(from, to, first, std::min(first + width, from.size()), std::min(first + 2 * width, from.size()),
-                      comparator);
-        from.swap(to);
-    }
-    assign(from);
 }
 
 bool PageList::operator==(const PageList &other) const

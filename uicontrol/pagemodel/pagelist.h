@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "pagemodel/pagecomparator.h"
@@ -32,8 +31,6 @@ public:
     bool isMisplaced(int index, const PageComparator &comparator) const;
     /// Moves the slot at an index to its sorted place; the new index, or -1 when that is the old one.
     int relocate(int index, const PageComparator &comparator);
-    /// A merge sort: equal entries keep their order, and it is safe for an equality that is not transitive.
-    void sort(const PageComparator &comparator);
 
     bool operator==(const PageList &other) const;
 

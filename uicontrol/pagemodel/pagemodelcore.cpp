@@ -8,15 +8,16 @@ namespace {
 
 constexpr const char *appendMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : append.";
 constexpr const char *prependMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : prepend.";
-constexpr const char *notPassedMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : filter not passed.";
 
 } // namespace
 
 PageModelCore::PageModelCore(const void *owner_, int dataTypeId, kdservice::EVxTraderType traderType, bool append)
-    : columns(traderType), filter(dataTypeId, columns), appendSeq(append), owner(owner_), visibleComparator(rows),
-      allComparator(rows)
+    : columns(traderType), keys(rows), filter(dataTypeId, columns), appendSeq(append), owner(owner_),
+      askedFilter(filter), shownFilter(filter), visibleComparator(keys), allComparator(keys)
 {
 }
+
+PageModelCore::~PageModelCore() = default;
 
 PageModelCore::Result PageModelCore::addData(const Page &page)
 {
@@ -31,10 +32,11 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
     // The number goes on for a covered record too, which keeps its own.
     page->setDataSeq(known ? rows[slot].page->getDataSeq() : sequenceCounter);
     ++sequenceCounter;
+    if (!known)
+        slot = rows.add(key, hash, page);
+    noteChange(slot);
     if (known)
         rows.replace(slot, page);
-    else
-        slot = rows.add(key, hash, page);
     capture(slot);
     const int index = testAddDataToVisible(slot, false);
     if (index >= 0)
@@ -74,9 +76,10 @@ void PageModelCore::placeInAll(quint32 slot)
 
 int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
 {
+    if (std::exchange(filterSet, false))
+        shownFilter = filter;
     if (!filter.isPassAllFilter(rows[slot])) {
-        if (logging)
-            logSlot(notPassedMessage, slot);
+        logNotPassed(slot);
         return -1;
     }
     int index = 0;
@@ -98,6 +101,7 @@ int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
 PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
 {
     page->setDataSeq(rows[slot].page->getDataSeq());
+    noteChange(slot);
     rows.replace(slot, page);
     capture(slot);
     const int allIndex = all.indexOf(slot);
@@ -119,6 +123,7 @@ PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
 
 void PageModelCore::removeData(quint32 slot)
 {
+    noteChange(slot, /* leaves */ true);
     removeStatColumnData(slot);
     visible.erase(slot);
     all.erase(slot);
@@ -126,66 +131,21 @@ void PageModelCore::removeData(quint32 slot)
     countChanged = true;
 }
 
+/// What was asked for holds for the records to come.
 void PageModelCore::clear()
 {
+    works.clear();
+    filter = shownFilter = askedFilter;
+    if (askedColumn != sortColumn || askedOrder != sortOrder) {
+        keys.setColumn(askedColumn, codeColumn);
+        takeSort(askedColumn, askedOrder);
+    }
     visible.clear();
     all.clear();
     rows = PageRows();
     resetStatMap();
     sequenceCounter = 0;
     countChanged = true;
-}
-
-void PageModelCore::filterColumn(const PageColumnFilters &filters)
-{
-    filter.setColumnFilters(filters);
-    visible.clear();
-    PageFilter::Memory memory;
-    std::vector<quint32> passing;
-    for (const quint32 slot : all.slotsInOrder()) {
-        if (filter.isPassAllFilter(rows[slot], memory))
-            passing.push_back(slot);
-        else if (logging)
-            logSlot(notPassedMessage, slot);
-    }
-    if (sortColumn < 0) {
-        visible.assign(passing);
-    } else {
-        for (const quint32 slot : passing)
-            visible.insert(visible.insertIndex(slot, visibleComparator), slot);
-    }
-    countChanged = true;
-    refreshStatColumnData();
-}
-
-void PageModelCore::clearFilter(bool rebuild)
-{
-    filter.setColumnFilters({});
-    if (rebuild && !(visible == all)) {
-        visible.assign(all.slotsInOrder());
-        refreshStatColumnData();
-    }
-    countChanged = true;
-}
-
-void PageModelCore::sortByColumnID(int column, int order)
-{
-    if (logging)
-        log("[Model] [{0}] sort col id = {1}, order = {2}.", owner, column, order);
-    sortColumn = column;
-    sortOrder = order;
-    visibleComparator.set(column, order);
-    allComparator.set(column, order);
-    captureAll();
-    visible.sort(visibleComparator);
-    all.sort(allComparator);
-}
-
-void PageModelCore::clearSort()
-{
-    sortColumn = PageComparator::NoColumn;
-    visibleComparator.set(PageComparator::NoColumn, sortOrder);
-    allComparator.set(PageComparator::NoColumn, sortOrder);
 }
 
 void PageModelCore::columnsChanged()
@@ -217,14 +177,9 @@ void PageModelCore::refreshStatColumnData()
         addStatColumnData(slot);
 }
 
-void PageModelCore::capture(quint32 slot)
-{
-    captureSortValue(rows, slot, columns, sortColumn, codeColumn);
-}
-
 void PageModelCore::captureAll()
 {
-    rows.clearTexts();
+    keys.setColumn(sortColumn, codeColumn);
     for (const quint32 slot : all.slotsInOrder())
         capture(slot);
 }

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QtCore/QStringList>
+#include <deque>
 #include <fmt/format.h>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "pagemodel/cupdatepagedataresult.h"
-#include "pagemodel/pagefilter.h"
-#include "pagemodel/pagelist.h"
-#include "pagemodel/pagestatistics.h"
+#include "pagemodel/pagework.h"
 
 namespace KV {
 
@@ -21,6 +20,7 @@ public:
 
     /// owner: named in log messages.
     PageModelCore(const void *owner, int dataTypeId, kdservice::EVxTraderType traderType, bool append);
+    ~PageModelCore();
 
     PageModelCore(const PageModelCore &) = delete;
     PageModelCore &operator=(const PageModelCore &) = delete;
@@ -30,13 +30,37 @@ public:
     Result addData(const Page &page);
     void removeData(quint32 slot);
     void clear();
+    /// Columns or trader type have changed: values of the sort column and the sums are taken anew.
+    void columnsChanged();
+    void setColumnStatEnable(int column, bool enable);
+    /// @}
+
+    /// @name Sorts and filters; they are only asked for, and carried out by stepWork()
+    /// @{
     void filterColumn(const PageColumnFilters &filters);
     void clearFilter(bool rebuild);
     void sortByColumnID(int column, int order);
     void clearSort();
-    /// Columns or trader type have changed: values of the sort column and the sums are taken anew.
-    void columnsChanged();
-    void setColumnStatEnable(int column, bool enable);
+    void setStatus(int mode);
+    void setCodeSearch(const QString &text);
+    bool hasWork() const { return !works.empty(); }
+    /// True when nothing is left to do.
+    bool stepWork(const PageDeadline &deadline);
+    int workProgress() const;
+    /// Takes back what is not carried out.
+    void cancelWork();
+    /// What was asked for last, carried out or not.
+    int wantedColumn() const { return askedColumn; }
+    int wantedOrder() const { return askedOrder; }
+    const PageFilter &wantedFilter() const { return askedFilter; }
+    /// @}
+
+    /// @name For the work on sorts and filters
+    /// @{
+    void takeSort(int column, int order);
+    void takeFilter(const PageFilter &carriedOut);
+    void logNotPassed(quint32 slot);
+    const PageComparator &visibleOrder() const { return visibleComparator; }
     /// @}
 
     /// Whether a visible index is on the page.
@@ -50,7 +74,6 @@ public:
     int insertIndexIn(const PageList &list, const Page &page);
     /// The slots of the page, in order.
     std::vector<quint32> pageSlots() const;
-    QStringList menuItems(int column) const;
     /// For tests: lists, index and sums agree.
     bool checkConsistency() const;
 
@@ -59,9 +82,10 @@ public:
 
     PageColumns columns;
     PageRows rows;
+    PageSortKeys keys; ///< of the sort column
     PageList visible;
     PageList all;
-    PageFilter filter;
+    PageFilter filter; ///< what new records are tested with
     PageStatistics statistics;
     int pageCount = 100;
     int startIndex = 0;
@@ -71,6 +95,7 @@ public:
     bool appendSeq;
     bool logging = false;
     bool countChanged = false;
+    quint64 revision = 0; ///< grows when a sort or a filter has changed the lists
 
 private:
     struct Move
@@ -95,8 +120,17 @@ private:
     void updateStatColumnData(quint32 slot);
     void refreshStatColumnData();
     void resetStatMap() { statistics.removeAll(); }
-    void capture(quint32 slot);
+    void capture(quint32 slot) { keys.capture(slot, columns); }
     void captureAll();
+    /// Before a record comes into its slot, changes there, or leaves.
+    void noteChange(quint32 slot, bool leaves = false)
+    {
+        if (hasWork())
+            works.front()->note(slot, leaves);
+    }
+    bool filtersPending() const;
+    void filterAsked();
+    void ask(std::unique_ptr<PageWork> work);
 
     Result pageAfterInsert(int index, quint32 slot) const;
     Result pageAfterMove(Move move, quint32 slot) const;
@@ -118,6 +152,12 @@ private:
 
     const void *owner;
     int sequenceCounter = 0;
+    int askedColumn = PageComparator::NoColumn;
+    int askedOrder = 0;
+    PageFilter askedFilter;
+    PageFilter shownFilter;                      ///< what the visible list was made with
+    bool filterSet = false;                      ///< `filter` was set since, and no record tested with it yet
+    std::deque<std::unique_ptr<PageWork>> works; ///< one after the other
     PageComparator visibleComparator;
     PageComparator allComparator;
     std::vector<std::string> messages;

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 
-#include "pagemodel/pagemenu.h"
-
 namespace KV {
 
 namespace {
@@ -97,14 +95,6 @@ std::vector<quint32> PageModelCore::pageSlots() const
     for (qint64 index = std::max(0, startIndex); index < end; ++index)
         list.push_back(visible.at(static_cast<int>(index)));
     return list;
-}
-
-QStringList PageModelCore::menuItems(int column) const
-{
-    PageMenu menu(columns, column);
-    for (const quint32 slot : all.slotsInOrder())
-        menu.add(*rows[slot].record);
-    return menu.items();
 }
 
 bool PageModelCore::checkConsistency() const

@@ -42,12 +42,6 @@ void PageRows::remove(quint32 slot)
     freeSlots.push_back(slot);
 }
 
-void PageRows::setText(quint32 slot, std::string text)
-{
-    texts.ensure(slot);
-    texts[slot] = std::move(text);
-}
-
 void PageRows::take(quint32 slot, const boost::shared_ptr<CHpfPageData> &page)
 {
     PageRow &row = rows[slot];

@@ -15,26 +15,6 @@ class COrderDetailV2;
 
 namespace KV {
 
-/// What a comparison needs of one record, taken when the record was handed in: the order of the lists rests on it, and
-/// not on what the host does to the record afterwards.
-struct PageSortValue
-{
-    enum class State : unsigned char
-    {
-        Missing, ///< the record does not have the column's field
-        Empty,   ///< it has no value there
-        Integer,
-        Real,
-        Text ///< in PageRows::text
-    };
-
-    State state = State::Missing;
-    union {
-        qint64 integer = 0;
-        double real;
-    };
-};
-
 /// One record of the model.
 struct PageRow
 {
@@ -43,7 +23,6 @@ struct PageRow
     const kdservice::COrderDetailV2 *order = nullptr; ///< the record as an order, null when it is none
     const kdservice::CDealDetailV2 *deal = nullptr;
     int entrySequence = 0; ///< breaks ties among orders and among deals
-    PageSortValue sortValue;
 };
 
 /// Every record of a paged model under a slot number that it keeps until it is removed, and the index of keys. Two keys
@@ -69,18 +48,14 @@ public:
     const PageRow &operator[](quint32 slot) const { return rows[slot]; }
     std::string key(quint32 slot) const { return std::string(index.keyOf(slot)); }
     std::string_view keyView(quint32 slot) const { return index.keyOf(slot); }
-
-    /// The text of a slot whose sort value is a text.
-    const std::string &text(quint32 slot) const { return texts[slot]; }
-    void setText(quint32 slot, std::string text);
-    void clearTexts() { texts = core::SlotArray<std::string>(); }
+    /// Every slot in use is below; those that are not in use have no record.
+    quint32 slotLimit() const { return nextSlot; }
 
 private:
     void take(quint32 slot, const boost::shared_ptr<CHpfPageData> &page);
 
     core::KeyIndex index;
     core::SlotArray<PageRow> rows;
-    core::SlotArray<std::string> texts; ///< only while the sort column is a text
     std::vector<quint32> freeSlots;
     quint32 nextSlot = 0;
 };

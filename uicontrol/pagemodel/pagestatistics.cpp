@@ -79,6 +79,17 @@ void PageStatistics::removeAll()
     }
 }
 
+PageStatistics PageStatistics::emptied() const
+{
+    PageStatistics fresh;
+    for (auto it = sums.cbegin(); it != sums.cend(); ++it) {
+        const auto sum = boost::make_shared<Sum>();
+        sum->isReal = (*it)->isReal;
+        fresh.sums.insert(it.key(), sum);
+    }
+    return fresh;
+}
+
 int PageStatistics::sumInt(int column) const
 {
     const auto sum = sums.value(column);

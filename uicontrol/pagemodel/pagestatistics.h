@@ -22,6 +22,8 @@ public:
     void add(quint32 slot, const PageRows &rows, const PageColumns &columns);
     void remove(quint32 slot);
     void removeAll();
+    /// Sums of the same columns over nothing.
+    PageStatistics emptied() const;
 
     /// The sums; the largest value of the type for a column without. A 32-bit sum out of range comes as the nearest
     /// end, never as "no value".

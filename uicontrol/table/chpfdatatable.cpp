@@ -6,6 +6,7 @@
 #include "model/chpfdatamodel.h"
 #include "model/chpfextradatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
+#include "pagemodel/pagemenugatherer.h"
 #include "utils/clogcenter.h"
 
 namespace KV {
@@ -13,6 +14,7 @@ namespace KV {
 namespace {
 
 constexpr int pagedFlag = 1 << 30;
+constexpr int atOnceMilliseconds = 12; ///< what a click may wait for its result to show with the next frame
 
 void logTradeType(int tableId, kdservice::EVxTraderType traderType)
 {
@@ -30,6 +32,7 @@ CHpfDataTable::CHpfDataTable(int tableId, int metaId, QWidget *parent, kdservice
 {
     CHpfDataTable::themeChanged();
     addTableFlag(ZB::TableRowNumbers);
+    connect(&pageWork, &QTimer::timeout, this, &CHpfDataTable::workOn);
     const auto model = boost::make_shared<CHpfDataModel>(metaId, traderType);
     CHpfDataTable::setDataModel(model.get());
     ownModel = model.get();
@@ -97,9 +100,15 @@ CHpfExtraDataModel *CHpfDataTable::getExtraDataModel() const
 
 void CHpfDataTable::setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model)
 {
+    menuGatherer.reset();
+    pageWork.stop();
+    if (pageModel)
+        pageModel->setWorkPerCall(-1);
     pageModel = model;
-    if (model)
-        markPageSort();
+    if (!model)
+        return;
+    model->setWorkPerCall(atOnceMilliseconds);
+    markPageSort();
 }
 
 int CHpfDataTable::addColumn(const CHpfDataColumnProperty &property, bool extra, bool visible, const QString &cellText)

@@ -2,8 +2,10 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPair>
+#include <QtCore/QTimer>
 #include <QtCore/QVector>
 #include <boost/shared_ptr.hpp>
+#include <memory>
 #include <vector>
 
 #include "kdservice/evxtradertype.h"
@@ -17,6 +19,7 @@ namespace KV {
 class CHpfDataModel;
 class CHpfExtraDataModel;
 class CHpfPageDataModel;
+class PageMenuGatherer;
 
 /// The table over a high-volume model: one row per record, columns from the host's catalogue.
 ///
@@ -47,7 +50,8 @@ public:
     /// Empty when the model is none of the library's.
     const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
     CHpfExtraDataModel *getExtraDataModel() const;
-    /// An empty pointer takes the present one away. Headers show the order and the filters that the model has.
+    /// An empty pointer takes the present one away. From then on the table carries out the model's long sorts and
+    /// filters in slices, between the events of the window. Headers show the order and the filters that the model has.
     void setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model);
 
     /// One more column at the end; returns its number, -1 without a model. extra: its values come from the extra-data
@@ -100,6 +104,9 @@ public:
     /// The texts of the page model's records where it has the column, otherwise the base's; and those of the column's
     /// filter that no row shows at present, so that they can be taken off.
     QStringList getMenuItems(int column) override;
+    int gatherMenuItems(int column, bool anew, int milliseconds) override;
+    int workProgress() const override;
+    void cancelWork() override;
     /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
     ZB::CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
@@ -133,7 +140,9 @@ private:
     void sortPages(int column);
     void showPage(int firstRow, int rowCount);
     void showPages();
+    void workOn();
     void markPageSort();
+    bool hasPageColumn(int column) const;
     void takeTotal();
 
     /// A saved column that the present model does not have.
@@ -144,6 +153,8 @@ private:
     };
 
     boost::shared_ptr<CHpfPageDataModel> pageModel;
+    QTimer pageWork; ///< while the page model sorts or filters
+    std::unique_ptr<PageMenuGatherer> menuGatherer;
     boost::shared_ptr<CHpfDataModel> dataModel;
     CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
     bool firstFitDone = false;

@@ -1,9 +1,12 @@
 // What a page model changes about the table: sorting, filters, pages.
 
 #include <QtCore/QPointer>
+#include <algorithm>
+#include <utility>
 
 #include "model/chpfdatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
+#include "pagemodel/pagemenugatherer.h"
 #include "table/chpfdatatable.h"
 
 namespace KV {
@@ -14,6 +17,7 @@ namespace {
 
 constexpr int sortEvent = 33;
 constexpr int pageEvent = 277;
+constexpr int sliceMilliseconds = 8;
 
 /// Appends the texts that the list does not have, in reading order.
 void appendMissing(QStringList &texts, const QSet<QString> &more)
@@ -50,6 +54,8 @@ void CHpfDataTable::sortPages(int column)
     markPageSort();
     if (dataModel)
         dataModel->onTimer();
+    if (pageModel->isPending())
+        pageWork.start(0);
 }
 
 void CHpfDataTable::markPageSort()
@@ -79,7 +85,7 @@ void CHpfDataTable::showPage(int firstRow, int rowCount)
     pageModel->setPageCount(rowCount);
     if (dataModel)
         dataModel->onTimer();
-    setShownPage(firstRow, rowCount, pageModel->size());
+    setShownPage(firstRow, rowCount, pageModel->shownSize());
     updateTable();
 }
 
@@ -88,8 +94,38 @@ void CHpfDataTable::showPages()
 {
     if (dataModel)
         dataModel->onTimer();
-    setTotalCount(pageModel->size());
+    setTotalCount(pageModel->shownSize());
     updateTable();
+    if (pageModel->isPending())
+        pageWork.start(0);
+}
+
+/// One slice; what has come of it is shown.
+void CHpfDataTable::workOn()
+{
+    if (!pageModel)
+        return pageWork.stop();
+    const quint64 before = pageModel->shownRevision();
+    if (pageModel->step(sliceMilliseconds))
+        pageWork.stop();
+    if (pageModel->shownRevision() != before) {
+        markPageSort();
+        showPages();
+    }
+}
+
+int CHpfDataTable::workProgress() const
+{
+    return pageModel && pageModel->isPending() ? std::min(999, pageModel->progress()) : Base::workProgress();
+}
+
+void CHpfDataTable::cancelWork()
+{
+    Base::cancelWork();
+    if (!pageModel || !pageModel->cancel())
+        return;
+    markPageSort();
+    showPages();
 }
 
 /// The number of rows is asked for in any case: another reader may have taken the page model's mark.
@@ -98,8 +134,10 @@ void CHpfDataTable::takeTotal()
     if (!pageModel)
         return;
     pageModel->totalCountChange();
-    if (pageModel->size() != totalCount())
-        setTotalCount(pageModel->size());
+    if (pageModel->shownSize() != totalCount())
+        setTotalCount(pageModel->shownSize());
+    if (pageModel->isPending())
+        pageWork.start(0);
 }
 
 void CHpfDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
@@ -134,10 +172,30 @@ void CHpfDataTable::clearFilter()
         showPages();
 }
 
+bool CHpfDataTable::hasPageColumn(int column) const
+{
+    return pageModel && pageModel->getFiledIdByColumn(column) != 0;
+}
+
+int CHpfDataTable::gatherMenuItems(int column, bool anew, int milliseconds)
+{
+    if (!hasPageColumn(column))
+        return Base::gatherMenuItems(column, anew, milliseconds);
+    if (anew || !menuGatherer || menuGatherer->column() != column)
+        menuGatherer = std::make_unique<PageMenuGatherer>(*pageModel, column);
+    menuGatherer->step(milliseconds);
+    return menuGatherer->progress();
+}
+
 QStringList CHpfDataTable::getMenuItems(int column)
 {
-    QStringList items = pageModel && pageModel->getFiledIdByColumn(column) != 0 ? pageModel->getMenuItems(column)
-                                                                                : Base::getMenuItems(column);
+    QStringList items;
+    if (menuGatherer && menuGatherer->column() == column && menuGatherer->step(0))
+        items = std::exchange(menuGatherer, nullptr)->items();
+    else if (hasPageColumn(column))
+        items = pageModel->getMenuItems(column);
+    else
+        items = Base::getMenuItems(column);
     const auto filters = columnFilters();
     const auto filter = filters.constFind(column);
     if (filter != filters.constEnd() && filter->first == ZB::FilterExact)

@@ -1,0 +1,106 @@
+#include <utility>
+
+#include "pagemodel/pagemodelcore.h"
+#include "pagemodel/pagework.h"
+
+namespace KV {
+
+PageFilterWork::PageFilterWork(PageModelCore &modelCore, const PageFilter &wanted, Mode filterMode)
+    : PageWork(modelCore), filter(wanted), mode(filterMode), statistics(modelCore.statistics.emptied())
+{
+}
+
+PageFilterWork::PageFilterWork(PageModelCore &modelCore, const PageFilterWork &other)
+    : PageFilterWork(modelCore, other.filter, other.mode)
+{
+}
+
+bool PageFilterWork::isSorted() const
+{
+    return mode == Mode::Passing && core.sortColumn >= 0;
+}
+
+bool PageFilterWork::prepare(const PageDeadline &deadline)
+{
+    if (!std::exchange(listed, true))
+        order = core.all.slotsInOrder();
+    if (!testSome(deadline))
+        return false;
+    if (!std::exchange(placed, true) && !isSorted()) {
+        dropNoted(passing);
+        visible.assign(passing);
+    }
+    return true;
+}
+
+bool PageFilterWork::testSome(const PageDeadline &deadline)
+{
+    while (next < order.size()) {
+        const quint32 slot = order[next];
+        if (!isNoted(slot))
+            test(slot);
+        if (++next % slotsPerPiece == 0 && deadline.isDue())
+            return false;
+    }
+    return true;
+}
+
+void PageFilterWork::test(quint32 slot)
+{
+    if (mode == Mode::Passing && !filter.isPassAllFilter(core.rows[slot], memory))
+        return core.logNotPassed(slot);
+    if (isSorted())
+        visible.insert(placeOf(slot), slot);
+    else
+        passing.push_back(slot);
+    statistics.add(slot, core.rows, core.columns);
+}
+
+/// Out of the list at once: its place there rests on values that are about to change.
+void PageFilterWork::noted(quint32 slot, bool)
+{
+    visible.erase(slot);
+    statistics.remove(slot);
+}
+
+void PageFilterWork::settle(quint32 slot)
+{
+    noted(slot, false);
+    if (!core.all.contains(slot))
+        return;
+    if (mode == Mode::Passing && !filter.isPassAllFilter(core.rows[slot], memory))
+        return core.logNotPassed(slot);
+    visible.insert(placeOf(slot), slot);
+    statistics.add(slot, core.rows, core.columns);
+}
+
+/// Where the sort puts the slot, or the order of the all list.
+int PageFilterWork::placeOf(quint32 slot) const
+{
+    if (isSorted())
+        return visible.insertIndex(slot, core.visibleOrder());
+    const int index = core.all.indexOf(slot);
+    int low = 0;
+    for (int high = visible.size(); low < high;) {
+        const int middle = low + (high - low) / 2;
+        if (core.all.indexOf(visible.at(middle)) < index)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
+}
+
+void PageFilterWork::publish()
+{
+    std::swap(core.visible, visible);
+    std::swap(core.statistics, statistics);
+    core.takeFilter(filter);
+}
+
+int PageFilterWork::progress() const
+{
+    return listed ? static_cast<int>(1000 * next / std::max<std::size_t>(1, order.size())) : 0;
+}
+
+} // namespace KV

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+#include "pagemodel/pagemenu.h"
+
+namespace KV {
+
+class CHpfPageDataModel;
+
+/// Gathers the menu texts of a paged model's column in slices. Records that change meanwhile are seen or not.
+///
+/// Threading: one thread; the model may change on any. The model must outlive it.
+class PageMenuGatherer
+{
+public:
+    PageMenuGatherer(const CHpfPageDataModel &pageModel, int columnId);
+
+    int column() const { return menuColumn; }
+    /// Goes on for about as many milliseconds; true when all records are read.
+    bool step(int milliseconds);
+    /// In thousandths.
+    int progress() const;
+    /// What CHpfPageDataModel::getMenuItems() answers, once all records are read.
+    QStringList items() const { return menu.items(); }
+
+private:
+    /// False when there were no more records.
+    bool readPiece();
+
+    const CHpfPageDataModel &model;
+    const int menuColumn;
+    PageMenu menu;
+    quint32 next = 0;
+    quint32 limit = 0;
+    bool finished = false;
+};
+
+} // namespace KV

@@ -1,0 +1,146 @@
+// Sorts and filters: what is asked for, and how it is carried out beside the lists.
+
+#include <algorithm>
+
+#include "pagemodel/pagemodelcore.h"
+
+namespace KV {
+
+namespace {
+
+constexpr const char *sortMessage = "[Model] [{0}] sort col id = {1}, order = {2}.";
+constexpr const char *notPassedMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : filter not passed.";
+
+} // namespace
+
+/// A sort takes the place of a sort that stands just before it, carried out or not, and a filter that of a filter.
+void PageModelCore::ask(std::unique_ptr<PageWork> work)
+{
+    if (hasWork() && works.back()->isFilter() == work->isFilter())
+        works.pop_back();
+    if (work->isFilter()) {
+        filter = shownFilter;
+        filterSet = false;
+    }
+    works.push_back(std::move(work));
+}
+
+void PageModelCore::filterColumn(const PageColumnFilters &filters)
+{
+    askedFilter.setColumnFilters(filters);
+    ask(std::make_unique<PageFilterWork>(*this, askedFilter, PageFilterWork::Mode::Passing));
+}
+
+void PageModelCore::clearFilter(bool rebuild)
+{
+    askedFilter.setColumnFilters({});
+    if (rebuild && (hasWork() || !(visible == all)))
+        ask(std::make_unique<PageFilterWork>(*this, askedFilter, PageFilterWork::Mode::Everything));
+    else if (!filtersPending())
+        filter = shownFilter = askedFilter;
+    countChanged = true;
+}
+
+void PageModelCore::sortByColumnID(int column, int order)
+{
+    if (logging)
+        log(sortMessage, owner, column, order);
+    if (column < 0)
+        clearSort();
+    askedColumn = column;
+    askedOrder = order;
+    if (column < 0)
+        takeSort(column, order);
+    else
+        ask(std::make_unique<PageSortWork>(*this, column, order));
+}
+
+/// A filter that is under way starts again, since it puts its records where the sort says.
+void PageModelCore::clearSort()
+{
+    std::deque<std::unique_ptr<PageWork>> dropped;
+    dropped.swap(works);
+    askedColumn = PageComparator::NoColumn;
+    takeSort(askedColumn, askedOrder);
+    for (const std::unique_ptr<PageWork> &work : dropped)
+        if (work->isFilter())
+            ask(std::make_unique<PageFilterWork>(*this, static_cast<PageFilterWork &>(*work)));
+}
+
+void PageModelCore::setStatus(int mode)
+{
+    askedFilter.setStatus(mode);
+    filterAsked();
+}
+
+void PageModelCore::setCodeSearch(const QString &text)
+{
+    askedFilter.setCodeSearch(text);
+    filterAsked();
+}
+
+void PageModelCore::filterAsked()
+{
+    if (filtersPending())
+        return;
+    filter = askedFilter;
+    filterSet = true;
+}
+
+bool PageModelCore::filtersPending() const
+{
+    return std::any_of(works.begin(), works.end(), [](const auto &work) { return work->isFilter(); });
+}
+
+bool PageModelCore::stepWork(const PageDeadline &deadline)
+{
+    while (hasWork()) {
+        if (!works.front()->step(deadline))
+            return false;
+        works.pop_front();
+    }
+    return true;
+}
+
+int PageModelCore::workProgress() const
+{
+    return hasWork() ? works.front()->progress() : 1000;
+}
+
+void PageModelCore::cancelWork()
+{
+    works.clear();
+    askedColumn = sortColumn;
+    askedOrder = sortOrder;
+    askedFilter = filter;
+}
+
+void PageModelCore::takeSort(int column, int order)
+{
+    ++revision;
+    sortColumn = column;
+    sortOrder = order;
+    visibleComparator.set(column, order);
+    allComparator.set(column, order);
+    if (column < 0)
+        keys.setColumn(column, codeColumn);
+}
+
+/// What was asked for since counts from now on, unless another filter is to come.
+void PageModelCore::takeFilter(const PageFilter &carriedOut)
+{
+    const auto filters = std::count_if(works.begin(), works.end(), [](const auto &work) { return work->isFilter(); });
+    shownFilter = carriedOut;
+    filter = filters > 1 ? carriedOut : askedFilter;
+    filterSet = true;
+    ++revision;
+    countChanged = true;
+}
+
+void PageModelCore::logNotPassed(quint32 slot)
+{
+    if (logging)
+        logSlot(notPassedMessage, slot);
+}
+
+} // namespace KV
