@@ -97,6 +97,10 @@ public:
     /// at 100 %.
     void fitColumn(int column, int maximumWidth = 400);
     void fitVisibleColumns(int maximumWidth = 400);
+    /// Whether the marks of sorts and filters leave too little room for the header's text.
+    bool isHeaderCut(int column) const;
+    /// Makes a column no wider than its header needs with its marks, and never narrower than it is.
+    void widenForHeader(int column);
     /// @}
 
     /// @name Look

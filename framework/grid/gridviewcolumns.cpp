@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "grid/gridview.h"
 #include "grid/gridviewprivate.h"
@@ -108,6 +109,20 @@ void GridView::fitVisibleColumns(int maximumWidth)
     d->sync();
     for (const int column : visibleColumns())
         d->fit(column, maximumWidth);
+}
+
+bool GridView::isHeaderCut(int column) const
+{
+    return d->source && d->geometry.columns.placeOf(column) >= 0 &&
+           d->headers.isCut(d->source->headerText(column), d->geometry, d->headerState, column);
+}
+
+void GridView::widenForHeader(int column)
+{
+    if (!isHeaderCut(column))
+        return;
+    const int needed = d->headers.wantedWidth(d->source->headerText(column), d->geometry, d->headerState, column);
+    setColumnWidth(column, static_cast<int>(std::ceil(needed / d->ratio)));
 }
 
 } // namespace ZB

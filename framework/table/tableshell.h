@@ -91,7 +91,8 @@ public:
     void resetColumns();
     /// The header's marks of sorts and filters.
     void showMarks(const QVector<QPair<int, int>> &sorts, const QList<int> &filteredColumns);
-    void widenForHeader(int column);
+    /// After a mark has come into a header whose text was whole before or was not.
+    void widenForHeader(int column, bool wasCut);
     /// @}
 
     /// @name Settings

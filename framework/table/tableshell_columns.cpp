@@ -112,24 +112,34 @@ void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<in
                                      return a.column == b.column && a.descending == b.descending;
                                  });
     if (!same) {
-        grid->setSortMarks(marks);
+        std::vector<bool> wereCut;
         for (const GridSortMark &mark : marks)
-            widenForHeader(mark.column);
+            wereCut.push_back(grid->isHeaderCut(mark.column));
+        grid->setSortMarks(marks);
+        for (std::size_t i = 0; i < marks.size(); ++i)
+            widenForHeader(marks[i].column, wereCut[i]);
     }
     for (int column = 0; column < int(columns.size()); ++column) {
         const bool filtered = filteredColumns.contains(column);
-        if (grid->column(column).filtered != filtered) {
-            changeColumn(column, [filtered](GridColumn &shown) { shown.filtered = filtered; });
-            widenForHeader(column);
-        }
+        if (grid->column(column).filtered == filtered)
+            continue;
+        const bool wasCut = grid->isHeaderCut(column);
+        changeColumn(column, [filtered](GridColumn &shown) { shown.filtered = filtered; });
+        widenForHeader(column, wasCut);
     }
 }
 
-/// The signs of a sort and a filter must not push the header's text out. A width that the user has chosen stays.
-void TableShell::widenForHeader(int column)
+/// The signs of a sort and a filter must not push the header's text out. Where the user has made it too narrow for the
+/// text alone, it stays so.
+void TableShell::widenForHeader(int column, bool wasCut)
 {
-    if (!hasColumn(column) || columns[std::size_t(column)].width == WidthOrigin::User)
+    if (!hasColumn(column))
         return;
+    if (columns[std::size_t(column)].width == WidthOrigin::User) {
+        if (!wasCut)
+            grid->widenForHeader(column);
+        return;
+    }
     const int before = grid->column(column).width;
     grid->fitColumn(column);
     if (grid->column(column).width < before)

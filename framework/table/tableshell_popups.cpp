@@ -1,5 +1,6 @@
 #include <QtCore/QDateTime>
 #include <QtWidgets/QFileDialog>
+#include <algorithm>
 
 #include "popups/columnpopup.h"
 #include "popups/markpopup.h"
@@ -106,6 +107,10 @@ void TableShell::openMarks()
     for (const int column : grid->columnOrder())
         if (grid->column(column).numeric)
             numbers.push_back({column, columns[std::size_t(column)].info.name});
+    // Large orders are told by quantities and amounts, and those are what is summed.
+    std::stable_partition(numbers.begin(), numbers.end(), [this](const MarkPopup::Column &offered) {
+        return !grid->source()->statisticsText(offered.column).isEmpty();
+    });
     auto *box = new MarkPopup(numbers, frame.marks, widget);
     popup = box;
     QObject::connect(box, &MarkPopup::marksChanged, widget,
@@ -120,6 +125,11 @@ void TableShell::askExport()
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilters({QStringLiteral("Excel 工作簿 (*.xlsx)"), QStringLiteral("CSV 文件 (*.csv)")});
     dialog->setDefaultSuffix(QStringLiteral("xlsx"));
+    dialog->setLabelText(QFileDialog::LookIn, QStringLiteral("位置"));
+    dialog->setLabelText(QFileDialog::FileName, QStringLiteral("文件名"));
+    dialog->setLabelText(QFileDialog::FileType, QStringLiteral("类型"));
+    dialog->setLabelText(QFileDialog::Accept, QStringLiteral("保存"));
+    dialog->setLabelText(QFileDialog::Reject, QStringLiteral("取消"));
     dialog->selectFile(
         QStringLiteral("导出_%1.xlsx").arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_HHmmss"))));
     QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString &filter) {

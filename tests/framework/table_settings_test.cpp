@@ -161,6 +161,37 @@ TEST_F(TableSettingsTest, WidthsThatTheUserChoseSurviveFitting)
     EXPECT_LT(table->columnWidth(Name), wide);
 }
 
+TEST_F(TableSettingsTest, TheMarksOfAHeaderLeaveItsTextWholeIfItWas)
+{
+    const auto choose = [this](int width) {
+        ZB::CBaseTableSettingParam setting;
+        for (const Column column : {Code, Price})
+            setting.columns.append({column, -1, model->columnHeader(column), width, true});
+        table->setTableSetting(setting);
+        settle();
+    };
+    int whole = 100;
+    for (choose(whole); !grid()->isHeaderCut(Code) && !grid()->isHeaderCut(Price); choose(whole))
+        --whole;
+    choose(++whole);
+    clickHeader(Price);
+    EXPECT_FALSE(grid()->isHeaderCut(Price));
+    EXPECT_GT(table->columnWidth(Price), whole);
+    QPair<ZB::EFilterType, QSet<QString>> codes(ZB::FilterContains, {QStringLiteral("6")});
+    model->filterColumn(Code, codes);
+    settle();
+    EXPECT_FALSE(grid()->isHeaderCut(Code));
+    clickHeader(Code);
+    clickHeader(Price, Qt::ControlModifier);
+    EXPECT_FALSE(grid()->isHeaderCut(Code));
+    EXPECT_FALSE(grid()->isHeaderCut(Price));
+
+    table->setSortColumns({});
+    choose(whole / 2);
+    clickHeader(Price);
+    EXPECT_EQ(table->columnWidth(Price), whole / 2);
+}
+
 TEST_F(TableSettingsTest, TheColumnBoxHidesMovesFreezesAndNames)
 {
     table->setColumnInList(Side, false);
