@@ -1,5 +1,8 @@
 #include "grid/gridaccessible.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "grid/gridaccessiblecell.h"
 #include "grid/gridview.h"
 #include "grid/gridviewprivate.h"
@@ -7,6 +10,8 @@
 namespace ZB {
 
 namespace {
+
+constexpr std::size_t mostKeptCells = 1 << 14; ///< more than any screen shows
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
@@ -43,7 +48,8 @@ void *GridAccessible::interface_cast(QAccessible::InterfaceType type)
 
 int GridAccessible::rowCount() const
 {
-    return static_cast<int>(view().rows.window().rows.size());
+    const qint64 most = std::numeric_limits<int>::max() / std::max(columnCount(), 1);
+    return static_cast<int>(std::min(view().geometry.rowCount, most));
 }
 
 int GridAccessible::columnCount() const
@@ -62,16 +68,36 @@ QAccessibleInterface *GridAccessible::child(int index) const
     return columns == 0 ? nullptr : cellAt(index / columns, index % columns);
 }
 
+/// NoGridRow for rows that there are not.
+quint64 GridAccessible::idOf(int row) const
+{
+    std::vector<GridRowId> ids;
+    if (row >= 0 && row < rowCount() && view().source)
+        view().source->rowIds(row, 1, ids);
+    return ids.empty() ? NoGridRow : ids.front();
+}
+
 QAccessibleInterface *GridAccessible::cellAt(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
         return nullptr;
-    constexpr int mostColumns = 1 << 16;
-    QAccessible::Id &id = cells[row * mostColumns + column];
-    if (id == 0)
-        id = QAccessible::registerAccessibleInterface(
-            new GridAccessibleCell(static_cast<GridView *>(object()), row, column));
-    return QAccessible::accessibleInterface(id);
+    const quint64 key = static_cast<quint64>(row) << 16 | static_cast<quint64>(column);
+    const auto known = cells.constFind(key);
+    if (known != cells.constEnd())
+        return QAccessible::accessibleInterface(*known);
+    letGoOfOldest();
+    auto *cell = new GridAccessibleCell(static_cast<GridView *>(object()), row, column);
+    cells.insert(key, QAccessible::registerAccessibleInterface(cell));
+    keptCells.push_back(key);
+    return cell;
+}
+
+void GridAccessible::letGoOfOldest() const
+{
+    while (keptCells.size() >= mostKeptCells) {
+        QAccessible::deleteAccessibleInterface(cells.take(keptCells.front()));
+        keptCells.pop_front();
+    }
 }
 
 int GridAccessible::indexOfChild(const QAccessibleInterface *child) const
@@ -86,14 +112,21 @@ QAccessibleInterface *GridAccessible::childAt(int x, int y) const
     const GridHit hit = grid.geometry.hit(grid.toDevice(grid.q->mapFromGlobal(QPoint(x, y))));
     if (hit.area != GridArea::Cell)
         return nullptr;
-    return cellAt(static_cast<int>(hit.row - grid.rows.window().first), grid.geometry.columns.placeOf(hit.column));
+    return cellAt(static_cast<int>(hit.row), grid.geometry.columns.placeOf(hit.column));
+}
+
+/// -1 without a current row, or while it is not shown.
+int GridAccessible::currentRow() const
+{
+    const GridRowId id = view().chooser.current().row;
+    const qint64 row = view().source && id != NoGridRow ? view().source->rowOf(id) : -1;
+    return row < rowCount() ? static_cast<int>(row) : -1;
 }
 
 int GridAccessible::currentIndex() const
 {
-    const GridTarget &current = view().chooser.current();
-    const int row = view().rows.indexOf(current.row);
-    const int column = view().geometry.columns.placeOf(current.column);
+    const int row = currentRow();
+    const int column = view().geometry.columns.placeOf(view().chooser.current().column);
     return row < 0 || column < 0 ? -1 : row * columnCount() + column;
 }
 
@@ -115,6 +148,22 @@ void GridAccessible::focusMoved(GridView *view)
     QAccessible::updateAccessibility(&event);
 }
 
+void GridAccessible::selectionMoved(GridView *view)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent event(view, QAccessible::SelectionWithin);
+    QAccessible::updateAccessibility(&event);
+}
+
+void GridAccessible::rowsCameOrWent(GridView *view)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleTableModelChangeEvent event(view, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&event);
+}
+
 QString GridAccessible::columnDescription(int column) const
 {
     const GridViewPrivate &grid = view();
@@ -125,48 +174,63 @@ QString GridAccessible::columnDescription(int column) const
 
 QString GridAccessible::rowDescription(int row) const
 {
-    return QString::number(view().firstNumber + view().rows.window().first + row);
+    return row >= 0 && row < rowCount() ? QString::number(view().firstNumber + row) : QString();
 }
 
 bool GridAccessible::isRowSelected(int row) const
 {
-    const auto &rows = view().rows.window().rows;
-    return row >= 0 && row < rowCount() && view().chooser.selection().isRowSelected(rows[static_cast<size_t>(row)].id);
+    const GridRowId id = idOf(row);
+    return id != NoGridRow && view().chooser.selection().isRowSelected(id);
 }
 
 QList<int> GridAccessible::selectedRows() const
 {
     QList<int> selected;
-    for (int row = 0; row < rowCount(); ++row)
-        if (isRowSelected(row))
-            selected.append(row);
+    if (!view().source)
+        return selected;
+    std::vector<qint64> rows;
+    view().source->rowsOf(static_cast<const GridView *>(object())->selectedRows(), rows);
+    for (const qint64 row : rows)
+        if (row >= 0 && row < rowCount())
+            selected.append(static_cast<int>(row));
     return selected;
 }
 
 int GridAccessible::selectedRowCount() const
 {
-    return selectedRows().size();
+    return static_cast<int>(std::min<qint64>(view().chooser.selection().selectedRowCount(), rowCount()));
 }
 
+/// Those on the screen: of a selection of all rows nobody wants an object for every cell.
 QList<QAccessibleInterface *> GridAccessible::selectedCells() const
 {
     QList<QAccessibleInterface *> selected;
-    for (int i = 0; i < childCount(); ++i)
-        if (child(i)->state().selected)
-            selected.append(child(i));
+    const GridWindow &window = view().rows.window();
+    const auto shown = static_cast<int>(window.rows.size());
+    for (int row = 0; row < shown; ++row)
+        for (int column = 0; column < columnCount(); ++column) {
+            QAccessibleInterface *cell = cellAt(static_cast<int>(window.first) + row, column);
+            if (cell && cell->state().selected)
+                selected.append(cell);
+        }
     return selected;
 }
 
 int GridAccessible::selectedCellCount() const
 {
-    return selectedCells().size();
+    if (!view().chooser.selection().hasBlocks())
+        return selectedRowCount() * columnCount();
+    int count = 0;
+    for (const GridCells &block : static_cast<const GridView *>(object())->selectedCells())
+        count += static_cast<int>(block.rows.size() * block.columns.size());
+    return count;
 }
 
 bool GridAccessible::selectRow(int row)
 {
-    if (row < 0 || row >= rowCount())
+    const GridRowId id = idOf(row);
+    if (id == NoGridRow)
         return false;
-    const GridRowId id = view().rows.window().rows[static_cast<size_t>(row)].id;
     static_cast<GridView *>(object())->setCurrent(id, view().currentColumn());
     return true;
 }

@@ -3,14 +3,16 @@
 #include <QtCore/QHash>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
+#include <deque>
 
 namespace ZB {
 
 class GridView;
 class GridViewPrivate;
 
-/// A grid as screen readers and test tools see it: a table of the rows that are on the screen, with all visible
-/// columns. More rows than that would be a million children of which nobody could say where they are. GUI thread.
+/// A grid as screen readers and test tools see it: a table of all its rows with all visible columns. Cells are made
+/// when they are asked for, and only the newest thousands are kept: a million rows are no million objects. Numbers of
+/// rows and children end at the largest int. GUI thread.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
@@ -19,8 +21,10 @@ public:
 
     /// Makes every GridView accessible; costs nothing while nobody asks.
     static void install();
-    /// Tells that the current cell is another one.
+    /// Tells that the current cell is another one, that other rows are selected, that the table has more or fewer rows.
     static void focusMoved(GridView *view);
+    static void selectionMoved(GridView *view);
+    static void rowsCameOrWent(GridView *view);
 
     void *interface_cast(QAccessible::InterfaceType type) override;
     int childCount() const override;
@@ -52,9 +56,13 @@ public:
 
 private:
     const GridViewPrivate &view() const;
+    int currentRow() const;
     int currentIndex() const;
+    quint64 idOf(int row) const;
+    void letGoOfOldest() const;
 
-    mutable QHash<int, QAccessible::Id> cells; ///< by row and column on the screen
+    mutable QHash<quint64, QAccessible::Id> cells; ///< by row and place of the column
+    mutable std::deque<quint64> keptCells;         ///< their keys, the oldest first
 };
 
 } // namespace ZB

@@ -21,8 +21,12 @@ int GridAccessibleCell::modelColumn() const
 
 quint64 GridAccessibleCell::rowId() const
 {
-    const auto &rows = GridViewPrivate::of(*owner).rows.window().rows;
-    return index < static_cast<int>(rows.size()) ? rows[static_cast<size_t>(index)].id : NoGridRow;
+    const GridViewPrivate &grid = GridViewPrivate::of(*owner);
+    const GridRowId onScreen = grid.rows.idAt(index);
+    std::vector<GridRowId> ids;
+    if (onScreen == NoGridRow && grid.source)
+        grid.source->rowIds(index, 1, ids);
+    return ids.empty() ? onScreen : ids.front();
 }
 
 QAccessibleInterface *GridAccessibleCell::parent() const
@@ -30,13 +34,13 @@ QAccessibleInterface *GridAccessibleCell::parent() const
     return QAccessible::queryAccessibleInterface(owner);
 }
 
-/// Columns out of sight have no texts: what is not painted is not asked for.
 QString GridAccessibleCell::text(QAccessible::Text kind) const
 {
     if (kind != QAccessible::Name || !isValid())
         return QString();
-    const GridCell *cell = GridViewPrivate::of(*owner).body.cell(index, modelColumn());
-    return cell ? cell->text + cell->unit : QString();
+    const GridViewPrivate &grid = GridViewPrivate::of(*owner);
+    const GridCell *painted = grid.body.cell(grid.rows.indexOf(rowId()), modelColumn());
+    return painted ? painted->text + painted->unit : grid.source->cellText(index, modelColumn());
 }
 
 QRect GridAccessibleCell::rect() const

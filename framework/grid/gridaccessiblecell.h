@@ -8,7 +8,8 @@ namespace ZB {
 class GridView;
 class GridViewPrivate;
 
-/// One place of the screen's rows and columns: it stays where it is while rows scroll through it. GUI thread.
+/// One cell of a grid by the numbers of its row and of its column on the screen: it stays there while records move
+/// through it. GUI thread.
 class GridAccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
 {
 public:
@@ -42,7 +43,7 @@ private:
     quint64 rowId() const;
 
     QPointer<GridView> owner;
-    int index; ///< among the rows on the screen
+    int index; ///< of the shown row
     int place; ///< among the visible columns
 };
 

@@ -16,6 +16,8 @@ class FRAMEWORK_API GridSelection
 public:
     bool isRowSelected(GridRowId row) const { return !rowSet.isEmpty() && rowSet.contains(row); }
     bool isCellSelected(GridRowId row, int column) const;
+    /// Rows that are filtered out at present included.
+    qint64 selectedRowCount() const { return rowSet.size(); }
     bool hasBlocks() const { return !blocks.empty(); }
     bool isEmpty() const { return rowSet.isEmpty() && blocks.empty(); }
     /// Another number after every change.

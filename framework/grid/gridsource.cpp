@@ -24,6 +24,11 @@ GridFlash GridSource::flash(int, int)
     return GridFlash::None;
 }
 
+QString GridSource::cellText(qint64, int) const
+{
+    return QString();
+}
+
 QString GridSource::tip(int, int) const
 {
     return QString();

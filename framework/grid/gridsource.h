@@ -91,6 +91,9 @@ public:
     virtual GridFlash flash(int windowRow, int column);
     /// A text for the tool tip besides a text that is cut off (what an icon means); empty unless overridden.
     virtual QString tip(int windowRow, int column) const;
+    /// What a cell of any shown row reads, its unit behind it; empty for rows and columns that there are not. For those
+    /// who look elsewhere than at the last fetch, as screen readers do. Empty unless overridden.
+    virtual QString cellText(qint64 row, int column) const;
 
     virtual int columnCount() const = 0;
     virtual QString headerText(int column) const = 0;

@@ -143,6 +143,10 @@ void GridViewPrivate::announce()
     const QPointer<GridView> guard(q);
     const GridRowId current = chooser.isCurrentShown() ? chooser.current().row : NoGridRow;
     const int column = chooser.current().column;
+    if (told.rowCount != geometry.rowCount) {
+        told.rowCount = geometry.rowCount;
+        GridAccessible::rowsCameOrWent(q);
+    }
     if (told.current != current || told.column != column) {
         told.current = current;
         told.column = column;
@@ -153,6 +157,7 @@ void GridViewPrivate::announce()
     }
     if (told.selection != chooser.selection().serial()) {
         told.selection = chooser.selection().serial();
+        GridAccessible::selectionMoved(q);
         Q_EMIT q->selectionChanged();
         if (!guard)
             return;

@@ -105,6 +105,7 @@ public:
 private:
     struct Told ///< what the signals have said last
     {
+        qint64 rowCount = 0;
         GridRowId current = NoGridRow;
         int column = -1;
         quint64 selection = 0;

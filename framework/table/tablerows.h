@@ -37,6 +37,8 @@ public:
     virtual RowTaker allRows() const = 0;
     virtual RowTaker rowsOfIds(std::vector<GridRowId> ids) const = 0;
     /// @}
+
+    QString cellText(qint64 row, int column) const override;
 };
 
 } // namespace ZB

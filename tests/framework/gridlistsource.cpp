@@ -4,6 +4,16 @@
 
 using namespace ZB;
 
+namespace {
+
+QString textOf(const ListSource::Row &row, int column)
+{
+    const auto own = row.texts.find(column);
+    return own != row.texts.end() ? own->second : QStringLiteral("%1.%2").arg(row.id).arg(column);
+}
+
+} // namespace
+
 ListSource::ListSource(int rowCount, int columnCount) : columns(columnCount)
 {
     for (int i = 0; i < rowCount; ++i)
@@ -91,10 +101,14 @@ void ListSource::content(int windowRow, int column, GridContent &content)
 {
     ++asked;
     const Row &row = held.at(static_cast<size_t>(windowRow));
-    const auto own = row.texts.find(column);
-    content.text = own != row.texts.end() ? own->second : QStringLiteral("%1.%2").arg(row.id).arg(column);
+    content.text = textOf(row, column);
     if (row.marked)
         content.background = &mark;
+}
+
+QString ListSource::cellText(qint64 row, int column) const
+{
+    return row < rowCount() ? textOf(rows[static_cast<size_t>(row)], column) : QString();
 }
 
 GridFlash ListSource::flash(int, int)

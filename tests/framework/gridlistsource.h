@@ -49,6 +49,7 @@ public:
     int columnCount() const override { return columns; }
     QString headerText(int column) const override;
     QString statisticsText(int column) const override;
+    QString cellText(qint64 row, int column) const override;
 
     std::vector<Row> rows;
     int columns;

@@ -288,7 +288,7 @@ TEST_F(GridViewTest, AToolTipShowsWhatIsCutOff)
     EXPECT_EQ(tipAt(header(3)), "Head 3");
 }
 
-TEST_F(GridViewTest, AccessibleToolsSeeTheTableOnTheScreen)
+TEST_F(GridViewTest, AccessibleToolsSeeEveryRowWhereverTheViewIs)
 {
     view.setColumnOrder({1, 0, 2, 3, 4});
     view.setColumnVisible(2, false);
@@ -299,24 +299,51 @@ TEST_F(GridViewTest, AccessibleToolsSeeTheTableOnTheScreen)
     ASSERT_NE(table, nullptr);
     QAccessibleTableInterface *cells = table->tableInterface();
     ASSERT_NE(cells, nullptr);
-    EXPECT_EQ(cells->rowCount(), 10);
+    EXPECT_EQ(cells->rowCount(), 100);
     EXPECT_EQ(cells->columnCount(), 4);
-    EXPECT_EQ(table->childCount(), 40);
+    EXPECT_EQ(table->childCount(), 400);
     EXPECT_EQ(cells->columnDescription(1), "Head 0");
-    EXPECT_EQ(cells->rowDescription(9), "100");
-    QAccessibleInterface *chosen = cells->cellAt(5, 1);
+    EXPECT_EQ(cells->rowDescription(99), "100");
+    EXPECT_EQ(cells->rowDescription(100), "");
+
+    QAccessibleInterface *chosen = cells->cellAt(95, 1);
     EXPECT_EQ(chosen->text(QAccessible::Name), "96.0");
     EXPECT_EQ(chosen->rect(), QRect(view.mapToGlobal(view.cellRect(96, 0).topLeft()), view.cellRect(96, 0).size()));
     EXPECT_TRUE(chosen->state().selected && chosen->state().focused);
-    EXPECT_FALSE(cells->cellAt(4, 1)->state().selected);
     EXPECT_EQ(table->focusChild(), chosen);
     EXPECT_EQ(table->childAt(chosen->rect().center().x(), chosen->rect().center().y()), chosen);
-    EXPECT_EQ(table->indexOfChild(chosen), 21);
-    EXPECT_EQ(cells->cellAt(10, 0), nullptr);
+    EXPECT_EQ(table->indexOfChild(chosen), 381);
+    EXPECT_EQ(cells->cellAt(100, 0), nullptr);
+
+    QAccessibleInterface *above = cells->cellAt(2, 1); // far from the screen
+    EXPECT_EQ(above->text(QAccessible::Name), "3.0");
+    EXPECT_TRUE(above->rect().isEmpty() && above->state().offscreen);
+    EXPECT_FALSE(above->state().selected);
     EXPECT_TRUE(cells->selectRow(2));
-    EXPECT_EQ(selected(), "93");
+    EXPECT_EQ(selected(), "3");
+    EXPECT_TRUE(above->state().selected);
+    EXPECT_EQ(cells->selectedRows(), QList<int>{2});
+    EXPECT_EQ(cells->selectedRowCount(), 1);
+    EXPECT_EQ(cells->selectedCellCount(), 4);
+    EXPECT_TRUE(cells->unselectRow(2));
+    EXPECT_TRUE(cells->selectedRows().isEmpty());
+
     source.reorder([](auto &rows) { rows.resize(3); });
     QTRY_VERIFY_WITH_TIMEOUT((view.refreshNow(), cells->rowCount() == 3), 5000);
     EXPECT_FALSE(chosen->isValid());
     EXPECT_EQ(chosen->text(QAccessible::Name), "");
+}
+
+TEST_F(GridViewTest, ReadingEveryCellKeepsAFewThousandObjects)
+{
+    for (int i = 0; i < 9000; ++i)
+        source.insert(0);
+    view.refreshNow();
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&view);
+    const QAccessible::Id first = QAccessible::uniqueId(table->tableInterface()->cellAt(0, 0));
+    ASSERT_NE(QAccessible::accessibleInterface(first), nullptr);
+    for (int i = 1; i < table->childCount(); ++i)
+        ASSERT_TRUE(table->child(i)->isValid());
+    EXPECT_EQ(QAccessible::accessibleInterface(first), nullptr);
+    EXPECT_EQ(table->tableInterface()->cellAt(9099, 4)->text(QAccessible::Name), "100.4");
 }
