@@ -65,6 +65,8 @@ void CLogRowPainter::prepare(QPixmap &picture, std::vector<LogRow> rows, int off
 void CLogRowPainter::paint(QPainter &painter, CLogTextPlaces &places)
 {
     painter.setFont(places.font());
+    glyphs.use({places.font(), look.text, look.background, look.match, rowLayout.lineHeight, baseline(places)},
+               painter.device()->devicePixelRatioF());
     for (std::size_t i = 0; i < wanted.size(); ++i) {
         if (sameRow(wanted[i], drawn[i]))
             continue;
@@ -113,7 +115,7 @@ bool CLogRowPainter::isWhole(int row) const
     return rowLayout.drawnArea().contains(rowLayout.rowRect(row));
 }
 
-void CLogRowPainter::drawRow(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places) const
+void CLogRowPainter::drawRow(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places)
 {
     const QRect area = rect & rowLayout.drawnArea();
     if (area.isEmpty())
@@ -127,26 +129,49 @@ void CLogRowPainter::drawRow(QPainter &painter, const LogRow &row, const QRect &
         painter.fillRect(QRect(rect.left(), rect.top(), look.accentWidth, rect.height()), look.accent);
 }
 
-void CLogRowPainter::drawText(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places) const
+void CLogRowPainter::drawText(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places)
 {
     const int left = rowLayout.margin - textOffset;
-    if (row.selected)
-        painter.fillRect(QRect(left, rect.top(), places.width(row.piece), rect.height()), look.selection);
+    const int right = rowLayout.margin + rowLayout.textWidth();
     const LogSlice slice = places.slice(row.piece, -left, rect.width() - left);
     const int x = left + slice.x;
+    const CLogGlyphPictures::Spans marks = marksOf(row, slice, x, places);
+    if (!row.selected || look.selection == look.background) {
+        if (const QImage *picture = glyphs.draw(slice.text, rect.width(), x, right, marks)) {
+            painter.drawImage(rect.topLeft(), *picture);
+            return;
+        }
+    }
+    if (row.selected)
+        painter.fillRect(QRect(left, rect.top(), places.width(row.piece), rect.height()), look.selection);
+    for (const auto &[from, width] : marks)
+        painter.fillRect(QRect(from, rect.top(), width, rect.height()), look.match);
+    painter.setClipRect(QRect(0, rect.top(), right, rect.height()), Qt::IntersectClip);
+    painter.setPen(look.text);
+    painter.drawText(QPointF(x, rect.top() + baseline(places)), slice.text);
+    painter.setClipRect(rect & rowLayout.drawnArea());
+}
+
+/// What is marked of a slice that starts at `x`.
+CLogGlyphPictures::Spans CLogRowPainter::marksOf(const LogRow &row, const LogSlice &slice, int x,
+                                                 CLogTextPlaces &places) const
+{
+    CLogGlyphPictures::Spans marks;
     for (const LogRange &mark : row.marks) {
         const int start = std::max(mark.start - slice.first, 0);
         const int end = std::min(mark.start + mark.length - slice.first, slice.text.size());
         if (start < end)
             for (const auto &[from, width] : places.spans(slice, {start, end - start}))
-                painter.fillRect(QRect(x + from, rect.top(), width, rect.height()), look.match);
+                marks.emplace_back(x + from, width);
     }
+    return marks;
+}
+
+/// From a row's top.
+int CLogRowPainter::baseline(CLogTextPlaces &places) const
+{
     const QFontMetrics &metrics = places.measure().metrics();
-    painter.setClipRect(QRect(0, rect.top(), rowLayout.margin + rowLayout.textWidth(), rect.height()),
-                        Qt::IntersectClip);
-    painter.setPen(look.text);
-    painter.drawText(QPointF(x, rect.top() + (rect.height() - metrics.height()) / 2 + metrics.ascent()), slice.text);
-    painter.setClipRect(rect & rowLayout.drawnArea());
+    return (rowLayout.lineHeight - metrics.height()) / 2 + metrics.ascent();
 }
 
 } // namespace KV

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "log/clogglyphpictures.h"
 #include "log/cloglayout.h"
 #include "log/clogtextplaces.h"
 #include "uicontrolexport.h"
@@ -53,14 +54,17 @@ private:
     int rowsMoved(double rowPixels) const;
     void moveRows(QPixmap &picture, int by);
     bool isWhole(int row) const;
-    void drawRow(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places) const;
-    void drawText(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places) const;
+    void drawRow(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places);
+    void drawText(QPainter &painter, const LogRow &row, const QRect &rect, CLogTextPlaces &places);
+    CLogGlyphPictures::Spans marksOf(const LogRow &row, const LogSlice &slice, int x, CLogTextPlaces &places) const;
+    int baseline(CLogTextPlaces &places) const;
 
     CLogLayout rowLayout;
     LogLook look;
     std::vector<LogRow> wanted;
     std::vector<std::optional<LogRow>> drawn; ///< what the picture shows, where that is known
     int textOffset = 0;
+    CLogGlyphPictures glyphs;
 };
 
 } // namespace KV
