@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int longestLine = 300;
+constexpr int longestLine = 700;
 
 std::vector<int> plainLengths(const QFontMetrics &metrics, const QString &line, int width)
 {

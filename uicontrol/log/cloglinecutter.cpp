@@ -96,8 +96,12 @@ int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int 
     bool open = false; // the bound says nothing before the next measurement
     while (count < last) {
         const LogCharWidth added = textMeasure.charWidth(text[count]);
-        // Behind a complex character others may take a font in which nobody has tried them.
-        most += mostAdded(text[count], added.advance, complex ? std::max(added.kind, EWidthKind::Shaped) : added.kind);
+        EWidthKind kind = added.kind;
+        if (kind == EWidthKind::Shaped && takesScript(text[count]))
+            kind = EWidthKind::Complex; // the script before it may bring a font in which it is twice as wide
+        else if (complex)
+            kind = std::max(kind, EWidthKind::Shaped); // it may take a font in which nobody has tried it
+        most += mostAdded(text[count], added.advance, kind);
         complex = complex || added.kind == EWidthKind::Complex;
         // The first character with a script of its own may change the font of all before it.
         open = open || count == firstOfScript;
