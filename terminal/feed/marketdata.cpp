@@ -20,6 +20,14 @@ OrderStatus OrderState::statusOfQuantities() const
     return filled > 0 ? OrderStatus::PartCancelled : OrderStatus::Cancelled;
 }
 
+double referencePrice(const QuoteSnapshot &quote, const Instrument &instrument)
+{
+    for (const double price : {quote.previousSettlement, instrument.previousSettlement, quote.previousClose})
+        if (price != absent<double>)
+            return price;
+    return instrument.previousClose;
+}
+
 std::string orderKey(const OrderState &order, const Instrument &instrument)
 {
     return keyText(order.day, instrument.exchange, order.channel, order.orderNo);

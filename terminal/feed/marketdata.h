@@ -155,6 +155,10 @@ struct QuoteSnapshot
     std::array<QuoteLevel, depth> asks; ///< best first
 };
 
+/// What prices of the day are compared with: of futures the settlement price, else the previous close, as the quote
+/// tells it or else the instrument; absent when neither knows.
+double referencePrice(const QuoteSnapshot &quote, const Instrument &instrument);
+
 /// Unique text of an order in its feed: day, exchange, channel, order number.
 std::string orderKey(const OrderState &order, const Instrument &instrument);
 /// Unique text of a deal in its feed: day, exchange, channel, sequence.

@@ -167,10 +167,16 @@ void FeedPump::putDeals()
 
 void FeedPump::putQuotes()
 {
+    slice.clear();
     const size_t end = std::min(batch.quotes.size(), nextQuote + sliceSize);
-    for (; nextQuote < end; ++nextQuote)
+    for (; nextQuote < end; ++nextQuote) {
+        if (auto record = records.quoteRecord(batch.quotes[nextQuote]))
+            slice.push_back(std::move(record));
         for (MarketListener *listener : listeners)
             listener->takeQuote(batch.quotes[nextQuote]);
+    }
+    if (quoteSink && !slice.isEmpty())
+        quoteSink(slice);
 }
 
 void FeedPump::completeBatch()

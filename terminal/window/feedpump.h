@@ -32,6 +32,7 @@ public:
     /// To be set before start().
     void setOrderSink(Sink sink) { orderSink = std::move(sink); }
     void setDealSink(Sink sink) { dealSink = std::move(sink); }
+    void setQuoteSink(Sink sink) { quoteSink = std::move(sink); }
     /// To be added before start(), and to outlive the pump or its stop().
     void addListener(MarketListener &listener) { listeners.push_back(&listener); }
 
@@ -81,6 +82,7 @@ private:
     MarketRecords records;
     Sink orderSink;
     Sink dealSink;
+    Sink quoteSink;
     std::vector<MarketListener *> listeners;
 
     feed::FeedBatch batch;

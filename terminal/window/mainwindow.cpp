@@ -14,6 +14,7 @@
 #include "window/page.h"
 #include "window/statusbar.h"
 #include "window/topbar.h"
+#include "window/tradepage.h"
 #include "window/viewsettings.h"
 #include "zb/cuiresource.h"
 
@@ -30,7 +31,8 @@ constexpr int scaleStep = 25;
 
 MainWindow::MainWindow(FeedPump &pump)
     : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
-      log(new LogPage(stack)), status(new StatusBar(pump, frameMeter, stallMeter, this))
+      trade(new TradePage(pump, stack)), log(new LogPage(stack)),
+      status(new StatusBar(pump, frameMeter, stallMeter, this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -40,10 +42,12 @@ MainWindow::MainWindow(FeedPump &pump)
     layout->addWidget(status);
     setMinimumSize(ZB::scaled(640), ZB::scaled(360));
     addPage(market);
+    addPage(trade);
     addPage(log);
 
     pump.setOrderSink([this](const FeedPump::Records &records) { market->takeOrders(records); });
     pump.setDealSink([this](const FeedPump::Records &records) { market->takeDeals(records); });
+    pump.setQuoteSink([this](const FeedPump::Records &records) { trade->takeQuotes(records); });
     connect(&pump, &FeedPump::messageArrived, status, &StatusBar::showMessage);
     connect(&pump, &FeedPump::finished, this, &MainWindow::refresh);
     connect(top, &TopBar::layoutToggled, this, [this] { currentPage().toggleLayout(); });

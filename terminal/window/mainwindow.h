@@ -19,6 +19,7 @@ class MarketPage;
 class Page;
 class StatusBar;
 class TopBar;
+class TradePage;
 
 /// The terminal's window: bars at top and bottom, one of the pages between them. The last stop of host events.
 class MainWindow : public ZB::CEventWidgetT<QWidget>, public ZB::CUiResourceChangeHandler
@@ -33,6 +34,7 @@ public:
     TopBar &topBar() const { return *top; }
     StatusBar &statusBar() const { return *status; }
     MarketPage &marketPage() const { return *market; }
+    TradePage &tradePage() const { return *trade; }
     LogPage &logPage() const { return *log; }
     const std::vector<Page *> &pages() const { return allPages; }
     Page &currentPage() const;
@@ -71,6 +73,7 @@ private:
     QStackedWidget *stack;
     std::vector<Page *> allPages; ///< in the order of their tabs; children of the stack
     MarketPage *market;
+    TradePage *trade;
     LogPage *log;
     StatusBar *status;
     QTimer refreshTimer;

@@ -41,6 +41,7 @@ void setTaker(DealRecord &record, feed::DealKind kind)
 MarketRecords::MarketRecords()
     : orderType(TypeCatalogue::instance().findType(MetaMarketOrder)),
       dealType(TypeCatalogue::instance().findType(MetaMarketDeal)),
+      quoteType(TypeCatalogue::instance().findType(MetaQuote)),
       instrumentType(TypeCatalogue::instance().findType(MetaInstrument))
 {
 }
@@ -142,6 +143,35 @@ MarketRecords::Record MarketRecords::dealRecord(const feed::Deal &deal) const
     record->setData(DealChannel, deal.channel);
     record->setData(DealSequence, deal.entry);
     record->setNested(DealInstrument, known->record);
+    return record;
+}
+
+MarketRecords::Record MarketRecords::quoteRecord(const feed::QuoteSnapshot &quote) const
+{
+    const Known *known = find(quote.instrument);
+    if (!known)
+        return {};
+    const auto record = makePlain(*quoteType, known->instrument.code);
+    const double reference = feed::referencePrice(quote, known->instrument);
+    record->setData(QuoteCode, known->instrument.code);
+    record->setData(QuoteLast, quote.last);
+    if (quote.last != feed::absent<double> && reference != feed::absent<double>) {
+        record->setData(QuoteChange, quote.last - reference);
+        if (reference > 0)
+            record->setData(QuoteChangeRatio, (quote.last - reference) / reference);
+    }
+    record->setData(QuoteVolume, quote.volume);
+    record->setData(QuoteTurnover, quote.turnover);
+    record->setData(QuoteBidPrice, quote.bids[0].price);
+    record->setData(QuoteBidVolume, quote.bids[0].quantity);
+    record->setData(QuoteAskPrice, quote.asks[0].price);
+    record->setData(QuoteAskVolume, quote.asks[0].quantity);
+    record->setData(QuoteOpen, quote.open);
+    record->setData(QuoteHigh, quote.high);
+    record->setData(QuoteLow, quote.low);
+    record->setData(QuotePrevClose, reference);
+    record->setData(QuoteTime, quote.time);
+    record->setNested(QuoteInstrument, known->record);
     return record;
 }
 

@@ -18,8 +18,8 @@ class RecordType;
 namespace terminal {
 
 /// Makes the records that tables show out of what a feed tells. A changed order gives a new record under the key of the
-/// old one, so that a table never sees half a change; all orders and deals of an instrument share its one record.
-/// One thread.
+/// old one, so that a table never sees half a change; all orders, deals and quotes of an instrument share its one
+/// record. One thread.
 class MarketRecords
 {
 public:
@@ -35,9 +35,11 @@ public:
     /// Has to come before the first order or deal of the instrument. A known instrument changes in place. The program's
     /// look-up of instruments by code knows it from then on.
     void takeInstrument(const feed::Instrument &instrument);
-    /// Empty for orders and deals of an instrument that was never told.
+    /// Empty for orders, deals and quotes of an instrument that was never told. The key of a quote is the code of its
+    /// instrument.
     Record orderRecord(const feed::OrderState &order) const;
     Record dealRecord(const feed::Deal &deal) const;
+    Record quoteRecord(const feed::QuoteSnapshot &quote) const;
     /// The record of an instrument by its index; empty when unknown.
     Record instrumentRecord(int index) const;
 
@@ -52,6 +54,7 @@ private:
 
     const refhost::RecordType *orderType;
     const refhost::RecordType *dealType;
+    const refhost::RecordType *quoteType;
     const refhost::RecordType *instrumentType;
     std::vector<Known> instruments; ///< by the feed's index
 };

@@ -41,6 +41,12 @@ QString Panel::summary() const
     return summaryLabel->text();
 }
 
+void Panel::replaceCaption(QWidget *widget)
+{
+    captionLabel->hide();
+    titleLayout->insertWidget(0, widget);
+}
+
 void Panel::setContents(QWidget *contents)
 {
     static_cast<QVBoxLayout *>(layout())->addWidget(contents, 1);

@@ -25,6 +25,8 @@ public:
     /// Stands behind the caption.
     void setSummary(const QString &text);
     QString summary() const;
+    /// Puts a widget, such as tabs, in the place of the caption.
+    void replaceCaption(QWidget *widget);
 
     /// Brings title and figures up to date. Called a few times a second.
     virtual void refresh() {}

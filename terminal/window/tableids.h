@@ -7,6 +7,7 @@ enum TableId : int
 {
     OrderStreamTable = 101,
     DealStreamTable = 102,
+    QuoteTable = 103,
     OwnOrdersTable = 111,
     OwnDealsTable = 112,
     OwnPositionsTable = 113,

@@ -149,3 +149,31 @@ TEST(MarketRecords, OrdersAndDealsShareTheOneRecordOfTheirInstrument)
     EXPECT_EQ(instrument->getInt(InstrumentKind), KV::FilterFuture);
     EXPECT_EQ(instrument->getDouble(InstrumentPrevClose), 7700) << "futures change against their settlement";
 }
+
+TEST(MarketRecords, AQuoteIsComparedWithTheCloseBeforeAndWhatIsNotKnownStaysAbsent)
+{
+    MarketRecords records;
+    feed::QuoteSnapshot quote;
+    quote.instrument = 1;
+    EXPECT_FALSE(records.quoteRecord(quote)) << "an instrument that nobody told";
+    feed::Instrument instrument = stock(1);
+    records.takeInstrument(instrument);
+    const auto describe = [&] {
+        const auto record = records.quoteRecord(quote);
+        return record->getKey() + " " + number(record->getDouble(QuoteLast)) + ", " +
+               number(record->getDouble(QuoteChange)) + " = " + number(record->getDouble(QuoteChangeRatio)) + " to " +
+               number(record->getDouble(QuotePrevClose)) + ", bid " + number(record->getDouble(QuoteBidPrice)) +
+               ", ask " + number(record->getDouble(QuoteAskPrice));
+    };
+    EXPECT_EQ(describe(), "605581.SH -, - = - to 15.5, bid -, ask -");
+    quote.last = 18.6;
+    quote.bids[0] = {18.5, 100, 1};
+    quote.asks[0] = {18.7, 200, 1};
+    EXPECT_EQ(describe(), "605581.SH 18.6, 3.1 = 0.2 to 15.5, bid 18.5, ask 18.7");
+    quote.previousClose = 20;
+    EXPECT_EQ(describe(), "605581.SH 18.6, -1.4 = -0.07 to 20, bid 18.5, ask 18.7") << "the quote knows it better";
+    quote.previousSettlement = 18.6;
+    EXPECT_EQ(describe(), "605581.SH 18.6, 0 = 0 to 18.6, bid 18.5, ask 18.7");
+    quote.previousSettlement = 0;
+    EXPECT_EQ(describe(), "605581.SH 18.6, 18.6 = - to 0, bid 18.5, ask 18.7") << "nothing divides by zero";
+}
