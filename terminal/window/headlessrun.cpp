@@ -48,13 +48,12 @@ HeadlessRun::~HeadlessRun() = default;
 
 int HeadlessRun::run()
 {
-    const bool isSimulation = options.replayPaths.isEmpty();
-    if (options.seconds || isSimulation)
-        timeOver.start(static_cast<int>(1000 * options.seconds.value_or(secondsOfSimulation)));
     window.showNow();
     QCoreApplication::processEvents();
     window.stalls().restart();
     clock.start();
+    if (options.seconds || options.replayPaths.isEmpty())
+        timeOver.start(static_cast<int>(1000 * options.seconds.value_or(secondsOfSimulation)));
     pump.start();
     return QCoreApplication::exec();
 }
