@@ -96,7 +96,8 @@ public:
     /// Makes a column as wide as its header and the rows on the screen need, from 3 characters to `maximumWidth` pixels
     /// at 100 %.
     void fitColumn(int column, int maximumWidth = 400);
-    void fitVisibleColumns(int maximumWidth = 400);
+    /// The same for many; the picture is made once for all of them.
+    void fitColumns(const std::vector<int> &columns, int maximumWidth = 400);
     /// Whether the marks of sorts and filters leave too little room for the header's text.
     bool isHeaderCut(int column) const;
     /// Makes a column no wider than its header needs with its marks, and never narrower than it is.

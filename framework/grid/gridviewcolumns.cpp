@@ -100,14 +100,13 @@ void GridView::setColumnDelegate(int column, const boost::shared_ptr<CBaseTableC
 
 void GridView::fitColumn(int column, int maximumWidth)
 {
-    d->sync();
-    d->fit(column, maximumWidth);
+    fitColumns({column}, maximumWidth);
 }
 
-void GridView::fitVisibleColumns(int maximumWidth)
+void GridView::fitColumns(const std::vector<int> &columns, int maximumWidth)
 {
     d->sync();
-    for (const int column : visibleColumns())
+    for (const int column : columns)
         d->fit(column, maximumWidth);
 }
 

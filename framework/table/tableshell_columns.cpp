@@ -55,20 +55,22 @@ void TableShell::setFrozenColumns(int count)
 
 void TableShell::fitVisibleColumns()
 {
+    std::vector<int> fitted;
     for (const int column : grid->visibleColumns()) {
         Column &known = columns[std::size_t(column)];
         if (known.width == WidthOrigin::User)
             continue;
         known.width = WidthOrigin::Fitted;
-        grid->fitColumn(column);
+        fitted.push_back(column);
     }
+    grid->fitColumns(fitted);
 }
 
 void TableShell::fitAll()
 {
     for (Column &column : columns)
         column.width = WidthOrigin::Fitted;
-    grid->fitVisibleColumns();
+    grid->fitColumns(grid->visibleColumns());
     saveSoon();
 }
 

@@ -161,6 +161,33 @@ TEST_F(TableSettingsTest, WidthsThatTheUserChoseSurviveFitting)
     EXPECT_LT(table->columnWidth(Name), wide);
 }
 
+TEST_F(TableSettingsTest, FittingDoesNotPaintForEveryColumn)
+{
+    struct CountingRow : OrderRow
+    {
+        CountingRow(const Order &shownOrder, int &counter) : OrderRow(shownOrder), asked(counter) {}
+        QString getDisplayQString(int column) override
+        {
+            ++asked;
+            return OrderRow::getDisplayQString(column);
+        }
+        int &asked;
+    };
+    constexpr int rows = 6;
+    int asked = 0;
+    model->clear();
+    for (int i = 0; i < rows; ++i)
+        model->addData(
+            boost::make_shared<CountingRow>(Order{"k" + std::to_string(i), "600000", "浦发银行", 0, 1.5, 100}, asked));
+    settle();
+    asked = 0;
+    table->fitVisibleColumns();
+    settle();
+    // Once to measure, and once or twice to paint.
+    EXPECT_LE(asked, 3 * rows * ColumnCount);
+    EXPECT_GE(asked, rows * ColumnCount);
+}
+
 TEST_F(TableSettingsTest, TheMarksOfAHeaderLeaveItsTextWholeIfItWas)
 {
     const auto choose = [this](int width) {
