@@ -79,6 +79,11 @@ log4cxx::LoggerPtr getLogger(const char *name)
     return log4cxx::Logger::getLogger(name);
 }
 
+QString getLogFolder()
+{
+    return {}; // this program writes no files
+}
+
 } // namespace utils
 
 namespace KV {

@@ -2,6 +2,8 @@
 
 #include <log4cxx/logger.h>
 
+#include <QtCore/QString>
+
 #include "hostexport.h"
 
 namespace utils {
@@ -28,5 +30,8 @@ private:
 HOST_API log4cxx::LoggerPtr getStdLogger();
 /// A logger by name, "KDDbgFile" being the debug file; never null.
 HOST_API log4cxx::LoggerPtr getLogger(const char *name);
+
+/// The folder with the log files of the program, the older ones included; empty where it writes none. Any thread.
+HOST_API QString getLogFolder();
 
 } // namespace utils

@@ -1,5 +1,6 @@
 #include <log4cxx/logger.h>
 
+#include <QtCore/QFileInfo>
 #include <atomic>
 #include <mutex>
 #include <set>
@@ -64,6 +65,12 @@ log4cxx::LoggerPtr getLogger(const char *name)
 {
     refhost::LogService::instance();
     return log4cxx::Logger::getLogger(name == nullptr ? "" : name);
+}
+
+QString getLogFolder()
+{
+    const QStringList files = refhost::LogService::instance().files();
+    return files.isEmpty() ? QString() : QFileInfo(files.constFirst()).absolutePath();
 }
 
 } // namespace utils

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QDir>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 #include <QtCore/QStringList>
@@ -30,7 +31,7 @@ private:
     void makeCertificate();
 
     const QStringList moods;
-    QTemporaryDir folder;
+    QTemporaryDir folder{QDir::temp().filePath(QStringLiteral("smtpserver-XXXXXX"))};
     QProcess process;
     int listeningPort = 0;
 };

@@ -7,10 +7,12 @@ import asyncio
 import base64
 import email
 import email.policy
+import io
 import json
 import os
 import ssl
 import sys
+import zipfile
 
 from aiosmtpd.smtp import SMTP, AuthResult, LoginPassword
 
@@ -53,6 +55,11 @@ class Mailbox:
             "name": parts[2].get_filename(),
             "attachment": base64.b64encode(parts[2].get_payload(decode=True)).decode(),
         }
+        packed = io.BytesIO(parts[2].get_payload(decode=True))
+        if zipfile.is_zipfile(packed):
+            with zipfile.ZipFile(packed) as archive:
+                facts["broken"] = archive.testzip()
+                facts["files"] = {name: base64.b64encode(archive.read(name)).decode() for name in archive.namelist()}
         with open(f"{folder}/{Mailbox.count}.eml", "wb") as file:
             file.write(content)
         with open(f"{folder}/{Mailbox.count}.json", "w") as file:

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QtCore/QStringList>
+#include <QtCore/QVector>
+#include <atomic>
+#include <memory>
+
+#include "dialog/logfileentry.h"
+#include "uicontrolexport.h"
+
+class QTemporaryDir;
+
+namespace KV {
+
+/// What is to be packed.
+struct LogPackRequest
+{
+    QVector<LogFileEntry> files;
+    QStringList accounts;                   ///< numbers to mask wherever they stand
+    qint64 mostPacked = qint64(2000) << 20; ///< bytes of the zip file
+    QString name = QStringLiteral("logs.zip");
+};
+
+/// A zip file with masked copies of log files, in a temporary folder that lives as long as this does.
+struct UICONTROL_API LogPack
+{
+    LogPack();
+    ~LogPack();
+    LogPack(const LogPack &) = delete;
+    LogPack &operator=(const LogPack &) = delete;
+
+    /// @name While the work is under way; any thread
+    /// @{
+    std::atomic<qint64> readBytes{0};
+    std::atomic<bool> cancelled{false};
+    std::atomic<bool> finished{false}; ///< what follows is complete
+    /// @}
+
+    QString problem;   ///< why there is no zip file, in words for the user; empty when there is
+    QStringList notes; ///< about files that are not in it as they should be
+    QString path;
+    qint64 size = 0;       ///< of the zip file, bytes
+    qint64 totalBytes = 0; ///< of the files, known from the start
+    int fileCount = 0;
+    std::unique_ptr<QTemporaryDir> folder;
+};
+
+/// The most bytes that the files of a pack may have together.
+constexpr qint64 mostLogBytes = qint64(2) << 30;
+
+/// Fills a pack, and sets `finished` at the end. The files are only read, as far as they reached at the start: a file
+/// that grows meanwhile stays cut there, one that is renamed is read on under its new name. A cancelled or failed pack
+/// has no folder. Not for the GUI thread.
+UICONTROL_API void packLogs(const LogPackRequest &request, LogPack &pack);
+
+} // namespace KV
