@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "kv/cuserconfig.h"
+#include "window/accountpage.h"
 #include "window/feedpump.h"
 #include "window/logpage.h"
 #include "window/marketpage.h"
@@ -31,7 +32,7 @@ constexpr int scaleStep = 25;
 
 MainWindow::MainWindow(FeedPump &pump)
     : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
-      trade(new TradePage(pump, stack)), log(new LogPage(stack)),
+      trade(new TradePage(pump, stack)), accounts(new AccountPage(stack)), log(new LogPage(stack)),
       status(new StatusBar(pump, frameMeter, stallMeter, this))
 {
     auto *layout = new QVBoxLayout(this);
@@ -43,11 +44,13 @@ MainWindow::MainWindow(FeedPump &pump)
     setMinimumSize(ZB::scaled(640), ZB::scaled(360));
     addPage(market);
     addPage(trade);
+    addPage(accounts);
     addPage(log);
 
     pump.setOrderSink([this](const FeedPump::Records &records) { market->takeOrders(records); });
     pump.setDealSink([this](const FeedPump::Records &records) { market->takeDeals(records); });
     pump.setQuoteSink([this](const FeedPump::Records &records) { trade->takeQuotes(records); });
+    pump.addListener(*accounts);
     connect(&pump, &FeedPump::messageArrived, status, &StatusBar::showMessage);
     connect(&pump, &FeedPump::finished, this, &MainWindow::refresh);
     connect(top, &TopBar::layoutToggled, this, [this] { currentPage().toggleLayout(); });

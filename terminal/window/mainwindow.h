@@ -13,6 +13,7 @@ class QStackedWidget;
 
 namespace terminal {
 
+class AccountPage;
 class FeedPump;
 class LogPage;
 class MarketPage;
@@ -35,6 +36,7 @@ public:
     StatusBar &statusBar() const { return *status; }
     MarketPage &marketPage() const { return *market; }
     TradePage &tradePage() const { return *trade; }
+    AccountPage &accountPage() const { return *accounts; }
     LogPage &logPage() const { return *log; }
     const std::vector<Page *> &pages() const { return allPages; }
     Page &currentPage() const;
@@ -74,6 +76,7 @@ private:
     std::vector<Page *> allPages; ///< in the order of their tabs; children of the stack
     MarketPage *market;
     TradePage *trade;
+    AccountPage *accounts;
     LogPage *log;
     StatusBar *status;
     QTimer refreshTimer;

@@ -13,7 +13,9 @@ enum TableId : int
     OwnPositionsTable = 113,
     OwnFundsTable = 114,
     HistoryOrdersTable = 115,
-    HistoryDealsTable = 116
+    HistoryDealsTable = 116,
+    DemonstrationPositionsTable = 121,
+    DemonstrationFundsTable = 122
 };
 
 } // namespace terminal

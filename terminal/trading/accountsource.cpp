@@ -1,0 +1,7 @@
+#include "trading/accountsource.h"
+
+namespace trading {
+
+AccountSource::~AccountSource() = default;
+
+} // namespace trading

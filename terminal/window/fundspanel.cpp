@@ -1,0 +1,72 @@
+#include "window/fundspanel.h"
+
+#include "records/record.h"
+#include "table/cdatatable.h"
+
+namespace terminal {
+
+namespace {
+
+using namespace refhost;
+using trading::yuanOf;
+
+} // namespace
+
+FundsPanel::FundsPanel(int tableId, QWidget *parent)
+    : RecordPanel(QStringLiteral("资金"), QStringLiteral("个账户"), new KV::CDataTable(tableId, MetaFunds, nullptr),
+                  parent)
+{
+    table().setEmptyText(QStringLiteral("没有账户"));
+    arrangeColumns({{FundsAccount, 86},
+                    {FundsName, 96},
+                    {FundsTotal, 132},
+                    {FundsAvailable, 132},
+                    {FundsFrozen, 110},
+                    {FundsWithdrawable, 132},
+                    {FundsPositionValue, 132},
+                    {FundsProfitToday, 124}},
+                   1);
+    RecordPanel::refresh();
+}
+
+FundsPanel::~FundsPanel() = default;
+
+void FundsPanel::setRemark(const QString &text)
+{
+    titleRemark = text;
+    refresh();
+}
+
+QString FundsPanel::remark() const
+{
+    return titleRemark;
+}
+
+void FundsPanel::take(const trading::AccountSource &source, const trading::AccountChanges &changes)
+{
+    for (const std::string &account : changes.accounts)
+        show(source.books().at(account));
+}
+
+void FundsPanel::show(const trading::AccountBook &book)
+{
+    const trading::Account &account = book.account();
+    auto &record = records[account.id];
+    if (!record) {
+        record = makePlain(MetaFunds, account.id);
+        record->setData(FundsAccount, account.id);
+        record->setData(FundsName, account.name);
+        record->setData(FundsCurrency, 0);
+    }
+    const trading::Funds funds = book.funds();
+    record->setData(FundsTotal, yuanOf(funds.total));
+    record->setData(FundsAvailable, yuanOf(funds.available));
+    record->setData(FundsFrozen, yuanOf(funds.frozen));
+    record->setData(FundsWithdrawable, yuanOf(funds.withdrawable));
+    record->setData(FundsPositionValue, yuanOf(funds.positionValue));
+    record->setData(FundsMargin, yuanOf(funds.margin));
+    record->setData(FundsProfitToday, yuanOf(funds.profitToday));
+    table().updateData(record, /* flag */ false);
+}
+
+} // namespace terminal

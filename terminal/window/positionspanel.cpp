@@ -1,0 +1,135 @@
+#include "window/positionspanel.h"
+
+#include "feed/instrumentrules.h"
+#include "records/record.h"
+#include "services/instruments.h"
+#include "table/cdatatable.h"
+
+namespace terminal {
+
+namespace {
+
+using namespace refhost;
+using trading::yuanOf;
+
+constexpr int heldOnly = 1;
+
+/// Lets positions without a quantity not pass: one that was closed while a filter hid it must not come back.
+class PositionTable : public KV::CDataTable
+{
+public:
+    PositionTable(int tableId, QWidget *parent) : KV::CDataTable(tableId, MetaPosition, parent)
+    {
+        onFilter(fieldID2columnID(PositionQuantity), heldOnly, QString());
+    }
+
+protected:
+    bool passFilter(const RecordPtr &record, int, int type, QString) const override
+    {
+        return type != heldOnly || record->getLong(PositionQuantity) > 0;
+    }
+};
+
+std::string keyOf(const trading::AccountBook &book, const trading::AccountBook::PositionKey &key)
+{
+    return book.account().id + '/' + key.first + '/' + static_cast<char>(key.second);
+}
+
+/// No value where there is nothing to divide by.
+double ratioOf(trading::Money part, trading::Money whole)
+{
+    return whole > 0 ? static_cast<double>(part) / static_cast<double>(whole) : feed::absent<double>;
+}
+
+} // namespace
+
+PositionsPanel::PositionsPanel(int tableId, QWidget *parent)
+    : RecordPanel(QStringLiteral("持仓"), QStringLiteral("只"), new PositionTable(tableId, nullptr), parent)
+{
+    table().setEmptyText(QStringLiteral("没有持仓"));
+    arrangeColumns({{PositionAccount, 86},
+                    {PositionCode, 86},
+                    {InstrumentName, 80},
+                    {PositionQuantity, 96},
+                    {PositionAvailable, 96},
+                    {PositionToday, 96},
+                    {PositionCostPrice, 84},
+                    {PositionLastPrice, 80},
+                    {PositionValue, 124},
+                    {PositionProfit, 124},
+                    {PositionProfitRatio, 84}},
+                   3);
+    RecordPanel::refresh();
+}
+
+PositionsPanel::~PositionsPanel() = default;
+
+void PositionsPanel::take(const trading::AccountSource &source, const trading::AccountChanges &changes)
+{
+    for (const auto &[account, key] : changes.positions)
+        show(source.books().at(account), key);
+}
+
+/// Its instrument may be told of later than the position itself, where that comes from a file.
+PositionsPanel::RecordPtr PositionsPanel::recordOf(const std::string &recordKey, const std::string &code)
+{
+    RecordPtr &record = records[recordKey];
+    if (record && record->getIData(PositionInstrument))
+        return record;
+    const auto instrument = Instruments::find(code);
+    if (record && !instrument)
+        return record;
+    record = record ? copyOf(*record) : makePlain(MetaPosition, recordKey);
+    record->setNested(PositionInstrument, instrument);
+    return record;
+}
+
+void PositionsPanel::show(const trading::AccountBook &book, const trading::AccountBook::PositionKey &key)
+{
+    const std::string recordKey = keyOf(book, key);
+    const trading::Position *position = book.position(key);
+    if (!position)
+        return remove(recordKey);
+    const RecordPtr record = recordOf(recordKey, key.first);
+    fill(*record, book, *position);
+    table().updateData(record, /* flag */ false);
+}
+
+void PositionsPanel::remove(const std::string &recordKey)
+{
+    const auto found = records.find(recordKey);
+    if (found == records.end())
+        return;
+    found->second->setData(PositionQuantity, qint64(0));
+    table().removeDataByKey(recordKey);
+    records.erase(found);
+}
+
+void PositionsPanel::fill(PlainRecord &record, const trading::AccountBook &book,
+                          const trading::Position &position) const
+{
+    const qint64 quantity = position.quantity();
+    const qint64 price = book.lastPrice(position.code);
+    const auto value = trading::amountOf(price, quantity, position.multiplier);
+    const bool isShort = position.side == trading::PositionSide::Short;
+    record.setData(PositionAccount, position.account);
+    record.setData(PositionCode, position.code);
+    record.setData(PositionSide, static_cast<int>(position.side));
+    record.setData(PositionQuantity, quantity);
+    record.setData(PositionFrozen, position.old.held + position.today.held);
+    const bool sellsToday = sellsOnSameDay || trading::sellsOnSameDay(position.kind);
+    record.setData(PositionAvailable,
+                   (sellsToday ? quantity - position.today.held : position.old.quantity) - position.old.held);
+    record.setData(PositionToday, position.today.quantity);
+    const auto units = static_cast<double>(quantity) * position.multiplier;
+    record.setData(PositionCostPrice, units > 0 ? yuanOf(position.openCost) / units : feed::absent<double>);
+    if (price <= 0 || !value)
+        return;
+    const trading::Money profit = isShort ? position.openCost - *value : *value - position.openCost;
+    record.setData(PositionLastPrice, feed::priceOfUnits(price));
+    record.setData(PositionValue, yuanOf(*value));
+    record.setData(PositionProfit, yuanOf(profit));
+    record.setData(PositionProfitRatio, ratioOf(profit, position.openCost));
+}
+
+} // namespace terminal

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+#include <QtTest/QTest>
+
+#include "dealrecount.h"
+#include "records/fieldids.h"
+#include "services/userconfig.h"
+#include "table/cdatatable.h"
+#include "window/accountpage.h"
+#include "window/fundspanel.h"
+#include "window/marketrecords.h"
+#include "window/positionspanel.h"
+#include "zb/cuiresource.h"
+
+namespace {
+
+using namespace refhost;
+using terminal::AccountPage;
+
+class AccountPageTest : public testing::Test
+{
+protected:
+    AccountPageTest()
+    {
+        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
+        page = std::make_unique<AccountPage>();
+        page->resize(1200, 700);
+        instrument.code = "600000.SH";
+        instrument.name = "浦发银行";
+        instrument.exchange = "SH";
+        instrument.previousClose = 10;
+        market.takeInstrument(instrument);
+        page->takeInstrument(instrument);
+    }
+
+    ~AccountPageTest() override
+    {
+        page.reset();
+        refhost::setUserConfig(nullptr);
+    }
+
+    void deal(int entry, feed::DealKind kind, double price, qint64 quantity)
+    {
+        feed::Deal made;
+        made.entry = entry;
+        made.kind = kind;
+        made.price = price;
+        made.quantity = quantity;
+        page->takeDeal(made);
+    }
+
+    /// Visible cells, a row a line.
+    static std::string shown(KV::CDataTable &table)
+    {
+        std::string lines;
+        for (const int row : table.rows()) {
+            QStringList texts;
+            for (int column = 0; column < table.columnCount(); ++column)
+                if (table.columnVisible(column))
+                    texts << table.cellText(row, column);
+            lines += texts.join('|').toStdString() + '\n';
+        }
+        return lines;
+    }
+
+    static const QColor *profitColor(KV::CDataTable &table)
+    {
+        return table.cellColor(table.rows().first(), table.fieldID2columnID(PositionProfit));
+    }
+
+    feed::Instrument instrument;
+    terminal::MarketRecords market;
+    std::unique_ptr<AccountPage> page;
+};
+
+} // namespace
+
+TEST_F(AccountPageTest, PositionsAndFundsFollowDealsAndQuotes)
+{
+    KV::CDataTable &positions = page->positions().table();
+    deal(0, feed::DealKind::BuyerInitiated, 10.00, 1000);
+    page->showNow();
+    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1,000|1,000|1,000|10.000|10.00|10 000.00|0.00|0.00%\n");
+    EXPECT_EQ(page->positions().summary().toStdString(), "1 只");
+
+    feed::QuoteSnapshot quote;
+    quote.last = 10.25;
+    page->takeQuote(quote);
+    page->showNow();
+    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1,000|1,000|1,000|10.000|10.25|10 250.00|+250.00|+2.50%\n");
+    EXPECT_EQ(profitColor(positions), ZB::CUiResource::instance()->getColor("clr_global_rise"));
+    quote.last = 9.90;
+    page->takeQuote(quote);
+    page->showNow();
+    EXPECT_EQ(profitColor(positions), ZB::CUiResource::instance()->getColor("clr_global_fall"));
+    EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)), "-100.00");
+
+    KV::CDataTable &funds = page->funds().table();
+    EXPECT_EQ(shown(funds).substr(0, shown(funds).find('\n')),
+              "DEMO01|演示账户01|49 999 900.00|49 990 000.00|0.00|49 990 000.00|9 900.00|-100.00");
+    EXPECT_EQ(funds.statText(funds.fieldID2columnID(FundsTotal)), "249 999 900.00");
+}
+
+TEST_F(AccountPageTest, APositionThatIsClosedBehindAFilterDoesNotComeBack)
+{
+    KV::CDataTable &positions = page->positions().table();
+    deal(0, feed::DealKind::BuyerInitiated, 10, 100);
+    deal(1, feed::DealKind::BuyerInitiated, 10, 100);
+    page->showNow();
+    QSet<QString> other{"DEMO02"};
+    const int account = positions.fieldID2columnID(PositionAccount);
+    positions.onFilterTrigger(account, 0, other);
+    EXPECT_EQ(positions.rowCount(), 1);
+    deal(5, feed::DealKind::SellerInitiated, 10, 100);
+    page->showNow();
+    QSet<QString> none;
+    positions.onFilterTrigger(account, 0, none);
+    EXPECT_EQ(positions.rowCount(), 1);
+    deal(10, feed::DealKind::BuyerInitiated, 10, 300);
+    page->showNow();
+    EXPECT_EQ(positions.rowCount(), 2) << "it can be opened again";
+}
+
+TEST_F(AccountPageTest, ItFollowsByItselfWhileItIsShown)
+{
+    page->show();
+    deal(0, feed::DealKind::BuyerInitiated, 10, 100);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return page->positions().table().rowCount() == 1; }));
+}
+
+/// What stands in the table after a recorded day of three stocks, to the last cent.
+TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
+{
+    const QString folder = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
+    const QStringList paths{folder + "sse_orders_2023-07-11_3stocks.csv.gz",
+                            folder + "sse_trades_2023-07-11_3stocks.csv.gz"};
+    if (!QFileInfo::exists(paths[0]) || !QFileInfo::exists(paths[1]))
+        GTEST_SKIP() << "no recorded data at " << folder.toStdString();
+    feed::ReplayFeed replay(paths);
+    const PlayedFeed played = playFeed(replay);
+    for (const feed::Instrument &one : played.instruments)
+        page->takeInstrument(one);
+    for (const feed::Deal &one : played.deals)
+        page->takeDeal(one);
+    page->showNow();
+
+    const auto cents = [](qint64 money) { return QString::number(std::round(double(money) / 100) / 100, 'f', 2); };
+    const DealRecount recount(played, 5, 50'000'000 * trading::yuan);
+    KV::CDataTable &positions = page->positions().table();
+    qint64 profitOfAll = 0;
+    int rows = 0;
+    for (const auto &[place, held] : recount.held) {
+        const int row = positions.keyToRowID(place.first + '/' + place.second + "/0");
+        ASSERT_EQ(row >= 0, held.quantity > 0) << place.first << ' ' << place.second;
+        if (row < 0)
+            continue;
+        ++rows;
+        const qint64 value = held.quantity * recount.lastPrice.at(place.second);
+        profitOfAll += value - held.cost;
+        const auto text = [&](int field) {
+            return positions.cellText(row, positions.fieldID2columnID(field)).remove(QRegularExpression("[ ,+]"));
+        };
+        EXPECT_EQ(text(PositionQuantity), QString::number(held.quantity));
+        EXPECT_EQ(text(PositionValue), cents(value));
+        EXPECT_EQ(text(PositionProfit), cents(value - held.cost));
+    }
+    EXPECT_EQ(positions.rowCount(), rows);
+    EXPECT_GT(rows, 10);
+    EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)).remove(' '), cents(profitOfAll));
+}
