@@ -20,7 +20,7 @@ enum FieldProperty : unsigned int
     Flash = 1u << 6,       ///< the cell flashes when it changes
     SumFromZero = 1u << 7, ///< a negative sum shows as zero
     Filterable = 1u << 8,
-    GroupedSum = 1u << 10, ///< the sum shows in groups of three digits
+    GroupedSum = 1u << 10, ///< cells and sum group their digits by spaces, where the user wants groups
     Bold = 1u << 11
 };
 

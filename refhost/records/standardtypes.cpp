@@ -51,6 +51,13 @@ Funcs change()
     return {{kdservice::DisplayChange, ""}};
 }
 
+Funcs priceChange()
+{
+    Funcs funcs = price();
+    funcs[kdservice::DisplayChange] = "";
+    return funcs;
+}
+
 } // namespace display
 
 std::vector<std::pair<std::string, std::vector<EnumItem>>> standardEnums()

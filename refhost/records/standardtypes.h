@@ -33,8 +33,9 @@ Funcs time(const char *part);
 /// A price with its instrument's decimals; coloured against the previous close where asked for.
 Funcs price();
 Funcs comparedPrice();
-/// A number in the colour of its sign.
+/// A number in the colour of its sign; one of a price with its instrument's decimals.
 Funcs change();
+Funcs priceChange();
 } // namespace display
 
 } // namespace refhost

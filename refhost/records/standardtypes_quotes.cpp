@@ -22,7 +22,7 @@ std::vector<FieldDef> quoteFields()
         {QuoteCode,        ExtString, "证券代码",  0, AlignCentre | Filterable,  Everybody,         0,                {}, {{DerivativeTraders, "合约代码"}}, TextStore::Shared, -1, {}, 20},
         {QuoteInstrument,  ExtData,   "证券",      0, 0,                         Everybody,         0,                {}, {}, TextStore::Own, MetaInstrument, {InstrumentName}, 35},
         {QuoteLast,        ExtDouble, "最新价",    2, Price | Flash,             Everybody,         0,                display::comparedPrice(), {}, TextStore::Own, -1, {}, 40},
-        {QuoteChange,      ExtDouble, "涨跌",      2, Price,                     Everybody,         Signed,           display::change(), {}, TextStore::Own, -1, {}, 50},
+        {QuoteChange,      ExtDouble, "涨跌",      2, Price,                     Everybody,         Signed,           display::priceChange(), {}, TextStore::Own, -1, {}, 50},
         {QuoteChangeRatio, ExtDouble, "涨跌幅",    2, Price,                     Everybody,         Signed | Percent, display::change(), {}, TextStore::Own, -1, {}, 60},
         {QuoteVolume,      ExtLong,   "成交量",    0, AlignRight | NoSumText,    Everybody,         Unit,             {}, {}, TextStore::Own, -1, {}, 70},
         {QuoteTurnover,    ExtDouble, "成交额",    2, AlignRight | Sum,          Everybody,         Unit,             {}, {}, TextStore::Own, -1, {}, 80},

@@ -82,14 +82,14 @@ TEST_F(AccountPageTest, PositionsAndFundsFollowDealsAndQuotes)
     KV::CDataTable &positions = page->positions().table();
     deal(0, feed::DealKind::BuyerInitiated, 10.00, 1000);
     page->showNow();
-    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1,000|1,000|1,000|10.000|10.00|10 000.00|0.00|0.00%\n");
+    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1 000|1 000|1 000|10.000|10.00|10 000.00|0.00|0.00%\n");
     EXPECT_EQ(page->positions().summary().toStdString(), "1 只");
 
     feed::QuoteSnapshot quote;
     quote.last = 10.25;
     page->takeQuote(quote);
     page->showNow();
-    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1,000|1,000|1,000|10.000|10.25|10 250.00|+250.00|+2.50%\n");
+    EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1 000|1 000|1 000|10.000|10.25|10 250.00|+250.00|+2.50%\n");
     EXPECT_EQ(profitColor(positions), ZB::CUiResource::instance()->getColor("clr_global_rise"));
     quote.last = 9.90;
     page->takeQuote(quote);

@@ -59,6 +59,9 @@ protected:
                                         field(20, ExtString, 0, 0, {{DisplayInstrumentName, ""}}),
                                         field(21, ExtString, 0, 0, {{DisplayOptionName, "8"}}),
                                         field(22, ExtChar, 0, 0, {{DisplayStatus, ""}}),
+                                        spaced(23, ExtLong),
+                                        spaced(24, ExtDouble),
+                                        field(25, ExtDouble, 2, 0, {{DisplayPrice, "50"}, {DisplayChange, ""}}),
                                         instrument}});
     }
 
@@ -68,6 +71,13 @@ protected:
         FieldDef def{id, dataType, "", precision};
         def.format = format;
         def.funcs = std::move(funcs);
+        return def;
+    }
+
+    static FieldDef spaced(int id, EXT_DATA_TYPE dataType)
+    {
+        FieldDef def = field(id, dataType, dataType == ExtDouble ? 2 : 0);
+        def.properties = refhost::GroupedSum;
         return def;
     }
 
@@ -155,8 +165,11 @@ TEST_F(FieldFormatter, NumbersFollowTheGroupingOfTheUser)
     EXPECT_EQ(shown(4, qint64(9876543210)), "9,876,543,210 default  9876543210");
     EXPECT_EQ(shown(5, 1234.5), "1,234.50 default  1234.5");
     EXPECT_EQ(shown(12, morning), "09:30:00 default  1689039000120");
+    EXPECT_EQ(shown(23, qint64(9007199254740993)), "9 007 199 254 740 993 default  9007199254740993");
+    EXPECT_EQ(shown(24, -1234567.891), "-1 234 567.89 default  -1234567.891");
     user->setSegmentedFormat(false);
     EXPECT_EQ(shown(2), "1234567 default  1234567");
+    EXPECT_EQ(shown(23), "9007199254740993 default  9007199254740993");
 }
 
 TEST_F(FieldFormatter, EnumerationsReadAsTheTraderTypeSaysAndUnknownValuesAsTheyAre)
@@ -188,6 +201,8 @@ TEST_F(FieldFormatter, PricesTakeTheDecimalsOfTheirInstrument)
     instrument->setData(50, 4);
     record->setNested(40, instrument);
     EXPECT_EQ(shown(17), "10.5000 default  10.5");
+    EXPECT_EQ(shown(25, -0.0004), "-0.0004 fall  -0.0004");
+    EXPECT_EQ(shown(25, 0.0), "0.0000 equal  0") << "no move is one too";
 
     const auto known = refhost::makePlain(refhost::MetaInstrument, "510050.SH");
     known->setData(refhost::InstrumentCode, "510050.SH");

@@ -19,6 +19,7 @@ using utils::ETimeText;
 
 constexpr int noInt = std::numeric_limits<int>::max();
 constexpr qint64 noLong = std::numeric_limits<qint64>::max();
+constexpr int groupedBySpaces = 10; ///< property of the field
 
 const QString &absentText()
 {
@@ -75,6 +76,8 @@ QString CFieldFormat::integerText(qint64 value) const
     default:
         break;
     }
+    if (description->getProperty(groupedBySpaces))
+        return ZB::formatDoubleNumberSpace(static_cast<long double>(value), precision, numberFlags(), false, QString());
     if (description->dataType == kdservice::ExtInt)
         return ZB::formatIntNumber(static_cast<int>(value), precision, numberFlags());
     return ZB::formatLonglongNumber(value, precision, numberFlags());
@@ -83,12 +86,14 @@ QString CFieldFormat::integerText(qint64 value) const
 QString CFieldFormat::doubleText(const IData &holder) const
 {
     const double value = holder.getDouble(id);
-    if (shown == Shown::Price)
-        return ZB::formatPriceDoubleNumber(value, priceDecimals(holder), numberFlags());
+    const int decimals = shown == Shown::Price ? priceDecimals(holder) : precision;
+    // A price of nothing is none; a change of nothing is one.
+    if (shown == Shown::Price && colored != Colored::Change)
+        return ZB::formatPriceDoubleNumber(value, decimals, numberFlags());
     static const QString invalid = QStringLiteral("非法值");
-    if (description->getProperty(10))
-        return ZB::formatDoubleNumberSpace(static_cast<long double>(value), precision, numberFlags(), false, invalid);
-    return ZB::formatDoubleNumber(static_cast<long double>(value), precision, numberFlags(), false, invalid);
+    if (description->getProperty(groupedBySpaces))
+        return ZB::formatDoubleNumberSpace(static_cast<long double>(value), decimals, numberFlags(), false, invalid);
+    return ZB::formatDoubleNumber(static_cast<long double>(value), decimals, numberFlags(), false, invalid);
 }
 
 QString CFieldFormat::stringText(const IData &holder) const
