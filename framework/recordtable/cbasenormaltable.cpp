@@ -141,11 +141,6 @@ void CBaseNormalTable::clearFilter()
     }
 }
 
-void CBaseNormalTable::resizeEvent(QResizeEvent *event)
-{
-    CBaseWidget::resizeEvent(event);
-}
-
 void CBaseNormalTable::showEvent(QShowEvent *event)
 {
     CBaseWidget::showEvent(event);

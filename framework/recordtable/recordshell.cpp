@@ -26,7 +26,7 @@ RecordShell::RecordShell(CBaseNormalTable *table, int tableId, int options)
     source.setTakenColumns([this] { return grid->visibleColumns(); });
     grid->setSource(&source);
     timer.setInterval(tickMilliseconds);
-    QObject::connect(&timer, &QTimer::timeout, q, [this] { tick(); });
+    QObject::connect(&timer, &QTimer::timeout, q, [this] { q->onTimer(); });
     connectShell();
     connectGrid();
     applyOptions(options);
@@ -76,7 +76,6 @@ int RecordShell::idOf(GridRowId row) const
 
 void RecordShell::changed()
 {
-    changedSinceTick = true;
     source.noteChange();
     grid->refresh();
 }
@@ -87,12 +86,6 @@ void RecordShell::setTicking(bool on)
         timer.start();
     else
         timer.stop();
-}
-
-void RecordShell::tick()
-{
-    if (std::exchange(changedSinceTick, false))
-        q->onTimer();
 }
 
 bool RecordShell::isShowing() const

@@ -50,10 +50,8 @@ public:
 
 private:
     void connectGrid();
-    void tick();
 
     QTimer timer;
-    bool changedSinceTick = false;
     bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
     int reportedRow = -1;    ///< told by the last event 70
 };

@@ -138,7 +138,7 @@ public:
 
     /// Shows all changes now, instead of with the next frame.
     virtual void updateTable();
-    /// Called every 100 ms while the table is visible, when something has changed since.
+    /// Called every 100 ms while the table is visible.
     virtual void onTimer();
 
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
@@ -154,7 +154,6 @@ protected:
     /// Takes the filters of all columns off.
     virtual void clearFilter();
 
-    void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

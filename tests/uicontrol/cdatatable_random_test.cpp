@@ -115,8 +115,12 @@ TEST_F(CDataTableRandom, MapsAndRowsAgreeWithAPlainTableAfterAnySequence)
         const int action = below(40);
         if (action < 20) {
             const auto ticket = anyTicket();
+            const bool isStored = plain.stored.count(ticket->getKey()) > 0;
             plain.update(ticket);
-            table->updateData(ticket, below(10) == 0);
+            if (isStored && below(3) == 0)
+                table->updateDataField(ticket, TicketLots, below(10) == 0);
+            else
+                table->updateData(ticket, below(10) == 0);
         } else if (action < 27) {
             QVector<RecordPtr> batch;
             for (int i = below(9); i >= 0; --i) {

@@ -187,6 +187,9 @@ TEST_F(CDataTable, ABatchAnswersWithTheRowsOfTheNewRecordsAndSortsOnce)
     EXPECT_EQ(keys(), "x b");
     EXPECT_TRUE(table->updateDatas({fullTicket("p", 1)}).isEmpty()) << "one that does not pass gets no row";
     EXPECT_EQ(table->size(), 5);
+    EXPECT_EQ(table->updateDatas({fullTicket("n", 20), fullTicket("n", 21)}).size(), 1);
+    EXPECT_EQ(text("n", ColumnLots), "20") << "a row shows what passed";
+    EXPECT_EQ(table->getDataByKey("n")->getInt(TicketLots), 21);
 }
 
 TEST_F(CDataTable, StatisticsSkipMissingValuesAndFollowTheFieldsFormat)
@@ -233,8 +236,14 @@ TEST_F(CDataTable, StatisticsFollowTheRowsByThemselves)
     EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "6"; }));
     table->updateData(fullTicket("d", 10), false);
     EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "16"; }));
+    const auto changed = fullTicket("d", 10);
+    changed->setData(TicketLots, 14);
+    table->updateDataField(changed, TicketLots, false);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "20"; }));
     filter(ColumnSide, ZB::FilterExact, {"买入"});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "12"; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "16"; }));
+    table->removeDataByKey("b");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "14"; }));
     table->clear();
     EXPECT_TRUE(QTest::qWaitFor([this] { return table->statText(ColumnLots) == "0"; }));
 }

@@ -1,6 +1,7 @@
 #include "table/cdatatable.h"
 
 #include <QtCore/QElapsedTimer>
+#include <algorithm>
 
 #include "model/cfieldformat.h"
 
@@ -36,39 +37,62 @@ void CDataTable::repaint(bool flag)
         updateTable();
 }
 
+CDataTable::Entry *CDataTable::entryOf(const std::string &key) const
+{
+    const auto found = keyToRow.find(key);
+    return found == keyToRow.end() ? nullptr : found->second;
+}
+
+CDataTable::Entry &CDataTable::store(const RecordPtr &record)
+{
+    std::string key = record->getKey();
+    Entry *entry = entryOf(key);
+    if (!entry) {
+        entry = &*records.emplace(std::move(key), Stored()).first;
+        keyToRow.emplace(entry->first, entry);
+    }
+    entry->second.record = record;
+    return *entry;
+}
+
 int CDataTable::updateData(const RecordPtr &record, bool flag)
 {
     if (!record)
         return -1;
-    records[record->getKey()] = record;
+    store(record);
     return refreshData(record, flag);
 }
 
-/// False for a record whose key is not stored.
-bool CDataTable::takeOver(const RecordPtr &record)
+/// Null for a record whose key is not stored.
+CDataTable::Entry *CDataTable::takeOver(const RecordPtr &record)
 {
-    const auto stored = record ? records.find(record->getKey()) : records.end();
-    if (stored == records.end())
-        return false;
-    stored->second = record;
-    return true;
+    Entry *entry = record ? entryOf(record->getKey()) : nullptr;
+    if (entry)
+        entry->second.record = record;
+    return entry;
 }
 
 int CDataTable::refreshData(const RecordPtr &record, bool flag)
 {
-    return takeOver(record) ? testShowData(record, flag) : -1;
+    return testShowData(record, flag);
 }
 
 int CDataTable::testShowData(const RecordPtr &record, bool flag)
 {
-    const std::string key = record->getKey();
-    int row = keyToRowID(key);
+    Entry *entry = takeOver(record);
+    return entry ? showStored(*entry, flag) : -1;
+}
+
+int CDataTable::showStored(Entry &entry, bool flag)
+{
+    const RecordPtr record = entry.second.record;
+    int row = entry.second.row;
     if (!passData(record))
         return row;
     if (row >= 0) {
         showData(record, row, 0);
     } else if ((row = beginRow(record->hashKey())) >= 0) {
-        giveRow(key, record, row);
+        giveRow(entry, record, row);
         endRow();
     }
     repaint(flag);
@@ -77,14 +101,17 @@ int CDataTable::testShowData(const RecordPtr &record, bool flag)
 
 int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
 {
-    if (!takeOver(record))
+    Entry *const entry = takeOver(record);
+    if (!entry)
         return -1;
-    const int row = keyToRowID(record->getKey());
+    const int row = entry->second.row;
     if (row < 0)
-        return testShowData(record, flag);
+        return showStored(*entry, flag);
     if (!passData(record))
         return row;
-    shownRecords[row] = record;
+    rowFor(row).shown = record;
+    if (const auto summed = summedFields.find(field); summed != summedFields.end())
+        staleSums.insert(*summed);
     markCell(row, fieldID2columnID(field));
     repaint(flag);
     return row;
@@ -92,43 +119,42 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
 
 void CDataTable::refreshDatas()
 {
-    const Records all = records; // showing may lead anywhere
+    const Records all = getAllDatas(); // showing may lead anywhere
     for (const auto &[key, record] : all)
         refreshData(record, true);
 }
 
-void CDataTable::giveRow(const std::string &key, const RecordPtr &record, int row)
+void CDataTable::giveRow(Entry &entry, const RecordPtr &record, int row)
 {
-    keyToRow[key] = row;
-    rowToKey.emplace_hint(rowToKey.end(), row, key);
+    entry.second.row = row;
+    rowFor(row).entry = &entry;
     showData(record, row, 0);
 }
 
 QVector<int> CDataTable::updateDatas(const QVector<RecordPtr> &list)
 {
-    std::map<std::string, int> placeOfNew;
-    QVector<RecordPtr> newRecords;
+    std::vector<std::pair<Entry *, RecordPtr>> newOnes;
+    std::unordered_map<const Entry *, std::size_t> placeOfNew;
     QVector<quint64> identities;
     for (const RecordPtr &record : list) {
         if (!record)
             continue;
-        const std::string key = record->getKey();
-        records[key] = record;
+        Entry &entry = store(record);
         if (!passData(record))
             continue;
-        if (const int row = keyToRowID(key); row >= 0) {
-            showData(record, row, 0);
-        } else if (const auto known = placeOfNew.find(key); known != placeOfNew.end()) {
-            newRecords[known->second] = record;
-        } else {
-            placeOfNew.emplace(key, newRecords.size());
-            newRecords.append(record);
+        if (entry.second.row >= 0) {
+            showData(record, entry.second.row, 0);
+        } else if (const auto [known, isNew] = placeOfNew.emplace(&entry, newOnes.size()); isNew) {
+            newOnes.emplace_back(&entry, record);
             identities.append(record->hashKey());
+        } else {
+            newOnes[known->second].second = record;
         }
     }
     const QVector<int> rowsOfNew = addRows(identities);
     for (int at = 0; at < rowsOfNew.size(); ++at)
-        giveRow(newRecords[at]->getKey(), newRecords[at], rowsOfNew[at]);
+        giveRow(*newOnes[static_cast<std::size_t>(at)].first, newOnes[static_cast<std::size_t>(at)].second,
+                rowsOfNew[at]);
     sortNow();
     return rowsOfNew;
 }
@@ -145,25 +171,24 @@ int CDataTable::removeDataByID(int row)
 
 int CDataTable::removeDataByKey(std::string key)
 {
-    const auto found = keyToRow.find(key);
-    if (found == keyToRow.end())
+    Entry *entry = entryOf(key);
+    if (!entry || entry->second.row < 0)
         return -1;
-    const int row = found->second;
+    const int row = entry->second.row;
+    allSumsStale = true;
     removeRow(row);
-    keyToRow.erase(found);
-    rowToKey.erase(row);
+    keyToRow.erase(key);
+    rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
     records.erase(key);
-    shownRecords.remove(row);
     return row;
 }
 
 void CDataTable::clear()
 {
-    records.clear();
+    forgetRows();
     keyToRow.clear();
-    rowToKey.clear();
+    records.clear();
     boldColumns.clear();
-    shownRecords.clear();
     clearRows();
 }
 
@@ -174,13 +199,46 @@ int CDataTable::size() const
 
 CDataTable::Records CDataTable::getAllDatas() const
 {
-    return records;
+    Records all;
+    for (const auto &[key, stored] : records)
+        all.emplace_hint(all.end(), key, stored.record);
+    return all;
 }
 
 int CDataTable::keyToRowID(std::string key) const
 {
-    const auto found = keyToRow.find(key);
-    return found == keyToRow.end() ? -1 : found->second;
+    const Entry *entry = entryOf(key);
+    return entry ? entry->second.row : -1;
+}
+
+/// Rows stand by number, and at the place of their number unless earlier ones have gone.
+const CDataTable::ShownRow *CDataTable::shownRow(int row) const
+{
+    const auto guess = static_cast<std::size_t>(row);
+    if (row >= 0 && guess < rowToKey.size() && rowToKey[guess].row == row)
+        return &rowToKey[guess];
+    const auto found = std::lower_bound(rowToKey.begin(), rowToKey.end(), row,
+                                        [](const ShownRow &one, int wanted) { return one.row < wanted; });
+    return found != rowToKey.end() && found->row == row ? &*found : nullptr;
+}
+
+CDataTable::ShownRow &CDataTable::rowFor(int row)
+{
+    if (const ShownRow *known = shownRow(row))
+        return rowToKey[static_cast<std::size_t>(known - rowToKey.data())];
+    const auto place = std::lower_bound(rowToKey.begin(), rowToKey.end(), row,
+                                        [](const ShownRow &one, int wanted) { return one.row < wanted; });
+    return *rowToKey.insert(place, {row, nullptr, RecordPtr()});
+}
+
+/// No row is any record's any more.
+void CDataTable::forgetRows()
+{
+    for (const ShownRow &row : rowToKey)
+        if (row.entry)
+            row.entry->second.row = -1;
+    rowToKey.clear();
+    allSumsStale = true;
 }
 
 CDataTable::RecordPtr CDataTable::getData(int row)
@@ -190,15 +248,15 @@ CDataTable::RecordPtr CDataTable::getData(int row)
 
 CDataTable::RecordPtr CDataTable::getDataConst(int row) const
 {
-    const auto key = rowToKey.find(row);
-    const auto found = records.find(key == rowToKey.end() ? std::string() : key->second);
-    return found == records.end() ? RecordPtr() : found->second;
+    const ShownRow *shown = shownRow(row);
+    const Entry *entry = shown ? shown->entry : entryOf(std::string());
+    return entry ? entry->second.record : RecordPtr();
 }
 
 CDataTable::RecordPtr CDataTable::getDataByKey(std::string key)
 {
-    const auto found = records.find(key);
-    return found == records.end() ? RecordPtr() : found->second;
+    const Entry *entry = entryOf(key);
+    return entry ? entry->second.record : RecordPtr();
 }
 
 int CDataTable::getMetaID() const
@@ -218,10 +276,10 @@ bool CDataTable::isColBoldFont(int column) const
 
 bool CDataTable::handleEvent(int event, int first, int second, QString text, void *payload)
 {
-    const auto key = rowToKey.find(second);
-    if ((event == activatedEvent || event == currentEvent) && text.isEmpty() && key != rowToKey.end() &&
-        !key->second.empty())
-        return deliverEvent(event, first, second, QString::fromStdString(key->second), payload);
+    const ShownRow *row = shownRow(second);
+    if ((event == activatedEvent || event == currentEvent) && text.isEmpty() && row && row->entry &&
+        !row->entry->first.empty())
+        return deliverEvent(event, first, second, QString::fromStdString(row->entry->first), payload);
     return ZB::COddEvenRowTable::handleEvent(event, first, second, text, payload);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QtCore/QHash>
 #include <QtCore/QMap>
 #include <QtCore/QSet>
 #include <QtCore/QVector>
@@ -8,6 +7,8 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "kdservice/evxtradertype.h"
@@ -152,17 +153,39 @@ private:
         QString text;
     };
 
+    /// One record, with its row or -1.
+    struct Stored
+    {
+        RecordPtr record;
+        int row = -1;
+    };
+    using Entry = std::pair<const std::string, Stored>;
+    /// A row and what it was given to show last. No entry for a row that a derived table has added on its own.
+    struct ShownRow
+    {
+        int row;
+        Entry *entry;
+        RecordPtr shown;
+    };
+
     bool passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const;
     bool passCustomFilters(const RecordPtr &record) const;
     bool passAllBut(const RecordPtr &record, int column) const;
     const CFieldFormat *formatOfColumn(int column) const;
     void addFieldColumn(kdservice::FieldDes &field);
     int rowForWidgets() const;
-    void giveRow(const std::string &key, const RecordPtr &record, int row);
-    bool takeOver(const RecordPtr &record);
+    Entry *entryOf(const std::string &key) const;
+    Entry &store(const RecordPtr &record);
+    Entry *takeOver(const RecordPtr &record);
+    int showStored(Entry &entry, bool flag);
+    void giveRow(Entry &entry, const RecordPtr &record, int row);
+    void forgetRows();
+    const ShownRow *shownRow(int row) const;
+    ShownRow &rowFor(int row);
+    void mapField(int field, int column);
     void repaint(bool flag);
     double sumOf(int column) const;
-    double numberIn(int row, int column) const;
+    double numberIn(const ShownRow &row, int column) const;
     /// The largest double where there is none.
     static double numberOf(const kdservice::IData &record, int field);
     QString sumText(const kdservice::FieldDes &field, double sum) const;
@@ -172,18 +195,19 @@ private:
     std::map<int, CustomFilter> customFilters; ///< by column
     bool immediateUpdate = true;
     std::map<int, int> fieldToColumn;
-    std::map<std::string, int> keyToRow;
-    std::map<int, std::string> rowToKey;
-    Records records;
+    std::unordered_map<std::string_view, Entry *> keyToRow; ///< of all that is stored; the row stands in the entry
+    std::vector<ShownRow> rowToKey;                         ///< by ascending row
+    std::map<std::string, Stored> records;
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
     std::set<int> boldColumns;
     const int metaID;
 
-    QHash<int, RecordPtr> shownRecords;                ///< by row, as they were shown last
     std::vector<int> fieldOfColumn;                    ///< -1 for columns that no field fills
     std::vector<CFieldFormat> formats;                 ///< by column
     std::map<int, kdservice::FieldDes *> summedFields; ///< of all columns
-    qint64 sumsTook = 0;                               ///< milliseconds of the last automatic sums
+    std::map<int, kdservice::FieldDes *> staleSums;    ///< fields that have changed since their sums were shown
+    bool allSumsStale = true;
+    qint64 sumsTook = 0; ///< milliseconds of the last automatic sums
     std::unique_ptr<QElapsedTimer> sinceSums;
 };
 

@@ -44,7 +44,8 @@ const CFieldFormat *CDataTable::formatOfColumn(int column) const
 
 void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
 {
-    shownRecords[row] = record;
+    rowFor(row).shown = record;
+    allSumsStale = true;
     if (boldColumns.empty())
         for (std::size_t column = 0; column < formats.size(); ++column)
             if (formats[column].field() && formats[column].field()->getProperty(boldProperty))
@@ -57,10 +58,10 @@ void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
 
 void CDataTable::showCell(int row, int column)
 {
-    const auto shown = shownRecords.constFind(row);
+    const ShownRow *shown = shownRow(row);
     const CFieldFormat *format = formatOfColumn(column);
-    if (shown != shownRecords.constEnd() && format)
-        showDataField(false, RecordPtr(*shown), row, column, format->fieldId());
+    if (shown && format)
+        showDataField(false, RecordPtr(shown->shown), row, column, format->fieldId());
 }
 
 void CDataTable::showDataField(bool flag, const RecordPtr &record, int row, int column, int field)
@@ -103,12 +104,12 @@ bool CDataTable::getDataByFieldID(const RecordPtr &record, int field, QString &t
 
 QVariant CDataTable::cellValue(int row, int column) const
 {
-    const auto shown = shownRecords.constFind(row);
+    const ShownRow *shown = shownRow(row);
     const CFieldFormat *format = formatOfColumn(column);
-    if (shown == shownRecords.constEnd() || !format)
+    if (!shown || !shown->shown || !format)
         return ZB::COddEvenRowTable::cellValue(row, column);
     RecordPtr nested;
-    const kdservice::IData *holder = recordHolding(**shown, format->fieldId(), nested);
+    const kdservice::IData *holder = recordHolding(*shown->shown, format->fieldId(), nested);
     const kdservice::EXT_DATA_TYPE type = format->field()->dataType;
     QVariant value;
     if (holder && !isNoValue(*holder, type, format->fieldId()))

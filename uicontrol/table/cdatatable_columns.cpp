@@ -51,9 +51,7 @@ void CDataTable::initColumns(const std::vector<int> &metaIds)
     fieldOfColumn.clear();
     formats.clear();
     summedFields.clear();
-    keyToRow.clear();
-    rowToKey.clear();
-    shownRecords.clear();
+    forgetRows();
     for (kdservice::FieldDes *field : kdservice::TypeManager::instance()->getAllFields(metaIds, tradeType))
         if (field)
             addFieldColumn(*field);
@@ -70,9 +68,10 @@ void CDataTable::addFieldColumn(kdservice::FieldDes &field)
     column.filterable = field.getProperty(8);
     column.flashes = field.getProperty(6);
     column.unitSample = widestUnit(field);
-    fieldToColumn[field.fieldId] = addColumn(column);
-    fieldOfColumn.push_back(field.fieldId);
-    formats.emplace_back(field, field.fieldId, tradeType);
+    const int added = addColumn(column);
+    mapField(field.fieldId, added);
+    formats.resize(static_cast<std::size_t>(added) + 1);
+    formats.back() = CFieldFormat(field, field.fieldId, tradeType);
     formats.back().rememberEnumTexts();
     if (field.getProperty(1))
         summedFields[field.fieldId] = &field;
@@ -83,10 +82,8 @@ int CDataTable::addExtraColumn(int id, const QString &header)
     ZB::CTableColumn column;
     column.header = header;
     const int added = addColumn(column);
-    fieldOfColumn.push_back(-1);
-    formats.emplace_back();
     if (id >= 0)
-        fieldToColumn[id] = added;
+        mapField(id, added);
     return added;
 }
 
@@ -111,14 +108,19 @@ int CDataTable::fieldID2columnID(int field) const
     return found == fieldToColumn.end() ? -1 : found->second;
 }
 
-/// The last field of a column wins.
 int CDataTable::columnID2fieldID(int column) const
 {
-    int found = -1;
-    for (const auto &[field, mapped] : fieldToColumn)
-        if (mapped == column)
-            found = field;
-    return found;
+    const auto at = static_cast<std::size_t>(column);
+    return column >= 0 && at < fieldOfColumn.size() ? fieldOfColumn[at] : -1;
+}
+
+/// The last column of a field counts, and of a column the last of its fields.
+void CDataTable::mapField(int field, int column)
+{
+    fieldToColumn[field] = column;
+    fieldOfColumn.assign(static_cast<std::size_t>(columnCount()), -1);
+    for (const auto &[mapped, at] : fieldToColumn)
+        fieldOfColumn[static_cast<std::size_t>(at)] = mapped;
 }
 
 std::vector<int> CDataTable::getMetaIDs(int metaId, kdservice::EVxTraderType type, const QSet<QString> &further) const

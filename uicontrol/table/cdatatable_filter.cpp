@@ -73,17 +73,14 @@ void CDataTable::filterColumn()
 void CDataTable::reFilterDatas()
 {
     clearRows();
-    keyToRow.clear();
-    rowToKey.clear();
-    shownRecords.clear();
-    shownRecords.reserve(static_cast<int>(records.size()));
-    for (const auto &[key, record] : records) {
+    forgetRows();
+    rowToKey.reserve(records.size());
+    for (Entry &entry : records) {
+        const RecordPtr record = entry.second.record;
         if (!passData(record))
             continue;
-        const int row = beginRow(record->hashKey());
-        keyToRow.emplace_hint(keyToRow.end(), key, row);
-        rowToKey.emplace_hint(rowToKey.end(), row, key);
-        showData(record, row, 0);
+        if (const int row = beginRow(record->hashKey()); row >= 0)
+            giveRow(entry, record, row);
         endRow();
     }
 }
@@ -106,7 +103,8 @@ void CDataTable::showFilterMenu(int column, QRect header)
     const bool ofNumbers = type == kdservice::ExtInt || type == kdservice::ExtLong || type == kdservice::ExtDouble;
     std::map<QString, int> counts;
     std::map<QString, double> numbers;
-    for (const auto &[key, record] : records) {
+    for (const auto &[key, stored] : records) {
+        const RecordPtr &record = stored.record;
         QString text;
         if (!passAllBut(record, column) || !getDataByFieldID(record, format->fieldId(), text))
             continue;

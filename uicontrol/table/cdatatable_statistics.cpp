@@ -29,11 +29,15 @@ constexpr double noNumber = std::numeric_limits<double>::max();
 /// The sums come a moment after a change, at most ten times a second, and more seldom where they take long.
 void CDataTable::onTimer()
 {
-    if (summedFields.empty() || (sinceSums->isValid() && sinceSums->elapsed() < sumsTook * idleShare))
+    if (!allSumsStale && staleSums.empty())
+        return;
+    if (sinceSums->isValid() && sinceSums->elapsed() < sumsTook * idleShare)
         return;
     QElapsedTimer clock;
     clock.start();
-    updateStatData(summedFields);
+    updateStatData(allSumsStale ? summedFields : staleSums);
+    allSumsStale = false;
+    staleSums.clear();
     sumsTook = clock.elapsed();
     sinceSums->start();
 }
@@ -56,13 +60,12 @@ void CDataTable::updateStatData(const std::map<int, kdservice::FieldDes *> &fiel
     }
 }
 
-double CDataTable::numberIn(int row, int column) const
+double CDataTable::numberIn(const ShownRow &row, int column) const
 {
-    const auto shown = shownRecords.constFind(row);
     const CFieldFormat *format = formatOfColumn(column);
-    if (shown != shownRecords.constEnd() && format)
-        return numberOf(**shown, format->fieldId());
-    const QVariant value = cellValue(row, column);
+    if (row.shown && format)
+        return numberOf(*row.shown, format->fieldId());
+    const QVariant value = cellValue(row.row, column);
     return value.isValid() ? value.toDouble() : noNumber;
 }
 
@@ -94,7 +97,7 @@ double CDataTable::sumOf(int column) const
     core::ExactSum sum;
     std::vector<double> logged;
     const bool logging = utils::CLogCenter::instance()->isDebugIdEnabled(sumLogId);
-    for (const auto &[row, key] : rowToKey) {
+    for (const ShownRow &row : rowToKey) {
         const double value = numberIn(row, column);
         if (isAbsent(value))
             continue;
