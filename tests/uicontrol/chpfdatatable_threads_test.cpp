@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThreadPool>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <future>
@@ -84,10 +85,11 @@ TEST_F(HpfDataTableThreads, LoadsPaintingFiltersAndThemesGoOnAtTheSameTime)
     EXPECT_EQ(grid()->source()->rowCount(), table->count());
 }
 
-TEST_F(HpfDataTableThreads, ManyRowsChangeWhileTheyAreSortedFilteredPausedCopiedAndPainted)
+TEST_F(HpfDataTableThreads, ManyRowsComeAndChangeWhileTheyAreSortedFilteredSummedPausedCopiedAndPainted)
 {
     constexpr int rows = 24000; // enough for orders made in the background, with a second thread that reads
     constexpr int rounds = 6;
+    constexpr int batch = 500;
     const Guarded<CHpfThreadDataModel> model;
     table->setDataModel(model.pointer().get());
     model->setColumnStatEnable(ColumnVolume, true);
@@ -103,7 +105,17 @@ TEST_F(HpfDataTableThreads, ManyRowsChangeWhileTheyAreSortedFilteredPausedCopied
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     });
+    std::thread reader([&] {
+        for (int turn = 0; !stop; ++turn) {
+            model->getStatDispalyQString(ColumnVolume);
+            model->getStatColumnLongLong(ColumnVolume);
+            if (const auto row = model->getData(turn % std::max(1, model->size())))
+                row->getDisplayQString(ColumnText);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
     for (int round = 0; round < rounds; ++round) {
+        model->addDatas(tickets(rows + round * batch, batch));
         model->setSortColumns({{round % 2 == 0 ? ColumnVolume : ColumnText, round % 3}});
         QPair<ZB::EFilterType, QSet<QString>> values(ZB::FilterExact, {QStringLiteral("买入")});
         if (round % 3 == 1)
@@ -119,6 +131,7 @@ TEST_F(HpfDataTableThreads, ManyRowsChangeWhileTheyAreSortedFilteredPausedCopied
     finishStrand();
     stop = true;
     updater.join();
+    reader.join();
     table->setPaused(false);
     model->clearFilter();
     settle();
@@ -126,7 +139,7 @@ TEST_F(HpfDataTableThreads, ManyRowsChangeWhileTheyAreSortedFilteredPausedCopied
     const auto all = model->getAllDatas();
     for (const auto &row : all)
         sum += row->getLongLong(ColumnVolume);
-    EXPECT_EQ(all.size(), rows);
+    EXPECT_EQ(all.size(), rows + rounds * batch);
     EXPECT_EQ(model->getStatColumnLongLong(ColumnVolume), sum);
     QThreadPool::globalInstance()->waitForDone(); // the copies
 }
