@@ -1,6 +1,9 @@
+#include <QtCore/QElapsedTimer>
 #include <QtTest/QTest>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
+#include <log4cxx/appenderskeleton.h>
+#include <log4cxx/helpers/transcoder.h>
 
 #include <cmath>
 
@@ -8,6 +11,7 @@
 #include "order/quotevalue.h"
 #include "theme/themeservice.h"
 #include "uicontrol/ladderwindow.h"
+#include "utils/clogcenter.h"
 #include "zb/clineedit.h"
 #include "zb/cuiresource.h"
 
@@ -25,7 +29,77 @@ int themeSize(const char *key)
     return ZB::CUiResource::instance()->getSize(QLatin1String(key));
 }
 
+/// What a logger is told while this stands.
+class LoggedLines : public log4cxx::AppenderSkeleton
+{
+public:
+    void close() override {}
+    bool requiresLayout() const override { return false; }
+    QStringList lines;
+
+protected:
+    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
+    {
+        std::string line;
+        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
+        lines << QString::fromStdString(line);
+    }
+};
+
 } // namespace
+
+TEST(QuotesPricesList, EveryCodeThatIsSetStandsInTheDetailedLogBetweenTwoRules)
+{
+    LadderWindow window;
+    const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
+    const auto logged = std::make_shared<LoggedLines>();
+    const log4cxx::LevelPtr before = logger->getLevel();
+    logger->addAppender(logged);
+    logger->setLevel(log4cxx::Level::getInfo());
+    window.list->setStockCode(QStringLiteral("000001.SZ"));
+    EXPECT_EQ(logged->lines.join(QLatin1Char('|')).toStdString(), "") << "nobody asked for details";
+    logger->setLevel(log4cxx::Level::getDebug());
+    window.list->setStockCode(QStringLiteral("000001.SZ"));
+    window.list->setStockCode(QStringLiteral("苹果%s"));
+    logger->removeAppender(logged);
+    logger->setLevel(before);
+    const std::string rule(40, '=');
+    EXPECT_EQ(logged->lines.join(QLatin1Char('|')).toStdString(), "|" + rule + "|Set stock code to 000001.SZ.|" + rule +
+                                                                      "|||" + rule + "|Set stock code to 苹果%s.|" +
+                                                                      rule + "|");
+}
+
+TEST(QuotesPricesList, PaintsABusyQuoteOnceAFrameAndTheLastSnapshotAlways)
+{
+    class PaintCount : public QObject
+    {
+    public:
+        int paints = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            paints += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    };
+    LadderWindow window;
+    PaintCount count;
+    window.graph->installEventFilter(&count);
+    quoter::QuoterAllData quote = plainQuote();
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 200; ++i) {
+        quote.askPrices[0] = 10.06 + 0.01 * i;
+        window.list->setQuoterAllData(boost::make_shared<quoter::QuoterAllData>(quote), window.detail);
+        QTest::qWait(1);
+    }
+    EXPECT_LE(count.paints, clock.elapsed() / 16 + 2);
+    EXPECT_GE(count.paints, 3);
+    const int painted = count.paints;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return count.paints > painted || clock.elapsed() > 2000; }));
+    const QuoteValuePlace place = window.places().asks[0].price;
+    window.click({place.right - 5, place.baseline - 3});
+    EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 12.0500");
+}
 
 TEST(QuotesPricesList, HasTheFixedSizeOfItsLayoutAndAccount)
 {

@@ -21,6 +21,8 @@ namespace {
 constexpr int creditTradeType = 128;
 constexpr int stockOptionTradeType = 16384;
 constexpr int ageStep = 500;
+/// Milliseconds between two pictures of a busy quote: more than a screen shows is painted for nobody.
+constexpr int frameTime = 16;
 const QSize digitCell(12, 12);
 
 } // namespace
@@ -55,9 +57,9 @@ void CQuotesGraphWidget::setStockCode(const QString &code)
 {
     const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
     if (logger->isDebugEnabled()) {
-        const std::string rule(40, '=');
-        for (const std::string &line :
-             {std::string(), rule, "Set stock code to " + code.toStdString() + ".", rule, std::string()})
+        const std::string rule = "========================================";
+        const QString told = QString::asprintf("Set stock code to %s.", code.toUtf8().constData());
+        for (const std::string &line : {std::string(), rule, told.toStdString(), rule, std::string()})
             LOG4CXX_DEBUG(logger, line);
     }
     if (code != stockCode) {
@@ -106,7 +108,17 @@ void CQuotesGraphWidget::setQuoterAllData(boost::shared_ptr<quoter::QuoterAllDat
     takeLevels(view.asks, given ? &snapshot->askPrices : nullptr, given ? &snapshot->askVolumes : nullptr);
     if (!view.age.isEmpty() || given != ageTimer.isActive())
         updateAge();
-    update();
+    updateWithFrame();
+}
+
+/// The event loop would paint after each of its turns, a thousand times a second when snapshots come as fast.
+void CQuotesGraphWidget::updateWithFrame()
+{
+    const qint64 age = sincePaint.isValid() ? sincePaint.elapsed() : frameTime;
+    if (age >= frameTime)
+        update();
+    else if (!frameTimer.isActive())
+        frameTimer.start(frameTime - static_cast<int>(age), Qt::PreciseTimer, this);
 }
 
 void CQuotesGraphWidget::setTradeType(int type)
@@ -193,10 +205,14 @@ void CQuotesGraphWidget::updateAge()
 
 void CQuotesGraphWidget::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() == ageTimer.timerId())
+    if (event->timerId() == ageTimer.timerId()) {
         updateAge();
-    else
+    } else if (event->timerId() == frameTimer.timerId()) {
+        frameTimer.stop();
+        update();
+    } else {
         CBaseWidget::timerEvent(event);
+    }
 }
 
 bool CQuotesGraphWidget::hasTwoLevelKinds() const
@@ -231,6 +247,8 @@ QuotesLayout CQuotesGraphWidget::places() const
 
 void CQuotesGraphWidget::paintEvent(QPaintEvent *)
 {
+    sincePaint.start();
+    frameTimer.stop();
     areas.clear();
     const Painter kind = painterKind();
     if (kind == Painter::None)

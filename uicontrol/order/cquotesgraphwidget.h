@@ -90,6 +90,7 @@ private:
     std::size_t levelCount() const;
     void takeLevels(std::vector<CQuoteData> &side, const std::array<double, 5> *prices,
                     const std::array<qint64, 5> *volumes) const;
+    void updateWithFrame();
     void updateAge();
     QString ageText() const;
     /// False once a handler has destroyed the ladder.
@@ -120,6 +121,8 @@ private:
     bool canUseQuickOrder = false;
     ZB::CNStateGridImage digitImage;
 
+    QElapsedTimer sincePaint; ///< invalid before the first one
+    QBasicTimer frameTimer;   ///< runs until a snapshot that came too soon after a paint may be painted
     std::optional<QuoteCursor> cursorLevel;
     QElapsedTimer sinceSnapshot; ///< invalid before the first one
     int silenceLimit = 0;        ///< milliseconds; 0 for none
