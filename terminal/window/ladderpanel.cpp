@@ -1,6 +1,7 @@
 #include "window/ladderpanel.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
@@ -72,6 +73,7 @@ LadderPanel::LadderPanel(QWidget *parent) : Panel(QStringLiteral("盘口"), pare
     scroll->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(list);
+    scroll->viewport()->setAutoFillBackground(false); // the panel's own background shows
     layout->addWidget(title);
     layout->addWidget(scroll, 1);
     contents->setFocusProxy(list);
@@ -149,9 +151,7 @@ void LadderPanel::applyLook()
     const WindowLook fresh = WindowLook::fromResources();
     for (const KindButton &each : kindButtons)
         each.button->setLook(fresh);
-    QPalette colors = scroll->palette();
-    colors.setColor(QPalette::Window, fresh.background);
-    scroll->setPalette(colors);
+    background = fresh.background;
     fitWidth();
 }
 
@@ -160,6 +160,12 @@ void LadderPanel::fitWidth()
 {
     const bool scrolls = list->height() > scroll->height();
     setFixedWidth(list->width() + (scrolls ? scroll->verticalScrollBar()->sizeHint().width() : 0));
+}
+
+void LadderPanel::paintEvent(QPaintEvent *event)
+{
+    QPainter(this).fillRect(rect(), background);
+    Panel::paintEvent(event);
 }
 
 bool LadderPanel::eventFilter(QObject *watched, QEvent *event)

@@ -47,6 +47,7 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -63,6 +64,7 @@ private:
     QScrollArea *scroll;
     KV::CQuotesPricesList *list;
     std::vector<KindButton> kindButtons;
+    QColor background;
     feed::Instrument instrument;
     KV::EQuoteType kind = KV::QuoteNormal;
 };

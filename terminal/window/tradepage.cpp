@@ -4,6 +4,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include "kv/cuserconfig.h"
+#include "order/cquotespriceslist.h"
 #include "window/ladderpanel.h"
 #include "window/paneltabs.h"
 #include "window/quotepanel.h"
@@ -183,6 +184,7 @@ bool TradePage::handleEvent(int event, int first, int second, QString text, void
 void TradePage::refresh()
 {
     ladderPanel->setQuotesExpected(expectsQuotes());
+    ladderPanel->ladder().setFeedCut(pump.hasFailed());
     Page::refresh();
 }
 

@@ -238,6 +238,23 @@ TEST_F(TradePageTest, ALadderThatIsTooHighScrollsBesideItsBar)
     EXPECT_EQ(page().ladder().ladder().width(), width * 3 / 2);
 }
 
+TEST_F(TradePageTest, TheRoomBelowTheLadderFollowsTheTheme)
+{
+    tellAll();
+    const auto below = [&] {
+        const QImage picture = page().ladder().grab().toImage();
+        return picture.pixelColor(picture.width() / 2, picture.height() - 3).name().toStdString();
+    };
+    const auto background = [] { return WindowLook::fromResources().background.name().toStdString(); };
+    EXPECT_EQ(below(), background());
+    refhost::ThemeService::instance().setTheme(QStringLiteral("light"));
+    const std::string light = background();
+    EXPECT_EQ(below(), light);
+    refhost::ThemeService::instance().setTheme(QStringLiteral("dark"));
+    EXPECT_NE(background(), light);
+    EXPECT_EQ(below(), background());
+}
+
 TEST_F(TradePageTest, AddedPanelsGetTheirRoomAndThereIsNoneWithoutThem)
 {
     tellAll();
@@ -290,7 +307,6 @@ TEST_F(TradePageTest, SilenceIsToldOnlyWhileQuotesAreExpected)
     quote.phase = feed::TradingPhase::LunchBreak;
     tell(quote);
     page().refresh();
-    ladder.setFeedCut(false);
     QTest::qWait(5);
     EXPECT_FALSE(graph().isStale());
 }
