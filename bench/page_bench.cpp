@@ -3,10 +3,12 @@
 #include "stocktable.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "kdservice/typemanager.h"
 #include "pagemodel/chpfpagedatamodel.h"
 #include "records/fieldids.h"
+#include "table/chpfdatatable.h"
 
 namespace bench {
 
@@ -150,10 +152,60 @@ std::vector<BenchRow> whole(bool quick)
     return {{"page.filter_1m", count, "ms", filtering * 1e3, 0, 0}, {"page.sort_1m", count, "ms", sorting * 1e3, 0, 0}};
 }
 
+/// The longest of the slices in which `step` does its work: what a window waits at most.
+template <typename Step>
+double longestSlice(Step step)
+{
+    double longest = 0;
+    for (bool done = false; !done;)
+        longest = std::max(longest, secondsOf([&] { done = step(); }));
+    return longest;
+}
+
+/// What a paged table does between the events of its window. Sums are kept, as tables do.
+std::vector<BenchRow> stall(bool quick)
+{
+    constexpr int sliceMilliseconds = 8;
+    const auto orders = ordersFor(million, quick);
+    const boost::shared_ptr<CHpfPageDataModel> model = makeModel();
+    for (const int field : {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderAmount})
+        model->setColumnStatEnable(columnOf(field), true);
+    addAll(*model, orders);
+    KV::CHpfDataTable table(0, orderMetaId(), nullptr, kdservice::TraderStock, true);
+    table.setPageModel(model);
+    model->setWorkPerCall(0);
+    const auto step = [&] { return model->step(sliceMilliseconds); };
+    const int price = columnOf(refhost::OrderPrice);
+    int order = 0;
+    const double sorting = medianOf(5, [&] {
+        model->sortByColumnID(price, order = 1 - order);
+        return longestSlice(step);
+    });
+    const CHpfPageDataModel::ColumnFilters filters{
+        {columnOf(refhost::OrderDirection), {ZB::FilterContains, QSet<QString>{QStringLiteral("买")}}}};
+    const double filtering = medianOf(5, [&] {
+        model->filterColumn(filters);
+        const double narrowing = longestSlice(step);
+        model->clearFilter(true);
+        return std::max(narrowing, longestSlice(step));
+    });
+    const double listing = medianOf(5, [&] {
+        bool anew = true;
+        const double gathering = longestSlice(
+            [&] { return table.gatherMenuItems(price, std::exchange(anew, false), sliceMilliseconds) >= 1000; });
+        return std::max(gathering, secondsOf([&] { table.getMenuItems(price); }));
+    });
+    const auto count = static_cast<long long>(orders.size());
+    return {{"page.sort_stall_1m", count, "ms", sorting * 1e3, 0, 0},
+            {"page.filter_stall_1m", count, "ms", filtering * 1e3, 0, 0},
+            {"page.menu_stall_1m", count, "ms", listing * 1e3, 0, 0}};
+}
+
 const BenchRegistration registrations[] = {
     {"page.add", add},
     {"page.update_sorted_100k", update},
     {"page.whole", whole},
+    {"page.stall", stall},
 };
 
 } // namespace

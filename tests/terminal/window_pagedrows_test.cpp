@@ -1,4 +1,6 @@
+#include <atomic>
 #include <boost/make_shared.hpp>
+#include <boost/thread/thread.hpp>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -175,6 +177,44 @@ TEST_F(PagedRowsTest, SumsAreThoseOfEveryPage)
     rows->onTimer();
     EXPECT_TRUE(rows->updated()) << "the sum is another one, though no row of the page is";
     EXPECT_EQ(rows->getStatDispalyQString(quantity).toStdString(), "46");
+}
+
+TEST_F(PagedRowsTest, OtherThreadsReadRowsAndPagesMeanwhile)
+{
+    pages.setWorkPerCall(0);
+    showPage(3, 20);
+    std::atomic<bool> done{false};
+    std::atomic<int> rounds{0};
+    boost::thread_group readers;
+    for (int reader = 0; reader < 2; ++reader) {
+        readers.create_thread([&] {
+            for (; !done; ++rounds) {
+                QList<PagedRows::Row> list;
+                rows->getDatas(list);
+                for (const auto &row : qAsConst(list))
+                    ASSERT_FALSE(row->getQString(columnOf(OrderCode)).isEmpty());
+                for (const auto &page : pages.getPageDatas())
+                    ASSERT_FALSE(page->getIData()->getKey().empty());
+                pages.getStatColumnLongLong(columnOf(OrderQuantity));
+            }
+        });
+    }
+    for (int step = 0; step < 300 || rounds < 20; ++step) {
+        rows->take({order(step % 400), order("K" + std::to_string(step % 50), step % 7)});
+        if (step % 20 == 0) {
+            pages.reverseSortByColumn(columnOf(OrderQuantity));
+            pages.filterColumn({});
+        }
+        pages.step(0);
+        if (step % 3 == 0)
+            rows->onTimer();
+        rows->getStatDispalyQString(columnOf(OrderQuantity));
+    }
+    done = true;
+    readers.join_all();
+    rows->onTimer();
+    EXPECT_EQ(shown(), page());
+    EXPECT_TRUE(recordsAgree());
 }
 
 TEST_F(PagedRowsTest, RandomChangesLeaveThePageOfThePagedModel)

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <boost/thread/thread.hpp>
 #include <random>
 
 #include "kdservice/keyhash.h"
@@ -254,6 +256,53 @@ TEST_F(SlicedPages, WhatIsAskedForLaterTakesThePlaceOfWhatIsNotDone)
     for (int i = 0; i < 50; ++i)
         put("N" + std::to_string(i));
     expectSame();
+}
+
+TEST_F(SlicedPages, ThreadsReadAndWriteWhileWorkGoesOn)
+{
+    fillModel();
+    boost::thread_group others;
+    std::atomic<bool> done{false};
+    std::atomic<int> rounds{0};
+    others.create_thread([&] { // feeds
+        for (int i = 0; !done; ++i) {
+            Values values;
+            values.channel = i % 7;
+            model.addData(makeOrder("K" + std::to_string(i * 37 % recordCount), values));
+            if (i % 10 == 0)
+                model.removeDataByKey("K" + std::to_string(i % recordCount));
+        }
+    });
+    others.create_thread([&] { // reads lists, which finishes the work
+        for (; !done; ++rounds) {
+            for (const auto &page : model.getShowDatas())
+                ASSERT_FALSE(page->getIData()->getKey().empty());
+            model.getDataIndexByKey(kdservice::hashOfKey("K7"));
+            model.getStatColumnLongLong(LongColumn);
+            ASSERT_TRUE(model.checkConsistency());
+        }
+    });
+    others.create_thread([&] { // reads what is there
+        for (; !done; ++rounds) {
+            ASSERT_LE(model.getShownPage().size(), 40);
+            ASSERT_LE(model.getMenuItems(IntColumn).size(), 8);
+            model.shownSize();
+            model.progress();
+            model.columnFilters();
+        }
+    });
+    for (int round = 0; round < 60 || rounds < 20; ++round) {
+        model.sortByColumnID(round % 2 ? IntColumn : LongColumn, round % 3);
+        model.setExFilterStatus(round % 3);
+        model.filterColumn({});
+        for (int slice = 0; slice < 50 && !model.step(0); ++slice)
+            model.setStartIndex(slice);
+        if (round % 5 == 0)
+            model.cancel();
+    }
+    done = true;
+    others.join_all();
+    EXPECT_TRUE(model.checkConsistency());
 }
 
 TEST_F(SlicedPages, ACallWorksAsLongAsItMay)
