@@ -9,6 +9,15 @@ ChunkedSequence::~ChunkedSequence() = default;
 ChunkedSequence::ChunkedSequence(ChunkedSequence &&) noexcept = default;
 ChunkedSequence &ChunkedSequence::operator=(ChunkedSequence &&) noexcept = default;
 
+void ChunkedSequence::Reader::enter(int index)
+{
+    const Place place = placeOf(sequence.counts.find(index));
+    const Chunk &chunk = sequence.chunkAt(place.ordinal);
+    slots = chunk.slots.data();
+    first = index - place.offset;
+    end = first + chunk.count;
+}
+
 ChunkedSequence::Entry ChunkedSequence::at(int index) const
 {
     const auto place = counts.find(index);

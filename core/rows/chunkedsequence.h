@@ -41,6 +41,27 @@ public:
     Entry at(int index) const;
     Entry markedAt(int index) const;
     bool contains(quint32 slot) const { return slot < homes.size() && homes[slot] != noChunk; }
+    /// Reads slots at indexes of which many are near each other, as in a bisection. Valid until the sequence changes.
+    class Reader
+    {
+    public:
+        explicit Reader(const ChunkedSequence &readSequence) : sequence(readSequence) {}
+        quint32 slotAt(int index)
+        {
+            if (index < first || index >= end)
+                enter(index);
+            return slots[index - first];
+        }
+
+    private:
+        void enter(int index);
+
+        const ChunkedSequence &sequence;
+        const quint32 *slots = nullptr; ///< of the chunk that was read last, which holds the indexes [first, end)
+        int first = 0;
+        int end = 0;
+    };
+
     /// The slot's index, -1 when it is not in the sequence.
     int indexOf(quint32 slot) const;
     /// The slot's index among the marked entries, -1 when it is not one of them.

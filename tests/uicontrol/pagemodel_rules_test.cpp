@@ -171,6 +171,62 @@ TEST(PageModelRules, ARecordThatNoLongerPassesLeavesAndTheNextMovesUp)
     EXPECT_EQ(model.put("A"), "+ -");
     EXPECT_EQ(model.shown(), "B C A");
     EXPECT_FALSE(model.totalCountChange());
+    // In front of the page all of it moves; what comes in is told where the record went into the page before it went.
+    model.sortByColumnID(DoubleColumn, 0);
+    model.setStartIndex(1);
+    const char *keys[] = {"A", "B", "C", "D", "E"};
+    for (int i = 0; i < 5; ++i)
+        model.put(keys[i], priced(i));
+    Values closed = priced(1.5);
+    closed.status = '8';
+    EXPECT_EQ(model.put("A", closed), "+D -A");
+    EXPECT_EQ(model.shown(), "B C D E");
+    closed.price = 1;
+    EXPECT_EQ(model.put("B", closed), "+ -B");
+    EXPECT_EQ(model.shown(), "C D E");
+}
+
+TEST(PageModelRules, TheOrderOfTwoDoesNotDependOnWhichCameFirst)
+{
+    const auto with = [](auto member, const auto &choices) {
+        std::vector<Values> list;
+        for (const auto &choice : choices) {
+            list.emplace_back();
+            list.back().*member = choice;
+        }
+        return list;
+    };
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    const std::map<int, std::vector<Values>> valuesOfColumn{
+        {IntColumn, with(&Values::channel, std::vector<int>{std::numeric_limits<int>::min(), -1, 0, noInt - 1, noInt})},
+        {LongColumn,
+         with(&Values::quantity, std::vector<qint64>{std::numeric_limits<qint64>::min(), 0, 1, noLong - 1, noLong})},
+        {DoubleColumn,
+         with(&Values::price, std::vector<double>{-infinite, -noDouble, 10, 10.000006, 10.000012, infinite, noDouble,
+                                                  std::numeric_limits<double>::quiet_NaN()})},
+        {TextColumn, with(&Values::code, std::vector<std::string>{"", "9", "10", "AB", "\xff"})},
+        {CharColumn, with(&Values::status, std::vector<int>{'0', '9', 'V', noInt})},
+        {NestedColumn, with(&Values::lot, std::vector<int>{1, 100, 200})},
+    };
+    for (const auto &[column, values] : valuesOfColumn)
+        for (const int order : {0, 1, 7})
+            for (std::size_t i = 0; i < values.size(); ++i)
+                for (std::size_t j = 0; j < values.size(); ++j) {
+                    Model sorted;
+                    sorted.put("A", values[i]);
+                    sorted.put("B", values[j]);
+                    sorted.sortByColumnID(column, order);
+                    Model swapped;
+                    swapped.put("B", values[j]);
+                    swapped.put("A", values[i]);
+                    swapped.sortByColumnID(column, order);
+                    Model placed;
+                    placed.sortByColumnID(column, order);
+                    placed.put("B", values[j]);
+                    placed.put("A", values[i]);
+                    EXPECT_EQ(sorted.shown(), swapped.shown()) << column << ' ' << order << ' ' << i << ' ' << j;
+                    EXPECT_EQ(sorted.shown(), placed.shown()) << column << ' ' << order << ' ' << i << ' ' << j;
+                }
 }
 
 TEST(PageModelRules, MissingValuesAreLastInBothDirectionsForEveryType)

@@ -24,6 +24,8 @@ public:
     /// Below 0 when `a` goes in front of `b`. 0 without a column, for one and the same host record, and when a record
     /// does not have the column's field. Doubles are equal within 1e-05, so that equality is not transitive.
     int compare(quint32 a, quint32 b) const;
+    /// Whether the values of two are not equal, ties apart.
+    bool differ(quint32 a, quint32 b) const { return compareValues(a, b) != 0; }
 
 private:
     int compareValues(quint32 a, quint32 b) const;

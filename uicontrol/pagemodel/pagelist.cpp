@@ -21,11 +21,12 @@ int PageList::insertIndex(quint32 slot, const PageComparator &comparator) const
     const int count = size();
     if (count < 1)
         return 0;
+    core::ChunkedSequence::Reader reader(sequence);
     int low = 0;
     int high = count - 1;
     while (low <= high) {
         const int middle = low + (high - low) / 2;
-        const int result = comparator.compare(at(middle), slot);
+        const int result = comparator.compare(reader.slotAt(middle), slot);
         if (result == 0)
             return middle;
         if (result < 0)
@@ -35,24 +36,25 @@ int PageList::insertIndex(quint32 slot, const PageComparator &comparator) const
     }
     const bool highInside = high >= 0 && high < count;
     if (low < count) {
-        if (comparator.compare(at(low), slot) < 0)
+        if (comparator.compare(reader.slotAt(low), slot) < 0)
             return low + 1;
         if (!highInside)
             return 0;
-        return comparator.compare(at(high), slot) > 0 ? high : low;
+        return comparator.compare(reader.slotAt(high), slot) > 0 ? high : low;
     }
     if (!highInside)
         return low;
-    return comparator.compare(at(high), slot) > 0 ? high : count;
+    return comparator.compare(reader.slotAt(high), slot) > 0 ? high : count;
 }
 
 bool PageList::isMisplaced(int index, const PageComparator &comparator) const
 {
     if (comparator.column() < 0)
         return false;
-    const quint32 slot = at(index);
-    return (index > 0 && comparator.compare(at(index - 1), slot) > 0) ||
-           (index + 1 < size() && comparator.compare(slot, at(index + 1)) > 0);
+    core::ChunkedSequence::Reader reader(sequence);
+    const quint32 slot = reader.slotAt(index);
+    return (index > 0 && comparator.compare(reader.slotAt(index - 1), slot) > 0) ||
+           (index + 1 < size() && comparator.compare(slot, reader.slotAt(index + 1)) > 0);
 }
 
 int PageList::relocate(int index, const PageComparator &comparator)

@@ -1,9 +1,9 @@
 #include "pagemodel/pagemenu.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <vector>
+#include <numeric>
+#include <utility>
 
 #include "pagemodel/pagecolumns.h"
 
@@ -18,19 +18,25 @@ double realOf(const QVariant &value)
     return std::isnan(real) ? std::numeric_limits<double>::max() : real;
 }
 
-bool goesBefore(const std::pair<QString, QVariant> &a, const std::pair<QString, QVariant> &b)
+PageMenu::Item itemOf(const QString &text, const QVariant &value)
 {
-    const QVariant &valueA = a.second;
-    const QVariant &valueB = b.second;
-    if (valueA.type() != QVariant::String && valueA.type() == valueB.type()) {
-        if (valueA.type() == QVariant::Double) {
-            if (realOf(valueA) != realOf(valueB))
-                return realOf(valueA) < realOf(valueB);
-        } else if (valueA.toLongLong() != valueB.toLongLong()) {
-            return valueA.toLongLong() < valueB.toLongLong();
-        }
-    }
-    return a.first < b.first;
+    PageMenu::Item item;
+    item.text = text;
+    item.type = value.type();
+    if (item.type == QVariant::Double)
+        item.real = realOf(value);
+    else if (item.type != QVariant::String)
+        item.integer = value.toLongLong();
+    return item;
+}
+
+bool goesBefore(const PageMenu::Item &a, const PageMenu::Item &b)
+{
+    if (a.type == b.type && a.real != b.real)
+        return a.real < b.real;
+    if (a.type == b.type && a.integer != b.integer)
+        return a.integer < b.integer;
+    return a.text < b.text;
 }
 
 } // namespace
@@ -57,15 +63,29 @@ void PageMenu::add(const kdservice::IData &record)
     });
 }
 
-QStringList PageMenu::items() const
+bool PageMenu::arrange(const PageDeadline &deadline)
 {
-    std::vector<std::pair<QString, QVariant>> sorted;
-    for (auto it = valueOfText.cbegin(); it != valueOfText.cend(); ++it)
-        sorted.emplace_back(it.key(), it.value());
-    std::sort(sorted.begin(), sorted.end(), goesBefore);
+    if (!std::exchange(collected, true)) {
+        gathered.reserve(static_cast<std::size_t>(valueOfText.size()));
+        for (auto it = valueOfText.cbegin(); it != valueOfText.cend(); ++it)
+            gathered.push_back(itemOf(it.key(), it.value()));
+        std::vector<quint32> unsorted(gathered.size());
+        std::iota(unsorted.begin(), unsorted.end(), 0u);
+        order = core::SteppedSort(std::move(unsorted));
+    }
+    return order.step(
+        [this](quint32 a, quint32 b) {
+            return goesBefore(gathered[a], gathered[b]) ? -1 : goesBefore(gathered[b], gathered[a]) ? 1 : 0;
+        },
+        [&] { return deadline.isDue(); });
+}
+
+QStringList PageMenu::items()
+{
     QStringList texts;
-    for (const auto &entry : sorted)
-        texts.append(entry.first);
+    texts.reserve(static_cast<int>(gathered.size()));
+    for (const quint32 index : order.take())
+        texts.append(gathered[index].text);
     return texts;
 }
 

@@ -4,8 +4,11 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <optional>
+#include <vector>
 
 #include "pagemodel/answersbyvalue.h"
+#include "pagemodel/pagedeadline.h"
+#include "rows/steppedsort.h"
 
 namespace KV {
 
@@ -17,9 +20,20 @@ class PageMenu
 public:
     PageMenu(const PageColumns &pageColumns, int columnId);
 
+    /// A text that is offered, and what it is ordered by.
+    struct Item
+    {
+        QString text;
+        QVariant::Type type = QVariant::Invalid;
+        qint64 integer = 0;
+        double real = 0;
+    };
+
     void add(const kdservice::IData &record);
-    /// Ascending: numbers as numbers, no value last, texts as texts.
-    QStringList items() const;
+    /// Puts the texts in order, once all records are added; goes on until the deadline, true when it is done.
+    bool arrange(const PageDeadline &deadline);
+    /// What was put in order; call it once. Ascending: numbers as numbers, no value last, texts as texts.
+    QStringList items();
 
 private:
     void addText(const QString &text, const QVariant &value) { valueOfText.insert(text, value); }
@@ -28,6 +42,9 @@ private:
     const int column;
     std::optional<AnswersByValue<bool>> seen;
     QHash<QString, QVariant> valueOfText; ///< with one of the values that have this text
+    bool collected = false;
+    std::vector<Item> gathered;
+    core::SteppedSort order;
 };
 
 } // namespace KV

@@ -21,11 +21,12 @@ PageMenuGatherer::PageMenuGatherer(const CHpfPageDataModel &pageModel, int colum
 bool PageMenuGatherer::step(int milliseconds)
 {
     const PageDeadline deadline(milliseconds);
-    while (!finished) {
-        finished = !readPiece();
+    while (!allRead) {
+        allRead = !readPiece();
         if (deadline.isDue())
-            break;
+            return false;
     }
+    finished = finished || menu.arrange(deadline);
     return finished;
 }
 

@@ -17,12 +17,12 @@ public:
     PageMenuGatherer(const CHpfPageDataModel &pageModel, int columnId);
 
     int column() const { return menuColumn; }
-    /// Goes on for about as many milliseconds; true when all records are read.
+    /// Goes on for about as many milliseconds; true when the texts of all records stand in order.
     bool step(int milliseconds);
     /// In thousandths.
     int progress() const;
-    /// What CHpfPageDataModel::getMenuItems() answers, once all records are read.
-    QStringList items() const { return menu.items(); }
+    /// What CHpfPageDataModel::getMenuItems() answers, once step() is done; call it once.
+    QStringList items() { return menu.items(); }
 
 private:
     /// False when there were no more records.
@@ -33,6 +33,7 @@ private:
     PageMenu menu;
     quint32 next = 0;
     quint32 limit = 0;
+    bool allRead = false;
     bool finished = false;
 };
 

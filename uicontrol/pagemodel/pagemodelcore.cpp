@@ -118,7 +118,7 @@ PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
     visible.erase(slot);
     removeStatColumnData(slot);
     countChanged = true;
-    return pageAfterRemoval(from, slot);
+    return pageAfterRemoval({from, to}, slot);
 }
 
 void PageModelCore::removeData(quint32 slot)

@@ -134,7 +134,7 @@ private:
 
     Result pageAfterInsert(int index, quint32 slot) const;
     Result pageAfterMove(Move move, quint32 slot) const;
-    Result pageAfterRemoval(int index, quint32 slot) const;
+    Result pageAfterRemoval(Move move, quint32 slot) const;
     std::string visibleKey(qint64 index) const;
 
     /// Notes a message of the model; {0} is the owner's address, then key and sequence of a slot's record.

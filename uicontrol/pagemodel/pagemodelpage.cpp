@@ -57,11 +57,12 @@ PageModelCore::Result PageModelCore::pageAfterMove(Move move, quint32 slot) cons
     return result;
 }
 
-PageModelCore::Result PageModelCore::pageAfterRemoval(int index, quint32 slot) const
+/// Where the record went before it was taken off counts for one that came from in front of the page only.
+PageModelCore::Result PageModelCore::pageAfterRemoval(Move move, quint32 slot) const
 {
     const auto result = boost::make_shared<CUpdatePageDataResult>();
     result->leaveKey = rows.key(slot);
-    if (isIndexAtShowRegion(index))
+    if (isIndexAtShowRegion(move.from) || (move.from < startIndex && isIndexAtShowRegion(move.to)))
         result->enterKey = visibleKey(qint64(startIndex) + pageCount - 1);
     return result;
 }

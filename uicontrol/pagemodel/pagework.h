@@ -1,34 +1,15 @@
 #pragma once
 
-#include <chrono>
 #include <vector>
 
-#include "pagemodel/pagecomparator.h"
 #include "pagemodel/pagefilter.h"
 #include "pagemodel/pagelist.h"
+#include "pagemodel/pagelistsort.h"
 #include "pagemodel/pagestatistics.h"
-#include "rows/steppedsort.h"
 
 namespace KV {
 
 class PageModelCore;
-
-/// When a slice of work has to end.
-class PageDeadline
-{
-public:
-    /// Never.
-    PageDeadline() : endless(true) {}
-    explicit PageDeadline(int milliseconds)
-        : end(std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds))
-    {
-    }
-    bool isDue() const { return !endless && std::chrono::steady_clock::now() >= end; }
-
-private:
-    bool endless = false;
-    std::chrono::steady_clock::time_point end;
-};
 
 /// A sort or a filter of a paged model in the making. It works beside the lists, which stay as they are and take
 /// changes until it is done: those are noted here and brought in at the end, as if the work was asked for after them.
@@ -109,8 +90,8 @@ private:
     Phase phase = Phase::Capture;
     quint32 nextSlot = 0;
     bool sameLists = false; ///< the visible list is the all list
-    core::SteppedSort allSort;
-    core::SteppedSort visibleSort;
+    PageListSort allSort;
+    PageListSort visibleSort;
     std::vector<quint32> allOrder;
     PageList all;
     PageList visible;
