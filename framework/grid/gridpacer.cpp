@@ -18,6 +18,8 @@ void GridPacer::request()
 
 void GridPacer::requestIn(int milliseconds)
 {
+    if (timer.isActive() && due <= lastFrame + frameMilliseconds)
+        return; // no frame can be sooner; thousands of changes need not ask the clock
     const qint64 wanted = std::max(now() + milliseconds, lastFrame + frameMilliseconds);
     if (timer.isActive() && due <= wanted)
         return;

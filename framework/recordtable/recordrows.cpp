@@ -8,11 +8,12 @@ namespace ZB {
 RecordRows::RecordRows(KeyOf key) : keyOf(std::move(key)) {}
 
 /// Identities are odd on the screen and serial numbers even, so that they never meet.
-GridRowId RecordRows::screenId(quint64 identity)
+GridRowId RecordRows::takeScreenId(quint64 identity, RecordRow *row)
 {
-    if (identity != 0 && rowOfScreenId.count(identity | 1) == 0)
+    if (identity != 0 && rowOfScreenId.emplace(identity | 1, row).second)
         return identity | 1;
     lastSerial += 2;
+    rowOfScreenId.emplace(lastSerial, row);
     return lastSerial;
 }
 
@@ -22,9 +23,8 @@ RecordRow *RecordRows::add(quint64 identity)
         return nullptr;
     const auto row = std::make_shared<RecordRow>();
     row->id = nextId++;
-    row->gridId = screenId(identity);
+    row->gridId = takeScreenId(identity, row.get());
     arrival.push_back(row);
-    rowOfScreenId.emplace(row->gridId, row.get());
     touch(*row);
     return row.get();
 }
@@ -50,6 +50,7 @@ void RecordRows::clear()
     arrival.clear();
     nextId = 0;
     goneCount = 0;
+    allStale = true; // what comes now comes all at once
 }
 
 int RecordRows::count() const

@@ -54,7 +54,7 @@ private:
     void moveTouched();
     void takeKeys(RecordRow &row) const;
     bool goesBefore(const RecordRow &a, const RecordRow &b) const;
-    GridRowId screenId(quint64 identity);
+    GridRowId takeScreenId(quint64 identity, RecordRow *row);
 
     const KeyOf keyOf;
     Sorts sortColumns;

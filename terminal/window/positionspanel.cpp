@@ -44,7 +44,7 @@ double ratioOf(trading::Money part, trading::Money whole)
 } // namespace
 
 PositionsPanel::PositionsPanel(int tableId, QWidget *parent)
-    : RecordPanel(QStringLiteral("持仓"), QStringLiteral("只"), new PositionTable(tableId, nullptr), parent)
+    : RecordPanel(QStringLiteral("持仓"), QStringLiteral("条"), new PositionTable(tableId, nullptr), parent)
 {
     table().setEmptyText(QStringLiteral("没有持仓"));
     arrangeColumns({{PositionAccount, 86},

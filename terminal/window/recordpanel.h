@@ -31,7 +31,7 @@ protected:
         int width; ///< pixels at 100 %: what its largest ordinary value needs
     };
 
-    /// The panel takes the table. unit: what its rows are counted in ("只").
+    /// The panel takes the table. unit: what its rows are counted in ("条").
     RecordPanel(const QString &caption, const QString &unit, KV::CDataTable *table, QWidget *parent);
 
     /// The columns that are shown from the start; the first `frozen` of them do not scroll sideways.

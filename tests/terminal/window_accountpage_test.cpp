@@ -83,7 +83,7 @@ TEST_F(AccountPageTest, PositionsAndFundsFollowDealsAndQuotes)
     deal(0, feed::DealKind::BuyerInitiated, 10.00, 1000);
     page->showNow();
     EXPECT_EQ(shown(positions), "DEMO01|600000.SH|浦发银行|1 000|1 000|1 000|10.000|10.00|10 000.00|0.00|0.00%\n");
-    EXPECT_EQ(page->positions().summary().toStdString(), "1 只");
+    EXPECT_EQ(page->positions().summary().toStdString(), "1 条");
 
     feed::QuoteSnapshot quote;
     quote.last = 10.25;
