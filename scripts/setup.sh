@@ -27,6 +27,7 @@ libfmt-dev /usr/include/fmt/core.h
 libkf5archive-dev $libdir/cmake/KF5Archive/KF5ArchiveConfig.cmake
 liblog4cxx-dev /usr/include/log4cxx/log4cxx.h
 libminizip-dev /usr/include/minizip/unzip.h
+qttools5-dev $libdir/cmake/Qt5UiPlugin/Qt5UiPluginConfig.cmake
 libxlsxwriter-dev /usr/include/xlsxwriter.h
 zlib1g-dev /usr/include/zlib.h
 libgtest-dev /usr/include/gtest/gtest.h
