@@ -25,6 +25,8 @@ LogPage::LogPage(QWidget *parent)
     layout->addWidget(splitter);
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(ZB::scaled(4));
+    program->offerSending();
+    connect(program, &LogPanel::sendChosen, this, &LogPage::sendRequested);
     connect(&programLog, &ProgramLog::arrived, program, &LogPanel::add);
 }
 

@@ -35,6 +35,10 @@ public:
 
     void themeChanged() override;
 
+Q_SIGNALS:
+    /// The user wants to send the program's logs to those who look after it.
+    void sendRequested();
+
 private:
     ProgramLog programLog;
     QSplitter *splitter;

@@ -62,6 +62,7 @@ LogPanel::~LogPanel() = default;
 
 void LogPanel::connectBar()
 {
+    connect(bar, &LogPanelBar::sendChosen, this, &LogPanel::sendChosen);
     connect(bar, &LogPanelBar::levelChosen, this, &LogPanel::chooseLevel);
     connect(bar, &LogPanelBar::searchTextChanged, this, &LogPanel::search);
     connect(bar, &LogPanelBar::findRequested, this, &LogPanel::findNext);
@@ -73,6 +74,11 @@ void LogPanel::connectBar()
 }
 
 /// Valid while the focus is in the panel.
+void LogPanel::offerSending()
+{
+    bar->offerSending();
+}
+
 void LogPanel::addShortcuts()
 {
     const auto add = [this](const QKeySequence &keys, auto action) {

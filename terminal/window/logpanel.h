@@ -34,6 +34,8 @@ public:
     void setOrigin(const QString &text);
     /// Stands below the log, or in its place while it is empty; an empty text for nothing to say.
     void setNotice(const QString &text, bool isProblem = false);
+    /// Puts a button into the bar that sends logs.
+    void offerSending();
     /// Lines taken in since the start or the last clearing.
     qint64 lineCount() const;
 
@@ -46,6 +48,9 @@ public:
     void saveState() const;
 
     void themeChanged() override;
+
+Q_SIGNALS:
+    void sendChosen();
 
 private:
     void addShortcuts();

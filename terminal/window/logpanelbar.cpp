@@ -91,6 +91,9 @@ void LogPanelBar::addActions(QHBoxLayout *layout)
     BarButton *clear = addButton(layout, QStringLiteral("清空"), QStringLiteral("清空显示的日志 (Ctrl+Shift+Delete)"));
     followButton = addButton(layout, QString(), QStringLiteral("转到最新一行并跟随 (Ctrl+End)"));
     followButton->setCheckable(true);
+    sendButton = addButton(layout, QStringLiteral("发送日志"), QStringLiteral("把程序日志寄给维护人员 (Ctrl+Shift+S)"));
+    sendButton->hide();
+    connect(sendButton, &BarButton::clicked, this, &LogPanelBar::sendChosen);
     connect(wrapButton, &BarButton::clicked, this, &LogPanelBar::wrapChosen);
     connect(clear, &BarButton::clicked, this, &LogPanelBar::clearChosen);
     connect(followButton, &BarButton::clicked, this, &LogPanelBar::followChosen);
@@ -178,6 +181,11 @@ void LogPanelBar::setHits(int number, int count)
         hitsLabel->setText(QStringLiteral("%1 处").arg(count));
     else
         hitsLabel->setText(QStringLiteral("%1 / %2 处").arg(number).arg(count));
+}
+
+void LogPanelBar::offerSending()
+{
+    sendButton->show();
 }
 
 void LogPanelBar::focusSearch()

@@ -34,6 +34,8 @@ public:
     void setSearchText(const QString &text);
     /// "3 / 12" of what is looked for; an empty text looks for nothing.
     void setHits(int number, int count);
+    /// Shows the button that sends logs, which is hidden at first.
+    void offerSending();
     /// Puts the cursor into the search field, with its text selected.
     void focusSearch();
 
@@ -43,6 +45,7 @@ Q_SIGNALS:
     void findRequested(bool forward);
     void wrapChosen();
     void clearChosen();
+    void sendChosen();
     void followChosen();
 
 protected:
@@ -63,6 +66,7 @@ private:
     BarButton *nextButton;
     BarButton *wrapButton;
     BarButton *followButton;
+    BarButton *sendButton;
 };
 
 } // namespace terminal

@@ -17,6 +17,7 @@
 #include "window/topbar.h"
 #include "window/tradepage.h"
 #include "window/viewsettings.h"
+#include "window/windowdialogs.h"
 #include "zb/cuiresource.h"
 
 namespace terminal {
@@ -33,7 +34,7 @@ constexpr int scaleStep = 25;
 MainWindow::MainWindow(FeedPump &pump)
     : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
       trade(new TradePage(pump, stack)), accounts(new AccountPage(stack)), log(new LogPage(stack)),
-      status(new StatusBar(pump, frameMeter, stallMeter, this))
+      status(new StatusBar(pump, frameMeter, stallMeter, this)), dialogs(new WindowDialogs(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -55,6 +56,8 @@ MainWindow::MainWindow(FeedPump &pump)
     connect(&pump, &FeedPump::finished, this, &MainWindow::refresh);
     connect(top, &TopBar::layoutToggled, this, [this] { currentPage().toggleLayout(); });
     connect(top, &TopBar::pageChosen, this, qOverload<int>(&MainWindow::showPage));
+    connect(top, &TopBar::aboutChosen, dialogs, &WindowDialogs::showAbout);
+    connect(log, &LogPage::sendRequested, dialogs, &WindowDialogs::showSendLog);
     connect(&refreshTimer, &QTimer::timeout, this, &MainWindow::refresh);
     refreshTimer.start(refreshMs);
     addShortcuts();
@@ -106,6 +109,8 @@ void MainWindow::addShortcuts()
     for (const int key : {Qt::Key_Plus, Qt::Key_Equal})
         add(Qt::CTRL | key, [] { viewsettings::setScalePercent(viewsettings::scalePercent() + scaleStep); });
     add(Qt::CTRL | Qt::Key_Minus, [] { viewsettings::setScalePercent(viewsettings::scalePercent() - scaleStep); });
+    add(Qt::Key_F1, [this] { dialogs->showAbout(); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_S, [this] { dialogs->showSendLog(); });
     add(Qt::Key_F6, [this] { currentPage().focusNextPanel(); });
     for (int number = 0; number < static_cast<int>(allPages.size()); ++number)
         add(Qt::CTRL | (Qt::Key_1 + number), [this, number] { showPage(number); });

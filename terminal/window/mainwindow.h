@@ -21,6 +21,7 @@ class Page;
 class StatusBar;
 class TopBar;
 class TradePage;
+class WindowDialogs;
 
 /// The terminal's window: bars at top and bottom, one of the pages between them. The last stop of host events.
 class MainWindow : public ZB::CEventWidgetT<QWidget>, public ZB::CUiResourceChangeHandler
@@ -79,6 +80,7 @@ private:
     AccountPage *accounts;
     LogPage *log;
     StatusBar *status;
+    WindowDialogs *dialogs;
     QTimer refreshTimer;
 };
 

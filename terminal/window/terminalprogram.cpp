@@ -10,6 +10,7 @@
 #include "feed/simulation/simulatedfeed.h"
 #include "services/accounts.h"
 #include "services/logservice.h"
+#include "services/mailservice.h"
 #include "services/userconfig.h"
 #include "theme/themeservice.h"
 #include "utils/clogcenter.h"
@@ -18,6 +19,7 @@
 #include "window/headlessrun.h"
 #include "window/logpage.h"
 #include "window/mainwindow.h"
+#include "window/productname.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
 #include "zb/messagebox.h"
@@ -28,6 +30,7 @@ namespace {
 
 constexpr QSize defaultSize(1680, 945);
 constexpr int unusable = 2;
+const QString userNamePath = QStringLiteral("user/name");
 
 /// What Qt has to say is of interest to those who look after the program, not to those who use it: the file of details.
 void logQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
@@ -63,6 +66,7 @@ TerminalProgram::~TerminalProgram()
     qInstallMessageHandler(nullptr);
     window.reset();
     pump.reset();
+    refhost::setMailService(nullptr);
     refhost::setAccountData(nullptr);
     refhost::setUserConfig(nullptr);
     refhost::LogService::instance().closeFiles();
@@ -77,6 +81,7 @@ int TerminalProgram::run()
         return unusable;
     }
     runLog.tellStart(options, sourceText());
+    nameProduct();
     openConfiguration();
     runLog.tellFiles(options, *settings);
     viewsettings::load(options);
@@ -110,6 +115,9 @@ void TerminalProgram::openConfiguration()
     settings = config.get();
     refhost::setUserConfig(std::move(config));
     refhost::setAccountData(demoAccounts());
+    refhost::setMailService(std::make_unique<refhost::MailService>());
+    if (settings->value(userNamePath).toString().isEmpty())
+        settings->setValue(userNamePath, QStringLiteral("模拟用户"));
 }
 
 void TerminalProgram::makeFeed()

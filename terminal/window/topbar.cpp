@@ -89,6 +89,8 @@ void TopBar::addButtons(QHBoxLayout *layout)
     themeButton = addButton(layout, QStringLiteral("切换主题"), QStringLiteral("Ctrl+T"));
     scaleButton = addButton(layout, QStringLiteral("界面缩放"), QStringLiteral("Ctrl++, Ctrl+-, Ctrl+0"));
 
+    aboutButton = addButton(layout, QStringLiteral("版本、授权和许可证"), QStringLiteral("F1"));
+    aboutButton->setText(QStringLiteral("关于"));
     layoutButton->setText(QStringLiteral("布局"));
     pauseButton->setWidestTexts({QStringLiteral("暂停"), QStringLiteral("继续")});
     speedButton->setWidestTexts({QStringLiteral("速度 300 倍")});
@@ -100,6 +102,7 @@ void TopBar::addButtons(QHBoxLayout *layout)
 
     connect(pauseButton, &BarButton::clicked, this, &TopBar::togglePause);
     connect(speedButton, &BarButton::clicked, this, &TopBar::openSpeeds);
+    connect(aboutButton, &BarButton::clicked, this, &TopBar::aboutChosen);
     connect(layoutButton, &BarButton::clicked, this, &TopBar::layoutToggled);
     connect(riseFallButton, &BarButton::clicked, this, &TopBar::openRiseFall);
     connect(themeButton, &BarButton::clicked, this, &TopBar::toggleTheme);

@@ -43,6 +43,7 @@ public:
 Q_SIGNALS:
     void layoutToggled();
     void pageChosen(int number);
+    void aboutChosen();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -82,6 +83,7 @@ private:
     BarButton *riseFallButton = nullptr;
     BarButton *themeButton = nullptr;
     BarButton *scaleButton = nullptr;
+    BarButton *aboutButton = nullptr;
     std::vector<QSpacerItem *> gaps; ///< between the labels; the layout owns them
 };
 

@@ -1,0 +1,68 @@
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <gtest/gtest.h>
+
+#include "dialog/caboutdialog.h"
+#include "dialog/csendlogwidget.h"
+#include "feed/simulation/simulatedfeed.h"
+#include "kv/productinfo.h"
+#include "services/productinfo.h"
+#include "services/userconfig.h"
+#include "window/barbutton.h"
+#include "window/feedpump.h"
+#include "window/logpage.h"
+#include "window/mainwindow.h"
+#include "window/productname.h"
+
+using namespace terminal;
+
+namespace {
+
+BarButton *button(QWidget &in, const QString &text)
+{
+    for (BarButton *each : in.findChildren<BarButton *>())
+        if (each->text() == text && each->isVisibleTo(&in))
+            return each;
+    return nullptr;
+}
+
+} // namespace
+
+TEST(WindowDialogs, OpenByKeyAndByButtonOnceAndGoWithTheWindow)
+{
+    refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
+    nameProduct();
+    EXPECT_EQ(KV::getProductInfo().name, QStringLiteral("模拟交易终端"));
+    EXPECT_TRUE(KV::getProductInfo().agreementUrl.startsWith(QStringLiteral("file:///")));
+    {
+        FeedPump pump(std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), 1));
+        MainWindow window(pump);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_F1);
+        auto *about = window.findChild<KV::CAboutDialog *>();
+        ASSERT_NE(about, nullptr);
+        EXPECT_TRUE(about->isVisible());
+        about->close();
+        button(window, QStringLiteral("关于"))->click();
+        EXPECT_TRUE(about->isVisible());
+        EXPECT_EQ(window.findChildren<KV::CAboutDialog *>().size(), 1);
+        about->close();
+
+        window.showPage(window.logPage());
+        BarButton *send = button(window, QStringLiteral("发送日志"));
+        ASSERT_NE(send, nullptr);
+        send->click();
+        auto *sending = window.findChild<KV::CSendLogWidget *>();
+        ASSERT_NE(sending, nullptr);
+        EXPECT_TRUE(sending->isVisible());
+        sending->close();
+        QApplication::setActiveWindow(&window);
+        QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(sending->isVisible());
+    }
+    refhost::setProductInfo(refhost::builtProductInfo());
+    refhost::setUserConfig(nullptr);
+}
