@@ -65,6 +65,36 @@ TEST_F(CDataTable, AnUpdateUnderTheSameKeyStaysInItsRow)
     EXPECT_EQ(table->getData(0), changed);
 }
 
+TEST_F(CDataTable, ARecordThatIsChangedInPlaceShowsWhenItIsRefreshed)
+{
+    const auto first = fullTicket("a", 2);
+    const auto second = fullTicket("b", 4);
+    const auto hidden = fullTicket("c", 5);
+    table->updateDatas({first, second, hidden});
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    EXPECT_EQ(text("a", ColumnLots), "2");
+    first->setData(TicketLots, 7);
+    second->setData(TicketLots, 8);
+    hidden->setData(TicketSide, "0");
+    EXPECT_EQ(table->refreshData(first, false), table->keyToRowID("a"));
+    EXPECT_EQ(text("a", ColumnLots), "7");
+    table->refreshDatas();
+    EXPECT_EQ(text("b", ColumnLots), "8");
+    EXPECT_EQ(keys(), "a b c") << "one that passes by now gets a row";
+}
+
+TEST_F(CDataTable, TheCurrentRowAndItsActivationAreToldWithTheKey)
+{
+    addTickets(2);
+    table->updateTable();
+    window->take();
+    const QRect header = grid()->headerRect(ColumnLots);
+    QTest::mouseClick(grid(), Qt::LeftButton, Qt::NoModifier, QPoint(header.center().x(), header.bottom() + 8));
+    EXPECT_EQ(window->take(), "70 2 0 a");
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(window->take(), "69 2 0 a");
+}
+
 TEST_F(CDataTable, NothingAndUnknownKeysAreRefused)
 {
     addTickets(1);

@@ -29,7 +29,7 @@ RecordWindow::RecordWindow()
 {
     registerTypes();
     refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
-    window = std::make_unique<QWidget>();
+    window = std::make_unique<EventWindow>();
     window->resize(900, 400);
     table = new OpenTable(tableId, MetaTicket, window.get());
     auto *layout = new QVBoxLayout(window.get());

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QtWidgets/QWidget>
 #include <memory>
 
+#include "../eventwindow.h"
 #include "table/cdatatable.h"
 #include "testrecords.h"
 
@@ -53,7 +53,7 @@ protected:
     /// Tickets "a", "b" ... with the numbers 1, 2 ...
     void addTickets(int count);
 
-    std::unique_ptr<QWidget> window;
+    std::unique_ptr<EventWindow> window;
     OpenTable *table = nullptr;
 };
 
