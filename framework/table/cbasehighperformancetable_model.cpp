@@ -1,3 +1,4 @@
+#include <QtCore/QPointer>
 #include <algorithm>
 
 #include "popups/pagingbar.h"
@@ -92,6 +93,18 @@ void CBaseHighPerformanceTable::Private::housekeep()
     updatePaging();
     updateWork();
     updateBadges();
+    if (ticks % ticksPerSecond == 0)
+        askAgain();
+}
+
+/// A record that many rows share, an instrument with its name, may change without one of the rows being handed in. What
+/// was handed in is painted first, since cells that are asked all together do not flash.
+void CBaseHighPerformanceTable::Private::askAgain()
+{
+    const QPointer<CBaseHighPerformanceTable> self(q);
+    grid->refreshNow();
+    if (self)
+        source.touch();
 }
 
 /// Gives a sort or a filter a moment, so that what is quick is seen with the next frame.

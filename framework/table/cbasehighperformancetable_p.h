@@ -56,6 +56,7 @@ public:
     void updatePaging();
     void updateWork();
     void updateBadges();
+    void askAgain();
     /// @}
 
     void connectGrid();

@@ -1,3 +1,4 @@
+#include <QtGui/QImage>
 #include <QtTest/QTest>
 
 #include "framework/tablefixture.h"
@@ -113,6 +114,27 @@ TEST_F(TableTest, SelectionIsAskedAndSetByKey)
     EXPECT_EQ(table->currentData()->key(), "e");
     table->selectKey("unknown");
     EXPECT_EQ(table->currentData()->key(), "e");
+}
+
+TEST_F(TableTest, ANameThatComesLateIsSeenWithoutItsRowBeingHandedIn)
+{
+    struct NamedRow : OrderRow
+    {
+        NamedRow(const Order &shownOrder, const QString &sharedName) : OrderRow(shownOrder), name(sharedName) {}
+        QString getDisplayQString(int column) override
+        {
+            return column == Name ? name : OrderRow::getDisplayQString(column);
+        }
+        const QString &name;
+    };
+    QString name = QStringLiteral("-");
+    model->clear();
+    model->addData(boost::make_shared<NamedRow>(Order{"n", "600000", "", 0, 1.0, 100}, name));
+    settle();
+    const QImage before = grid()->grab().toImage();
+    name = QStringLiteral("浦发银行");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return grid()->grab().toImage() != before; }));
+    table->clear(); // the row refers to what ends here
 }
 
 TEST_F(TableTest, TheTableFollowsTheUpdatedMark)
