@@ -2,6 +2,7 @@
 
 #include "records/record.h"
 #include "table/cdatatable.h"
+#include "window/columnsbutton.h"
 
 namespace terminal {
 
@@ -26,10 +27,22 @@ FundsPanel::FundsPanel(int tableId, QWidget *parent)
                     {FundsPositionValue, 132},
                     {FundsProfitToday, 124}},
                    1);
+    columns = new ColumnsButton(table(),
+                                {FundsAccount, FundsName, FundsTotal, FundsAvailable, FundsFrozen, FundsWithdrawable,
+                                 FundsPositionValue, FundsProfitToday},
+                                1, this);
+    addTitleWidget(columns);
+    columns->setLook(WindowLook::fromResources());
     RecordPanel::refresh();
 }
 
 FundsPanel::~FundsPanel() = default;
+
+void FundsPanel::themeChanged()
+{
+    RecordPanel::themeChanged();
+    columns->setLook(WindowLook::fromResources());
+}
 
 void FundsPanel::setRemark(const QString &text)
 {

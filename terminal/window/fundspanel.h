@@ -13,6 +13,8 @@ class PlainRecord;
 
 namespace terminal {
 
+class ColumnsButton;
+
 /// Money of any number of accounts at the last prices.
 class FundsPanel : public RecordPanel
 {
@@ -28,6 +30,8 @@ public:
     /// Stands behind the number of accounts in the title.
     void setRemark(const QString &text);
 
+    void themeChanged() override;
+
 protected:
     QString remark() const override;
 
@@ -36,6 +40,7 @@ private:
 
     std::map<std::string, boost::shared_ptr<refhost::PlainRecord>> records;
     QString titleRemark;
+    ColumnsButton *columns = nullptr;
 };
 
 } // namespace terminal

@@ -4,11 +4,14 @@
 #include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
+#include "account/caccountcolumnlist.h"
+#include "account/caccountlistcolumnsettingwidget.h"
 #include "dealrecount.h"
 #include "records/fieldids.h"
 #include "services/userconfig.h"
 #include "table/cdatatable.h"
 #include "window/accountpage.h"
+#include "window/columnsbutton.h"
 #include "window/fundspanel.h"
 #include "window/marketrecords.h"
 #include "window/positionspanel.h"
@@ -169,4 +172,41 @@ TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
     EXPECT_EQ(positions.rowCount(), rows);
     EXPECT_GT(rows, 10);
     EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)).remove(' '), cents(profitOfAll));
+}
+
+TEST_F(AccountPageTest, TheColumnsOfTheFundsAreArrangedInAPopupAndComeBack)
+{
+    page->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(page.get()));
+    const auto now = [this] { return KV::accountListColumns(page->funds().table().getTableSetting()); };
+    auto *button = page->funds().findChild<terminal::ColumnsButton *>();
+    ASSERT_NE(button, nullptr);
+    button->click();
+    auto *popup = button->findChild<KV::CAccountListColumnSettingWidget *>();
+    ASSERT_TRUE(popup->isVisible());
+    auto *list = popup->findChild<KV::CAccountColumnList *>();
+    EXPECT_TRUE(now().at(0).locked);
+    EXPECT_FALSE(now().at(1).locked);
+    const auto select = [list](const char *name) {
+        list->setCurrentItem(list->findItems(QString::fromUtf8(name), Qt::MatchExactly).value(0));
+        ASSERT_NE(list->currentItem(), nullptr) << name;
+    };
+    select("可用资金");
+    QTest::keyClick(list, Qt::Key_L); // becomes the second of the locked ones
+    select("账户名称");
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ(now().at(1).fieldId, int(FundsAvailable));
+    EXPECT_TRUE(now().at(1).locked);
+    EXPECT_EQ(now().at(2).fieldId, int(FundsName));
+    EXPECT_FALSE(now().at(2).visible);
+    EXPECT_EQ(popup->columns(), now());
+    popup->close();
+    const QVector<KV::CAccountListColumn> arranged = now();
+    page.reset();
+    page = std::make_unique<AccountPage>(); // the next time
+    EXPECT_EQ(now(), arranged);
+    page->show();
+    page->funds().findChild<terminal::ColumnsButton *>()->click();
+    list = page->funds().findChild<KV::CAccountColumnList *>();
+    EXPECT_EQ(list->item(1)->text(), arranged[1].name);
 }

@@ -110,8 +110,11 @@ void CAccountListColumnSettingWidget::setDefaultColumns(const QVector<CAccountLi
 
 void CAccountListColumnSettingWidget::setColumns(const QVector<CAccountListColumn> &columns)
 {
+    const QVector<CAccountListColumn> before = order.columns();
     order.setColumns(columns);
     refill(list->currentRow());
+    if (order.columns() != before)
+        keep();
 }
 
 QString CAccountListColumnSettingWidget::path() const
@@ -130,9 +133,14 @@ void CAccountListColumnSettingWidget::changed(int currentLine)
 {
     refill(currentLine);
     hint->setText(usualHint());
+    keep();
+    Q_EMIT sigColumnsChanged(QVector<CAccountListColumn>(order.columns()));
+}
+
+void CAccountListColumnSettingWidget::keep() const
+{
     if (CUserConfig *config = getUserConfig())
         config->setValue(path(), order.saved());
-    Q_EMIT sigColumnsChanged(QVector<CAccountListColumn>(order.columns()));
 }
 
 void CAccountListColumnSettingWidget::turnVisible(int line)

@@ -30,7 +30,7 @@ public:
     /// The columns as they are without a user's choice. What the user has kept is laid over them; columns() has the
     /// outcome, and nothing is told.
     void setDefaultColumns(const QVector<CAccountListColumn> &columns);
-    /// The columns as they stand in the table now, where users arrange them too. Locks are those of `columns`.
+    /// The columns as they stand in the table now, where users arrange them too; kept when that is another arrangement.
     void setColumns(const QVector<CAccountListColumn> &columns);
     const QVector<CAccountListColumn> &columns() const { return order.columns(); }
 
@@ -56,6 +56,7 @@ private:
     void restoreDefaults();
     void refill(int currentLine);
     void changed(int currentLine);
+    void keep() const;
     QString path() const;
 
     const int id;
