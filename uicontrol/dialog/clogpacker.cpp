@@ -138,8 +138,10 @@ private:
     bool add(KZip &zip, QFile &file, OpenLog &log)
     {
         const QDateTime time = QFileInfo(*log.file).lastModified();
-        if (!zip.prepareWriting(log.entry.name, QString(), QString(), 0, 0100644, time, time, time))
-            return isWritable(file);
+        if (!zip.prepareWriting(log.entry.name, QString(), QString(), 0, 0100644, time, time, time)) {
+            isWritable(file); // says why, if it is the disk
+            return false;
+        }
         LineReader reader(*log.file, log.end);
         qint64 written = 0;
         for (QByteArray lines = reader.next(); !lines.isEmpty(); lines = reader.next()) {

@@ -61,8 +61,9 @@ void CLogPreview::applyLook()
 {
     setStyleSheet(dialogStyleSheet());
     const QFont mono = *ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_output_log_text"));
-    contents->setStyleSheet(
-        QStringLiteral("font-family: \"%1\"; font-size: %2px;").arg(mono.family()).arg(mono.pixelSize()));
+    contents->setStyleSheet(QStringLiteral("QPlainTextEdit { font-family: \"%1\"; font-size: %2px; }")
+                                .arg(mono.family())
+                                .arg(mono.pixelSize()));
     list->setFixedWidth(ZB::scaled(listWidth));
     resize(ZB::scaled(dialogWidth), ZB::scaled(dialogHeight));
 }
