@@ -150,6 +150,8 @@ TEST_F(ColumnSettingWindow, TheMouseChecksLocksAndDragsWithAMarkWhereTheLineWill
     const QImage before = list->viewport()->grab().toImage();
     dragTo(nameOf(3) + QPoint(0, 5));
     EXPECT_EQ(list->insertionGap(), 4);
+    if (const QString shots = qEnvironmentVariable("SHOTS_DIR"); !shots.isEmpty())
+        popup->grab().save(shots + QStringLiteral("/columns-drag.png"));
     EXPECT_NE(list->viewport()->grab().toImage(), before); // the mark has moved
     dragTo(nameOf(0));
     EXPECT_EQ(list->insertionGap(), 2); // behind the locked ones
