@@ -114,7 +114,8 @@ void CLineEdit::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setFont(quiet);
     painter.setPen(resourceColor(isEnabled() ? "clr_lineedit_placeholder" : "clr_text_disabled"));
-    painter.drawText(inside.adjusted(textMargin, 0, -textMargin, 0), Qt::AlignVCenter | Qt::AlignLeft,
+    const Qt::Alignment side = alignment() & Qt::AlignHorizontal_Mask; // where the text will stand
+    painter.drawText(inside.adjusted(textMargin, 0, -textMargin, 0), int(Qt::AlignVCenter | side),
                      painter.fontMetrics().elidedText(hint, Qt::ElideRight, inside.width() - 2 * textMargin));
 }
 

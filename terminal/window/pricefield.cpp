@@ -14,10 +14,7 @@ const QString pricePattern = QStringLiteral("\\d{0,9}([.。]\\d{0,6})?");
 
 } // namespace
 
-PriceField::PriceField(QWidget *parent) : StepField(QStringLiteral("价格"), pricePattern, parent)
-{
-    edit()->setEmptyHintText(QStringLiteral("价格"));
-}
+PriceField::PriceField(QWidget *parent) : StepField(QStringLiteral("价格"), pricePattern, parent) {}
 
 PriceField::~PriceField() = default;
 
@@ -29,14 +26,18 @@ void PriceField::setTerms(const TradeTerms &newTerms)
 void PriceField::setReferencePrice(double price)
 {
     reference = price;
+    edit()->setEmptyHintText(price == absent<double> ? QString() : QStringLiteral("最新 ") + priceText(price));
+}
+
+QString PriceField::priceText(double price) const
+{
+    return ZB::formatDoubleNumber(price, terms.priceDecimals, utils::FormatNoGroups, true, QString());
 }
 
 void PriceField::setPrice(double price)
 {
     type = KV::PriceLimit;
-    setText(price == absent<double>
-                ? QString()
-                : ZB::formatDoubleNumber(price, terms.priceDecimals, utils::FormatNoGroups, true, QString()));
+    setText(price == absent<double> ? QString() : priceText(price));
 }
 
 double PriceField::price() const

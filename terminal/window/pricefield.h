@@ -15,7 +15,8 @@ public:
     ~PriceField() override;
 
     void setTerms(const TradeTerms &terms);
-    /// Where stepping starts while the field is empty; absent: at the lower limit, else at the first tick.
+    /// Where stepping starts while the field is empty, which shows it then; absent: at the lower limit, else at the
+    /// first tick.
     void setReferencePrice(double price);
     double referencePrice() const { return reference; }
 
@@ -32,6 +33,8 @@ protected:
     void typed() override;
 
 private:
+    QString priceText(double price) const;
+
     TradeTerms terms;
     double reference = feed::absent<double>;
     KV::EPriceType type = KV::PriceLimit;

@@ -7,16 +7,14 @@ namespace terminal {
 
 using feed::absent;
 
-QuantityField::QuantityField(QWidget *parent) : StepField(QStringLiteral("数量"), QStringLiteral("\\d{0,9}"), parent)
-{
-    edit()->setEmptyHintText(QStringLiteral("数量"));
-}
+QuantityField::QuantityField(QWidget *parent) : StepField(QStringLiteral("数量"), QStringLiteral("\\d{0,9}"), parent) {}
 
 QuantityField::~QuantityField() = default;
 
 void QuantityField::setLot(int lot)
 {
     lotSize = lot;
+    edit()->setEmptyHintText(lot > 1 ? QStringLiteral("每手 %1").arg(lot) : QString());
 }
 
 void QuantityField::setQuantity(qint64 quantity)

@@ -83,7 +83,7 @@ void TicketForm::buildFields()
     sendButton = new KV::CAutoButton(TicketSend, false, ZB::NormalButtonRise, this, resendMs);
     sendButton->setTextFontKey(QStringLiteral("fnt_default_bold"));
     sendButton->setToolTip(QStringLiteral("Enter，或在任何位置按 Ctrl+Enter"));
-    for (ZB::CSimpleTextWidget **line : {&limitsText, &operationText, &amountText, &unitText, &messageText})
+    for (ZB::CSimpleTextWidget **line : {&limitsText, &operationText, &amountText, &mostText, &unitText, &messageText})
         *line = new ZB::CSimpleTextWidget(QString(), this);
 }
 
@@ -107,7 +107,8 @@ void TicketForm::buildRows()
     quantityRow->addFixedSpace(4);
     quantityRow->addFixedWidget(unitText, ZB::AnchorCentre);
     addRow(QString(), rates);
-    addRow(QStringLiteral("金额"), amountText);
+    mostText->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    addRow(QStringLiteral("金额"), amountText)->addStretchWidget(mostText, 1, ZB::AnchorFill);
     addFixedSpace(4);
     addFixedWidget(sendButton, ZB::AnchorFill);
     addFixedWidget(messageText, ZB::AnchorFill);
@@ -137,7 +138,7 @@ void TicketForm::fixSizes()
     for (QWidget *field : std::initializer_list<QWidget *>{priceField, quantityField})
         field->setFixedHeight(ZB::scaled(fieldHeight));
     tradeGroup->setFixedHeight(ZB::scaled(24));
-    for (QWidget *line : {limitsText, amountText, messageText})
+    for (QWidget *line : {limitsText, amountText, mostText, messageText})
         line->setFixedHeight(ZB::scaled(lineHeight));
     sendButton->setFixedHeight(ZB::scaled(sendHeight));
     updateWidgetLengths();

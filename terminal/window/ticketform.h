@@ -42,7 +42,8 @@ public:
     /// again with null.
     using Sender = std::function<QString(const OrderDraft &)>;
     void setSender(Sender sender);
-    /// What an order of this account for this code has to go by. Asked whenever the order is sized; null for none.
+    /// What an order of this account for this code has to go by. Asked at every change and a few times a second;
+    /// null for none.
     using FundsSource = std::function<TicketFunds(const OrderDraft &)>;
     void setFundsSource(FundsSource source);
 
@@ -93,8 +94,10 @@ private:
     void codeLeft();
     void takeCode();
     double sizingPrice() const;
-    /// What the chosen fraction comes to; absent while that cannot be told.
-    qint64 sizedQuantity() const;
+    /// What a fraction of the funds comes to; absent while that cannot be told.
+    qint64 sizedQuantity(const OrderDraft &order, int parts, bool ofTotal) const;
+    /// The same of the chosen fraction.
+    qint64 chosenQuantity() const;
     KV::CAccountsComboBox *accountBox() const;
     ZB::CParameterCell *contractId() const;
 
@@ -111,6 +114,7 @@ private:
     ZB::CSimpleTextWidget *limitsText;
     ZB::CSimpleTextWidget *operationText;
     ZB::CSimpleTextWidget *amountText;
+    ZB::CSimpleTextWidget *mostText;
     ZB::CSimpleTextWidget *unitText;
     ZB::CSimpleTextWidget *messageText;
     ZB::CWidgetList *openRow = nullptr;

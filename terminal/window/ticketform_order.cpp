@@ -69,6 +69,17 @@ QString priceOrDash(double price, int decimals)
     return ZB::formatPriceDoubleNumber(price, decimals, utils::FormatNoGroups);
 }
 
+/// What the account could buy or sell at most.
+QString mostOf(const OrderDraft &order, qint64 quantity)
+{
+    if (quantity == absent<qint64>)
+        return {};
+    const QString verb = order.trade == kdservice::TraderFuture
+                             ? (order.isOpen ? QStringLiteral("可开") : QStringLiteral("可平"))
+                             : (order.isBuy() ? QStringLiteral("可买") : QStringLiteral("可卖"));
+    return verb + QLatin1Char(' ') + ZB::formatLonglongNumber(quantity, 0, utils::FormatGroupDigits);
+}
+
 const char *sideColor(const OrderDraft &order)
 {
     return order.isBuy() ? "clr_global_rise" : "clr_global_fall";
@@ -102,13 +113,14 @@ double TicketForm::sizingPrice() const
     return price == absent<double> ? priceField->referencePrice() : price;
 }
 
-qint64 TicketForm::sizedQuantity() const
+qint64 TicketForm::sizedQuantity(const OrderDraft &order, int parts, bool ofTotal) const
 {
-    if (!fundsSource)
-        return absent<qint64>;
-    const OrderDraft order = draft();
-    const bool ofTotal = rates->getRateReference() == KV::RateOfTotal;
-    return order.sized(fundsSource(order), sizingPrice(), rates->getCheckedButtonID(), ofTotal);
+    return fundsSource ? order.sized(fundsSource(order), sizingPrice(), parts, ofTotal) : absent<qint64>;
+}
+
+qint64 TicketForm::chosenQuantity() const
+{
+    return sizedQuantity(draft(), rates->getCheckedButtonID(), rates->getRateReference() == KV::RateOfTotal);
 }
 
 /// As long as a fraction is chosen, the quantity follows what it depends on.
@@ -116,7 +128,7 @@ void TicketForm::sizeOrder()
 {
     if (rates->getCheckedButtonID() < 1)
         return;
-    const qint64 quantity = sizedQuantity();
+    const qint64 quantity = chosenQuantity();
     if (quantity != absent<qint64>)
         quantityField->setQuantity(quantity);
 }
@@ -125,7 +137,7 @@ void TicketForm::chooseRate(int id)
 {
     rates->setButtonCheckedByID(id);
     const OrderDraft order = draft();
-    const qint64 quantity = sizedQuantity();
+    const qint64 quantity = chosenQuantity();
     if (quantity == 0)
         say(order.isSale() ? QStringLiteral("没有可卖出的数量") : QStringLiteral("可用资金不够一手"), true);
     else if (quantity != absent<qint64>)
@@ -159,6 +171,7 @@ void TicketForm::refresh()
     limitsText->setText(QStringLiteral("跌停 %1　涨停 %2")
                             .arg(priceOrDash(order.terms.lowerLimit, order.terms.priceDecimals),
                                  priceOrDash(order.terms.upperLimit, order.terms.priceDecimals)));
+    mostText->setText(mostOf(order, sizedQuantity(order, 1, false)));
     amountText->setText(
         ZB::formatDoubleNumber(order.amount(), 2, utils::FormatGroupDigits, false, QStringLiteral("-")));
     amountText->setTextColorKey(order.amount() == absent<double> ? QStringLiteral("clr_text_second")
