@@ -14,6 +14,7 @@
 #include "window/marketpage.h"
 #include "window/page.h"
 #include "window/statusbar.h"
+#include "window/ticketpanel.h"
 #include "window/topbar.h"
 #include "window/tradepage.h"
 #include "window/viewsettings.h"
@@ -33,8 +34,9 @@ constexpr int scaleStep = 25;
 
 MainWindow::MainWindow(FeedPump &pump)
     : top(new TopBar(pump, this)), stack(new QStackedWidget(this)), market(new MarketPage(stack)),
-      trade(new TradePage(pump, stack)), accounts(new AccountPage(stack)), log(new LogPage(stack)),
-      status(new StatusBar(pump, frameMeter, stallMeter, this)), dialogs(new WindowDialogs(this))
+      trade(new TradePage(pump, stack)), ticket(new TicketPanel), accounts(new AccountPage(stack)),
+      log(new LogPage(stack)), status(new StatusBar(pump, frameMeter, stallMeter, this)),
+      dialogs(new WindowDialogs(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -43,6 +45,8 @@ MainWindow::MainWindow(FeedPump &pump)
     layout->addWidget(stack, 1);
     layout->addWidget(status);
     setMinimumSize(ZB::scaled(640), ZB::scaled(360));
+    trade->addSidePanel(ticket);
+    ticket->follow(*trade);
     addPage(market);
     addPage(trade);
     addPage(accounts);

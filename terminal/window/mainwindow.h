@@ -19,6 +19,7 @@ class LogPage;
 class MarketPage;
 class Page;
 class StatusBar;
+class TicketPanel;
 class TopBar;
 class TradePage;
 class WindowDialogs;
@@ -37,6 +38,7 @@ public:
     StatusBar &statusBar() const { return *status; }
     MarketPage &marketPage() const { return *market; }
     TradePage &tradePage() const { return *trade; }
+    TicketPanel &ticketPanel() const { return *ticket; }
     AccountPage &accountPage() const { return *accounts; }
     LogPage &logPage() const { return *log; }
     const std::vector<Page *> &pages() const { return allPages; }
@@ -77,6 +79,7 @@ private:
     std::vector<Page *> allPages; ///< in the order of their tabs; children of the stack
     MarketPage *market;
     TradePage *trade;
+    TicketPanel *ticket;
     AccountPage *accounts;
     LogPage *log;
     StatusBar *status;

@@ -158,6 +158,7 @@ void TicketForm::setSender(Sender newSender)
 void TicketForm::setFundsSource(FundsSource source)
 {
     fundsSource = std::move(source);
+    refresh();
 }
 
 KV::CAccountsComboBox *TicketForm::accountBox() const

@@ -57,7 +57,11 @@ public:
     void setBuy(bool isBuy);
     /// What the instrument was last traded at: where stepping starts, and what an order without a price is sized by.
     void setLastPrice(double price);
-    /// Takes over what was clicked in a ladder: events 1127, 1128 and 1129. False for others.
+    /// Gives the keyboard to the first field that is to be filled in for the code.
+    void startEntry();
+    /// Whether an event of a ladder is one for the ticket: 1127, 1128 and 1129.
+    static bool isLadderEvent(int event);
+    /// Takes over what was clicked in a ladder. False for events that are not for the ticket.
     bool takeLadderEvent(int event, int second, const QString &text);
     /// What the line under the button says.
     QString message() const;
@@ -72,6 +76,7 @@ Q_SIGNALS:
     void codeChosen(const QString &code);
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -1,3 +1,4 @@
+#include <QtGui/QFocusEvent>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QShortcut>
 #include <algorithm>
@@ -161,9 +162,19 @@ void TicketForm::setLastPrice(double price)
     priceField->setReferencePrice(price);
 }
 
+void TicketForm::startEntry()
+{
+    priceField->setFocus(Qt::OtherFocusReason);
+}
+
+bool TicketForm::isLadderEvent(int event)
+{
+    return event == eventLadderPriceType || event == eventLadderPrice || event == eventLadderVolume;
+}
+
 bool TicketForm::takeLadderEvent(int event, int second, const QString &text)
 {
-    if (event != eventLadderPriceType && event != eventLadderPrice && event != eventLadderVolume)
+    if (!isLadderEvent(event))
         return false;
     bool isNumber = false;
     const double value = text.toDouble(&isNumber);
@@ -214,7 +225,7 @@ bool TicketForm::handleEvent(int event, int first, int second, QString text, voi
     case eventCodeChanged:
         takeCode();
         if (!text.isEmpty() && codeField->isAncestorOf(window()->focusWidget()))
-            priceField->setFocus(Qt::OtherFocusReason);
+            startEntry();
         Q_EMIT codeChosen(text);
         return true;
     case eventCodeFocus:
@@ -234,6 +245,13 @@ bool TicketForm::handleEvent(int event, int first, int second, QString text, voi
     default:
         return ZB::CWidgetList::handleEvent(event, first, second, text, pointer);
     }
+}
+
+/// A focus proxy would cut the fields before the code out of the round of the Tab key.
+void TicketForm::focusInEvent(QFocusEvent *event)
+{
+    ZB::CWidgetList::focusInEvent(event);
+    codeField->getStockCodeLineEdit()->setFocus(event->reason());
 }
 
 /// Enter goes on where a field does not use it itself.

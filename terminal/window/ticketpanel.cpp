@@ -1,8 +1,11 @@
 #include "window/ticketpanel.h"
 
 #include <QtGui/QPainter>
+#include <QtWidgets/QScrollArea>
 
 #include "window/ticketform.h"
+#include "window/tradepage.h"
+#include "zb/cstandscrollbar.h"
 #include "zb/cuiresource.h"
 
 namespace terminal {
@@ -13,16 +16,53 @@ constexpr int panelWidth = 300;
 
 } // namespace
 
-TicketPanel::TicketPanel(QWidget *parent) : Panel(QStringLiteral("下单"), parent), ticket(new TicketForm(this))
+TicketPanel::TicketPanel(QWidget *parent) : Panel(QStringLiteral("下单"), parent), ticket(new TicketForm)
 {
-    setContents(ticket);
+    auto *scroll = new QScrollArea(this); // on a low screen the button must not be out of reach
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setVerticalScrollBar(new ZB::CStandScrollBar(0, Qt::Vertical, scroll));
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(ticket);
+    scroll->viewport()->setAutoFillBackground(false);
+    ticket->setAutoFillBackground(false);
+    setContents(scroll);
+    scroll->setFocusProxy(ticket);
     fixWidth();
 }
 
 TicketPanel::~TicketPanel() = default;
 
+void TicketPanel::follow(TradePage &followed)
+{
+    page = &followed;
+    connect(page, &TradePage::currentCodeChanged, ticket, &TicketForm::setCode);
+    connect(page, &TradePage::codeActivated, ticket, [this](const QString &code) {
+        ticket->setCode(code);
+        ticket->startEntry();
+    });
+    connect(page, &TradePage::ladderClicked, this,
+            [this](int event, int, int second, const QString &text) { takeLadderEvent(event, second, text); });
+    connect(ticket, &TicketForm::codeChosen, page, [this](const QString &code) { page->setCurrentCode(code); });
+    ticket->setCode(page->currentCode());
+}
+
+/// What was clicked is of the ladder's instrument, whatever the ticket was about.
+void TicketPanel::takeLadderEvent(int event, int second, const QString &text)
+{
+    if (!TicketForm::isLadderEvent(event))
+        return;
+    ticket->setCode(page->currentCode());
+    ticket->takeLadderEvent(event, second, text);
+}
+
 void TicketPanel::refresh()
 {
+    if (page != nullptr && ticket->code() == page->currentCode()) {
+        const feed::QuoteSnapshot *quote = page->currentQuote();
+        ticket->setLastPrice(quote ? quote->last : feed::absent<double>);
+    }
     ticket->refresh();
 }
 

@@ -5,6 +5,7 @@
 namespace terminal {
 
 class TicketForm;
+class TradePage;
 
 /// The panel of the order ticket.
 class TicketPanel : public Panel
@@ -17,6 +18,10 @@ public:
 
     TicketForm &form() const { return *ticket; }
 
+    /// Ticket and page are about one instrument from now on, whoever chooses it; clicks in the page's ladder fill the
+    /// ticket, and what is double-clicked in its quotes is to be traded. The page has to outlive the panel.
+    void follow(TradePage &page);
+
     void refresh() override;
     void themeChanged() override;
 
@@ -25,8 +30,10 @@ protected:
 
 private:
     void fixWidth();
+    void takeLadderEvent(int event, int second, const QString &text);
 
     TicketForm *ticket;
+    TradePage *page = nullptr;
 };
 
 } // namespace terminal

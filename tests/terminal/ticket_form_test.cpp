@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "account/caccountscombobox.h"
 #include "account/caccountstree.h"
 #include "kv/cstockcodelineedit.h"
@@ -10,6 +12,7 @@
 #include "window/quantityfield.h"
 #include "window/ticketform.h"
 #include "zb/clineedit.h"
+#include "zb/csimpletextwidget.h"
 #include "zb/cuiresource.h"
 
 using namespace terminal;
@@ -94,6 +97,33 @@ TEST(TicketForm, FractionsSizeTheOrderAtOnceAndFollowThePriceUntilAQuantityIsTyp
     window.press(Qt::Key_PageUp);
     EXPECT_EQ(fields(window), QStringLiteral("10.20/500"));
     EXPECT_FALSE(window.button("全部")->isChecked());
+}
+
+TEST(TicketForm, SaysWhatCouldBeBoughtOrSoldAtMost)
+{
+    TicketWindow window;
+    const auto said = [&window](const char *text) {
+        const auto all = window.form->findChildren<ZB::CSimpleTextWidget *>();
+        return std::any_of(all.begin(), all.end(),
+                           [text](const auto *each) { return each->text() == QString::fromUtf8(text); });
+    };
+    window.form->setCode(QStringLiteral("600519.SH"));
+    giveFunds(window, {100'000, 300'000, 1'350});
+    window.form->setLastPrice(10);
+    window.form->refresh();
+    EXPECT_TRUE(said("可买 10,000"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("9.01"));
+    EXPECT_TRUE(said("可买 11,000"));
+    window.press(Qt::Key_F2);
+    EXPECT_TRUE(said("可卖 1,350"));
+    window.form->setCode(QStringLiteral("rb2410"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("3500"));
+    EXPECT_TRUE(said("可开 2"));
+    window.click(window.button("开"));
+    EXPECT_TRUE(said("可平 1,350"));
+    window.form->setFundsSource(nullptr);
+    window.form->refresh();
+    EXPECT_FALSE(said("可平 1,350"));
 }
 
 TEST(TicketForm, AFractionThatCannotBeToldSaysWhy)

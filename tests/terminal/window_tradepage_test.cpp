@@ -18,6 +18,7 @@
 #include "window/mainwindow.h"
 #include "window/paneltabs.h"
 #include "window/quotepanel.h"
+#include "window/ticketpanel.h"
 #include "window/tradepage.h"
 
 using namespace terminal;
@@ -258,12 +259,13 @@ TEST_F(TradePageTest, TheRoomBelowTheLadderFollowsTheTheme)
 TEST_F(TradePageTest, AddedPanelsGetTheirRoomAndThereIsNoneWithoutThem)
 {
     tellAll();
-    EXPECT_EQ(page().ladder().geometry().right(), page().width() - 1);
+    Panel *first = &window->ticketPanel();
+    EXPECT_EQ(first->mapTo(&page(), first->rect().bottomRight()), page().rect().bottomRight());
     EXPECT_EQ(page().quoteList().height(), page().height());
-    EXPECT_EQ(page().panels().size(), 2u);
+    EXPECT_EQ(page().panels(), (std::vector<Panel *>{&page().quoteList(), &page().ladder(), first}));
 
-    auto *ticket = new SidePanel(QStringLiteral("委托下单"));
-    ticket->setFixedWidth(240);
+    auto *ticket = new SidePanel(QStringLiteral("快捷委托"));
+    ticket->setFixedWidth(first->width());
     auto *orders = new SidePanel(QStringLiteral("当日委托"));
     auto *deals = new SidePanel(QStringLiteral("当日成交"));
     page().addSidePanel(ticket);
@@ -274,7 +276,7 @@ TEST_F(TradePageTest, AddedPanelsGetTheirRoomAndThereIsNoneWithoutThem)
     EXPECT_LT(page().quoteList().height(), page().height() * 2 / 3);
     EXPECT_EQ(orders->mapTo(&page(), orders->rect().bottomLeft()), page().rect().bottomLeft());
     EXPECT_TRUE(orders->isVisible());
-    EXPECT_EQ(page().panels(), (std::vector<Panel *>{&page().quoteList(), &page().ladder(), ticket, orders}));
+    EXPECT_EQ(page().panels(), (std::vector<Panel *>{&page().quoteList(), &page().ladder(), first, ticket, orders}));
 
     buttonOf(*orders, QStringLiteral("成交"))->click();
     EXPECT_TRUE(deals->isVisible());

@@ -1,0 +1,147 @@
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <gtest/gtest.h>
+
+#include "feed/simulation/simulatedfeed.h"
+#include "kv/cstockcodelineedit.h"
+#include "order/cautobutton.h"
+#include "order/cquotesgraphwidget.h"
+#include "order/cquotespriceslist.h"
+#include "printtext.h"
+#include "services/userconfig.h"
+#include "window/ladderpanel.h"
+#include "window/pricefield.h"
+#include "window/quantityfield.h"
+#include "window/quotepanel.h"
+#include "window/ticketform.h"
+#include "window/ticketpanel.h"
+#include "window/tradepage.h"
+#include "zb/clineedit.h"
+
+using namespace terminal;
+
+namespace {
+
+/// A trading page with the ticket at its side, a stock and a future, and a feed that says nothing by itself.
+class TicketPageTest : public ::testing::Test
+{
+protected:
+    TicketPageTest()
+    {
+        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
+        pump = std::make_unique<FeedPump>(
+            std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), feed::MarketFeed::maxSpeed));
+        page = std::make_unique<TradePage>(*pump);
+        ticket = new TicketPanel;
+        page->addSidePanel(ticket);
+        ticket->follow(*page);
+        page->resize(1200, 700);
+        page->show();
+        page->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(page.get()));
+        tell(0, "600000.SH", feed::InstrumentKind::Stock);
+        tell(1, "AP010", feed::InstrumentKind::Future);
+    }
+    ~TicketPageTest() override
+    {
+        page.reset();
+        refhost::setUserConfig(nullptr);
+    }
+
+    void tell(int index, const char *code, feed::InstrumentKind kind)
+    {
+        feed::Instrument instrument;
+        instrument.index = index;
+        instrument.code = code;
+        instrument.kind = kind;
+        instrument.lot = kind == feed::InstrumentKind::Stock ? 100 : 1;
+        instrument.upperLimit = 11;
+        instrument.lowerLimit = 9;
+        records.takeInstrument(instrument);
+        page->takeInstrument(instrument);
+        feed::QuoteSnapshot quote;
+        quote.instrument = index;
+        quote.phase = feed::TradingPhase::Continuous;
+        quote.last = 10.5;
+        quote.previousClose = 10;
+        quote.asks[0] = {10.51, 1250, 1};
+        quote.bids[0] = {10.5, 300, 1};
+        page->takeQuote(quote);
+    }
+    void click(const KV::QuoteValuePlace &place) const
+    {
+        graph().grab();
+        QTest::mouseClick(&graph(), Qt::LeftButton, Qt::NoModifier, {place.right - 5, place.baseline - 3});
+    }
+    KV::CQuotesGraphWidget &graph() const { return *page->ladder().findChild<KV::CQuotesGraphWidget *>(); }
+    PriceField &price() const { return *ticket->findChild<PriceField *>(); }
+    QString entered() const
+    {
+        return ticket->form().code() + QLatin1Char(' ') + price().text() + QLatin1Char('/') +
+               ticket->findChild<QuantityField *>()->text();
+    }
+
+    MarketRecords records;
+    std::unique_ptr<FeedPump> pump;
+    std::unique_ptr<TradePage> page;
+    TicketPanel *ticket = nullptr;
+};
+
+} // namespace
+
+TEST_F(TicketPageTest, PageAndTicketAreAboutOneInstrumentWhoeverChoosesIt)
+{
+    EXPECT_EQ(ticket->form().code(), QStringLiteral("600000.SH"));
+    page->setCurrentCode(QStringLiteral("AP010"));
+    EXPECT_EQ(ticket->form().code(), QStringLiteral("AP010"));
+    EXPECT_EQ(ticket->form().draft().trade, kdservice::TraderFuture);
+    ticket->form().setTrade(kdservice::TraderStock);
+    ZB::CLineEdit *code = ticket->findChild<KV::CStockCodeLineEdit *>()->getLineEdit();
+    code->setFocus();
+    code->selectAll();
+    QTest::keyClicks(code, QStringLiteral("600000"));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        QTest::keyClick(code, Qt::Key_Return);
+        return page->currentCode() == QStringLiteral("600000.SH");
+    }));
+    ticket->form().setCode(QStringLiteral("999999.SH")); // nobody trades it: the page stays
+    EXPECT_EQ(page->currentCode(), QStringLiteral("600000.SH"));
+}
+
+TEST_F(TicketPageTest, ClicksInTheLadderFillTheTicketForTheLaddersInstrument)
+{
+    const KV::QuotesLayout places = graph().places();
+    click(places.asks[0].price);
+    click(places.asks[0].volume);
+    EXPECT_EQ(entered(), QStringLiteral("600000.SH 10.51/1200"));
+    click(places.bids[0].price);
+    EXPECT_EQ(entered(), QStringLiteral("600000.SH 10.50/1200"));
+    ticket->form().setCode(QStringLiteral("999999.SH"));
+    click(places.bids[0].price);
+    EXPECT_EQ(entered(), QStringLiteral("600000.SH 10.50/"));
+}
+
+TEST_F(TicketPageTest, ADoubleClickOnAQuoteGivesTheKeyboardToThePriceThatStartsAtTheLastOne)
+{
+    page->quoteList().handleEvent(69, 0, 1, QStringLiteral("AP010"), nullptr);
+    EXPECT_EQ(ticket->form().code(), QStringLiteral("AP010"));
+    EXPECT_EQ(page->focusWidget(), price().edit());
+    ticket->refresh();
+    QTest::keyClick(price().edit(), Qt::Key_Up);
+    EXPECT_EQ(price().price(), 10.5);
+}
+
+TEST_F(TicketPageTest, OnALowScreenTheKeyboardStillReachesTheButton)
+{
+    page->resize(1200, 300);
+    QApplication::processEvents();
+    auto *send = ticket->findChild<KV::CAutoButton *>();
+    ASSERT_TRUE(send->visibleRegion().isEmpty());
+    page->focusNextPanel();
+    page->focusNextPanel();
+    EXPECT_TRUE(ticket->isAncestorOf(page->focusWidget())) << "F6 comes to the ticket";
+    for (int presses = 0; presses < 30 && page->focusWidget() != send; ++presses)
+        QTest::keyClick(page->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(page->focusWidget(), send);
+    EXPECT_EQ(send->visibleRegion().boundingRect().size(), send->size());
+}
