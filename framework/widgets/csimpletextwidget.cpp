@@ -50,6 +50,8 @@ QString CSimpleTextWidget::text() const
 
 void CSimpleTextWidget::setTextColorKey(const QString &key)
 {
+    if (d->colorKey == key)
+        return;
     d->colorKey = key;
     update();
 }
