@@ -31,6 +31,7 @@ constexpr kdservice::EVxTraderType trades[] = {kdservice::TraderStock, kdservice
 constexpr int resendMs = 500; ///< a second click within it is a slip
 constexpr int captionWidth = 50;
 constexpr int fieldHeight = 28;
+constexpr int leastBoxWidth = 120;
 constexpr int sendHeight = 34;
 constexpr int lineHeight = 18;
 
@@ -133,8 +134,10 @@ void TicketForm::fixSizes()
 {
     for (ZB::CSimpleTextWidget *caption : captions)
         caption->setFixedSize(ZB::scaled(captionWidth - 2), ZB::scaled(lineHeight));
-    for (QWidget *box : accountBoxes)
+    for (QWidget *box : accountBoxes) {
         box->setFixedHeight(ZB::scaled(fieldHeight));
+        box->setMinimumWidth(ZB::scaled(leastBoxWidth)); // by itself a box wants to stay as wide as it has ever been
+    }
     for (QWidget *field : std::initializer_list<QWidget *>{priceField, quantityField})
         field->setFixedHeight(ZB::scaled(fieldHeight));
     tradeGroup->setFixedHeight(ZB::scaled(24));

@@ -13,6 +13,7 @@ namespace terminal {
 namespace {
 
 constexpr int panelWidth = 300;
+constexpr int leastFormWidth = 240;
 
 } // namespace
 
@@ -72,10 +73,16 @@ void TicketPanel::themeChanged()
     Panel::themeChanged();
 }
 
-/// The fields have their widths; more room would only tear them apart.
+QSize TicketPanel::sizeHint() const
+{
+    return QSize(minimumWidth(), Panel::sizeHint().height());
+}
+
 void TicketPanel::fixWidth()
 {
-    setFixedWidth(ZB::scaled(panelWidth));
+    setMinimumWidth(ZB::scaled(panelWidth));
+    ticket->setMinimumWidth(ZB::scaled(leastFormWidth)); // a long message is cut, and asks for no width
+    updateGeometry();
 }
 
 void TicketPanel::paintEvent(QPaintEvent *event)

@@ -22,6 +22,7 @@ public:
     /// ticket, and what is double-clicked in its quotes is to be traded. The page has to outlive the panel.
     void follow(TradePage &page);
 
+    QSize sizeHint() const override;
     void refresh() override;
     void themeChanged() override;
 

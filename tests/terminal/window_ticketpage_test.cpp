@@ -1,5 +1,4 @@
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <gtest/gtest.h>
 
 #include "feed/simulation/simulatedfeed.h"
@@ -131,17 +130,24 @@ TEST_F(TicketPageTest, ADoubleClickOnAQuoteGivesTheKeyboardToThePriceThatStartsA
     EXPECT_EQ(price().price(), 10.5);
 }
 
-TEST_F(TicketPageTest, OnALowScreenTheKeyboardStillReachesTheButton)
+TEST_F(TicketPageTest, F6ComesToTheTicketsCode)
 {
-    page->resize(1200, 300);
-    QApplication::processEvents();
-    auto *send = ticket->findChild<KV::CAutoButton *>();
-    ASSERT_TRUE(send->visibleRegion().isEmpty());
     page->focusNextPanel();
     page->focusNextPanel();
-    EXPECT_TRUE(ticket->isAncestorOf(page->focusWidget())) << "F6 comes to the ticket";
-    for (int presses = 0; presses < 30 && page->focusWidget() != send; ++presses)
-        QTest::keyClick(page->focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(page->focusWidget(), send);
+    EXPECT_EQ(page->focusWidget(), ticket->findChild<KV::CStockCodeLineEdit *>()->getLineEdit());
+}
+
+TEST(TicketPanel, OnALowScreenTheKeyboardStillReachesTheButton)
+{
+    TicketPanel panel;
+    panel.resize(300, 250);
+    panel.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
+    auto *send = panel.findChild<KV::CAutoButton *>();
+    EXPECT_TRUE(send->visibleRegion().isEmpty());
+    panel.setFocus();
+    for (int presses = 0; presses < 30 && panel.focusWidget() != send; ++presses)
+        QTest::keyClick(panel.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(panel.focusWidget(), send);
     EXPECT_EQ(send->visibleRegion().boundingRect().size(), send->size());
 }
