@@ -76,6 +76,7 @@ Q_SIGNALS:
     void codeChosen(const QString &code);
 
 protected:
+    bool event(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 

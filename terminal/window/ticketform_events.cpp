@@ -40,6 +40,11 @@ constexpr int eventAccountChosen = 1137;
 constexpr int eventAccountGroupChanged = 1167;
 constexpr double largestVolume = 1e9;
 
+bool isDirectionKey(const QKeyEvent &event)
+{
+    return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_F1 || event.key() == Qt::Key_F2);
+}
+
 } // namespace
 
 void TicketForm::connectFields()
@@ -64,8 +69,6 @@ void TicketForm::addShortcuts()
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, action);
     };
-    add(Qt::Key_F1, [this] { setBuy(true); });
-    add(Qt::Key_F2, [this] { setBuy(false); });
     for (const int enter : {Qt::Key_Return, Qt::Key_Enter})
         add(Qt::CTRL | enter, [this] { sendButton->click(); });
     for (int rate = 1; rate <= 4; ++rate)
@@ -254,11 +257,23 @@ void TicketForm::focusInEvent(QFocusEvent *event)
     codeField->getStockCodeLineEdit()->setFocus(event->reason());
 }
 
+/// The keys of the direction are the ticket's while it has the keyboard, whatever they mean to the window.
+bool TicketForm::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride && isDirectionKey(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
+    }
+    return ZB::CWidgetList::event(event);
+}
+
 /// Enter goes on where a field does not use it itself.
 void TicketForm::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter)
+    if (isDirectionKey(*event))
+        setBuy(event->key() == Qt::Key_F1);
+    else if (isEnter)
         focusNextPrevChild(true);
     else
         ZB::CWidgetList::keyPressEvent(event);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QtWidgets/QShortcut>
+
 #include "services/logservice.h"
 #include "terminal/ticketwindow.h"
 #include "window/pricefield.h"
@@ -154,6 +156,7 @@ TEST(TicketByKeyboard, TabGoesThroughEverythingAsItStandsAndBack)
 TEST(TicketByKeyboard, EnterGoesFromFieldToFieldAndTheDirectionHasKeysOfItsOwn)
 {
     TicketWindow window;
+    QShortcut ofTheWindow(Qt::Key_F1, &window); // means something else outside the ticket
     window.enterCode(QStringLiteral("600519"));
     window.press(Qt::Key_F2);
     EXPECT_EQ(window.sendText(), QStringLiteral("卖出 贵州茅台"));
