@@ -197,6 +197,9 @@ TEST_F(LogPanelTest, OfMoreLinesThanItKeepsThePanelSaysSo)
     EXPECT_EQ(window.labels(), "60,000 行  ·  只保留最新 50,001 行");
     window.button("清空")->click();
     EXPECT_EQ(window.labels(), "0 行|还没有日志");
+    window.panel.add(QStringLiteral("\n").repeated(59999), 0);
+    window.settle();
+    EXPECT_EQ(window.labels(), "60,000 行  ·  只保留最新 50,001 行") << "all at once";
 }
 
 TEST(LogFilePanel, SaysWhatBecomesOfItsFile)

@@ -197,6 +197,8 @@ TEST(LogCache, EachListDropsItsOldestPieceBehind50001)
     cache->doData(QString(199999, QLatin1Char('\n')), 0); // one block of more than a list holds
     EXPECT_EQ(cache->getDataSize(), 50001);
     EXPECT_EQ(cache->getDataSizeByLevel(0), 50001);
+    EXPECT_EQ(cache->getState(std::nullopt).trimmed, 9999 + 200000);
+    EXPECT_EQ(cache->getState(0).trimmed, 30000 + 200000 - 50001);
     EXPECT_EQ(cache->getData(50000)->lineId, next + 200000);
     EXPECT_EQ(cache->getData(0), cache->getDataByLevel(0, 0));
     EXPECT_EQ(cache->getDataSizeByLevel(1), 30000);

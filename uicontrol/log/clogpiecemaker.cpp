@@ -41,7 +41,7 @@ void CLogPieceMaker::addPieces(const QChar *text, int level, int lineId, LogText
     }
 }
 
-int CLogPieceMaker::makeBlock(const QString &text, int level, std::size_t most, LogTextList &pieces)
+int CLogPieceMaker::makeBlock(const QString &text, int level, std::size_t most, LogTextList &pieces, qint64 &dropped)
 {
     int number = 0;
     for (int start = 0, end = 0; end >= 0; start = end + 1) {
@@ -49,7 +49,7 @@ int CLogPieceMaker::makeBlock(const QString &text, int level, std::size_t most, 
         const int length = (end < 0 ? text.size() : end) - start;
         lengths(text.constData() + start, length);
         addPieces(text.constData() + start, level, ++number, pieces);
-        while (pieces.size() > most)
+        for (; pieces.size() > most; ++dropped)
             pieces.pop_front();
     }
     return number;

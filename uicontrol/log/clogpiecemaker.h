@@ -33,8 +33,8 @@ public:
     /// Appends the pieces of the line whose lengths were asked for last.
     void addPieces(const QChar *text, int level, int lineId, LogTextList &pieces) const;
     /// Appends the pieces of all lines of a block, numbered from 1 on, but keeps no more than the newest `most`.
-    /// Returns the number of lines.
-    int makeBlock(const QString &text, int level, std::size_t most, LogTextList &pieces);
+    /// Returns the number of lines; adds the pieces not kept to `dropped`.
+    int makeBlock(const QString &text, int level, std::size_t most, LogTextList &pieces, qint64 &dropped);
 
 private:
     LogCutSettings settings;

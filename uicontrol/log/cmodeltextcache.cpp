@@ -87,10 +87,12 @@ void CModelTextCache::appendBlock(const LogBlock &block, Lane &lane)
         }
         LogTextList pieces;
         int lines = 0;
+        qint64 dropped = 0;
         if (block.generation == generation.load()) {
             const Lock cutting(lane.mutex);
             lane.maker.use(with);
-            lines = lane.maker.makeBlock(block.text, block.level, static_cast<std::size_t>(keptLines()), pieces);
+            const auto most = static_cast<std::size_t>(keptLines());
+            lines = lane.maker.makeBlock(block.text, block.level, most, pieces, dropped);
         }
 
         LogTextList trimmed; // freed with the lock open
@@ -103,15 +105,18 @@ void CModelTextCache::appendBlock(const LogBlock &block, Lane &lane)
         const unsigned before = newestLineId.fetch_add(skipped + static_cast<unsigned>(lines)) + skipped;
         for (const LogTextPtr &piece : pieces)
             piece->lineId = static_cast<int>(before + static_cast<unsigned>(piece->lineId));
-        appendPieces(pieces, block.level, trimmed);
+        appendPieces(pieces, dropped, block.level, trimmed);
         changed = true;
         return;
     }
 }
 
-void CModelTextCache::appendPieces(const LogTextList &pieces, int level, LogTextList &trimmed)
+/// dropped: pieces in front of these that would have left the lists again at once.
+void CModelTextCache::appendPieces(const LogTextList &pieces, qint64 dropped, int level, LogTextList &trimmed)
 {
     List &levelList = levelLines[level];
+    allLines.trimmed += dropped;
+    levelList.trimmed += dropped;
     for (const LogTextPtr &piece : pieces) {
         for (List *list : {&allLines, &levelList}) {
             if (list->pieces.size() > static_cast<std::size_t>(maxLines)) {

@@ -93,7 +93,7 @@ private:
     void takeBlock(const LogBlock &block) override;
     int keptLines() const override;
     void appendBlock(const LogBlock &block, Lane &lane);
-    void appendPieces(const LogTextList &pieces, int level, LogTextList &trimmed);
+    void appendPieces(const LogTextList &pieces, qint64 dropped, int level, LogTextList &trimmed);
     LogTextPtr joinLine(std::size_t first, std::size_t last, std::map<int, std::size_t> &cursors);
     const List *findList(std::optional<int> level) const;
 
