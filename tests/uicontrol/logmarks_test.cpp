@@ -184,6 +184,18 @@ TEST(LogMarks, NextAndPreviousGoThroughAllHitsAndAroundBothEnds)
     EXPECT_FALSE(window.log->findPrevious());
 }
 
+TEST(LogMarks, PlacesKeepNoPieceThatItsListHasDropped)
+{
+    KV::CLogTextPlaces places(logFont());
+    auto piece = boost::make_shared<KV::LogTextData>(KV::LogTextData{QString(5000, QLatin1Char('x')), 0, 1});
+    const KV::LogSlice slice = places.slice(piece, 12000, 12300);
+    EXPECT_GT(slice.first, 1000);
+    EXPECT_EQ(places.width(piece), 30000);
+    const boost::weak_ptr<KV::LogTextData> watched = piece;
+    piece.reset();
+    EXPECT_TRUE(watched.expired());
+}
+
 TEST(LogMarks, NextScrollsSidewaysInALineOfAnyLength)
 {
     LogWindow window(310, 100);

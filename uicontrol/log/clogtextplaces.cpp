@@ -46,7 +46,7 @@ LogSlice CLogTextPlaces::slice(const LogTextPtr &piece, int left, int right)
 
 const CLogTextPlaces::Stations &CLogTextPlaces::stations(const LogTextPtr &piece)
 {
-    if (const Stations *known = longPieces.object(piece.get()))
+    if (const Stations *known = longPieces.object(piece.get()); known && !known->piece.expired())
         return *known;
     auto *made = new Stations;
     made->piece = piece;

@@ -3,6 +3,7 @@
 #include <QtCore/QCache>
 #include <QtCore/QPair>
 #include <QtCore/QVector>
+#include <boost/smart_ptr/weak_ptr.hpp>
 #include <vector>
 
 #include "log/clogsearch.h"
@@ -41,7 +42,7 @@ private:
     /// Characters at which a long piece may be taken up, and their places.
     struct Stations
     {
-        LogTextPtr piece; ///< keeps the key of its entry alive
+        boost::weak_ptr<LogTextData> piece; ///< told apart by it from a later piece at the same address
         QVector<int> characters;
         QVector<qint64> places; ///< 1/64 pixel; one more than characters, for the end
     };
