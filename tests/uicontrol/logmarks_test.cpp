@@ -184,6 +184,30 @@ TEST(LogMarks, NextAndPreviousGoThroughAllHitsAndAroundBothEnds)
     EXPECT_FALSE(window.log->findPrevious());
 }
 
+TEST(LogMarks, AHitStaysInSightWhileOldLinesGo)
+{
+    // The second row, and what is selected.
+    const auto shown = [](const char *wanted, bool (*find)(LogWindow &, const QString &)) {
+        LogWindow window(300, 100);
+        window.add(numbered(0, 50001));
+        window.vertical->setSliderPosition(100);
+        window.log->dataCallBack(numbered(50001, 80001).join(QLatin1Char('\n')), 0);
+        window.settleLists(); // the log looks only ten times a second
+        EXPECT_TRUE(find(window, QString::fromLatin1(wanted)));
+        window.settle();
+        window.add(numbered(80001, 80101));
+        const QString selected = window.copied();
+        return (window.rowText(1) + QLatin1Char('|') + selected).toStdString();
+    };
+    const auto first = [](LogWindow &window, const QString &wanted) { return window.log->findText(wanted); };
+    const auto next = [](LogWindow &window, const QString &wanted) {
+        return window.log->findText(wanted) && window.log->findNext();
+    };
+    EXPECT_EQ(shown("line 45000", first), "line 45000|");
+    EXPECT_EQ(shown("line 79990", first), "line 79990|") << "not in the list when the log looked last";
+    EXPECT_EQ(shown("line 4500", next), "line 45000|line 45001");
+}
+
 TEST(LogMarks, PlacesKeepNoPieceThatItsListHasDropped)
 {
     KV::CLogTextPlaces places(logFont());

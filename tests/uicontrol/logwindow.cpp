@@ -60,12 +60,17 @@ void LogWindow::add(const QStringList &lines, int level)
 
 void LogWindow::settle()
 {
+    settleLists();
+    log->slotTimeout();
+}
+
+void LogWindow::settleLists()
+{
     // A block of another log, queued last, is in when all before it are.
     const auto last = boost::make_shared<KV::CModelTextCache>();
     last->dataCallBack(QString(), 0);
     while (last->getDataSize() == 0)
         QTest::qSleep(1);
-    log->slotTimeout();
 }
 
 void LogWindow::press(int key, Qt::KeyboardModifiers modifiers, int times)

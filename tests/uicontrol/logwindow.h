@@ -22,6 +22,8 @@ public:
     void add(const QStringList &lines, int level = 0);
     /// Waits until the lists have taken in everything and the log shows it.
     void settle();
+    /// Waits for the lists alone; the log has not looked at them yet.
+    void settleLists();
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1);
     void click(int row);
     void wheel(QPoint angle);

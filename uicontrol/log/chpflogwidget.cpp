@@ -195,7 +195,16 @@ void CHpfLogWidget::slotTimeout()
 
 void CHpfLogWidget::updateScroll()
 {
-    const CModelTextCache::ListState state = cache->getState(filter());
+    takeList(cache->getState(filter()));
+    // Last, since to show a child settles the layouts around it: this view may get another size and start over inside.
+    showWhenUseful(*horizontalBar);
+    showWhenUseful(*verticalBar);
+    redraw();
+}
+
+/// From here on all rows are counted in the list as it is in this state.
+void CHpfLogWidget::takeList(const CModelTextCache::ListState &state)
+{
     followTrimming(state);
     lineCount = state.size;
     const int lastTop = std::max(lineCount - geometry.pageLines(), 0);
@@ -207,10 +216,6 @@ void CHpfLogWidget::updateScroll()
 
     setBar(*horizontalBar, overflow(), hOffset);
     setBar(*verticalBar, lastTop, topLine);
-    // Last, since to show a child settles the layouts around it: this view may get another size and start over inside.
-    showWhenUseful(*horizontalBar);
-    showWhenUseful(*verticalBar);
-    redraw();
 }
 
 /// Moves a bar to what is known already, so that its event is no news.

@@ -115,6 +115,7 @@ private:
     void setContentWidth();
     void noteWidths(const QString &text);
     void measureAllLines();
+    void takeList(const CModelTextCache::ListState &state);
     void followTrimming(const CModelTextCache::ListState &state);
     void redraw();
     void setBar(QScrollBar &bar, int maximum, int position);
@@ -126,8 +127,13 @@ private:
     bool isOnPage(int line) const;
     void selectUp();
     void selectDown();
-    CLogSearch::Hits searchAll();
-    bool showHit(const CLogSearch::Place &hit);
+    struct Searched
+    {
+        std::vector<LogTextPtr> pieces; ///< all that the list holds; lineCount and the rows of the hits count these
+        CLogSearch::Hits hits;
+    };
+    Searched searchAll();
+    bool showHit(const Searched &searched, const CLogSearch::Place &hit);
 
     boost::shared_ptr<CModelTextCache> cache;
     ZB::CStandScrollBar *verticalBar = nullptr;

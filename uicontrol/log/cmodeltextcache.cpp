@@ -181,11 +181,14 @@ CModelTextCache::ListState CModelTextCache::getState(std::optional<int> level) c
     return list ? ListState{static_cast<int>(list->pieces.size()), list->trimmed} : ListState{};
 }
 
-std::vector<LogTextPtr> CModelTextCache::getPieces(std::optional<int> level, int first, int count) const
+std::vector<LogTextPtr> CModelTextCache::getPieces(std::optional<int> level, int first, int count,
+                                                   ListState *state) const
 {
     const Lock lock(mutex);
     const List *list = findList(level);
     const qint64 size = list ? static_cast<qint64>(list->pieces.size()) : 0;
+    if (state)
+        *state = list ? ListState{static_cast<int>(size), list->trimmed} : ListState{};
     const qint64 begin = std::clamp<qint64>(first, 0, size);
     const qint64 end = std::clamp<qint64>(qint64{first} + count, begin, size);
     if (begin == end)

@@ -66,8 +66,8 @@ public:
     };
     /// Of one level's list, or of the list of all.
     ListState getState(std::optional<int> level) const;
-    /// Up to `count` pieces from `first` on, in one step.
-    std::vector<LogTextPtr> getPieces(std::optional<int> level, int first, int count) const;
+    /// Up to `count` pieces from `first` on, and the state of their list, in one step.
+    std::vector<LogTextPtr> getPieces(std::optional<int> level, int first, int count, ListState *state = nullptr) const;
 
 protected:
     /// Appends a block, on the calling thread.
