@@ -208,6 +208,23 @@ TEST(LogMarks, AHitStaysInSightWhileOldLinesGo)
     EXPECT_EQ(shown("line 4500", next), "line 45000|line 45001");
 }
 
+TEST(LogMarks, AfterLinesWereCutAnewTheSearchGoesOnFromWhatIsInSight)
+{
+    LogWindow window(310, 100);
+    window.log->slotAutoLine(true);
+    QStringList lines;
+    for (int i = 0; i < 30; ++i)
+        lines << QStringLiteral("line %1 here ").arg(i) + QString(100, QLatin1Char('x'));
+    window.add(lines);
+    window.log->findText(QStringLiteral("here"));
+    ASSERT_TRUE(window.log->findPrevious());
+    EXPECT_GT(window.vertical->value(), 60);
+    window.resizeLog(1000, 100); // one row a line instead of three
+    EXPECT_EQ(window.vertical->value(), 25);
+    ASSERT_TRUE(window.log->findNext());
+    EXPECT_EQ(window.copied().section(QLatin1Char(' '), 0, 1), QStringLiteral("line 25"));
+}
+
 TEST(LogMarks, PlacesKeepNoPieceThatItsListHasDropped)
 {
     KV::CLogTextPlaces places(logFont());

@@ -105,8 +105,11 @@ void CHpfLogWidget::layOut()
 void CHpfLogWidget::resetLayout()
 {
     const int textWidth = geometry.textWidth();
-    if (textWidth != cache->getSplitWidth() && textWidth >= narrowestWrap)
+    if (textWidth != cache->getSplitWidth() && textWidth >= narrowestWrap) {
         cache->setSplitWidth(textWidth);
+        if (cache->isAutoLine())
+            foundPlace = {}; // its row is another one now: a search goes on from what is in sight
+    }
     drawBackground(drawRect);
 }
 
