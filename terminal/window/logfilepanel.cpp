@@ -5,6 +5,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QTime>
 
+#include "log/chpflogwidget.h"
 #include "services/logline.h"
 
 namespace terminal {
@@ -27,6 +28,10 @@ LogFilePanel::LogFilePanel(const QString &path, int widgetId, QWidget *parent)
     setNotice(QStringLiteral("正在读取"));
     connect(&follower, &LogFollower::arrived, this, &LogFilePanel::take);
     connect(&follower, &LogFollower::loaded, this, [this] { setNotice(standingNotice(), !problem.isEmpty()); });
+    connect(&log(), &KV::CHpfLogWidget::sigCleared, this, [this] { // what keeps the file from being read still does
+        skipped = 0;
+        setNotice(standingNotice(), !problem.isEmpty());
+    });
     follower.start();
 }
 

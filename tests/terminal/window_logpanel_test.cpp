@@ -233,6 +233,8 @@ TEST(LogFilePanel, SaysWhatBecomesOfItsFile)
     EXPECT_NE(window.copied().find(" 文件被清空，从头读取 ────"), std::string::npos);
     ASSERT_TRUE(QFile::remove(path));
     waitFor("UTF-8  ·  6 行|文件不存在，等待它出现");
+    window.press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    waitFor("UTF-8  ·  0 行|文件不存在，等待它出现");
 }
 
 TEST(LogFilePanel, OfALongFileItShowsTheEndAndSaysSo)
