@@ -48,9 +48,9 @@ int main(int argc, char **argv)
     if (parsed.action == ParsedOptions::Action::Print)
         return printTo(stdout, parsed.text, 0);
     if (parsed.action == ParsedOptions::Action::Refuse)
-        return printTo(stderr, parsed.text + QStringLiteral("\nSee --help.\n"), unusable);
+        return printTo(stderr, parsed.text + QStringLiteral("\n--help 列出所有选项。\n"), unusable);
     if (!choosePlatform(parsed.options.headless))
-        return printTo(stderr, QStringLiteral("No display; --headless runs without one.\n"), unusable);
+        return printTo(stderr, QStringLiteral("没有可用的显示器；--headless 可以不用显示器运行。\n"), unusable);
 
     QCoreApplication::setApplicationName(QStringLiteral("uicontrol-terminal"));
     terminal::logQtMessages();

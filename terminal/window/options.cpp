@@ -1,6 +1,7 @@
 #include "window/options.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QLocale>
 #include <QtCore/QRegularExpression>
 #include <cmath>
 #include <limits>
@@ -22,25 +23,53 @@ struct OptionText
 
 // In the order in which --help lists them.
 const OptionText optionTexts[] = {
-    {"replay", "path",
-     "Replay a recorded file, or every known file in a folder; may be given several times. Without it "
-     "a simulated exchange gives the data."},
-    {"speed", "factor", "Market time over real time: 1 (the default) is recorded time, max as fast as possible."},
-    {"seed", "number", "Seed of the simulated exchange; the same seed gives the same day. Default 1."},
+    {"replay", "路径", "回放录制的文件，或文件夹中所有认识的文件；可以给出多次。不给出时由模拟交易所提供行情"},
+    {"speed", "倍数", "行情时间与实际时间之比：1（默认）为原速，max 为尽可能快"},
+    {"seed", "数字", "模拟交易所的随机种子，默认 1；种子相同则行情相同"},
     {"headless", "",
-     "Run off screen and without a user, then print one line of JSON. Ends when the replay is over and "
-     "all of it has been shown, or after --seconds, whichever comes first; a simulated exchange never "
-     "ends by itself, so --seconds is 10 there unless given."},
-    {"seconds", "number", "End after so many seconds."},
-    {"shots", "folder", "At the end write a screenshot of every page, in both themes, at 100 % and 150 %."},
-    {"size", "WxH", "Size of the window at 100 %, in pixels."},
-    {"theme", "name", "dark or light."},
-    {"rise", "colour", "Colour of rising prices: red, green or orange (falling: green, red, blue)."},
-    {"scale", "percent", "Scale of everything, 100 to 300."},
-    {"log", "file", "Show a log file, UTF-8 or GB18030, and follow it as it grows."},
-    {"log-dir", "folder", "Where the log files go."},
-    {"config", "file", "The user's settings. With --headless none are read or written unless this is given."},
+     "不显示窗口、无人操作地运行，最后打印一行 JSON。回放完毕并全部显示后结束，或到 --seconds 为止，"
+     "以先到者为准；模拟交易所不会自行结束，不给出 --seconds 时运行 10 秒"},
+    {"seconds", "秒数", "运行这么久后结束"},
+    {"shots", "文件夹", "结束时写入每一页的截图，两种主题，100 % 和 150 %"},
+    {"size", "宽x高", "窗口在 100 % 时的大小，以像素计"},
+    {"theme", "名称", "主题：dark（深色）或 light（浅色）"},
+    {"rise", "颜色", "上涨的颜色：red（红）、green（绿）或 orange（橙）；下跌相应为绿、红、蓝"},
+    {"scale", "百分比", "整个界面的缩放，100 到 300"},
+    {"log", "文件", "显示一个日志文件（UTF-8 或 GB18030），并随其增长继续读取"},
+    {"log-dir", "文件夹", "本程序的日志写在哪里"},
+    {"config", "文件", "用户设置。使用 --headless 时，不给出则既不读取也不写入设置"},
+    {"help", "", "打印本说明（也可写作 -h）"},
+    {"version", "", "打印版本（也可写作 -v）"},
 };
+
+QString helpText()
+{
+    QString text = QStringLiteral("用法：terminal [选项]\n练习用的交易终端：回放录制的行情，或模拟行情。\n\n选项：\n");
+    for (const OptionText &option : optionTexts) {
+        const QString value = QString::fromUtf8(option.value);
+        text += QStringLiteral("  --%1%2\n      %3\n")
+                    .arg(QLatin1String(option.name), value.isEmpty() ? value : QStringLiteral(" <%1>").arg(value),
+                         QString::fromUtf8(option.text));
+    }
+    return text;
+}
+
+/// Why a command line could not be taken apart.
+QString problemOf(const QCommandLineParser &parser, const QStringList &arguments)
+{
+    const QStringList unknown = parser.unknownOptionNames();
+    if (!unknown.isEmpty())
+        return QStringLiteral("没有选项 %1")
+            .arg((unknown.first().size() > 1 ? QStringLiteral("--") : QStringLiteral("-")) + unknown.first());
+    for (const QString &argument : arguments) {
+        const QString name = argument.section(QLatin1Char('='), 0, 0);
+        for (const OptionText &option : optionTexts)
+            if (*option.value == 0 && argument.contains(QLatin1Char('=')) &&
+                name == QStringLiteral("--") + QLatin1String(option.name))
+                return QStringLiteral("%1：不带值").arg(name);
+    }
+    return QStringLiteral("%1：缺少值").arg(arguments.last());
+}
 
 ParsedOptions refuse(const QString &text)
 {
@@ -69,9 +98,9 @@ public:
     QString text(const QString &name)
     {
         if (parser.values(name).size() > 1)
-            fail(name, QStringLiteral("given more than once"));
+            fail(name, QStringLiteral("只能给出一次"));
         if (parser.isSet(name) && parser.value(name).isEmpty())
-            fail(name, QStringLiteral("empty"));
+            fail(name, QStringLiteral("值是空的"));
         return parser.value(name);
     }
 
@@ -84,7 +113,10 @@ public:
         const QString given = text(name);
         const double value = given.toDouble(&isNumber);
         if (!isNumber || !std::isfinite(value) || value < least || value > most) {
-            fail(name, QStringLiteral("\"%1\" is not a number from %2 to %3").arg(given).arg(least).arg(most));
+            fail(name, QStringLiteral("“%1”不是 %2 到 %3 之间的数")
+                           .arg(given)
+                           .arg(least, 0, 'f', QLocale::FloatingPointShortest)
+                           .arg(most, 0, 'f', QLocale::FloatingPointShortest));
             return std::nullopt;
         }
         return value;
@@ -97,15 +129,14 @@ public:
             return std::nullopt;
         const int index = words.indexOf(text(name));
         if (index < 0)
-            fail(name,
-                 QStringLiteral("\"%1\" is none of %2").arg(parser.value(name), words.join(QStringLiteral(", "))));
+            fail(name, QStringLiteral("“%1”不是 %2 之一").arg(parser.value(name), words.join(QStringLiteral("、"))));
         return index < 0 ? std::nullopt : std::optional<int>(index);
     }
 
     void fail(const QString &name, const QString &what)
     {
         if (error.isEmpty())
-            error = QStringLiteral("--%1: %2").arg(name, what);
+            error = QStringLiteral("--%1：%2").arg(name, what);
     }
 
     const QCommandLineParser &parser;
@@ -122,7 +153,7 @@ double readSpeed(ValueReader &read)
     const double value = read.parser.value(name).toDouble(&isNumber);
     if (isNumber && std::isfinite(value) && value > 0)
         return value;
-    read.fail(name, QStringLiteral("\"%1\" is neither a number above 0 nor max").arg(read.parser.value(name)));
+    read.fail(name, QStringLiteral("“%1”既不是大于 0 的数，也不是 max").arg(read.parser.value(name)));
     return 1;
 }
 
@@ -134,7 +165,7 @@ quint64 readSeed(ValueReader &read)
     bool isNumber = false;
     const quint64 value = read.text(name).toULongLong(&isNumber);
     if (!isNumber)
-        read.fail(name, QStringLiteral("\"%1\" is not a whole number").arg(read.parser.value(name)));
+        read.fail(name, QStringLiteral("“%1”不是整数").arg(read.parser.value(name)));
     return value;
 }
 
@@ -149,7 +180,7 @@ std::optional<QSize> readSize(ValueReader &read)
     if (match.hasMatch() && size.width() >= smallestWidth && size.height() >= smallestHeight &&
         size.width() <= largestSide && size.height() <= largestSide)
         return size;
-    read.fail(name, QStringLiteral("\"%1\" is not a size from %2x%3 to %4x%4")
+    read.fail(name, QStringLiteral("“%1”不是 %2x%3 到 %4x%4 之间的大小")
                         .arg(read.parser.value(name))
                         .arg(smallestWidth)
                         .arg(smallestHeight)
@@ -185,24 +216,22 @@ Options readOptions(ValueReader &read)
 ParsedOptions parseOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A trading terminal for practice: recorded or simulated markets."));
-    for (const OptionText &option : optionTexts)
-        parser.addOption({QLatin1String(option.name), QLatin1String(option.text), QLatin1String(option.value)});
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this text."));
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Print the version."));
-    parser.addOption(help);
-    parser.addOption(version);
+    for (const OptionText &option : optionTexts) {
+        QStringList names{QLatin1String(option.name)};
+        if (names.first() == QLatin1String("help") || names.first() == QLatin1String("version"))
+            names.prepend(names.first().left(1));
+        parser.addOption({names, QString(), QString::fromUtf8(option.value)});
+    }
 
     if (!parser.parse(arguments))
-        return refuse(parser.errorText());
-    if (parser.isSet(help))
-        return print(parser.helpText());
-    if (parser.isSet(version))
+        return refuse(problemOf(parser, arguments));
+    if (parser.isSet(QStringLiteral("help")))
+        return print(helpText());
+    if (parser.isSet(QStringLiteral("version")))
         return print(QStringLiteral("terminal " TERMINAL_VERSION "\n"));
     if (!parser.positionalArguments().isEmpty())
-        return refuse(QStringLiteral("\"%1\" is no option; recorded files are named by --replay")
-                          .arg(parser.positionalArguments().constFirst()));
+        return refuse(
+            QStringLiteral("“%1”不是选项；录制的文件用 --replay 给出").arg(parser.positionalArguments().constFirst()));
     ValueReader read(parser);
     ParsedOptions result;
     result.options = readOptions(read);

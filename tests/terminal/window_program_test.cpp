@@ -177,7 +177,7 @@ TEST_F(TerminalRun, DataThatCannotBeUsedEndsWithStatusTwoAndTheReason)
         {"--replay missing.csv", "missing.csv"},
         {"--replay unknown", "unknown"},
         {"--replay cut.csv", "cut.csv"},
-        {"--speed 0", "--speed: \"0\" is neither a number above 0 nor max"},
+        {"--speed 0", "--speed：“0”既不是大于 0 的数，也不是 max"},
         {"--shots /proc/shots --replay missing.csv", "/proc/shots"},
         {"--log-dir /proc/logs --replay missing.csv", "/proc/logs"},
     };
