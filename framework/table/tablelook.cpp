@@ -77,7 +77,7 @@ GridLook TableLook::resolved() const
     look.rise = color(QStringLiteral("clr_global_rise"));
     look.fall = color(QStringLiteral("clr_global_fall"));
     look.equal = color(QStringLiteral("clr_global_equal"));
-    look.hit = color(QStringLiteral("ic_clr_syntax_edit_highlight"));
+    look.hit = color(QStringLiteral("clr_table_search_hit"));
     return look;
 }
 

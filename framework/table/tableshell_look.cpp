@@ -12,10 +12,14 @@ namespace {
 constexpr int markShare = 200; ///< thousandths of a mark's colour in the row's background
 constexpr int highlightShare = 600;
 
-/// The search's highlight is a background already, the other colours are made for texts.
-int shareOf(const QString &colorKey)
+/// A row's background under a mark. The search's highlight is a background already, the other colours are made for
+/// texts; in tables it is the one that coloured numbers can be read on.
+QColor markTint(const QColor &background, const QString &colorKey)
 {
-    return colorKey == QLatin1String("ic_clr_syntax_edit_highlight") ? highlightShare : markShare;
+    CUiResource *resources = CUiResource::instance();
+    if (colorKey == QLatin1String("ic_clr_syntax_edit_highlight"))
+        return mixed(background, *resources->getColor(QStringLiteral("clr_table_search_hit")), highlightShare);
+    return mixed(background, *resources->getColor(colorKey), markShare);
 }
 
 } // namespace
@@ -57,7 +61,7 @@ void TableShell::applyMarks()
     const QColor background = *CUiResource::instance()->getColor(look.background);
     std::vector<QColor> tints;
     for (const CTableRowMark &mark : qAsConst(frame.marks))
-        tints.push_back(mixed(background, *CUiResource::instance()->getColor(mark.colorKey), shareOf(mark.colorKey)));
+        tints.push_back(markTint(background, mark.colorKey));
     rows->setRowMarks(frame.marks, std::move(tints));
     grid->refresh();
 }
