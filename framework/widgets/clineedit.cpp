@@ -94,8 +94,9 @@ QString CLineEdit::styleText() const
     if (border == 0)
         sheet += QStringLiteral(
             "QLineEdit, QLineEdit:disabled { background: transparent; border: none; padding: 0; min-height: 0; }");
-    if (warning)
-        sheet += QStringLiteral("QLineEdit { border-color: %1; }").arg(resourceColor("clr_text_error").name());
+    if (warning) // also under the keyboard, which goes to a field that is wrong
+        sheet += QStringLiteral("QLineEdit, QLineEdit:hover, QLineEdit:focus { border-color: %1; }")
+                     .arg(resourceColor("clr_text_error").name());
     return sheet;
 }
 

@@ -177,8 +177,9 @@ TEST(TicketForm, RefusesEveryMistakeInWordsAndGoesToTheField)
     window.type(QStringLiteral("11.01"));
     EXPECT_EQ(window.form->message(), QString()) << "mended, so no longer said";
     EXPECT_EQ(refusal(), QStringLiteral("价格高于涨停价 11.00 -> 价格"));
-    EXPECT_TRUE(window.price->edit()->styleSheet().contains(
-        ZB::CUiResource::instance()->getColor(QStringLiteral("clr_text_error"))->name()));
+    const QImage wrong = window.price->edit()->grab().toImage();
+    EXPECT_EQ(wrong.pixelColor(wrong.width() / 2, 0).name(),
+              ZB::CUiResource::instance()->getColor(QStringLiteral("clr_text_error"))->name());
     window.type(QStringLiteral("10"));
     EXPECT_EQ(refusal(), QStringLiteral("请输入数量 -> 数量"));
     window.type(QStringLiteral("150"));
