@@ -115,9 +115,11 @@ void LadderPanel::setInstrument(const feed::Instrument &shown)
         each.button->setEnabled(!isFuture);
 }
 
-void LadderPanel::setQuote(const feed::QuoteSnapshot &quote)
+void LadderPanel::setQuote(const feed::QuoteSnapshot &quote, qint64 age)
 {
     list->setQuoterAllData(ladderQuote(quote, instrument), ladderDetail(quote, instrument));
+    if (age > 0)
+        list->setQuoteAge(age);
 }
 
 void LadderPanel::setQuotesExpected(bool expected)

@@ -32,8 +32,8 @@ public:
 
     /// Takes the values of another instrument away.
     void setInstrument(const feed::Instrument &instrument);
-    /// Of the instrument that is shown.
-    void setQuote(const feed::QuoteSnapshot &quote);
+    /// Of the instrument that is shown; `age` milliseconds old.
+    void setQuote(const feed::QuoteSnapshot &quote, qint64 age);
     /// Whether quotes are to be expected at present: only then silence is told.
     void setQuotesExpected(bool expected);
 

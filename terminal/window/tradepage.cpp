@@ -116,7 +116,7 @@ void TradePage::showCurrent()
 {
     ladderPanel->setInstrument(*currentInstrument());
     if (const feed::QuoteSnapshot *quote = currentQuote())
-        ladderPanel->setQuote(*quote);
+        ladderPanel->setQuote(*quote, known[static_cast<size_t>(current)].sinceQuote.elapsed());
     ladderPanel->setQuotesExpected(expectsQuotes());
 }
 
@@ -145,8 +145,9 @@ void TradePage::takeQuote(const feed::QuoteSnapshot &quote)
     if (quote.instrument < 0 || index >= known.size())
         return;
     known[index].quote = quote;
+    known[index].sinceQuote.start();
     if (quote.instrument == current)
-        ladderPanel->setQuote(quote);
+        ladderPanel->setQuote(quote, 0);
 }
 
 /// While the market rests, or the user holds it, silence means nothing.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QHash>
 #include <optional>
 
@@ -75,6 +76,7 @@ private:
     {
         feed::Instrument instrument;
         std::optional<feed::QuoteSnapshot> quote;
+        QElapsedTimer sinceQuote; ///< valid with a quote
     };
     void showCurrent();
     bool expectsQuotes() const;

@@ -132,7 +132,7 @@ std::vector<std::string> playDay(const QString &path)
         stretch.leastBids = std::min(stretch.leastBids, levelsOf(quote.bids));
         stretch.mostBids = std::max(stretch.mostBids, levelsOf(quote.bids));
         stretch.withoutLatest += isThere(quote.last) ? 0 : 1;
-        window.panel.setQuote(quote);
+        window.panel.setQuote(quote, 0);
         if (!isNew && ++number % 30 != 0)
             continue;
         for (const KV::EQuoteType layout : {KV::QuoteNormal, KV::QuoteLevel2Vertical, KV::QuoteLevel2Horizontal}) {

@@ -313,6 +313,23 @@ TEST_F(TradePageTest, SilenceIsToldOnlyWhileQuotesAreExpected)
     EXPECT_FALSE(graph().isStale());
 }
 
+TEST_F(TradePageTest, AStoredQuoteIsAsOldAsItIsWhenItsStockIsChosen)
+{
+    tellAll();
+    KV::CQuotesPricesList &ladder = page().ladder().ladder();
+    QTest::qWait(1100);
+    tell(quoteOf(0, 10.6));
+    page().setCurrentCode(QStringLiteral("000001.SZ"));
+    ladder.setFeedCut(true);
+    EXPECT_TRUE(graph().ageText().startsWith(QStringLiteral("行情中断 "))) << graph().ageText().toStdString();
+    EXPECT_NE(graph().ageText().toStdString(), "行情中断 0秒");
+    ladder.setFeedCut(false);
+    ladder.setSilenceLimit(1000);
+    EXPECT_TRUE(graph().isStale());
+    tell(quoteOf(1, 11.6));
+    EXPECT_FALSE(graph().isStale()) << "a new quote is new";
+}
+
 TEST_F(TradePageTest, ASimulatedMarketFillsThePage)
 {
     pump->start();

@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QFontMetrics>
+#include <algorithm>
 #include <log4cxx/logger.h>
 
 #include "kdservice/evxtradertype.h"
@@ -89,6 +90,7 @@ void CQuotesGraphWidget::setQuoterAllData(boost::shared_ptr<quoter::QuoterAllDat
                                           boost::shared_ptr<kdservice::CInstrumentDetail> detail)
 {
     const bool given = quote && detail;
+    ageWhenGiven = 0;
     if (given) {
         snapshot = std::move(quote);
         instrument = std::move(detail);
@@ -169,9 +171,21 @@ void CQuotesGraphWidget::setFeedCut(bool cut)
     updateAge();
 }
 
+void CQuotesGraphWidget::setQuoteAge(qint64 milliseconds)
+{
+    ageWhenGiven = std::max<qint64>(milliseconds, 0);
+    updateAge();
+}
+
+/// Milliseconds; only for a quote that was given.
+qint64 CQuotesGraphWidget::quoteAge() const
+{
+    return ageWhenGiven + sinceSnapshot.elapsed();
+}
+
 bool CQuotesGraphWidget::isStale() const
 {
-    return feedCut || (silenceLimit > 0 && sinceSnapshot.isValid() && sinceSnapshot.hasExpired(silenceLimit));
+    return feedCut || (silenceLimit > 0 && sinceSnapshot.isValid() && quoteAge() > silenceLimit);
 }
 
 QString CQuotesGraphWidget::ageText() const
@@ -180,7 +194,7 @@ QString CQuotesGraphWidget::ageText() const
         return {};
     if (!sinceSnapshot.isValid())
         return QStringLiteral("行情中断");
-    const QString age = quotevalue::ageText(sinceSnapshot.elapsed() / 1000);
+    const QString age = quotevalue::ageText(quoteAge() / 1000);
     return feedCut ? QStringLiteral("行情中断 %1").arg(age) : QStringLiteral("%1未更新").arg(age);
 }
 

@@ -48,7 +48,12 @@ public:
     void setSilenceLimit(int milliseconds);
     /// Whether the connection to the quotes is lost: they turn grey at once.
     void setFeedCut(bool cut);
+    /// The shown quote was this many milliseconds old when it was given: what is stored does not come fresh. The next
+    /// quote is new again.
+    void setQuoteAge(qint64 milliseconds);
     bool isStale() const;
+    /// Why the quote is out of date and for how long; empty while it is not.
+    QString ageText() const;
 
     void setCanUseQuickOrder(bool can);
     /// Whether a click on a price is an order. Cannot be switched on where quick orders are not allowed.
@@ -91,8 +96,8 @@ private:
     void takeLevels(std::vector<CQuoteData> &side, const std::array<double, 5> *prices,
                     const std::array<qint64, 5> *volumes) const;
     void updateWithFrame();
+    qint64 quoteAge() const;
     void updateAge();
-    QString ageText() const;
     /// False once a handler has destroyed the ladder.
     bool deliverVolume(double volume);
     bool deliverPrice(double price);
@@ -125,6 +130,7 @@ private:
     QBasicTimer frameTimer;   ///< runs until a snapshot that came too soon after a paint may be painted
     std::optional<QuoteCursor> cursorLevel;
     QElapsedTimer sinceSnapshot; ///< invalid before the first one
+    qint64 ageWhenGiven = 0;     ///< milliseconds
     int silenceLimit = 0;        ///< milliseconds; 0 for none
     bool feedCut = false;
     QBasicTimer ageTimer;

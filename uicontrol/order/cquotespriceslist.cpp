@@ -169,6 +169,11 @@ void CQuotesPricesList::setSilenceLimit(int milliseconds)
     graph->setSilenceLimit(milliseconds);
 }
 
+void CQuotesPricesList::setQuoteAge(qint64 milliseconds)
+{
+    graph->setQuoteAge(milliseconds);
+}
+
 void CQuotesPricesList::setFeedCut(bool cut)
 {
     graph->setFeedCut(cut);

@@ -58,6 +58,8 @@ public:
 
     /// A quote older than this many milliseconds turns grey and shows its age; 0, as at first, for never.
     void setSilenceLimit(int milliseconds);
+    /// How many milliseconds old the quote was that was given last, when it was not new.
+    void setQuoteAge(qint64 milliseconds);
     /// Whether the connection to the quotes is lost.
     void setFeedCut(bool cut);
 
