@@ -170,9 +170,51 @@ TEST(LadderMouse, ShowsAHandAndLightsUpWhatAClickTakes)
     EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor);
     EXPECT_NE(window.picture().pixel(corner), hover);
     window.move(on(place));
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(window.graph, &leave);
+    window.move(QPoint(-40, -40));
     EXPECT_NE(window.picture().pixel(corner), hover);
+}
+
+TEST(LadderMouse, AHandGoesWithTheValueUnderItAndComesWithTheNextOne)
+{
+    LadderWindow window;
+    window.give(plainQuote());
+    window.move(on(window.places().asks[2].price));
+    ASSERT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
+    quoter::QuoterAllData quote = plainQuote();
+    quote.askPrices[2] = 0;
+    window.give(quote);
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor);
+    window.give(plainQuote());
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
+    window.list->setUiEnabled(true, false);
+    window.settle();
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor) << "a click would take nothing";
+}
+
+TEST(LadderMouse, APointerThatRestsIsSeenWhenALadderAppearsOrChangesItsLayout)
+{
+    const QRgb hover = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_quote_one_stock_price_back"))->rgb();
+    LadderWindow window;
+    window.give(plainQuote());
+    const auto isLit = [&](const QuoteValuePlace &place) {
+        return window.picture().pixel(place.right + 9, place.rowTop + 5) == hover;
+    };
+    window.hide();
+    const QPoint resting = on(window.places().asks[1].price);
+    QCursor::setPos(window.graph->mapToGlobal(resting));
+    window.show();
+    window.settle();
+    EXPECT_TRUE(isLit(window.places().asks[1].price));
+    EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
+
+    window.list->setQuoteType(QuoteLevel2Vertical);
+    window.settle();
+    window.move(on(window.places().bids[0].price));
+    window.list->setQuoteType(QuoteNormal);
+    window.settle();
+    const QPoint point = window.graph->mapFromGlobal(QCursor::pos());
+    for (const QuoteRowPlace &row : window.places().bids)
+        EXPECT_EQ(isLit(row.price), row.price.area(30).contains(point)) << row.band.top();
 }
 
 TEST(LadderMouse, ADoubleClickIsKnownWhileItsVolumeIsDelivered)

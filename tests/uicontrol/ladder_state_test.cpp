@@ -1,5 +1,7 @@
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QSet>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
 #include <log4cxx/appenderskeleton.h>
@@ -36,6 +38,8 @@ public:
     void close() override {}
     bool requiresLayout() const override { return false; }
     QStringList lines;
+    QSet<int> levels;
+    std::string text() const { return lines.join(QLatin1Char('|')).toStdString(); }
 
 protected:
     void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
@@ -43,6 +47,7 @@ protected:
         std::string line;
         log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
         lines << QString::fromStdString(line);
+        levels << event->getLevel()->toInt();
     }
 };
 
@@ -57,16 +62,44 @@ TEST(QuotesPricesList, EveryCodeThatIsSetStandsInTheDetailedLogBetweenTwoRules)
     logger->addAppender(logged);
     logger->setLevel(log4cxx::Level::getInfo());
     window.list->setStockCode(QStringLiteral("000001.SZ"));
-    EXPECT_EQ(logged->lines.join(QLatin1Char('|')).toStdString(), "") << "nobody asked for details";
+    EXPECT_EQ(logged->text(), "") << "nobody asked for details";
     logger->setLevel(log4cxx::Level::getDebug());
     window.list->setStockCode(QStringLiteral("000001.SZ"));
     window.list->setStockCode(QStringLiteral("苹果%s"));
     logger->removeAppender(logged);
     logger->setLevel(before);
     const std::string rule(40, '=');
-    EXPECT_EQ(logged->lines.join(QLatin1Char('|')).toStdString(), "|" + rule + "|Set stock code to 000001.SZ.|" + rule +
-                                                                      "|||" + rule + "|Set stock code to 苹果%s.|" +
-                                                                      rule + "|");
+    EXPECT_EQ(logged->text(), "|" + rule + "|Set stock code to 000001.SZ.|" + rule + "|||" + rule +
+                                  "|Set stock code to 苹果%s.|" + rule + "|");
+}
+
+TEST(QuotesPricesList, EveryClickStandsInTheLogBeforeItIsToldWithWhatItWasMadeWith)
+{
+    LadderWindow window(QuoteLevel2Vertical);
+    window.give(plainQuote());
+    const log4cxx::LoggerPtr logger = utils::getStdLogger();
+    const auto logged = std::make_shared<LoggedLines>();
+    const log4cxx::LevelPtr before = logger->getLevel();
+    logger->addAppender(logged);
+    logger->setLevel(log4cxx::Level::getWarn());
+    const QuotesLayout places = window.places();
+    const QPoint price(places.asks[0].price.right - 4, places.asks[0].band.center().y());
+    window.click(price);
+    EXPECT_EQ(logged->text(), "") << "nobody asked for it";
+    logger->setLevel(log4cxx::Level::getInfo());
+    window.takeEvents();
+    window.whenTold = [&](int event) { logged->lines << QStringLiteral("told %1").arg(event); };
+    window.click(price);
+    window.click(places.priceTypes[1].rect.center());
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Return);
+    EXPECT_EQ(logged->levels, (QSet<int>{log4cxx::Level::INFO_INT}));
+    logger->removeAppender(logged);
+    logger->setLevel(before);
+    EXPECT_EQ(logged->text(),
+              "[3535] [KV::CQuotesGraphWidget::mouseReleaseEvent] User click price 10.06 in tradeType 1|told 1128|"
+              "[3535] [KV::CQuotesGraphWidget::mouseReleaseEvent] User click priceType 3 in tradeType 1|told 1127|"
+              "[3535] [KV::CQuotesGraphWidget::keyPressEvent] User click price 10.06 in tradeType 1|told 1128");
 }
 
 TEST(QuotesPricesList, PaintsABusyQuoteOnceAFrameAndTheLastSnapshotAlways)
@@ -138,9 +171,13 @@ TEST(QuotesPricesList, TheCancelRowAddsFifteenPixelsAndASelectorItsHeight)
     EXPECT_GE(selector->height(), 50);
     EXPECT_EQ(selector->minimumHeight(), selector->preferredHeight());
     EXPECT_EQ(list.height(), plain + selector->preferredHeight());
-    delete selector;
+    auto *another = new CSelectCodeWidget;
+    list.setSelectCodeWidget(another);
+    EXPECT_TRUE(selector->isHidden());
+    EXPECT_EQ(list.height(), plain + another->preferredHeight());
+    delete another;
     EXPECT_EQ(list.getSelectCodeWidget(), nullptr);
-    list.resizeLayout();
+    QApplication::processEvents();
     EXPECT_EQ(list.height(), plain);
 
     refhost::ThemeService::instance().setScale(2.0);
@@ -165,7 +202,10 @@ TEST(QuotesPricesList, HandsItsSettingsOnToTheSelector)
 {
     CQuotesPricesList list(OpParamQuotes);
     auto *selector = new CSelectCodeWidget;
+    list.setTradeType(kdservice::TraderOption);
     list.setSelectCodeWidget(selector);
+    EXPECT_EQ(selector->getTradeType(), kdservice::TraderOption) << "what was set before it came";
+    EXPECT_EQ(selector->getStockCodeLineEdit()->getTradeType(), kdservice::TraderOption);
     selector->setStockCode(QStringLiteral("600000.SH"));
     EXPECT_EQ(list.getStockCode().toStdString(), "600000.SH");
     list.setTradeType(kdservice::TraderFuture);
@@ -216,6 +256,10 @@ TEST(QuotesPricesList, QuickOrdersNeedToBeAllowed)
     EXPECT_FALSE(list.isQuickOrder());
     list.setQuickOrder(true);
     EXPECT_TRUE(list.isQuickOrder());
+    list.setCanUseQuickOrder(false);
+    EXPECT_FALSE(list.isQuickOrder());
+    list.setCanUseQuickOrder(true);
+    EXPECT_FALSE(list.isQuickOrder()) << "the permission alone switches nothing on";
 }
 
 TEST(QuoteValue, KnowsWhatIsMissing)

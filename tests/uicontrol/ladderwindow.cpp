@@ -1,5 +1,6 @@
 #include "uicontrol/ladderwindow.h"
 
+#include <QtGui/QCursor>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <boost/smart_ptr/make_shared.hpp>
@@ -16,6 +17,7 @@ LadderWindow::LadderWindow(KV::EQuoteType layout, kdservice::EVxTraderType trade
     list->setStockCode(QStringLiteral("600519.SH"));
     resize(list->size());
     show();
+    QCursor::setPos(geometry().bottomRight() + QPoint(50, 50));
     [[maybe_unused]] const bool exposed = QTest::qWaitForWindowExposed(this);
     QApplication::setActiveWindow(this);
     graph->setFocus();
@@ -24,6 +26,8 @@ LadderWindow::LadderWindow(KV::EQuoteType layout, kdservice::EVxTraderType trade
 
 bool LadderWindow::handleEvent(int event, int first, int second, QString text, void *pointer)
 {
+    if (whenTold)
+        whenTold(event);
     events << QStringLiteral("%1 %2 %3 %4%5").arg(event).arg(first).arg(second).arg(text, pointer ? "!" : "");
     return true;
 }
@@ -47,8 +51,7 @@ void LadderWindow::click(const QPoint &point, Qt::MouseButton button)
 
 void LadderWindow::move(const QPoint &point)
 {
-    QMouseEvent event(QEvent::MouseMove, point, graph->mapToGlobal(point), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(graph, &event);
+    QTest::mouseMove(graph, point);
     settle();
 }
 

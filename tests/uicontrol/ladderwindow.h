@@ -3,6 +3,7 @@
 #include <QtCore/QStringList>
 #include <QtGui/QImage>
 #include <boost/shared_ptr.hpp>
+#include <functional>
 
 #include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"
@@ -21,6 +22,7 @@ public:
     /// Paints what has changed.
     void settle();
     void click(const QPoint &point, Qt::MouseButton button = Qt::LeftButton);
+    /// Moves the pointer to a point of the ladder. It is beside the window at first.
     void move(const QPoint &point);
     void press(int key);
     QString takeEvents();
@@ -29,6 +31,7 @@ public:
 
     KV::CQuotesPricesList *list;
     KV::CQuotesGraphWidget *graph;
+    std::function<void(int event)> whenTold;                ///< called with each event; may be empty
     boost::shared_ptr<kdservice::CInstrumentDetail> detail; ///< limits 11.00 and 9.00, tick 0.01
 
 private:

@@ -152,6 +152,7 @@ void CQuotesGraphWidget::setShowCancelOrder(bool show)
 void CQuotesGraphWidget::setCanUseQuickOrder(bool can)
 {
     canUseQuickOrder = can;
+    quickOrder = quickOrder && can;
 }
 
 void CQuotesGraphWidget::setQuickOrder(bool quick)
@@ -264,9 +265,12 @@ void CQuotesGraphWidget::paintEvent(QPaintEvent *)
     sincePaint.start();
     frameTimer.stop();
     areas.clear();
+    view.mouse = pointer();
     const Painter kind = painterKind();
-    if (kind == Painter::None)
+    if (kind == Painter::None) {
+        updateHand();
         return;
+    }
     QPainter painter(this);
     const QuotesLayout layout = places();
     view.cursor = hasFocus() ? cursorLevel : std::nullopt;
@@ -274,6 +278,7 @@ void CQuotesGraphWidget::paintEvent(QPaintEvent *)
         CQuotesNormalPainter(painter, look, layout, view, digitImage, areas).paint();
     else
         CQuotesLevel2Painter(painter, look, layout, view, digitImage, areas).paint();
+    updateHand();
 }
 
 void CQuotesGraphWidget::resizeEvent(QResizeEvent *event)

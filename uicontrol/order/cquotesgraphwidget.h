@@ -56,7 +56,7 @@ public:
     QString ageText() const;
 
     void setCanUseQuickOrder(bool can);
-    /// Whether a click on a price is an order. Cannot be switched on where quick orders are not allowed.
+    /// Whether a click on a price is an order. Off where quick orders are not allowed, and from then on.
     void setQuickOrder(bool quick);
     bool isQuickOrder() const { return quickOrder; }
     /// Whether the click that is being delivered ends a double-click; for volumes only.
@@ -96,12 +96,14 @@ private:
     void takeLevels(std::vector<CQuoteData> &side, const std::array<double, 5> *prices,
                     const std::array<qint64, 5> *volumes) const;
     void updateWithFrame();
+    std::optional<QPoint> pointer() const;
+    void updateHand();
     qint64 quoteAge() const;
     void updateAge();
     /// False once a handler has destroyed the ladder.
     bool deliverVolume(double volume);
-    bool deliverPrice(double price);
-    bool deliverPriceType(int type);
+    bool deliverPrice(double price, const char *handler);
+    bool deliverPriceType(int type, const char *handler);
     bool deliverCancel(const QuoteClickAreas::Cancel &cancel);
 
     void setCursorLevel(const std::optional<QuoteCursor> &level);

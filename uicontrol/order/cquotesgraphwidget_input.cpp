@@ -1,6 +1,8 @@
 #include <QtCore/QPointer>
+#include <QtGui/QCursor>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QApplication>
 #include <algorithm>
 #include <fmt/format.h>
 #include <log4cxx/logger.h>
@@ -18,12 +20,11 @@ constexpr int eventVolume = 1129;
 constexpr int eventCancel = 1243;
 constexpr int userActionMark = 3535;
 
-void logUserAction(const std::string &text)
+void logUserAction(const char *handler, const std::string &text)
 {
     const log4cxx::LoggerPtr logger = utils::getStdLogger();
     if (logger->isInfoEnabled())
-        LOG4CXX_INFO(logger,
-                     fmt::format("[{0}] [{1}] {2}", userActionMark, "KV::CQuotesGraphWidget::mouseReleaseEvent", text));
+        LOG4CXX_INFO(logger, fmt::format("[{0}] [KV::CQuotesGraphWidget::{1}] {2}", userActionMark, handler, text));
 }
 
 } // namespace
@@ -35,17 +36,17 @@ bool CQuotesGraphWidget::deliverVolume(double volume)
     return !self.isNull();
 }
 
-bool CQuotesGraphWidget::deliverPrice(double price)
+bool CQuotesGraphWidget::deliverPrice(double price, const char *handler)
 {
-    logUserAction(fmt::format("User click price {0} in tradeType {1}", price, tradeType));
+    logUserAction(handler, fmt::format("User click price {0} in tradeType {1}", price, tradeType));
     const QPointer<CQuotesGraphWidget> self(this);
     deliverEvent(eventPrice, 0, 0, quotevalue::clickedText(price), nullptr);
     return !self.isNull();
 }
 
-bool CQuotesGraphWidget::deliverPriceType(int type)
+bool CQuotesGraphWidget::deliverPriceType(int type, const char *handler)
 {
-    logUserAction(fmt::format("User click priceType {0} in tradeType {1}", type, tradeType));
+    logUserAction(handler, fmt::format("User click priceType {0} in tradeType {1}", type, tradeType));
     const QPointer<CQuotesGraphWidget> self(this);
     deliverEvent(eventPriceType, 0, type, QString(), nullptr);
     return !self.isNull();
@@ -69,9 +70,9 @@ void CQuotesGraphWidget::mouseReleaseEvent(QMouseEvent *event)
     if (hit.volume && !deliverVolume(*hit.volume))
         return;
     doubleClick = false;
-    if (hit.price && !deliverPrice(*hit.price))
+    if (hit.price && !deliverPrice(*hit.price, "mouseReleaseEvent"))
         return;
-    if (hit.priceType && !deliverPriceType(*hit.priceType))
+    if (hit.priceType && !deliverPriceType(*hit.priceType, "mouseReleaseEvent"))
         return;
     for (const QuoteClickAreas::Cancel &cancel : hit.cancels)
         if (!deliverCancel(cancel))
@@ -88,7 +89,6 @@ void CQuotesGraphWidget::mouseDoubleClickEvent(QMouseEvent *event)
 void CQuotesGraphWidget::mouseMoveEvent(QMouseEvent *event)
 {
     CBaseWidget::mouseMoveEvent(event);
-    view.mouse = event->pos();
     if (areas.contains(event->pos()))
         setCursor(Qt::PointingHandCursor);
     else if (cursor().shape() != Qt::ArrowCursor)
@@ -101,8 +101,25 @@ void CQuotesGraphWidget::mouseMoveEvent(QMouseEvent *event)
 void CQuotesGraphWidget::leaveEvent(QEvent *event)
 {
     CBaseWidget::leaveEvent(event);
-    view.mouse.reset();
     update();
+}
+
+/// Where the pointer rests on the ladder. Asked with each picture: the ladder may appear, move or change its layout
+/// under a pointer that does not move.
+std::optional<QPoint> CQuotesGraphWidget::pointer() const
+{
+    const QPoint onScreen = QCursor::pos();
+    const QPoint point = mapFromGlobal(onScreen);
+    const bool isHere = isEnabled() && rect().contains(point) && QApplication::widgetAt(onScreen) == this;
+    return isHere ? std::optional<QPoint>(point) : std::nullopt;
+}
+
+/// The hand comes and goes with what was painted below the pointer.
+void CQuotesGraphWidget::updateHand()
+{
+    const bool isHand = view.mouse && areas.contains(*view.mouse);
+    if (isHand != (cursor().shape() == Qt::PointingHandCursor))
+        setCursor(isHand ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
 void CQuotesGraphWidget::focusInEvent(QFocusEvent *event)
@@ -209,7 +226,7 @@ void CQuotesGraphWidget::keyPressEvent(QKeyEvent *event)
         const CQuoteData *quote = cursorLevel ? view.level(*cursorLevel) : nullptr;
         if (!quote || !quotevalue::isPrice(quote->price))
             break;
-        deliverPrice(quote->price);
+        deliverPrice(quote->price, "keyPressEvent");
         return;
     }
     case Qt::Key_Escape:

@@ -35,12 +35,17 @@ void CQuotesPricesList::setSelectCodeWidget(CSelectCodeWidget *widget)
 {
     if (selector == widget)
         return;
-    if (selector)
+    if (selector) {
+        disconnect(selector, &QObject::destroyed, this, &CQuotesPricesList::resizeLayout);
         removeWidget(selector);
+    }
     selector = widget;
     if (selector) {
         addFixedWidgetInFront(selector, 3);
         selector->setVisible(true);
+        handOnTradeType();
+        // Queued: a widget tells of its end while guarded pointers still lead to it.
+        connect(selector, &QObject::destroyed, this, &CQuotesPricesList::resizeLayout, Qt::QueuedConnection);
     }
     resizeLayout();
 }
@@ -86,14 +91,20 @@ void CQuotesPricesList::setStockCode(QString code)
 
 void CQuotesPricesList::setTradeType(kdservice::EVxTraderType type)
 {
-    if (selector) {
-        selector->setTradeType(type);
-        if (selector->getStockCodeLineEdit())
-            selector->getStockCodeLineEdit()->setTradeType(type);
-    }
     graph->setTradeType(type);
     tradeType = type;
+    handOnTradeType();
     resizeLayout();
+}
+
+void CQuotesPricesList::handOnTradeType()
+{
+    if (!selector)
+        return;
+    const auto type = static_cast<kdservice::EVxTraderType>(tradeType);
+    selector->setTradeType(type);
+    if (selector->getStockCodeLineEdit())
+        selector->getStockCodeLineEdit()->setTradeType(type);
 }
 
 void CQuotesPricesList::setQuoteType(EQuoteType type)

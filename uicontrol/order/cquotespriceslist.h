@@ -28,8 +28,8 @@ public:
     explicit CQuotesPricesList(EOpParamWidgetID id, QWidget *parent = nullptr);
     ~CQuotesPricesList() override;
 
-    /// Puts a code selector above the quote, in place of the one there, which is hidden; null for none. It may be
-    /// destroyed at any time.
+    /// Puts a code selector above the quote, in place of the one there, which is hidden; null for none. It gets the
+    /// present trade type. It may be destroyed at any time; its room goes with the next turn of the event loop.
     void setSelectCodeWidget(CSelectCodeWidget *widget);
     CSelectCodeWidget *getSelectCodeWidget() const;
     /// The selector's code; empty without one.
@@ -71,6 +71,8 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void handOnTradeType();
+
     QPointer<CSelectCodeWidget> selector;
     CQuotesGraphWidget *graph;
     int tradeType = kdservice::TraderStock;

@@ -34,9 +34,9 @@ struct QuoteView
     qint64 buyOrders = 0; ///< pending
     qint64 sellOrders = 0;
 
-    bool grey = false; ///< the quote is out of date, or the ladder disabled
-    QString age;       ///< why and for how long; empty while the quote is up to date
-    std::optional<QPoint> mouse;
+    bool grey = false;                 ///< the quote is out of date, or the ladder disabled
+    QString age;                       ///< why and for how long; empty while the quote is up to date
+    std::optional<QPoint> mouse;       ///< while it rests on the ladder
     std::optional<QuoteCursor> cursor; ///< while the ladder has the keyboard
 
     /// No values and no levels, as for another stock. What is not of the stock stays.
