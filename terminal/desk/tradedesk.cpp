@@ -6,7 +6,7 @@
 
 #include "desk/desktexts.h"
 #include "feed/instrumentrules.h"
-#include "services/accounts.h"
+#include "kv/caccountdata.h"
 #include "trading/tradinghours.h"
 #include "utils/clogcenter.h"
 
@@ -19,16 +19,6 @@ constexpr qint64 dayMs = 24 * 60 * 60 * 1000;
 QDate dateOf(int day)
 {
     return {day / 10000, day / 100 % 100, day % 100};
-}
-
-trading::Account paperAccount(const char *id, const char *name, trading::AccountKind kind)
-{
-    trading::Account account;
-    account.id = id;
-    account.name = name;
-    account.kind = kind;
-    account.initial = 1'000'000 * trading::yuan;
-    return account;
 }
 
 void logInfo(const QString &text)
@@ -69,23 +59,25 @@ QString TradeDesk::open(const QString &path)
 
 void TradeDesk::begin()
 {
-    paper.openAccount(paperAccount("88001", "模拟股票", trading::AccountKind::Stock));
-    paper.openAccount(paperAccount("88002", "模拟期货", trading::AccountKind::Future));
-    registerAccounts();
+    openAccounts(trading::AccountKind::Stock);
+    openAccounts(trading::AccountKind::Future);
     tell(paper.initialState().orders, paper.initialState().deals);
 }
 
-void TradeDesk::registerAccounts()
+void TradeDesk::openAccounts(trading::AccountKind kind)
 {
-    auto known = std::make_unique<refhost::Accounts>();
-    for (const auto &[id, book] : books()) {
-        const bool isFuture = book.account().kind == trading::AccountKind::Future;
-        known->putAccount({QString::fromStdString(id),
-                           QString::fromStdString(book.account().name),
-                           isFuture ? int(kdservice::TraderFuture) : int(kdservice::TraderStock),
-                           {}});
+    const KV::CAccountData *known = KV::getAccountData();
+    if (!known)
+        return;
+    const bool isFuture = kind == trading::AccountKind::Future;
+    for (const KV::AccountEntry &entry : known->accounts(isFuture ? kdservice::TraderFuture : kdservice::TraderStock)) {
+        trading::Account account;
+        account.id = entry.id.toStdString();
+        account.name = entry.title.toStdString();
+        account.kind = kind;
+        account.initial = 1'000'000 * trading::yuan;
+        paper.openAccount(account);
     }
-    refhost::setAccountData(std::move(known));
 }
 
 QString TradeDesk::send(const std::vector<trading::OrderRequest> &requests)
@@ -202,6 +194,7 @@ TradeDesk::Heard *TradeDesk::hear(int instrument)
     if (instrument < 0 || size_t(instrument) >= codes.size())
         return nullptr;
     const std::string &code = codes[size_t(instrument)];
+    pricedCodes.insert(code);
     Heard &of = heard[code];
     of.at = programClock.elapsed();
     return &of;
@@ -234,8 +227,35 @@ void TradeDesk::takeQuote(const feed::QuoteSnapshot &given)
     paper.takeQuote(at);
 }
 
+trading::AccountChanges TradeDesk::takeChanges()
+{
+    if (!std::exchange(toldAll, true))
+        for (const auto &[id, book] : books()) {
+            changes.accounts.insert(id);
+            for (const auto &[key, position] : book.positions())
+                changes.positions.insert({id, key});
+        }
+    for (const auto &[id, book] : books())
+        for (const auto &[key, position] : book.positions())
+            if (pricedCodes.count(key.first) > 0) {
+                changes.accounts.insert(id);
+                changes.positions.insert({id, key});
+            }
+    pricedCodes.clear();
+    return std::exchange(changes, {});
+}
+
 void TradeDesk::take(const trading::DeskChange &change)
 {
+    for (const trading::Account &account : change.accounts)
+        changes.accounts.insert(account.id);
+    for (const trading::Position &position : change.positions)
+        changes.positions.insert({position.account, {position.code, position.side}});
+    for (const trading::PaperOrder &order : change.orders) {
+        changes.accounts.insert(order.account); // money and shares that it sets aside
+        for (const auto side : {trading::PositionSide::Long, trading::PositionSide::Short})
+            changes.positions.insert({order.account, {order.code, side}});
+    }
     logChange(change);
     tell(change.orders, change.deals);
     for (const trading::DayClose &closed : change.days)
@@ -293,6 +313,8 @@ void TradeDesk::logChange(const trading::DeskChange &change)
                     .arg(QString::fromStdString(day.account))
                     .arg(day.day)
                     .arg(trading::moneyText(day.equity)));
+    if (change.deals.empty() && change.days.empty())
+        return; // what orders set aside stands in the table
     for (const trading::Account &account : change.accounts) {
         const trading::Funds funds = books().at(account.id).funds();
         logInfo(QStringLiteral("资金 %1：总额 %2，可用 %3，冻结 %4")

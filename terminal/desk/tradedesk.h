@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "desk/deskrecords.h"
+#include "trading/accountsource.h"
 #include "trading/desk.h"
 #include "window/feedpump.h"
 #include "window/marketlistener.h"
@@ -17,7 +18,7 @@ namespace terminal {
 ///
 /// The simulated exchange plays one and the same day. Its times are moved forward by whole days here, so that days of
 /// the desk follow each other: to the day that the file stands at, and by endDay() to the next.
-class TradeDesk : public QObject, public MarketListener
+class TradeDesk : public QObject, public MarketListener, public trading::AccountSource
 {
     Q_OBJECT
 
@@ -34,8 +35,8 @@ public:
     /// Takes up the desk of a file, or begins it; before anything else, if at all. The text tells what is wrong, empty
     /// for nothing; the desk then goes on without a file.
     QString open(const QString &path);
-    /// Opens an account for stocks and one for futures where there is none, makes all of them known to the program, and
-    /// tells the orders and deals of the present day. To be called once, after open().
+    /// Opens what the program knows of accounts for stocks and futures, a million for each that is new, and tells the
+    /// orders and deals of the present day. To be called once, after open().
     void begin();
 
     const trading::Desk &desk() const { return paper; }
@@ -67,7 +68,8 @@ public:
     /// day. False where days are recorded, or before the market's clock has started.
     bool endDay();
 
-    const std::map<std::string, trading::AccountBook> &books() const { return paper.broker().accounts(); }
+    const std::map<std::string, trading::AccountBook> &books() const override { return paper.broker().accounts(); }
+    trading::AccountChanges takeChanges() override;
 
     void takeInstrument(const feed::Instrument &instrument) override;
     void takeDeal(const feed::Deal &deal) override;
@@ -95,7 +97,7 @@ private:
     void take(const trading::DeskChange &change);
     void tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals);
     void logChange(const trading::DeskChange &change);
-    void registerAccounts();
+    void openAccounts(trading::AccountKind kind);
     qint64 moved(qint64 time);
     Heard *hear(int instrument);
 
@@ -105,6 +107,9 @@ private:
     QElapsedTimer programClock;
     std::vector<std::string> codes; ///< by the feed's index
     std::unordered_map<std::string, Heard> heard;
+    trading::AccountChanges changes;
+    std::set<std::string> pricedCodes; ///< since takeChanges()
+    bool toldAll = false;
     std::optional<int> movedDays; ///< simulated: known with the first event
     qint64 lastTime = feed::absent<qint64>;
 };

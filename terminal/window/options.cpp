@@ -37,6 +37,7 @@ const OptionText optionTexts[] = {
     {"scale", "百分比", "整个界面的缩放，100 到 300"},
     {"log", "文件", "显示一个日志文件（UTF-8 或 GB18030），并随其增长继续读取"},
     {"log-dir", "文件夹", "本程序的日志写在哪里"},
+    {"desk", "文件", "交易桌面文件：委托、成交、持仓和资金保存在其中，下次继续。不给出时只保留到退出"},
     {"config", "文件", "用户设置。使用 --headless 时，不给出则既不读取也不写入设置"},
     {"help", "", "打印本说明（也可写作 -h）"},
     {"version", "", "打印版本（也可写作 -v）"},
@@ -207,6 +208,7 @@ Options readOptions(ValueReader &read)
         options.scale = static_cast<int>(std::lround(*percent));
     options.logFile = read.text(QStringLiteral("log"));
     options.logDir = read.text(QStringLiteral("log-dir"));
+    options.deskFile = read.text(QStringLiteral("desk"));
     options.configFile = read.text(QStringLiteral("config"));
     return options;
 }

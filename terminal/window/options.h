@@ -24,6 +24,7 @@ struct Options
     std::optional<int> scale; ///< in per cent
     QString logFile;          ///< to show and to follow; empty for none
     QString logDir;
+    QString deskFile; ///< of the paper desk; empty for none
     QString configFile;
 };
 

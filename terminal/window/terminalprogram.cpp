@@ -6,6 +6,9 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
+#include "desk/confirmbox.h"
+#include "desk/deskcontrol.h"
+#include "desk/tradedesk.h"
 #include "feed/replay/replayfeed.h"
 #include "feed/simulation/simulatedfeed.h"
 #include "services/accounts.h"
@@ -20,6 +23,7 @@
 #include "window/logpage.h"
 #include "window/mainwindow.h"
 #include "window/productname.h"
+#include "window/ticketpanel.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
 #include "zb/messagebox.h"
@@ -66,6 +70,7 @@ TerminalProgram::~TerminalProgram()
     qInstallMessageHandler(nullptr);
     window.reset();
     pump.reset();
+    desk.reset();
     refhost::setMailService(nullptr);
     refhost::setAccountData(nullptr);
     refhost::setUserConfig(nullptr);
@@ -86,7 +91,10 @@ int TerminalProgram::run()
     runLog.tellFiles(options, *settings);
     viewsettings::load(options);
     makeFeed();
-    makeWindow();
+    window = std::make_unique<MainWindow>(*pump);
+    if (!makeDesk())
+        return unusable;
+    showWindow();
     const int status = options.headless ? runHeadless() : runWithUser();
     runLog.tellEnd(pump->counters(), *settings);
     return status;
@@ -132,9 +140,8 @@ void TerminalProgram::makeFeed()
     QObject::connect(pump.get(), &FeedPump::finished, pump.get(), [this] { runLog.tellMarketEnd(pump->counters()); });
 }
 
-void TerminalProgram::makeWindow()
+void TerminalProgram::showWindow()
 {
-    window = std::make_unique<MainWindow>(*pump);
     window->setWindowTitle(QStringLiteral("模拟交易终端 - %1").arg(sourceText()));
     window->topBar().setSource(sourceText(), options.replayPaths.join(QLatin1Char('\n')));
     window->resizeScaled(options.size.value_or(defaultSize));
@@ -148,9 +155,31 @@ void TerminalProgram::makeWindow()
     window->show();
 }
 
+/// Who uses the program is told what is wrong with the file and can go on without; a run without a user ends.
+bool TerminalProgram::makeDesk()
+{
+    desk = std::make_unique<TradeDesk>(options.replayPaths.isEmpty() ? TradeDesk::Market::Simulated
+                                                                     : TradeDesk::Market::Recorded);
+    pump->addListener(*desk);
+    auto *control = new DeskControl(*desk, *pump, window->tradePage(), window->ticketPanel().form()); // the page's
+    if (options.deskFile.isEmpty()) {
+        control->orders().say(QStringLiteral("没有用 --desk 指定交易桌面文件，交易不保存"));
+    } else if (const QString problem = desk->open(options.deskFile); problem.isEmpty()) {
+        control->openHistory(options.deskFile);
+    } else {
+        if (options.headless)
+            return false;
+        control->orders().say(problem + QStringLiteral("。本次交易不保存"));
+        ZB::showInformation(window.get(), QStringLiteral("交易桌面"), problem + QStringLiteral("\n本次交易不保存。"));
+    }
+    desk->begin();
+    return true;
+}
+
 int TerminalProgram::runHeadless()
 {
     ZB::setMessageBoxesShown(false);
+    setConfirmBoxesShown(false);
     return HeadlessRun(*pump, *window, options).run();
 }
 

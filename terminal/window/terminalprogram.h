@@ -16,6 +16,7 @@ namespace terminal {
 
 class FeedPump;
 class MainWindow;
+class TradeDesk;
 
 /// From now on what Qt has to say goes to the program's log, until a TerminalProgram ends.
 void logQtMessages();
@@ -37,7 +38,8 @@ private:
     bool openLog();
     void openConfiguration();
     void makeFeed();
-    void makeWindow();
+    bool makeDesk();
+    void showWindow();
     int runHeadless();
     int runWithUser();
     QString sourceText() const;
@@ -46,7 +48,8 @@ private:
     const RunLog runLog;
     refhost::UserConfig *settings = nullptr; ///< while the program runs
     std::unique_ptr<FeedPump> pump;
-    std::unique_ptr<MainWindow> window; ///< refers to the pump
+    std::unique_ptr<TradeDesk> desk;    ///< heard by the pump
+    std::unique_ptr<MainWindow> window; ///< refers to pump and desk
 };
 
 } // namespace terminal

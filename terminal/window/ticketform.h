@@ -55,6 +55,10 @@ public:
     void setCode(const QString &code);
     QString code() const;
     void setBuy(bool isBuy);
+    /// Opening or closing, which counts where the business tells them apart.
+    void setOpen(bool isOpen);
+    void setPrice(double price);
+    void setQuantity(qint64 quantity);
     /// What the instrument was last traded at: where stepping starts, and what an order without a price is sized by.
     void setLastPrice(double price);
     /// Gives the keyboard to the first field that is to be filled in for the code.

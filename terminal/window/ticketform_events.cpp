@@ -160,6 +160,29 @@ void TicketForm::setBuy(bool isBuy)
     fieldEdited();
 }
 
+void TicketForm::setOpen(bool isOpen)
+{
+    if (openButton->isLong() == isOpen)
+        return;
+    openButton->switchDirection();
+    sizeOrder();
+    fieldEdited();
+}
+
+void TicketForm::setPrice(double price)
+{
+    priceField->setPrice(price);
+    sizeOrder();
+    fieldEdited();
+}
+
+void TicketForm::setQuantity(qint64 quantity)
+{
+    quantityField->setQuantity(quantity);
+    rates->setButtonCheckedByID(-1);
+    fieldEdited();
+}
+
 void TicketForm::setLastPrice(double price)
 {
     priceField->setReferencePrice(price);

@@ -33,6 +33,10 @@ protected:
     void SetUp() override
     {
         setUserConfig(std::make_unique<UserConfig>());
+        auto accounts = std::make_unique<Accounts>();
+        accounts->putAccount({QStringLiteral("88001"), QStringLiteral("股票"), kdservice::TraderStock, {}});
+        accounts->putAccount({QStringLiteral("88002"), QStringLiteral("期货"), kdservice::TraderFuture, {}});
+        setAccountData(std::move(accounts));
         orders = std::make_unique<OwnOrdersPanel>();
         deals = std::make_unique<OwnDealsPanel>();
         orders->show();
@@ -212,13 +216,19 @@ TEST_F(TradeDeskTest, KnowsHowLongACodeHasBeenSilent)
     EXPECT_EQ(desk->quote("600001.SH")->last, 10);
 }
 
-TEST_F(TradeDeskTest, AccountsAreKnownToTheProgramByTheirBusiness)
+TEST_F(TradeDeskTest, OpensTheAccountsOfTheProgramAndTellsWhatChangesAboutThem)
 {
     begin(TradeDesk::Market::Recorded);
-    const auto stocks = KV::getAccountData()->accounts(kdservice::TraderStock);
-    ASSERT_EQ(stocks.size(), 1);
-    EXPECT_EQ(stocks[0].id, QStringLiteral("88001"));
-    EXPECT_EQ(KV::getAccountData()->accounts(kdservice::TraderFuture)[0].id, QStringLiteral("88002"));
+    ASSERT_EQ(desk->books().size(), 2u);
+    EXPECT_EQ(desk->books().at("88002").account().kind, trading::AccountKind::Future);
+    EXPECT_EQ(desk->takeChanges().accounts, (std::set<std::string>{"88001", "88002"})) << "all, at first";
+    EXPECT_TRUE(desk->takeChanges().accounts.empty());
+    desk->send({buy(10, 300)});
+    const trading::AccountChanges bought = desk->takeChanges();
+    EXPECT_EQ(bought.accounts, (std::set<std::string>{"88001"}));
+    EXPECT_EQ(bought.positions.count({"88001", {"600001.SH", trading::PositionSide::Long}}), 1u);
+    showMarket(monday, 1);
+    EXPECT_EQ(desk->takeChanges().accounts, (std::set<std::string>{"88001"})) << "its stock has a price again";
 }
 
 TEST_F(TradeDeskTest, SettingsAreKeptAndSenselessOnesAreNot)

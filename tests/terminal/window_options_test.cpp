@@ -36,7 +36,8 @@ std::string describe(const QString &line)
         words << QStringLiteral("rise=%1").arg(int(*options.riseFall));
     if (options.scale)
         words << QStringLiteral("scale=%1").arg(*options.scale);
-    for (const QString &path : {options.shotsDir, options.logFile, options.logDir, options.configFile})
+    for (const QString &path :
+         {options.shotsDir, options.logFile, options.logDir, options.deskFile, options.configFile})
         if (!path.isEmpty())
             words << path;
     return words.join(QLatin1Char(' ')).toStdString();
@@ -52,8 +53,9 @@ TEST(WindowOptions, EveryOptionIsReadAndAbsentOnesStayOpen)
     EXPECT_EQ(describe("--speed 0.25 --seed 18446744073709551615"), "speed=0.25 seed=18446744073709551615");
     EXPECT_EQ(describe("--size 640x360 --theme dark --rise orange --scale 150"),
               "speed=1 seed=1 size=640,360 dark rise=2 scale=150");
-    EXPECT_EQ(describe("--theme=light --rise=green --shots out --log a.log --log-dir logs --config user.ini"),
-              "speed=1 seed=1 light rise=1 out a.log logs user.ini");
+    EXPECT_EQ(
+        describe("--theme=light --rise=green --shots out --log a.log --log-dir logs --desk my.db --config user.ini"),
+        "speed=1 seed=1 light rise=1 out a.log logs my.db user.ini");
 }
 
 TEST(WindowOptions, AWrongValueIsRefusedWithItsOptionAndWhatIsAllowed)

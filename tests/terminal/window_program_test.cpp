@@ -278,3 +278,21 @@ TEST_F(TerminalRun, AConfigurationIsReadWhereItIsNamed)
     EXPECT_TRUE(text.contains("theme=light")) << text.constData();
     EXPECT_TRUE(text.contains("scale=200")) << text.constData();
 }
+
+TEST_F(TerminalRun, ADeskFileIsKeptAndOneThatCannotBeUsedEndsTheRunUntouched)
+{
+    writeSmallMarket();
+    const QString options = QStringLiteral("--replay orders.csv --replay trades.csv --speed max --headless --desk ");
+    ASSERT_EQ(run(options + "my.desk").status, 0);
+    QFile kept(folder.filePath("my.desk"));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.read(15), "SQLite format 3");
+
+    write("prose.txt", QByteArray(5000, 'x'));
+    const Outcome refused = run(options + "prose.txt");
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(refused.err.contains("这不是交易桌面文件，请换一个文件")) << refused.err.toStdString();
+    QFile prose(folder.filePath("prose.txt"));
+    ASSERT_TRUE(prose.open(QIODevice::ReadOnly));
+    EXPECT_EQ(prose.readAll(), QByteArray(5000, 'x'));
+}

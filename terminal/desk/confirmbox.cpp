@@ -1,0 +1,71 @@
+#include "desk/confirmbox.h"
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+
+#include "popups/popuplook.h"
+#include "zb/cuiresource.h"
+
+namespace terminal {
+
+namespace {
+
+bool boxesShown = true;
+
+void buildBox(QDialog &box, const QString &text, const QString &yes)
+{
+    const ZB::PopupLook look = ZB::PopupLook::fromResources();
+    box.setFont(look.font);
+    box.setStyleSheet(look.sheet());
+    QPalette colors = box.palette();
+    colors.setColor(QPalette::Window, look.background);
+    box.setPalette(colors);
+    auto *column = new QVBoxLayout(&box);
+    column->setContentsMargins(ZB::scaled(20), ZB::scaled(16), ZB::scaled(20), ZB::scaled(14));
+    column->setSpacing(ZB::scaled(14));
+    auto *message = new QLabel(text, &box);
+    message->setTextFormat(Qt::PlainText);
+    message->setWordWrap(true);
+    message->setMinimumWidth(ZB::scaled(280));
+    column->addWidget(message);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(ZB::scaled(8));
+    auto *accept = new QPushButton(yes, &box);
+    auto *reject = new QPushButton(QStringLiteral("取消"), &box);
+    accept->setDefault(true);
+    accept->setFocus();
+    row->addStretch();
+    row->addWidget(accept);
+    row->addWidget(reject);
+    column->addLayout(row);
+    QObject::connect(accept, &QPushButton::clicked, &box, &QDialog::accept);
+    QObject::connect(reject, &QPushButton::clicked, &box, &QDialog::reject);
+}
+
+} // namespace
+
+bool askToConfirm(QWidget *parent, const QString &title, const QString &text, const QString &yes)
+{
+    if (!boxesShown)
+        return true;
+    // The parent may go while the box is open, and takes it along.
+    const QPointer<QDialog> box(new QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint));
+    box->setObjectName(QStringLiteral("confirmBox"));
+    box->setWindowTitle(title);
+    buildBox(*box, text, yes);
+    const bool isAccepted = box->exec() == QDialog::Accepted;
+    if (!box)
+        return false;
+    delete box;
+    return isAccepted;
+}
+
+void setConfirmBoxesShown(bool shown)
+{
+    boxesShown = shown;
+}
+
+} // namespace terminal

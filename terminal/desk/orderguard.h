@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <vector>
+
+#include "desk/desksettings.h"
+#include "trading/desktypes.h"
+
+namespace terminal {
+
+class FeedPump;
+class TradeDesk;
+
+/// What stands between a slip of the user and the market. GUI thread.
+class OrderGuard
+{
+public:
+    OrderGuard(const TradeDesk &desk, const FeedPump &pump);
+
+    /// Why orders must not go out at all: what the desk would refuse, and the user's own limits. Empty for nothing.
+    QString refusal(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings) const;
+    /// Why the user has to be asked although he wants no questions: the market is not heard. Empty for nothing.
+    QString warning(const std::vector<trading::OrderRequest> &requests) const;
+    /// The orders, a line each.
+    QString summary(const std::vector<trading::OrderRequest> &requests) const;
+
+private:
+    QString limitRefusal(const trading::OrderRequest &request, const DeskSettings &settings) const;
+
+    const TradeDesk &desk;
+    const FeedPump &pump;
+};
+
+} // namespace terminal

@@ -1,0 +1,161 @@
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+#include <gtest/gtest.h>
+
+#include "desk/deskcontrol.h"
+#include "desk/tradedesk.h"
+#include "feed/replay/replayfeed.h"
+#include "services/accounts.h"
+#include "services/userconfig.h"
+#include "theme/themeservice.h"
+#include "trading/deskstore.h"
+#include "window/mainwindow.h"
+#include "window/paneltabs.h"
+#include "window/ticketform.h"
+#include "window/ticketpanel.h"
+#include "window/tradepage.h"
+
+using namespace terminal;
+using namespace refhost;
+
+namespace {
+
+constexpr int recordedMorning = 10 * 60 + 30; ///< minutes after midnight at which the market is paused
+
+/// A trader who buys at once, waits in the queue, changes his mind and sells, by the market's clock.
+class Trader : public MarketListener
+{
+public:
+    Trader(TradeDesk &traded, FeedPump &played) : desk(traded), pump(played) {}
+
+    void takeInstrument(const feed::Instrument &instrument) override
+    {
+        if (codes.size() <= size_t(instrument.index))
+            codes.resize(size_t(instrument.index) + 1);
+        codes[size_t(instrument.index)] = instrument.code;
+    }
+    void takeQuote(const feed::QuoteSnapshot &quote) override
+    {
+        const qint64 minute = (quote.time + feed::chinaOffset) / 60'000 % (24 * 60);
+        if (minute >= recordedMorning && !pump.isPaused())
+            pump.setPaused(true);
+        if (minute <= lastMinute || quote.bids[4].price == feed::absent<double>)
+            return;
+        lastMinute = minute;
+        const std::string &code = codes[size_t(quote.instrument)];
+        switch (minute % 4) {
+        case 0:
+            send(code, quote.asks[0].price, 300);
+            break;
+        case 1:
+            send(code, quote.bids[0].price, 200);
+            break;
+        case 2:
+            send(code, quote.bids[4].price, 400);
+            break;
+        default:
+            if (const auto open = desk.openOrders({}); open.size() > 3)
+                desk.cancel(open.front());
+        }
+    }
+
+private:
+    void send(const std::string &code, double price, qint64 quantity)
+    {
+        desk.send({{"88001", code, feed::Side::Buy, trading::Offset::Open, price, quantity}});
+    }
+
+    TradeDesk &desk;
+    FeedPump &pump;
+    std::vector<std::string> codes;
+    qint64 lastMinute = 0;
+};
+
+/// Pictures of the window in both themes and two sizes, for people to look at.
+void takeShots(MainWindow &window, const QString &folder)
+{
+    ThemeService &service = ThemeService::instance();
+    auto *tabs = window.findChild<PanelTabs *>();
+    for (const char *theme : {"dark", "light"})
+        for (const int percent : {100, 150}) {
+            service.setTheme(QLatin1String(theme));
+            service.setScale(percent / 100.0);
+            window.resizeScaled({1680, 945});
+            for (int tab = 0; tab < tabs->titles().size(); ++tab) {
+                tabs->showPanel(tab);
+                QTest::qWait(200);
+                window.showNow();
+                EXPECT_TRUE(window.grab().save(
+                    QStringLiteral("%1/%2-%3-%4.png").arg(folder, QLatin1String(theme)).arg(percent).arg(tab)));
+            }
+        }
+    service.setTheme(QStringLiteral("dark"));
+    service.setScale(1);
+}
+
+} // namespace
+
+/// DESK_SHOTS=FOLDER puts pictures of the desk there.
+TEST(DeskRecordedDay, FundsPositionsAndDealsReconcileInTheMiddleOfIt)
+{
+    const QString recorded = QStringLiteral(SHARED_DATA_DIR "/snapshots/szse_snapshot_2022-06-01_3stocks.csv.gz");
+    if (!QFileInfo::exists(recorded))
+        GTEST_SKIP() << "no recorded data";
+    setUserConfig(std::make_unique<UserConfig>());
+    auto accounts = std::make_unique<Accounts>();
+    accounts->putAccount({QStringLiteral("88001"), QStringLiteral("股票"), kdservice::TraderStock, {}});
+    setAccountData(std::move(accounts));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("desk.db"));
+    {
+        constexpr double speed = 2000;
+        FeedPump pump(
+            std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(QStringList{recorded}), speed));
+        TradeDesk desk(TradeDesk::Market::Recorded);
+        pump.addListener(desk);
+        MainWindow window(pump);
+        auto *control = new DeskControl(desk, pump, window.tradePage(), window.ticketPanel().form());
+        control->setSound([](bool) {});
+        ASSERT_EQ(desk.open(path).toStdString(), "");
+        control->openHistory(path);
+        desk.begin();
+        Trader trader(desk, pump);
+        pump.addListener(trader);
+        window.resize(1680, 945);
+        window.showPage(window.tradePage());
+        window.show();
+        pump.start();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isPaused() || pump.isFinished(); }, 60'000));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desk.desk().isSettled(); }));
+        if (const QString shots = qEnvironmentVariable("DESK_SHOTS"); !shots.isEmpty()) {
+            QDir().mkpath(shots);
+            takeShots(window, shots);
+        }
+        pump.stop();
+    }
+    setAccountData(nullptr);
+    setUserConfig(nullptr);
+
+    trading::DeskStore store;
+    trading::DeskState state;
+    ASSERT_EQ(store.open(path).toStdString(), "");
+    ASSERT_EQ(store.load(state).toStdString(), "");
+    ASSERT_GT(state.orders.size(), 20u);
+    ASSERT_GT(state.deals.size(), 10u);
+    trading::Money cash = 1'000'000 * trading::yuan;
+    std::map<std::string, qint64> shares;
+    std::map<qint64, qint64> filled;
+    for (const trading::PaperDeal &deal : state.deals) {
+        cash -= deal.amount + deal.charges.total();
+        shares[deal.code] += deal.quantity;
+        filled[deal.order] += deal.quantity;
+    }
+    EXPECT_EQ(state.accounts.at(0).balance, cash);
+    EXPECT_EQ(state.positions.size(), shares.size());
+    for (const trading::Position &position : state.positions)
+        EXPECT_EQ(position.quantity(), shares[position.code]) << position.code;
+    for (const trading::PaperOrder &order : state.orders)
+        EXPECT_EQ(order.filled.quantity, filled[order.id]) << order.id;
+}
