@@ -84,6 +84,14 @@ QList<Place> places()
             keys("clr_global_equal"),
             {QStringLiteral("clr_quote_one_%1_background").arg(QLatin1String(side)),
              side[0] == 'a' ? QStringLiteral("clr_table_item_bg_fall") : QStringLiteral("clr_table_item_bg_rise")}};
+    for (const char *band : {"clr_quote_ask_backgroud", "clr_quote_bid_backgroud", "clr_quote_one_ask_background",
+                             "clr_quote_one_bid_background"}) {
+        all << Place{keys("clr_table_text_second"), {QLatin1String(band)}};
+        all << Place{keys("clr_table_text_second"), {QLatin1String(band), QStringLiteral("clr_table_item_bg_stale")}};
+    }
+    for (const char *band :
+         {"clr_bidoffer_price_background", "clr_quote_lastprice_backgroud", "clr_quote_one_stock_price_back"})
+        all << Place{keys("clr_table_text_second clr_text_error"), {QLatin1String(band)}};
     for (const char *fill : {"clr_global_rise_fill", "clr_rise_fill_hover", "clr_rise_fill_press",
                              "clr_global_fall_fill", "clr_fall_fill_hover", "clr_fall_fill_press", "clr_accent_fill",
                              "clr_accent_fill_hover", "clr_accent_fill_press"})

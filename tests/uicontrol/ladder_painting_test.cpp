@@ -243,6 +243,10 @@ TEST(LadderPainting, AQuietOrCutFeedTurnsPricesGreyAndSaysHowOldTheyAre)
         EXPECT_FALSE(has(cut, placeOf(window.places().asks[0].price), rise));
         EXPECT_TRUE(has(cut, placeOf(window.places().asks[0].price), color("clr_table_text_second").rgb()));
         EXPECT_TRUE(has(cut, age, warning));
+        const QRect bar = window.places().bids[1].bar(900, 1000);
+        const QColor ground = color("clr_quote_bid_backgroud");
+        EXPECT_EQ(cut.pixel(bar.topLeft()), over(color("clr_table_item_bg_stale"), ground));
+        EXPECT_EQ(fresh.pixel(bar.topLeft()), over(color("clr_table_item_bg_rise"), ground));
         window.list->setFeedCut(false);
         window.settle();
         EXPECT_EQ(window.picture(), fresh);

@@ -103,12 +103,7 @@ void CQuotesPainter::drawLevel(bool ask, int level, const CQuoteData *quote, int
     if (level == 0 && quote)
         painter.fillRect(place.band & layout.frame, ask ? *look.bestAsk : *look.bestBid);
     if (quote && quote->volume != noVolume) {
-        QColor bar = ask ? *look.askBar : *look.bidBar;
-        if (view.grey) {
-            const int alpha = bar.alpha();
-            bar = *look.grey;
-            bar.setAlpha(alpha);
-        }
+        const QColor &bar = view.grey ? *look.staleBar : ask ? *look.askBar : *look.bidBar;
         painter.fillRect(place.bar(quote->volume, largest), bar);
     }
     painter.setFont(*look.nameFont);

@@ -26,6 +26,7 @@ QuoteLook QuoteLook::fromResources()
     look.equal = color("clr_global_equal");
     look.askBar = color("clr_table_item_bg_fall");
     look.bidBar = color("clr_table_item_bg_rise");
+    look.staleBar = color("clr_table_item_bg_stale");
     look.button = color("clr_btn_background_color");
     look.buttonHover = color("clr_background_hover");
     look.buttonBorder = color("clr_border");

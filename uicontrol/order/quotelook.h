@@ -25,6 +25,7 @@ struct QuoteLook
     const QColor *equal;
     const QColor *askBar;
     const QColor *bidBar;
+    const QColor *staleBar; ///< weaker than the sides': grey numbers stand on it
     const QColor *button;
     const QColor *buttonHover;
     const QColor *buttonBorder;
