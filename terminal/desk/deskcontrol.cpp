@@ -195,7 +195,8 @@ void DeskControl::cancelInLadder(int level, int side, const QString &code)
     ordersPanel->say(refusal.isEmpty() ? QStringLiteral("已撤 %1 笔").arg(cancelled) : refusal);
 }
 
-/// Without a current row the newest open order is meant.
+/// Without a current row the newest open order is meant. Whether money and position suffice is for the desk to say: it
+/// gives back first what the present order holds.
 void DeskControl::repriceCurrent()
 {
     const std::vector<qint64> open = desk.openOrders({});
@@ -209,6 +210,15 @@ void DeskControl::repriceCurrent()
     const double price = ticketorders::oppositePrice(desk, order.code, order.side);
     if (price == feed::absent<double>)
         return ordersPanel->say(QStringLiteral("%1 没有对手价，不能改价").arg(QString::fromStdString(order.code)));
+    const std::vector<trading::OrderRequest> requests{*desk.remainder(number, price)};
+    if (const QString limit = guard.overLimit(requests, present); !limit.isEmpty())
+        return ordersPanel->say(limit);
+    const QPointer<DeskControl> self(this);
+    const bool wanted = isWanted(requests);
+    if (!self)
+        return;
+    if (!wanted)
+        return ordersPanel->say(QStringLiteral("已取消，委托 %1 没有改价").arg(number));
     const QString refusal = desk.reprice(number, price);
     ordersPanel->say(refusal.isEmpty() ? QStringLiteral("委托 %1 已改价重新委托").arg(number) : refusal);
 }

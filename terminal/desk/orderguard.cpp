@@ -33,6 +33,14 @@ QString OrderGuard::refusal(const std::vector<trading::OrderRequest> &requests, 
     return {};
 }
 
+QString OrderGuard::overLimit(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings) const
+{
+    for (const trading::OrderRequest &request : requests)
+        if (const QString limit = limitRefusal(request, settings); !limit.isEmpty())
+            return limit;
+    return {};
+}
+
 QString OrderGuard::limitRefusal(const trading::OrderRequest &request, const DeskSettings &settings) const
 {
     const feed::Instrument &instrument = *desk.desk().broker().instrument(request.code);

@@ -19,6 +19,8 @@ public:
 
     /// Why orders must not go out at all: what the desk would refuse, and the user's own limits. Empty for nothing.
     QString refusal(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings) const;
+    /// The user's own limits alone. Empty for nothing.
+    QString overLimit(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings) const;
     /// Why the user has to be asked although he wants no questions: the market is not heard. Empty for nothing.
     QString warning(const std::vector<trading::OrderRequest> &requests) const;
     /// The orders, a line each.

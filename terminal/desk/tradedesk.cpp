@@ -128,12 +128,12 @@ int TradeDesk::cancelAll(const Choice &choice, QString &refusal)
     return cancelled;
 }
 
-QString TradeDesk::reprice(qint64 id, double price)
+std::optional<trading::OrderRequest> TradeDesk::remainder(qint64 id, double price) const
 {
     const auto found = paper.broker().orders().find(id);
     if (found == paper.broker().orders().end() || !found->second.isOpen())
-        return QStringLiteral("委托 %1 已经结束，不能改价").arg(id);
-    const trading::PaperOrder order = found->second;
+        return {};
+    const trading::PaperOrder &order = found->second;
     trading::OrderRequest request;
     request.account = order.account;
     request.code = order.code;
@@ -141,9 +141,17 @@ QString TradeDesk::reprice(qint64 id, double price)
     request.offset = order.offset;
     request.price = price;
     request.quantity = order.openQuantity();
+    return request;
+}
+
+QString TradeDesk::reprice(qint64 id, double price)
+{
+    const std::optional<trading::OrderRequest> request = remainder(id, price);
+    if (!request)
+        return QStringLiteral("委托 %1 已经结束，不能改价").arg(id);
     if (const QString refusal = cancel(id); !refusal.isEmpty())
         return refusal;
-    const QString refusal = send({request});
+    const QString refusal = send({*request});
     return refusal.isEmpty() ? refusal : QStringLiteral("委托 %1 已撤，新价格未报出：%2").arg(id).arg(refusal);
 }
 

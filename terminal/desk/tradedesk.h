@@ -55,7 +55,9 @@ public:
     std::vector<qint64> openOrders(const Choice &choice) const;
     /// Withdraws them; what stood in the way of those that stay goes to `refusal`.
     int cancelAll(const Choice &choice, QString &refusal);
-    /// Withdraws an order and sends what is left of it at another price.
+    /// What is left of an order, at another price; empty for one that has ended.
+    std::optional<trading::OrderRequest> remainder(qint64 order, double price) const;
+    /// Withdraws an order and sends its remainder.
     QString reprice(qint64 order, double price);
 
     /// The latest of a code; null before it comes. Valid until the next event.

@@ -404,6 +404,39 @@ TEST_F(DeskTrading, KeysAndTheLadderWithdrawRepriceAndClose)
     EXPECT_TRUE(desk->books().at("88002").positions().empty()) << "yesterday's and today's lots, each by its own order";
 }
 
+TEST_F(DeskTrading, AnotherPriceAsksAndKeepsToTheLimitsLikeANewOrder)
+{
+    open();
+    DeskSettings settings = control->settings();
+    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.95, 200}});
+    settle();
+    window->tradePage().setFocus();
+    answerBox(false);
+    press(Qt::Key_F10);
+    EXPECT_EQ(asked.toStdString().find("确认委托|88001  买入 600000.SH 浦发银行  价格 10.00  数量 200 股"), 0u)
+        << asked.toStdString();
+    EXPECT_EQ(orderRows(), "1 买入 9.95 200 0 已报 \n");
+
+    settings.confirms = false;
+    settings.mostShares = 100;
+    control->setSettings(settings);
+    press(Qt::Key_F10);
+    EXPECT_NE(control->orders().summary().toStdString().find("超过您设定的单笔上限"), std::string::npos);
+    EXPECT_EQ(orderRows(), "1 买入 9.95 200 0 已报 \n");
+
+    settings.mostShares = 1000;
+    control->setSettings(settings);
+    pump->setPaused(true);
+    answerBox(false);
+    press(Qt::Key_F10);
+    EXPECT_EQ(asked.toStdString().find("行情提醒|"), 0u) << "asked although questions are off: nothing moves";
+    EXPECT_EQ(orderRows(), "1 买入 9.95 200 0 已报 \n");
+    answerBox(true);
+    press(Qt::Key_F10);
+    settle();
+    EXPECT_EQ(orderRows(), "2 买入 10.00 200 200 已成 \n1 买入 9.95 200 0 已撤 \n");
+}
+
 TEST_F(DeskTrading, ADoubleClickOnAQuoteOrAPositionFillsTheTicket)
 {
     open();
