@@ -100,7 +100,9 @@ private:
     void chooseRate(int id);
     void sizeOrder();
     void fieldEdited();
-    void noteCodeText(const QString &text);
+    /// Whether the code field shows another text than the code that is chosen.
+    bool isTypingCode() const;
+    void noteCodeText();
     void codeLeft();
     void takeCode();
     double sizingPrice() const;
@@ -131,11 +133,12 @@ private:
     std::vector<ZB::CSimpleTextWidget *> captions;
 
     kdservice::EVxTraderType trade = kdservice::TraderStock;
-    QString shownCode; ///< what price and quantity are for
-    bool isTypingCode = false;
-    QString typedCode;   ///< the last text that was no code yet
-    QString droppedCode; ///< one that was left before it was a code
-    QString sendFault;   ///< the click that is under way has cost a code that was being typed
+    QString shownCode;          ///< what price and quantity are for
+    bool wasTypingCode = false; ///< at the last change of the field's text
+    QString typedCode;          ///< the last text that was no code yet
+    QString droppedCode;        ///< one that was left before it was a code
+    QString sizingFault;        ///< why a chosen fraction came to nothing, to be said
+    QString sendFault;          ///< the click that is under way has cost a code that was being typed
     Sender sender;
     FundsSource fundsSource;
 };

@@ -83,7 +83,8 @@ void TicketForm::setTrade(kdservice::EVxTraderType newTrade)
     for (KV::CAccountsComboBox *box : accountBoxes)
         box->setVisible(box == accountBox());
     codeField->setTradeType(trade);
-    rates->setTradeType(trade);
+    // Money or holding sizes a credit order as it does a stock order; by itself the control has no words for credit.
+    rates->setTradeType(trade == kdservice::TraderCredit ? kdservice::TraderStock : trade);
     const bool isCredit = trade == kdservice::TraderCredit;
     openRow->setVisible(trade != kdservice::TraderStock);
     sourceCell->setVisible(isCredit);
@@ -110,9 +111,12 @@ void TicketForm::takeCode()
 {
     sendFault.clear();
     droppedCode.clear();
+    wasTypingCode = false;
     if (code() == shownCode)
         return;
     shownCode = code();
+    contractCell->setCheckStatus(false); // a contract is one of a code
+    contractCell->setCompactId(QString());
     priceField->setReferencePrice(absent<double>);
     priceField->setPrice(absent<double>);
     quantityField->setQuantity(absent<qint64>);
@@ -120,14 +124,21 @@ void TicketForm::takeCode()
     fieldEdited();
 }
 
-/// Whether the text is the code, or one that is still being typed.
-void TicketForm::noteCodeText(const QString &text)
+bool TicketForm::isTypingCode() const
 {
-    const bool wasTyping = isTypingCode;
-    isTypingCode = text != codeField->getStockCodeLineEdit()->getStockCode();
-    if (isTypingCode)
-        typedCode = text;
-    else if (wasTyping && !codeField->getStockCodeLineEdit()->getLineEdit()->hasFocus())
+    const KV::CStockCodeLineEdit *field = codeField->getStockCodeLineEdit();
+    return field->getLineEdit()->text() != field->getStockCode();
+}
+
+/// A code that is typed in full is chosen without another change of the text: so what is being typed is told by the
+/// field when it matters, and kept here only to know what was dropped.
+void TicketForm::noteCodeText()
+{
+    const ZB::CLineEdit *edit = codeField->getStockCodeLineEdit()->getLineEdit();
+    const bool wasTyping = std::exchange(wasTypingCode, isTypingCode());
+    if (wasTypingCode)
+        typedCode = edit->text();
+    else if (wasTyping && !edit->hasFocus())
         droppedCode = typedCode;
 }
 
@@ -148,7 +159,8 @@ void TicketForm::codeLeft()
 void TicketForm::fieldEdited()
 {
     sendFault.clear();
-    say(QString(), false);
+    const QString fault = std::exchange(sizingFault, QString());
+    say(fault, !fault.isEmpty());
     refresh();
 }
 

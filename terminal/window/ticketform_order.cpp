@@ -123,14 +123,18 @@ qint64 TicketForm::chosenQuantity() const
     return sizedQuantity(draft(), rates->getCheckedButtonID(), rates->getRateReference() == KV::RateOfTotal);
 }
 
-/// As long as a fraction is chosen, the quantity follows what it depends on.
+/// As long as a fraction is chosen, the quantity follows what it depends on: a price that is missing may still come,
+/// but what was sized by the money of one account must not be sent for another.
 void TicketForm::sizeOrder()
 {
     if (rates->getCheckedButtonID() < 1)
         return;
     const qint64 quantity = chosenQuantity();
-    if (quantity != absent<qint64>)
-        quantityField->setQuantity(quantity);
+    quantityField->setQuantity(quantity);
+    if (quantity != absent<qint64> || (!draft().isSale() && sizingPrice() == absent<double>))
+        return;
+    rates->setButtonCheckedByID(-1);
+    sizingFault = QStringLiteral("没有资金数据，无法计算数量");
 }
 
 void TicketForm::chooseRate(int id)
@@ -181,7 +185,7 @@ void TicketForm::refresh()
 /// Nobody may send an order for the code before while the field shows another, or showed one when the click began.
 OrderFault TicketForm::faultOf(const OrderDraft &order) const
 {
-    if (isTypingCode)
+    if (isTypingCode())
         return {OrderField::Code, QStringLiteral("请先选定证券")};
     return sendFault.isEmpty() ? order.fault() : OrderFault{OrderField::Code, sendFault};
 }

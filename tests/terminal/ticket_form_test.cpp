@@ -254,6 +254,72 @@ TEST(TicketForm, AnotherCodeTakesPriceAndQuantityAwayTheSameOneDoesNot)
     EXPECT_EQ(chosen.join(QLatin1Char(' ')), QStringLiteral("600519.SH 600519.SH")) << "only what the user chose here";
 }
 
+TEST(TicketForm, ACodeThatIsTypedInFullIsChosenLikeAnyOther)
+{
+    for (const char *code : {"600519.SH", "rb2410"}) {
+        TicketWindow window;
+        int sent = 0;
+        window.form->setSender([&sent](const OrderDraft &) {
+            ++sent;
+            return QString();
+        });
+        window.click(window.button(code[0] == 'r' ? "期货" : "股票"));
+        window.pickAccount();
+        window.enterCode(QString::fromLatin1(code));
+        ASSERT_EQ(window.form->code(), QString::fromLatin1(code));
+        window.form->takeLadderEvent(1128, 0, code[0] == 'r' ? QStringLiteral("3500") : QStringLiteral("10"));
+        window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+        sendNow(window);
+        EXPECT_EQ(sent, 1) << window.form->message().toStdString();
+    }
+}
+
+TEST(TicketForm, AnotherCodeNamesNoContract)
+{
+    TicketWindow window;
+    window.form->setTrade(kdservice::TraderCredit);
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.click(window.button("指定"));
+    window.type(QStringLiteral("C1"));
+    ASSERT_EQ(window.form->draft().contractId, QStringLiteral("C1"));
+    window.form->setCode(QStringLiteral("510050.SH"));
+    EXPECT_FALSE(window.form->draft().namesContract);
+    EXPECT_EQ(window.form->draft().contractId, QString());
+}
+
+TEST(TicketForm, AQuantityThatAnotherAccountSizedIsNotKept)
+{
+    TicketWindow window;
+    giveFunds(window, {100'000, 300'000, 1'350});
+    window.pickAccount();
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.click(window.button("全部"));
+    ASSERT_EQ(fields(window), QStringLiteral("10.00/10000"));
+    giveFunds(window, {}); // nobody knows what the next one has
+    window.pickAccount();
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/"));
+    EXPECT_FALSE(window.button("全部")->isChecked());
+    EXPECT_EQ(window.form->message(), QStringLiteral("没有资金数据，无法计算数量"));
+}
+
+TEST(TicketForm, ACreditOrderIsSizedInTheWordsOfAStockOrder)
+{
+    TicketWindow window;
+    window.form->setTrade(kdservice::TraderFuture);
+    window.form->setTrade(kdservice::TraderCredit);
+    giveFunds(window, {100'000, 300'000, 1'350});
+    window.form->setCode(QStringLiteral("600519.SH"));
+    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.click(window.button("1/4"));
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/2500"));
+    QAbstractButton *amount = window.button("可　用");
+    ASSERT_NE(amount, nullptr);
+    window.press(Qt::Key_0, alt);
+    EXPECT_EQ(fields(window), QStringLiteral("10.00/7500"));
+    EXPECT_NE(amount->text(), QStringLiteral("可　用")) << "the words go with the amount";
+}
+
 TEST(TicketForm, EveryBusinessKeepsItsAccount)
 {
     TicketWindow window;
