@@ -196,6 +196,39 @@ TEST_P(SlicedPagesRandom, ChangesInBetweenAreInTheNewOrderAndResultsTellOfTheOld
 
 INSTANTIATE_TEST_SUITE_P(Seeds, SlicedPagesRandom, ::testing::Range(1u, 9u));
 
+/// A new record is made where one lay that has just gone, so that addresses tell nothing about who is who.
+TEST_F(SlicedPages, RecordsThatLieWhereOthersLayAreStillToldApart)
+{
+    const auto update = [this](int number) {
+        Values values;
+        values.price = draw(0, 999);
+        model.addData(makeOrder("K" + std::to_string(number), values));
+    };
+    for (int number = 0; number < 300; ++number)
+        update(number);
+    for (int round = 0; round < 1000; ++round) {
+        model.sortByColumnID(DoubleColumn, round % 2);
+        model.step(0);
+        for (int change = 0; change < 6 && model.isPending(); ++change) {
+            const int again = draw(0, 299);
+            update(again);
+            model.step(0);
+            for (int more = 0; more < 4 && model.isPending(); ++more)
+                for (const int number : {again, draw(0, 299), again})
+                    update(number);
+        }
+        while (!model.step(1000)) {
+        }
+        std::vector<double> prices;
+        for (const auto &page : model.getAllDatas()) {
+            QVariant price;
+            ASSERT_TRUE(model.getValue(DoubleColumn, page->getIData(), price));
+            prices.push_back(round % 2 == 0 ? price.toDouble() : -price.toDouble());
+        }
+        ASSERT_TRUE(std::is_sorted(prices.begin(), prices.end())) << "round " << round;
+    }
+}
+
 TEST_F(SlicedPages, TakingWorkBackRestoresWhatTheModelSaysAndShows)
 {
     fillModel();

@@ -39,7 +39,8 @@ int PageComparator::compare(quint32 a, quint32 b) const
         return 0;
     const PageSortKey &keyA = keys[a];
     const PageSortKey &keyB = keys[b];
-    if (keyA.record == keyB.record || keyA.state == State::Missing || keyB.state == State::Missing)
+    const bool same = keyA.record == keyB.record && keyA.record != nullptr;
+    if (same || keyA.state == State::Missing || keyB.state == State::Missing)
         return 0;
     int result = compareValues(a, b);
     if (result == 0)

@@ -77,6 +77,12 @@ void PageSortKeys::setText(PageSortKey &key, quint32 slot, std::string text)
     texts[slot] = std::move(text);
 }
 
+void PageSortKeys::forgetRecord(quint32 slot)
+{
+    if (contains(slot))
+        keys[slot].record = nullptr;
+}
+
 void PageSortKeys::keepKey(quint32 slot)
 {
     if (!contains(slot) || keys[slot].keyKept)

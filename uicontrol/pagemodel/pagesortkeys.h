@@ -28,7 +28,7 @@ struct PageSortKey
         Deal
     };
 
-    const kdservice::IData *record = nullptr; ///< only to tell one from another: it may be gone
+    const kdservice::IData *record = nullptr; ///< only to tell one from another; null once it may be gone
     union {
         qint64 integer = 0;
         double real;
@@ -56,6 +56,9 @@ public:
     }
     /// Takes the value from the record in a slot.
     void capture(quint32 slot, const PageColumns &columns);
+    /// For a record that is about to be another one, or none: where it lay the next one may be made, and that is not
+    /// it.
+    void forgetRecord(quint32 slot);
     /// For a record that is about to leave the model and is compared for a while yet.
     void keepKey(quint32 slot);
 

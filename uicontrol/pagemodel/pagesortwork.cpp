@@ -77,6 +77,7 @@ void PageSortWork::noted(quint32 slot, bool leaves)
 {
     if (leaves)
         keys.keepKey(slot);
+    keys.forgetRecord(slot);
 }
 
 void PageSortWork::settle(quint32 slot)
