@@ -142,8 +142,18 @@ private:
             isWritable(file); // says why, if it is the disk
             return false;
         }
-        LineReader reader(*log.file, log.end);
         qint64 written = 0;
+        const bool good = copyLines(zip, file, log, written);
+        // An entry that is given up is ended too: nothing else lets go of what compresses it.
+        if (!zip.finishWriting(written) || !good)
+            return false;
+        ++pack.fileCount;
+        return true;
+    }
+
+    bool copyLines(KZip &zip, const QFile &file, OpenLog &log, qint64 &written)
+    {
+        LineReader reader(*log.file, log.end);
         for (QByteArray lines = reader.next(); !lines.isEmpty(); lines = reader.next()) {
             const QByteArray copy = masker.masked(lines);
             written += copy.size();
@@ -156,8 +166,7 @@ private:
         }
         if (reader.hasFailed())
             pack.notes << QStringLiteral("%1 没有读完：%2").arg(log.entry.name, log.file->errorString());
-        ++pack.fileCount;
-        return zip.finishWriting(written);
+        return true;
     }
 
     bool isWritable(const QFile &file)
