@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <string>
 
 #include "order/cquoteshorizontallayout.h"
 #include "order/cquotesnormallayout.h"
@@ -105,19 +106,29 @@ TEST(QuoteRowPlace, BarsGrowWithTheVolumeAndNeverBeyondTheirLength)
         EXPECT_TRUE(none.isEmpty());
 }
 
-TEST(QuotesLevel2Layouts, KeepTheirPartsApartAndInsideAtTheSizesOfTheTheme)
+TEST(QuotesLevel2Layouts, KeepTheirPartsApartAndInsideAtTheSizesOfTheThemeWithLettersOfAnyFamily)
 {
-    for (const bool cancel : {false, true}) {
-        const CQuotesVerticalLayout vertical(QSize(200, cancel ? 445 : 430), metrics, cancel);
-        expectApart(pieces(vertical), vertical.frame);
-        const CQuotesHorizontalLayout horizontal(QSize(400, cancel ? 255 : 240), metrics, cancel);
-        expectApart(pieces(horizontal), horizontal.frame);
-        for (const QuotesLayout &layout : {QuotesLayout(vertical), QuotesLayout(horizontal)}) {
-            EXPECT_LT(layout.summary[3].value.baseline, layout.frame.bottom());
-            for (const QuoteRowPlace &place : layout.asks)
-                EXPECT_EQ(place.cancel.isEmpty(), !cancel);
+    for (const int lineHeight : {16, 18, 20, 21})
+        for (const bool cancel : {false, true}) {
+            SCOPED_TRACE(std::to_string(lineHeight) + (cancel ? " with cancel marks" : ""));
+            const QuotesMetrics letters{lineHeight, 12, QSize(12, 12)};
+            const CQuotesVerticalLayout vertical(QSize(200, cancel ? 445 : 430), letters, cancel);
+            const CQuotesHorizontalLayout horizontal(QSize(400, cancel ? 255 : 240), letters, cancel);
+            for (const QuotesLayout &layout : {QuotesLayout(vertical), QuotesLayout(horizontal)}) {
+                std::vector<QRect> all = pieces(layout);
+                const bool twoRows = layout.summary[0].value.rowTop != layout.summary[2].value.rowTop;
+                for (const std::size_t i : {0, 2}) {
+                    const QuoteValuePlace &place = layout.summary[i].value;
+                    if (i == 0 || twoRows)
+                        all.emplace_back(layout.summary[i].caption.x(), place.rowTop + QuotesLayout::rowLead, 100,
+                                         place.pitch);
+                }
+                expectApart(all, layout.frame);
+                EXPECT_GE(layout.bids[0].band.height(), lineHeight);
+                for (const QuoteRowPlace &place : layout.asks)
+                    EXPECT_EQ(place.cancel.isEmpty(), !cancel);
+            }
         }
-    }
 }
 
 TEST(QuotesLevel2Layouts, PutBestPricesNextToEachOther)

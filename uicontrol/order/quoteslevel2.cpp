@@ -21,7 +21,7 @@ int buttonHeight(const QuotesMetrics &metrics)
 
 int fittingPitch(int room, int rows, const QuotesMetrics &metrics)
 {
-    return std::clamp(room / rows, metrics.pitch(), metrics.pitch() + scaled(8));
+    return std::clamp(room / rows, metrics.lineHeight, metrics.pitch() + scaled(8));
 }
 
 std::vector<QRect> split(const QRect &rect, int count)

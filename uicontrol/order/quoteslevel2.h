@@ -14,7 +14,8 @@ constexpr int cancelMark = 12;
 int barHeight();
 /// Height of a row of buttons or price types.
 int buttonHeight(const QuotesMetrics &metrics);
-/// The pitch with which `rows` rows fill `room`, neither too tight for the text nor too loose for the eye.
+/// The pitch with which `rows` rows fill `room`: at least a line of text, and not too loose for the eye. A theme with
+/// large letters and little height gets close rows.
 int fittingPitch(int room, int rows, const QuotesMetrics &metrics);
 /// Cuts a rectangle into `count` parts of one width with small gaps.
 std::vector<QRect> split(const QRect &rect, int count);
