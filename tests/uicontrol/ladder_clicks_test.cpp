@@ -2,6 +2,7 @@
 #include <QtTest/QTest>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "uicontrol/ladderwindow.h"
 #include "zb/cuiresource.h"
@@ -125,7 +126,31 @@ TEST(LadderClicks, OnPlacesWithoutAValueMeanNothing)
         window.click(on(row.volume));
     }
     window.click(on(places.latest));
+    for (const QuoteSummaryPlace &place : places.summary)
+        window.click(on(place.value));
     EXPECT_EQ(window.takeEvents().toStdString(), "");
+}
+
+TEST(LadderClicks, OnAZeroTellTheZeroThatIsShownAsMissing)
+{
+    for (const EQuoteType layout : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
+        LadderWindow window(layout);
+        quoter::QuoterAllData quote = plainQuote();
+        quote.askPrices[2] = 0;
+        quote.bidVolumes[1] = 0;
+        quote.bidVolumes[2] = 2147483647;
+        window.detail->upperLimitPrice = 0;
+        window.detail->lowerLimitPrice = std::numeric_limits<double>::max();
+        window.give(quote);
+        const QuotesLayout places = window.places();
+        window.click(on(places.asks[2].price));
+        window.click(on(places.bids[1].volume));
+        window.click(on(places.bids[2].volume));
+        window.click(on(places.summary[2].value));
+        window.click(on(places.summary[3].value));
+        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 0.0000 | 1129 0 0 0.0000 | 1128 0 0 0.0000")
+            << "nothing for what has no value";
+    }
 }
 
 TEST(LadderClicks, SurviveAHandlerThatDestroysTheLadder)
@@ -181,7 +206,7 @@ TEST(LadderMouse, AHandGoesWithTheValueUnderItAndComesWithTheNextOne)
     window.move(on(window.places().asks[2].price));
     ASSERT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
     quoter::QuoterAllData quote = plainQuote();
-    quote.askPrices[2] = 0;
+    quote.askPrices[2] = std::numeric_limits<double>::max();
     window.give(quote);
     EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor);
     window.give(plainQuote());

@@ -114,7 +114,7 @@ void CQuotesPainter::drawLevel(bool ask, int level, const CQuoteData *quote, int
     const double price = quote ? quote->price : noPrice;
     const int volume = quote ? quote->volume : noVolume;
     drawValue(place.price, priceText(price, decimals), priceColor(price), Kind::Price, price);
-    drawValue(place.volume, volumeText(volume), *look.equal, Kind::Volume, isVolume(volume) ? volume : noPrice);
+    drawValue(place.volume, volumeText(volume), *look.equal, Kind::Volume, volume != noVolume ? volume : noPrice);
     if (view.cursor == QuoteCursor{ask, level}) {
         painter.setPen(*look.cursor);
         painter.drawRect(place.band.adjusted(0, 0, -1, -1));
@@ -143,7 +143,7 @@ void CQuotesPainter::drawValue(const QuoteValuePlace &place, const QString &text
 {
     const QuoteFont fitting = QuoteFont::fit(text, *look.numberFont, place.room);
     const QRect area = place.area(fitting.width);
-    if (kind != Kind::Plain && isPrice(value)) {
+    if (kind != Kind::Plain && isKnown(value)) {
         (kind == Kind::Price ? areas.prices : areas.volumes).push_back({area, value});
         if (isHovered(area))
             painter.fillRect(area, *look.hover);

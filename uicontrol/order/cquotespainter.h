@@ -43,7 +43,8 @@ protected:
         Volume,
         Plain ///< no click takes it
     };
-    /// Draws a text that ends at its place, and notes its area, unless it stands for no value.
+    /// Draws a text that ends at its place, and notes its area, unless it stands for no value. A 0 is shown as missing
+    /// and can be clicked: what the number 0 means is up to the form.
     void drawValue(const QuoteValuePlace &place, const QString &text, const QColor &color, Kind kind, double value);
     /// In the middle of a rectangle, in a smaller font when it does not fit.
     void drawCentred(const QRect &rect, const QString &text, const QColor &color);
