@@ -44,6 +44,40 @@ std::vector<QRect> pieces(const QuotesLayout &layout)
     return all;
 }
 
+QRect roomOf(const QuoteValuePlace &place)
+{
+    return {place.right - place.room, place.rowTop + QuotesLayout::rowLead, place.room, place.pitch};
+}
+
+/// The room of every text: none may be written over another.
+std::vector<QRect> texts(const QuotesLayout &layout, const QuotesMetrics &letters)
+{
+    std::vector<QRect> all{roomOf(layout.latest), roomOf(layout.change), layout.age};
+    const auto addCaption = [&](const QPoint &at, int characters, const QRect &row) {
+        all.emplace_back(at.x(), row.top(), characters * letters.captionWidth, row.height());
+    };
+    addCaption(layout.latestCaption, 2, roomOf(layout.latest));
+    for (const auto &side : {layout.asks, layout.bids})
+        for (const QuoteRowPlace &place : side) {
+            addCaption(place.caption, 1, place.band);
+            all.emplace_back(place.digit, letters.digit);
+            all.push_back(roomOf(place.price));
+            all.push_back(roomOf(place.volume));
+            if (!place.cancel.isEmpty())
+                all.push_back(place.cancel);
+        }
+    for (const QuoteSummaryPlace &place : layout.summary) {
+        addCaption(place.caption, 2, roomOf(place.value));
+        all.push_back(roomOf(place.value));
+    }
+    if (layout.priceTypes.empty())
+        return all;
+    all.insert(all.end(), {roomOf(layout.percent), layout.balanceBar, layout.cancelBuy, layout.cancelSell});
+    for (const QuotePriceTypePlace &place : layout.priceTypes)
+        all.push_back(place.rect);
+    return all;
+}
+
 void expectApart(const std::vector<QRect> &rects, const QRect &frame)
 {
     for (std::size_t i = 0; i < rects.size(); ++i) {
@@ -128,6 +162,21 @@ TEST(QuotesLevel2Layouts, KeepTheirPartsApartAndInsideAtTheSizesOfTheThemeWithLe
                 for (const QuoteRowPlace &place : layout.asks)
                     EXPECT_EQ(place.cancel.isEmpty(), !cancel);
             }
+        }
+}
+
+TEST(QuotesLayouts, GiveEveryTextRoomOfItsOwn)
+{
+    for (const int lineHeight : {18, 20})
+        for (const bool cancel : {false, true}) {
+            SCOPED_TRACE(std::to_string(lineHeight) + (cancel ? " with cancel marks" : ""));
+            const QuotesMetrics letters{lineHeight, 12, QSize(12, 12)};
+            const int more = cancel ? 15 : 0;
+            const QuotesLayout all[] = {CQuotesNormalLayout(QSize(200, 364 + more), letters, cancel),
+                                        CQuotesVerticalLayout(QSize(200, 430 + more), letters, cancel),
+                                        CQuotesHorizontalLayout(QSize(400, 240 + more), letters, cancel)};
+            for (const QuotesLayout &layout : all)
+                expectApart(texts(layout, letters), layout.frame);
         }
 }
 

@@ -1,7 +1,9 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QSet>
+#include <QtGui/QFontMetrics>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
 #include <log4cxx/appenderskeleton.h>
@@ -9,8 +11,11 @@
 
 #include <cmath>
 
+#include "codes/codeindexsource.h"
 #include "kv/cstockcodelineedit.h"
 #include "order/quotevalue.h"
+#include "records/record.h"
+#include "services/instruments.h"
 #include "theme/themeservice.h"
 #include "uicontrol/ladderwindow.h"
 #include "utils/clogcenter.h"
@@ -159,6 +164,28 @@ TEST(QuotesPricesList, HasTheFixedSizeOfItsLayoutAndAccount)
             EXPECT_EQ(sizeOf(type, trader), normal);
 }
 
+TEST(QuotesPricesList, IsNoWiderThanItsLayoutHasUseFor)
+{
+    refhost::ThemeService &themes = refhost::ThemeService::instance();
+    for (const int scale : {1, 2}) {
+        themes.setScale(scale);
+        EXPECT_EQ(CQuotesPricesList::widthOf(200 * scale, false), 200 * scale);
+        EXPECT_EQ(CQuotesPricesList::widthOf(231 * scale, false), 230 * scale);
+        EXPECT_EQ(CQuotesPricesList::widthOf(400 * scale, true), 400 * scale);
+        EXPECT_EQ(CQuotesPricesList::widthOf(900 * scale, true), 400 * scale);
+    }
+    themes.setScale(1);
+}
+
+TEST(QuotesPricesList, ItsQuoteHasANameAndTakesTheKeyboard)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    auto *graph = list.findChild<CQuotesGraphWidget *>();
+    EXPECT_EQ(graph->objectName().toStdString(), "mqlt_tavesk_quotepriceslist");
+    EXPECT_EQ(graph->focusPolicy(), Qt::StrongFocus);
+    EXPECT_EQ(list.focusProxy(), graph);
+}
+
 TEST(QuotesPricesList, TheCancelRowAddsFifteenPixelsAndASelectorItsHeight)
 {
     CQuotesPricesList list(OpParamQuotes);
@@ -245,6 +272,62 @@ TEST(QuotesPricesList, TypingOverTheQuoteStartsTheEntryOfACode)
     EXPECT_FALSE(selector->isEditing());
     EXPECT_EQ(window.list->getStockCode().toStdString(), "000001.SZ");
     EXPECT_TRUE(window.takeEvents().contains(QStringLiteral("1082 0 0 000001.SZ")));
+}
+
+TEST(QuotesPricesList, TheSelectorIsAsHighAsItsTwoLinesOfText)
+{
+    CQuotesPricesList list(OpParamQuotes);
+    auto *selector = new CSelectCodeWidget;
+    list.setSelectCodeWidget(selector);
+    ZB::CUiResource *resources = ZB::CUiResource::instance();
+    const QFontMetrics name(*resources->getFont(QStringLiteral("fnt_quote_stockname")));
+    const QFontMetrics code(*resources->getFont(QStringLiteral("fnt_default_normal")));
+    EXPECT_EQ(selector->height(), std::max(50, name.height() + 15 + code.height()));
+}
+
+TEST(QuotesPricesList, BringsTheKeyboardToTheSelectorsField)
+{
+    LadderWindow window;
+    auto *selector = new CSelectCodeWidget;
+    window.list->setSelectCodeWidget(selector);
+    QLineEdit *inner = selector->getStockCodeLineEdit()->getLineEdit();
+    ASSERT_TRUE(window.graph->hasFocus());
+    window.list->inputStockCodeChar(QStringLiteral("600"));
+    EXPECT_TRUE(inner->isVisible());
+    EXPECT_TRUE(inner->hasFocus());
+    EXPECT_EQ(inner->text().toStdString(), "600");
+    EXPECT_EQ(inner->selectedText().toStdString(), "") << "the next character is added";
+
+    window.graph->setFocus();
+    window.list->setCodeEditFocus();
+    EXPECT_TRUE(inner->isVisible());
+    EXPECT_TRUE(inner->hasFocus());
+}
+
+TEST(QuotesPricesList, AnOperationLeavesOutWhatCannotBeTraded)
+{
+    const std::string index = "000300.SH";
+    const auto record = refhost::makePlain(refhost::MetaInstrument, index);
+    record->setData(refhost::InstrumentCode, index);
+    record->setData(refhost::InstrumentName, std::string("沪深300"));
+    record->setData(refhost::InstrumentKind, int(FilterIndex));
+    refhost::Instruments::put(record);
+    ZB::CodeIndexSource *source = ZB::CodeIndexSource::instance();
+    source->refresh();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return source->index() && !source->index()->items().empty(); }));
+    LadderWindow window;
+    window.list->setSelectCodeWidget(new CSelectCodeWidget);
+    CStockCodeLineEdit *edit = window.list->getSelectCodeWidget()->getStockCodeLineEdit();
+    const auto chosen = [&] {
+        edit->clearCode();
+        window.list->setCodeEditFocus();
+        QTest::keyClicks(edit->getLineEdit(), QStringLiteral("000300"));
+        QTest::keyClick(edit->getLineEdit(), Qt::Key_Return);
+        return edit->getStockCode().toStdString();
+    };
+    EXPECT_EQ(chosen(), index);
+    window.list->setOperationType(kdservice::OperationBuy);
+    EXPECT_EQ(chosen(), "") << "nobody trades an index";
 }
 
 TEST(QuotesPricesList, QuickOrdersNeedToBeAllowed)

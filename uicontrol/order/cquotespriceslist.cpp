@@ -203,6 +203,11 @@ void CQuotesPricesList::scaleChanged()
     update();
 }
 
+int CQuotesPricesList::widthOf(int themeWidth, bool sideBySide)
+{
+    return std::min(themeWidth, ZB::scaled(sideBySide ? greatestBroadWidth : greatestWidth));
+}
+
 void CQuotesPricesList::resizeLayout()
 {
     ZB::CUiResource *resources = ZB::CUiResource::instance();
@@ -212,13 +217,13 @@ void CQuotesPricesList::resizeLayout()
         selector->setFixedHeight(height);
     }
     const bool hasTwoLevelKinds = tradeType == kdservice::TraderStock || tradeType == kdservice::TraderOption;
-    int width = std::min(resources->getSize(QStringLiteral("kv_siz_code_quotes_width")), ZB::scaled(greatestWidth));
+    QString widthKey = QStringLiteral("kv_siz_code_quotes_width");
     QString heightKey = QStringLiteral("kv_siz_code_quotes_height");
+    const bool sideBySide = hasTwoLevelKinds && quoteType == QuoteLevel2Horizontal;
     if (hasTwoLevelKinds && quoteType == QuoteLevel2Vertical) {
         heightKey = QStringLiteral("kv_siz_code_quotes_height_L2V");
-    } else if (hasTwoLevelKinds && quoteType == QuoteLevel2Horizontal) {
-        width = std::min(resources->getSize(QStringLiteral("kv_siz_code_quotes_width_L2H")),
-                         ZB::scaled(greatestBroadWidth));
+    } else if (sideBySide) {
+        widthKey = QStringLiteral("kv_siz_code_quotes_width_L2H");
         heightKey = QStringLiteral("kv_siz_code_quotes_height_L2H");
     } else if (hasTwoLevelKinds && quoteType != QuoteNormal) {
         setFixedSize(0, 0);
@@ -226,7 +231,7 @@ void CQuotesPricesList::resizeLayout()
         return;
     }
     height += resources->getSize(heightKey) + (showCancel ? ZB::scaled(cancelHeight) : 0);
-    setFixedSize(width, height);
+    setFixedSize(widthOf(resources->getSize(widthKey), sideBySide), height);
     graph->update();
 }
 

@@ -66,6 +66,9 @@ public:
     void themeChanged() override;
     void scaleChanged() override;
     void resizeLayout();
+    /// The list's width for the width that a theme gives, both in pixels at the present scale: no more than the layouts
+    /// have use for. sideBySide: bids left and asks right.
+    static int widthOf(int themeWidth, bool sideBySide);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
