@@ -182,6 +182,36 @@ TEST(LadderWords, ValuesEndAtTheirPlacesAndWhatIsMissingIsADash)
     }
 }
 
+TEST(LadderWords, ANumberThatDoesNotFitIsSmallerAndNeverCut)
+{
+    LadderWindow window;
+    quoter::QuoterAllData quote = plainQuote();
+    const QuoteValuePlace place = window.places().summary[1].value;
+    const QRect room = rowOf(place).adjusted(0, 1, 0, -1);
+    const auto showsPrevious = [&](const QString &text, int pixels) {
+        QFont font(numberFont());
+        font.setPixelSize(pixels);
+        return shows(window.picture(), room, [&](QPainter &painter) {
+            painter.setFont(font);
+            painter.setPen(color("clr_table_text_default"));
+            painter.drawText(183 - QFontMetrics(font).horizontalAdvance(text), place.baseline, text);
+        });
+    };
+    QFont fitting(numberFont());
+    const QString number = QStringLiteral("12345.67");
+    while (QFontMetrics(fitting).horizontalAdvance(number) > place.room)
+        fitting.setPixelSize(fitting.pixelSize() - 1);
+    ASSERT_GE(fitting.pixelSize(), 8);
+    ASSERT_LT(fitting.pixelSize(), numberFont().pixelSize());
+    quote.previousClose = 12345.67;
+    window.give(quote);
+    EXPECT_TRUE(showsPrevious(number, fitting.pixelSize()));
+    EXPECT_FALSE(showsPrevious(number, fitting.pixelSize() + 1));
+    quote.previousClose = 123456789012.34;
+    window.give(quote);
+    EXPECT_TRUE(showsPrevious(QStringLiteral("###"), 8)) << "its first digits would be another number";
+}
+
 TEST(LadderWords, OneHalfOfASnapshotIsNoSnapshot)
 {
     LadderWindow window;
