@@ -2,7 +2,6 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QFontMetrics>
-#include <algorithm>
 #include <log4cxx/logger.h>
 
 #include "kdservice/evxtradertype.h"
@@ -21,7 +20,6 @@ namespace {
 
 constexpr int creditTradeType = 128;
 constexpr int stockOptionTradeType = 16384;
-constexpr int ageStep = 500;
 /// Milliseconds between two pictures of a busy quote: more than a screen shows is painted for nobody.
 constexpr int frameTime = 16;
 const QSize digitCell(12, 12);
@@ -158,64 +156,6 @@ void CQuotesGraphWidget::setCanUseQuickOrder(bool can)
 void CQuotesGraphWidget::setQuickOrder(bool quick)
 {
     quickOrder = quick && canUseQuickOrder;
-}
-
-void CQuotesGraphWidget::setSilenceLimit(int milliseconds)
-{
-    silenceLimit = std::max(milliseconds, 0);
-    updateAge();
-}
-
-void CQuotesGraphWidget::setFeedCut(bool cut)
-{
-    feedCut = cut;
-    updateAge();
-}
-
-void CQuotesGraphWidget::setQuoteAge(qint64 milliseconds)
-{
-    ageWhenGiven = std::max<qint64>(milliseconds, 0);
-    updateAge();
-}
-
-/// Milliseconds; only for a quote that was given.
-qint64 CQuotesGraphWidget::quoteAge() const
-{
-    return ageWhenGiven + sinceSnapshot.elapsed();
-}
-
-bool CQuotesGraphWidget::isStale() const
-{
-    return feedCut || (silenceLimit > 0 && sinceSnapshot.isValid() && quoteAge() > silenceLimit);
-}
-
-QString CQuotesGraphWidget::ageText() const
-{
-    if (!isStale())
-        return {};
-    if (!sinceSnapshot.isValid())
-        return QStringLiteral("行情中断");
-    const QString age = quotevalue::ageText(quoteAge() / 1000);
-    return feedCut ? QStringLiteral("行情中断 %1").arg(age) : QStringLiteral("%1未更新").arg(age);
-}
-
-/// Looks at the clock as long as it can change what is shown: with a limit or a cut, and something that grows old.
-void CQuotesGraphWidget::updateAge()
-{
-    const bool watching = sinceSnapshot.isValid() && (silenceLimit > 0 || feedCut);
-    if (watching != ageTimer.isActive()) {
-        if (watching)
-            ageTimer.start(ageStep, this);
-        else
-            ageTimer.stop();
-    }
-    const QString age = ageText();
-    const bool grey = !age.isEmpty() || !isEnabled();
-    if (age == view.age && grey == view.grey)
-        return;
-    view.age = age;
-    view.grey = grey;
-    update();
 }
 
 void CQuotesGraphWidget::timerEvent(QTimerEvent *event)
