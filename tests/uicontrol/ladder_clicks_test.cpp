@@ -122,7 +122,7 @@ TEST(LadderClicks, OnAVolumeThatReachesIntoThePriceTellTheVolumeFirst)
     quoter::QuoterAllData quote = plainQuote();
     quote.askVolumes[2] = 2147483646;
     window.give(quote);
-    const QuoteRowPlace &row = window.places().asks[2];
+    const QuoteRowPlace row = window.places().asks[2];
     const QFont *font = ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_quote_list_volumn_price"));
     const QRect volume = row.volume.area(QFontMetrics(*font).horizontalAdvance(QStringLiteral("2147483646")));
     const QRect both = volume & row.price.area(10);

@@ -99,12 +99,12 @@ int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int 
         EWidthKind kind = added.kind;
         if (kind == EWidthKind::Shaped && takesScript(text[count]))
             kind = EWidthKind::Complex; // the script before it may bring a font in which it is twice as wide
-        else if (complex)
-            kind = std::max(kind, EWidthKind::Shaped); // it may take a font in which nobody has tried it
         most += mostAdded(text[count], added.advance, kind);
+        // Behind a complex character no bound holds: it may change what is before it, and others may take fonts in
+        // which nobody has tried them. Nor does one where the first script of its own may change the font of all
+        // before.
         complex = complex || added.kind == EWidthKind::Complex;
-        // The first character with a script of its own may change the font of all before it.
-        open = open || count == firstOfScript;
+        open = open || complex || count == firstOfScript;
         ++count;
         if (count < shortest || (most < line.limit && !open))
             continue;
