@@ -3,14 +3,11 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <boost/thread/thread.hpp>
-#include <log4cxx/appenderskeleton.h>
-#include <log4cxx/logger.h>
 
 #include "kdservice/keyhash.h"
 #include "pagemodel/pagecolumns.h"
 #include "pagerecords.h"
 #include "records/fieldids.h"
-#include "utils/clogcenter.h"
 
 using namespace pagetest;
 
@@ -412,64 +409,6 @@ TEST(PageModelRules, MenuItemsStandInTheOrderOfTheirValues)
     const QStringList prices = model.getMenuItems(DoubleColumn);
     EXPECT_EQ(prices.mid(0, 4), QStringList({"-0.50", "2.25", "2.50", "25.00"})) << prices.join(' ').toStdString();
     EXPECT_EQ(prices.size(), 5);
-}
-
-TEST(PageModelRules, DetailsAreLoggedOnlyWhileTheyAreWanted)
-{
-    class Lines : public log4cxx::AppenderSkeleton
-    {
-    public:
-        void close() override {}
-        bool requiresLayout() const override { return false; }
-        std::vector<std::string> lines;
-
-    protected:
-        void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
-        {
-            std::string line;
-            log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
-            const auto from = line.find("0x");
-            const auto to = line.find(']', from);
-            lines.push_back(from == std::string::npos ? line : line.replace(from, to - from, "*"));
-        }
-    };
-    const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
-    const auto lines = std::make_shared<Lines>();
-    const log4cxx::LevelPtr before = logger->getLevel();
-    logger->setLevel(log4cxx::Level::getDebug());
-    logger->addAppender(lines);
-
-    Model model;
-    model.setLogDetail(true);
-    model.put("quiet");
-    utils::CLogCenter::instance()->setDebugIdEnabled(911, true);
-    model.put("A");
-    model.sortByColumnID(DoubleColumn, 1);
-    model.put("B", priced(99));
-    model.put("A", priced(100));
-    model.filterColumn({{TextColumn, {ZB::FilterExact, {"none"}}}});
-    model.put("A");
-    model.setLogDetail(false);
-    model.put("silent");
-    utils::CLogCenter::instance()->setDebugIdEnabled(911, false);
-    logger->removeAppender(lines);
-    logger->setLevel(before);
-
-    const std::vector<std::string> expected = {
-        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : append.",
-        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : append.",
-        "[dbg_id=911] [Model] [*] sort col id = 2, order = 1.",
-        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : idx_insert = 0, size = 2, insert with order.",
-        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : idxAll_insert = 0, all_size = 3, insert with order.",
-        "[dbg_id=911] [Model] [*] [UPDATE] key = A, seq = 1 : <all pass> idxAll = 2, all_size = 3, <pass> idx = 0, "
-        "size = 3",
-        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : filter not passed.",
-        "[dbg_id=911] [Model] [*] [ADD] key = B, seq = 2 : filter not passed.",
-        "[dbg_id=911] [Model] [*] [ADD] key = quiet, seq = 0 : filter not passed.",
-        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : filter not passed.",
-        "[dbg_id=911] [Model] [*] [ADD] key = A, seq = 1 : idxAll = 0, all_size = 3, cover.",
-    };
-    EXPECT_EQ(lines->lines, expected);
 }
 
 TEST(PageModelRules, ReadersAndWritersGoOnSideBySide)

@@ -1,3 +1,4 @@
+#include <unordered_map>
 #include <utility>
 
 #include "pagemodel/pagemodelcore.h"
@@ -47,13 +48,14 @@ bool PageFilterWork::testSome(const PageDeadline &deadline)
 
 void PageFilterWork::test(quint32 slot)
 {
-    if (mode == Mode::Passing && !filter.isPassAllFilter(core.rows[slot], memory))
-        return core.logNotPassed(slot);
+    if (!passes(slot))
+        return;
+    int index = 0;
     if (isSorted())
-        visible.insert(placeOf(slot), slot);
+        visible.insert(index = placeOf(slot), slot);
     else
         passing.push_back(slot);
-    statistics.add(slot, core.rows, core.columns);
+    take(slot, index);
 }
 
 /// Out of the list at once: its place there rests on values that are about to change.
@@ -66,12 +68,50 @@ void PageFilterWork::noted(quint32 slot, bool)
 void PageFilterWork::settle(quint32 slot)
 {
     noted(slot, false);
-    if (!core.all.contains(slot))
+    if (!core.all.contains(slot) || !passes(slot))
         return;
-    if (mode == Mode::Passing && !filter.isPassAllFilter(core.rows[slot], memory))
-        return core.logNotPassed(slot);
-    visible.insert(placeOf(slot), slot);
+    const int index = placeOf(slot);
+    visible.insert(index, slot);
+    take(slot, index);
+}
+
+bool PageFilterWork::passes(quint32 slot)
+{
+    if (mode == Mode::Everything || filter.isPassAllFilter(core.rows[slot], memory))
+        return true;
+    keepOutcome({slot, Outcome::NotPassed, 0});
+    return false;
+}
+
+void PageFilterWork::take(quint32 slot, int index)
+{
     statistics.add(slot, core.rows, core.columns);
+    keepOutcome({slot, index, visible.size()});
+}
+
+void PageFilterWork::keepOutcome(const Outcome &outcome)
+{
+    if (core.logging && mode == Mode::Passing)
+        outcomes.push_back(outcome);
+}
+
+/// Only the last outcome of a slot is true: what was tested before may have changed, or gone, since.
+void PageFilterWork::logOutcomes() const
+{
+    std::unordered_map<quint32, std::size_t> last;
+    for (std::size_t i = 0; i < outcomes.size(); ++i)
+        last[outcomes[i].slot] = i;
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const Outcome &outcome = outcomes[i];
+        if (last.at(outcome.slot) != i || !core.all.contains(outcome.slot))
+            continue;
+        if (outcome.index == Outcome::NotPassed)
+            core.logNotPassed(outcome.slot);
+        else if (isSorted())
+            core.logInsert(outcome.slot, outcome.index, outcome.size);
+        else
+            core.logUnsorted(outcome.slot, /* append */ true);
+    }
 }
 
 /// Where the sort puts the slot, or the order of the all list.
@@ -93,6 +133,7 @@ int PageFilterWork::placeOf(quint32 slot) const
 
 void PageFilterWork::publish()
 {
+    logOutcomes();
     std::swap(core.visible, visible);
     std::swap(core.statistics, statistics);
     core.takeFilter(filter);

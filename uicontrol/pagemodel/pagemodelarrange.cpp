@@ -6,13 +6,6 @@
 
 namespace KV {
 
-namespace {
-
-constexpr const char *sortMessage = "[Model] [{0}] sort col id = {1}, order = {2}.";
-constexpr const char *notPassedMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : filter not passed.";
-
-} // namespace
-
 /// A sort takes the place of a sort that stands just before it, carried out or not, and a filter that of a filter.
 void PageModelCore::ask(std::unique_ptr<PageWork> work)
 {
@@ -43,8 +36,7 @@ void PageModelCore::clearFilter(bool rebuild)
 
 void PageModelCore::sortByColumnID(int column, int order)
 {
-    if (logging)
-        log(sortMessage, owner, column, order);
+    logSort(column, order);
     if (column < 0)
         clearSort();
     askedColumn = column;
@@ -135,12 +127,6 @@ void PageModelCore::takeFilter(const PageFilter &carriedOut)
     filterSet = true;
     ++revision;
     countChanged = true;
-}
-
-void PageModelCore::logNotPassed(quint32 slot)
-{
-    if (logging)
-        logSlot(notPassedMessage, slot);
 }
 
 } // namespace KV

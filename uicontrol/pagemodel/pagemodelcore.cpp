@@ -4,13 +4,6 @@
 
 namespace KV {
 
-namespace {
-
-constexpr const char *appendMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : append.";
-constexpr const char *prependMessage = "[Model] [{0}] [ADD] key = {1}, seq = {2} : prepend.";
-
-} // namespace
-
 PageModelCore::PageModelCore(const void *owner_, int dataTypeId, kdservice::EVxTraderType traderType, bool append)
     : columns(traderType), keys(rows), filter(dataTypeId, columns), appendSeq(append), owner(owner_),
       askedFilter(filter), shownFilter(filter), visibleComparator(keys), allComparator(keys)
@@ -38,7 +31,7 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
     if (known)
         rows.replace(slot, page);
     capture(slot);
-    const int index = testAddDataToVisible(slot, false);
+    const int index = testAddDataToVisible(slot);
     if (index >= 0)
         addStatColumnData(slot);
     if (known)
@@ -51,9 +44,7 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
 void PageModelCore::coverInAll(quint32 slot)
 {
     const int index = all.indexOf(slot);
-    if (logging)
-        logSlot("[Model] [{0}] [ADD] key = {1}, seq = {2} : idxAll = {3}, all_size = {4}, cover.", slot, index,
-                all.size());
+    logCover(slot, index);
     relocateAllData(index);
 }
 
@@ -62,19 +53,15 @@ void PageModelCore::placeInAll(quint32 slot)
     if (sortColumn >= 0) {
         const int index = all.insertIndex(slot, visibleComparator);
         all.insert(index, slot);
-        if (logging)
-            logSlot(
-                "[Model] [{0}] [ADD] key = {1}, seq = {2} : idxAll_insert = {3}, all_size = {4}, insert with order.",
-                slot, index, all.size());
+        logInsertAll(slot, index);
     } else {
         all.insert(appendSeq ? all.size() : 0, slot);
-        if (logging)
-            logSlot(appendSeq ? appendMessage : prependMessage, slot);
+        logUnsorted(slot, appendSeq);
     }
     countChanged = true;
 }
 
-int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
+int PageModelCore::testAddDataToVisible(quint32 slot)
 {
     if (std::exchange(filterSet, false))
         shownFilter = filter;
@@ -82,19 +69,14 @@ int PageModelCore::testAddDataToVisible(quint32 slot, bool forceAppend)
         logNotPassed(slot);
         return -1;
     }
-    int index = 0;
-    if (sortColumn >= 0) {
+    int index = appendSeq ? visible.size() : 0;
+    if (sortColumn >= 0)
         index = visible.insertIndex(slot, visibleComparator);
-        if (logging)
-            logSlot("[Model] [{0}] [ADD] key = {1}, seq = {2} : idx_insert = {3}, size = {4}, insert with order.", slot,
-                    index, visible.size());
-    } else {
-        const bool append = forceAppend || appendSeq;
-        index = append ? visible.size() : 0;
-        if (logging)
-            logSlot(append ? appendMessage : prependMessage, slot);
-    }
     visible.insert(index, slot);
+    if (sortColumn >= 0)
+        logInsert(slot, index, visible.size());
+    else
+        logUnsorted(slot, appendSeq);
     return index;
 }
 
@@ -111,14 +93,14 @@ PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
     updateStatColumnData(slot);
     const int moved = relocateData(from);
     const int to = moved < 0 ? from : moved;
-    if (logging)
-        logUpdate(slot, allIndex, to);
-    if (filter.isPassExFilter(rows[slot]))
-        return pageAfterMove({from, to}, slot);
-    visible.erase(slot);
-    removeStatColumnData(slot);
-    countChanged = true;
-    return pageAfterRemoval({from, to}, slot);
+    const bool passes = filter.isPassExFilter(rows[slot]);
+    if (!passes) {
+        visible.erase(slot);
+        removeStatColumnData(slot);
+        countChanged = true;
+    }
+    logUpdate(slot, allIndex, to, passes);
+    return passes ? pageAfterMove({from, to}, slot) : pageAfterRemoval({from, to}, slot);
 }
 
 void PageModelCore::removeData(quint32 slot)

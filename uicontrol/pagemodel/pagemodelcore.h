@@ -59,8 +59,14 @@ public:
     /// @{
     void takeSort(int column, int order);
     void takeFilter(const PageFilter &carriedOut);
-    void logNotPassed(quint32 slot);
     const PageComparator &visibleOrder() const { return visibleComparator; }
+    /// @}
+
+    /// @name What became of a record that was tested for the visible list; nothing unless the log is on
+    /// @{
+    void logNotPassed(quint32 slot);
+    void logUnsorted(quint32 slot, bool append);
+    void logInsert(quint32 slot, int index, int size);
     /// @}
 
     /// Whether a visible index is on the page.
@@ -106,7 +112,7 @@ private:
 
     Result updateData(quint32 slot, const Page &page);
     /// Where the record came on the visible list, -1 when it did not.
-    int testAddDataToVisible(quint32 slot, bool forceAppend);
+    int testAddDataToVisible(quint32 slot);
     void placeInAll(quint32 slot);
     void coverInAll(quint32 slot);
     /// Whether a record that has changed stands between its neighbours no longer; then relocate…() moves it and tells
@@ -148,7 +154,11 @@ private:
     {
         log(format, owner, rows.keyView(slot), rows[slot].page->getDataSeq(), values...);
     }
-    void logUpdate(quint32 slot, int allIndex, int visibleIndex);
+    void logSort(int column, int order);
+    void logInsertAll(quint32 slot, int index);
+    void logCover(quint32 slot, int index);
+    /// Where the record was found in the all list and came on the visible one, and whether it stays there.
+    void logUpdate(quint32 slot, int allIndex, int visibleIndex, bool passes);
 
     const void *owner;
     int sequenceCounter = 0;

@@ -7,15 +7,6 @@
 
 namespace KV {
 
-namespace {
-
-// clang-format off
-constexpr const char *updateMessage =
-    "[Model] [{0}] [UPDATE] key = {1}, seq = {2} : <all {3}> idxAll = {4}, all_size = {5}, <{6}> idx = {7}, size = {8}";
-// clang-format on
-
-} // namespace
-
 std::string PageModelCore::visibleKey(qint64 index) const
 {
     return index >= 0 && index < visible.size() ? rows.key(visible.at(static_cast<int>(index))) : std::string();
@@ -109,13 +100,6 @@ bool PageModelCore::checkConsistency() const
         if (!all.contains(slot))
             return false;
     return true;
-}
-
-void PageModelCore::logUpdate(quint32 slot, int allIndex, int visibleIndex)
-{
-    const auto verdict = [](int index) { return index >= 0 ? "pass" : "FAIL"; };
-    logSlot(updateMessage, slot, verdict(allIndex), allIndex, all.size(), verdict(visibleIndex), visibleIndex,
-            visible.size());
 }
 
 } // namespace KV

@@ -121,8 +121,21 @@ protected:
     void publish() override;
 
 private:
+    /// What a test said, kept for the log until the list is the model's: the record may change and be tested again.
+    struct Outcome
+    {
+        static constexpr int NotPassed = -1;
+        quint32 slot;
+        int index; ///< where it was put, while so many were on the list with it
+        int size;
+    };
+
     bool testSome(const PageDeadline &deadline);
     void test(quint32 slot);
+    bool passes(quint32 slot);
+    void take(quint32 slot, int index);
+    void keepOutcome(const Outcome &outcome);
+    void logOutcomes() const;
     bool isSorted() const;
     int placeOf(quint32 slot) const;
 
@@ -133,7 +146,8 @@ private:
     bool placed = false;
     std::vector<quint32> order;
     std::size_t next = 0;
-    std::vector<quint32> passing; ///< while the list is not sorted
+    std::vector<quint32> passing;  ///< while the list is not sorted
+    std::vector<Outcome> outcomes; ///< while the log is on
     PageList visible;
     PageStatistics statistics;
 };
