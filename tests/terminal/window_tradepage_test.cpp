@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "feed/simulation/simulatedfeed.h"
+#include "grid/gridview.h"
 #include "kdservice/idata.h"
 #include "model/chpfdatamodel.h"
 #include "order/cquotesgraphwidget.h"
@@ -160,6 +161,16 @@ TEST_F(TradePageTest, TheFirstInstrumentIsShownAndTheQuoteListLeadsTheLadder)
     EXPECT_EQ(page().ladder().header().name().toStdString(), "名称1");
     EXPECT_EQ(clicked(valueAt(graph().places().asks[0].price)), "1128 0 0 11.5100");
     EXPECT_EQ(changed.count(), 2) << "the first instrument, and the one below it";
+
+    auto *grid = table.findChild<ZB::GridView *>();
+    const QRect cell = grid->cellRect(grid->currentRow(), grid->visibleColumns().front());
+    ASSERT_FALSE(cell.isEmpty());
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, cell.center() + QPoint(0, cell.height()));
+    EXPECT_EQ(shownCode(), "AP010");
+    EXPECT_EQ(clicked(valueAt(graph().places().asks[0].price)), "1128 0 0 12.5100");
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, cell.center() - QPoint(0, cell.height()));
+    EXPECT_EQ(shownCode(), "600000.SH") << "the mouse leads it as the keys do";
+    EXPECT_EQ(clicked(valueAt(graph().places().asks[0].price)), "1128 0 0 10.5100");
 
     EXPECT_TRUE(page().setCurrentCode(QStringLiteral("600000.SH")));
     EXPECT_EQ(table.currentData()->key(), "600000.SH") << "the quote list goes along";

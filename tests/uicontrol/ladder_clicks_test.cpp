@@ -131,6 +131,35 @@ TEST(LadderClicks, OnAVolumeThatReachesIntoThePriceTellTheVolumeFirst)
     EXPECT_EQ(window.takeEvents().toStdString(), "1129 0 0 2147483646.0000 | 1128 0 0 10.0800");
 }
 
+TEST(LadderClicks, OnALadderTooNarrowForItsPartsTellTheVolumeThenThePriceThenTheCancelling)
+{
+    LadderWindow window(QuoteLevel2Vertical);
+    quoter::QuoterAllData quote = plainQuote();
+    quote.askVolumes[2] = -2147483647 - 1;
+    window.list->setShowCancelOrder(true);
+    window.give(quote);
+    window.graph->setFixedSize(112, window.graph->height());
+    window.settle();
+    const QRect band = window.places().asks[2].band;
+    QStringList told;
+    for (int x = 0; x < window.graph->width(); ++x) {
+        window.click({x, band.center().y()});
+        const QString events = window.takeEvents();
+        if (!events.isEmpty() && (told.isEmpty() || told.last() != events))
+            told << events;
+    }
+    const QString volume = QStringLiteral("1129 0 0 -2147483648.0000");
+    const QString price = QStringLiteral("1128 0 0 10.0800");
+    const QString cancel = QStringLiteral("1243 3 49 600519.SH");
+    EXPECT_EQ(told.join(QLatin1Char('\n')).toStdString(),
+              QStringList({price, price + QStringLiteral(" | ") + cancel,
+                           volume + QStringLiteral(" | ") + price + QStringLiteral(" | ") + cancel,
+                           volume + QStringLiteral(" | ") + cancel, volume})
+                  .join(QLatin1Char('\n'))
+                  .toStdString())
+        << "from left to right";
+}
+
 TEST(LadderClicks, OnPlacesWithoutAValueMeanNothing)
 {
     LadderWindow window;
@@ -213,6 +242,35 @@ TEST(LadderMouse, ShowsAHandAndLightsUpWhatAClickTakes)
     window.move(on(place));
     window.move(QPoint(-40, -40));
     EXPECT_NE(window.picture().pixel(corner), hover);
+}
+
+TEST(LadderMouse, ShowsAHandOnEverythingThatAClickTakesAndOnNothingElse)
+{
+    for (const EQuoteType layout : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
+        SCOPED_TRACE(layout);
+        LadderWindow window(layout);
+        window.list->setShowCancelOrder(true);
+        window.give(plainQuote());
+        const QuotesLayout places = window.places();
+        std::vector<QPoint> taken{on(places.latest), on(places.asks[4].price), on(places.bids[4].volume)};
+        for (const QuoteSummaryPlace &place : places.summary)
+            taken.push_back(on(place.value));
+        std::vector<QPoint> plain{on(places.change), places.latestCaption, places.bids[1].caption,
+                                  places.summary[2].caption};
+        if (layout != QuoteNormal) {
+            taken.insert(taken.end(), {places.asks[0].cancel.center(), places.bids[4].cancel.center(),
+                                       places.cancelBuy.center(), places.cancelSell.center()});
+            for (const QuotePriceTypePlace &place : places.priceTypes)
+                taken.push_back(place.rect.center());
+            plain.insert(plain.end(), {on(places.percent), places.balanceText.center(), places.balanceBar.center()});
+        }
+        for (std::size_t i = 0; i < std::max(taken.size(), plain.size()); ++i) {
+            window.move(taken[i % taken.size()]);
+            EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor) << i % taken.size();
+            window.move(plain[i % plain.size()]);
+            EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor) << i % plain.size();
+        }
+    }
 }
 
 TEST(LadderMouse, AHandGoesWithTheValueUnderItAndComesWithTheNextOne)

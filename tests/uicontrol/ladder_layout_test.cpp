@@ -1,10 +1,14 @@
+#include <QtGui/QFontMetrics>
 #include <gtest/gtest.h>
+
 #include <string>
 
 #include "order/cquoteshorizontallayout.h"
 #include "order/cquotesnormallayout.h"
 #include "order/cquotesverticallayout.h"
 #include "theme/themeservice.h"
+#include "uicontrol/ladderwindow.h"
+#include "zb/cuiresource.h"
 
 using namespace KV;
 
@@ -46,13 +50,15 @@ std::vector<QRect> pieces(const QuotesLayout &layout)
 
 QRect roomOf(const QuoteValuePlace &place)
 {
-    return {place.right - place.room, place.rowTop + QuotesLayout::rowLead, place.room, place.pitch};
+    return {place.right - place.room, place.rowTop + ZB::scaled(QuotesLayout::rowLead), place.room, place.pitch};
 }
 
 /// The room of every text: none may be written over another.
 std::vector<QRect> texts(const QuotesLayout &layout, const QuotesMetrics &letters)
 {
-    std::vector<QRect> all{roomOf(layout.latest), roomOf(layout.change), layout.age};
+    // What says how old a quote is takes the place of the balance.
+    std::vector<QRect> all{roomOf(layout.latest), roomOf(layout.change),
+                           layout.priceTypes.empty() ? layout.age : layout.balanceText};
     const auto addCaption = [&](const QPoint &at, int characters, const QRect &row) {
         all.emplace_back(at.x(), row.top(), characters * letters.captionWidth, row.height());
     };
@@ -180,6 +186,27 @@ TEST(QuotesLayouts, GiveEveryTextRoomOfItsOwn)
         }
 }
 
+TEST(QuotesLayouts, GiveEveryTextRoomOfItsOwnAtEveryScaleOfTheTheme)
+{
+    refhost::ThemeService &themes = refhost::ThemeService::instance();
+    for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
+        themes.setScale(scale);
+        const QFontMetrics names(*ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_quote_list_name")));
+        const QuotesMetrics letters{names.height(), names.horizontalAdvance(QStringLiteral("卖")),
+                                    QSize(ZB::scaled(12), ZB::scaled(12))};
+        for (const EQuoteType kind : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal})
+            for (const bool cancel : {false, true}) {
+                SCOPED_TRACE(
+                    QStringLiteral("layout %1 at %2, marks %3").arg(kind).arg(scale).arg(cancel).toStdString());
+                LadderWindow window(kind);
+                window.list->setShowCancelOrder(cancel);
+                window.settle();
+                expectApart(texts(window.places(), letters), window.graph->rect());
+            }
+    }
+    themes.setScale(1);
+}
+
 TEST(QuotesLevel2Layouts, PutBestPricesNextToEachOther)
 {
     const CQuotesVerticalLayout vertical(QSize(200, 430), metrics, false);
@@ -193,6 +220,17 @@ TEST(QuotesLevel2Layouts, PutBestPricesNextToEachOther)
         EXPECT_GT(horizontal.asks[i].price.right - horizontal.asks[i].price.room, 200);
     }
     EXPECT_TRUE(horizontal.asks[0].barGrowsRight);
+}
+
+TEST(QuotesLevel2Layouts, UprightAllPricesEndInOneColumn)
+{
+    for (const bool cancel : {false, true}) {
+        const CQuotesVerticalLayout layout(QSize(200, 445), metrics, cancel);
+        for (std::size_t i = 0; i < 5; ++i) {
+            EXPECT_EQ(layout.asks[i].price.right, layout.latest.right);
+            EXPECT_EQ(layout.bids[i].price.right, layout.latest.right);
+        }
+    }
 }
 
 TEST(QuotesLevel2Layouts, NumbersFindRoomBetweenTheirNeighbours)

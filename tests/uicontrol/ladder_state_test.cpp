@@ -1,5 +1,7 @@
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 #include <QtCore/QSet>
+#include <QtCore/QTemporaryDir>
 #include <QtGui/QFontMetrics>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -10,6 +12,7 @@
 #include <log4cxx/helpers/transcoder.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "codes/codeindexsource.h"
 #include "kv/cstockcodelineedit.h"
@@ -164,16 +167,37 @@ TEST(QuotesPricesList, HasTheFixedSizeOfItsLayoutAndAccount)
             EXPECT_EQ(sizeOf(type, trader), normal);
 }
 
-TEST(QuotesPricesList, IsNoWiderThanItsLayoutHasUseFor)
+TEST(QuotesPricesList, IsNoWiderThanItsLayoutHasUseForWhateverTheThemeSays)
 {
     refhost::ThemeService &themes = refhost::ThemeService::instance();
-    for (const int scale : {1, 2}) {
-        themes.setScale(scale);
-        EXPECT_EQ(CQuotesPricesList::widthOf(200 * scale, false), 200 * scale);
-        EXPECT_EQ(CQuotesPricesList::widthOf(231 * scale, false), 230 * scale);
-        EXPECT_EQ(CQuotesPricesList::widthOf(400 * scale, true), 400 * scale);
-        EXPECT_EQ(CQuotesPricesList::widthOf(900 * scale, true), 400 * scale);
+    QTemporaryDir folder;
+    for (const auto &[name, both, narrow, broad] :
+         {std::tuple("slim", 170, 170, 170), std::tuple("exact", 230, 230, 230), std::tuple("wide", 231, 230, 231),
+          std::tuple("huge", 900, 230, 400)}) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QStringLiteral(R"({"name": "%1", "title": "%1", "sizes": {"kv_siz_code_quotes_width": %2,
+            "kv_siz_code_quotes_width_L2H": %2}})")
+                       .arg(QLatin1String(name))
+                       .arg(both)
+                       .toUtf8());
+        file.close();
+        ASSERT_EQ(themes.loadFile(file.fileName()).toStdString(), "");
+        for (const int scale : {1, 2}) {
+            SCOPED_TRACE(QStringLiteral("%1 at %2").arg(QLatin1String(name)).arg(scale).toStdString());
+            CQuotesPricesList list(OpParamQuotes);
+            themes.setTheme(QLatin1String(name));
+            themes.setScale(scale);
+            EXPECT_EQ(list.maximumWidth(), narrow * scale);
+            list.setQuoteType(QuoteLevel2Vertical);
+            EXPECT_EQ(list.maximumWidth(), narrow * scale);
+            list.setQuoteType(QuoteLevel2Horizontal);
+            EXPECT_EQ(list.maximumWidth(), broad * scale);
+            list.setTradeType(kdservice::TraderFuture);
+            EXPECT_EQ(list.maximumWidth(), narrow * scale) << "this account has the ordinary layout only";
+        }
     }
+    themes.setTheme(QStringLiteral("dark"));
     themes.setScale(1);
 }
 

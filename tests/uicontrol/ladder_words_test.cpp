@@ -245,6 +245,12 @@ TEST(LadderWords, ButtonsCountThePendingOrdersOfTheirSide)
         image = window.picture();
         EXPECT_TRUE(showsCentred(image, places.cancelBuy, QStringLiteral("撤买 0"), "clr_btn_text_color"));
         EXPECT_EQ(image.pixel(places.cancelBuy.topLeft()), color("clr_border").rgb()) << "nothing to cancel";
+        window.list->setOrderNum(std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min());
+        image = window.picture();
+        if (layout == QuoteLevel2Vertical) {
+            EXPECT_TRUE(showsCentred(image, places.cancelBuy, QStringLiteral("撤买 ###"), "clr_btn_text_color"))
+                << "what it does stays readable";
+        }
         for (const QuotePriceTypePlace &place : places.priceTypes) {
             const QString word = place.type == PriceOpposite  ? QStringLiteral("对手价")
                                  : place.type == PriceOwnBest ? QStringLiteral("本方最优")

@@ -18,6 +18,7 @@ constexpr int volumeRoom = 66;
 constexpr int bidVolumeRight = 79;
 constexpr int askVolumeRight = 148;
 constexpr int barGap = 4;
+constexpr int summaryGap = 16; ///< wider than from a caption to its value
 
 int captionWidth(const QuotesMetrics &metrics)
 {
@@ -89,7 +90,7 @@ CQuotesHorizontalLayout::CQuotesHorizontalLayout(const QSize &size, const Quotes
     const int balanceLeft = scaled(240);
     balanceText = QRect(balanceLeft, 1 + scaled(2), size.width() - left - balanceLeft, line + scaled(3));
     balanceBar = QRect(balanceLeft, balanceText.bottom() + 1, balanceText.width(), quoteslevel2::barHeight());
-    age = balanceText;
+    age = balanceText | balanceBar;
 
     int y = addLine(middleBand.bottom() + 1);
     bidArea = QRect(1, y, middle - 1, levels * pitch);
@@ -110,10 +111,11 @@ CQuotesHorizontalLayout::CQuotesHorizontalLayout(const QSize &size, const Quotes
     cancelSell = buttons[1];
 
     y = addLine(y + button + scaled(5));
+    const int gap = scaled(summaryGap);
     for (int i = 0; i < 4; ++i) {
-        const int cell = (size.width() - left) / 4;
+        const int cell = left + (width + gap) * i / 4;
         summary[static_cast<std::size_t>(i)] =
-            QuoteSummaryPlace::at(left + i * cell, (i + 1) * cell, y - scaled(rowLead), pitch, metrics);
+            QuoteSummaryPlace::at(cell, cell + (width + gap) / 4 - gap, y - scaled(rowLead), pitch, metrics);
     }
 }
 

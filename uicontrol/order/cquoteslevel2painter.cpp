@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "order/quotefont.h"
 #include "zb/cuiresource.h"
 
 namespace KV {
@@ -87,13 +88,16 @@ void CQuotesLevel2Painter::drawPriceTypes()
     }
 }
 
-/// The number of orders stands behind the caption; without any there is nothing to cancel, and no colour says so.
+/// The number of orders stands behind the caption, which stays when a number is too long for the button; without any
+/// there is nothing to cancel, and no colour says so.
 void CQuotesLevel2Painter::drawCancelButton(const QRect &rect, const QString &caption, qint64 orders,
                                             const QColor &side, QuoteClickAreas::Cancel &area)
 {
     area.rect = rect;
     drawButton(rect, orders > 0 ? side : *look.buttonBorder);
-    drawCentred(rect, QStringLiteral("%1 %2").arg(caption).arg(orders), *look.buttonText);
+    const QString text = QStringLiteral("%1 %2").arg(caption).arg(orders);
+    const bool isShown = QuoteFont::fit(text, *look.nameFont, rect.width()).text == text;
+    drawCentred(rect, isShown ? text : QStringLiteral("%1 ###").arg(caption), *look.buttonText);
 }
 
 /// A cross at the outer end of each level that has a price.

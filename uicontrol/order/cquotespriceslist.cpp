@@ -203,11 +203,6 @@ void CQuotesPricesList::scaleChanged()
     update();
 }
 
-int CQuotesPricesList::widthOf(int themeWidth, bool sideBySide)
-{
-    return std::min(themeWidth, ZB::scaled(sideBySide ? greatestBroadWidth : greatestWidth));
-}
-
 void CQuotesPricesList::resizeLayout()
 {
     ZB::CUiResource *resources = ZB::CUiResource::instance();
@@ -231,7 +226,8 @@ void CQuotesPricesList::resizeLayout()
         return;
     }
     height += resources->getSize(heightKey) + (showCancel ? ZB::scaled(cancelHeight) : 0);
-    setFixedSize(widthOf(resources->getSize(widthKey), sideBySide), height);
+    const int greatest = ZB::scaled(sideBySide ? greatestBroadWidth : greatestWidth);
+    setFixedSize(std::min(resources->getSize(widthKey), greatest), height);
     graph->update();
 }
 

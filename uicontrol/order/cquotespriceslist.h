@@ -65,10 +65,8 @@ public:
 
     void themeChanged() override;
     void scaleChanged() override;
+    /// Takes the size that the theme gives for the layout; no wider than the layout has use for.
     void resizeLayout();
-    /// The list's width for the width that a theme gives, both in pixels at the present scale: no more than the layouts
-    /// have use for. sideBySide: bids left and asks right.
-    static int widthOf(int themeWidth, bool sideBySide);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -52,7 +52,7 @@ CQuotesVerticalLayout::CQuotesVerticalLayout(const QSize &size, const QuotesMetr
     frame = QRect(QPoint(0, 0), size);
     balanceText = QRect(left, 1 + scaled(1), width, line);
     balanceBar = QRect(left, balanceText.bottom() + 1 + scaled(1), width, quoteslevel2::barHeight());
-    age = balanceText;
+    age = balanceText | balanceBar;
 
     const QuoteColumns columns = columnsOf(size.width(), metrics, showCancel);
     int y = addLine(1 + stripHeight);
@@ -65,10 +65,10 @@ CQuotesVerticalLayout::CQuotesVerticalLayout(const QSize &size, const QuotesMetr
     const int middleTop = y + (bandHeight - metrics.pitch()) / 2 - scaled(rowLead);
     const int baseline = middleTop + line + scaled(3);
     latestCaption = QPoint(left, baseline);
-    const int latestRoom = scaled(88 - margin - 3) - 2 * metrics.captionWidth;
-    latest = {scaled(88), latestRoom, middleTop, baseline, metrics.pitch(), scaled(5)};
-    change = {scaled(138), scaled(46), middleTop, baseline, metrics.pitch(), 0};
-    percent = {scaled(192), scaled(50), middleTop, baseline, metrics.pitch(), 0};
+    const int latestRoom = columns.priceRight - scaled(margin + 3) - 2 * metrics.captionWidth;
+    latest = {columns.priceRight, latestRoom, middleTop, baseline, metrics.pitch(), scaled(5)};
+    change = {scaled(142), scaled(142 - 3) - columns.priceRight, middleTop, baseline, metrics.pitch(), 0};
+    percent = {scaled(192), scaled(48), middleTop, baseline, metrics.pitch(), 0};
 
     y = addLine(middleBand.bottom() + 1);
     bidArea = QRect(1, y, size.width() - 2, levels * pitch);
