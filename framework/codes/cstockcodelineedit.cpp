@@ -139,7 +139,7 @@ void CStockCodeLineEdit::setWhiteList(const QMap<QString, QSet<QString>> &codes,
     d->filter.whiteList = codes;
     d->applyFilter();
     if (clearOthers && !d->code.isEmpty() && !ZB::isOnWhiteList(codes, d->code))
-        clearCode();
+        setStockCode(QString(), true);
 }
 
 void CStockCodeLineEdit::setEnableAll()

@@ -11,6 +11,8 @@ namespace KV {
 
 void CStockCodeLineEdit::inputStockCodeChar(const QString &text)
 {
+    if (!isEnabled())
+        return;
     d->edit->setFocus(Qt::OtherFocusReason);
     if (!d->isEditing)
         d->edit->clear();

@@ -19,7 +19,7 @@ namespace KV {
 /// types, and shows the name of the chosen one.
 ///
 /// Events that it delivers: 1082 (its id, 0, code, null) when the user has chosen a code, be it the present one again,
-/// or taken it away; 245 (its id, 1 or 0, empty text, null) when the keyboard focus comes to it or leaves. Threading:
+/// or taken it away, and when a white list has taken it away; 245 (its id, 1 or 0, empty text, null) when the keyboard focus comes to it or leaves. Threading:
 /// GUI thread. Ownership: its Qt parent.
 class HOST_API CStockCodeLineEdit : public ZB::CBaseWidget
 {
@@ -39,7 +39,8 @@ public:
     QString getStockCode() const;
     /// No code, without an event.
     void clearCode();
-    /// A character typed elsewhere: starts a new entry with it, or goes on with the present one.
+    /// A character typed elsewhere: starts a new entry with it, or goes on with the present one. A disabled field takes
+    /// none.
     void inputStockCodeChar(const QString &text);
 
     /// Offers only what these accounts trade, and what nobody does; TraderNone takes the limit away.
@@ -51,7 +52,8 @@ public:
     /// Which kinds are offered, as bits.
     void setFlag(EFilterFlag flags);
     /// Offers only these codes, without exchange, by exchange ("SH"; empty for codes without one); an empty set allows
-    /// the whole exchange. clearOthers: a present code that is not on the list is taken away, without an event.
+    /// the whole exchange. clearOthers: a present code that is not on the list is taken away, which delivers 1082 with
+    /// an empty text.
     void setWhiteList(const QMap<QString, QSet<QString>> &codes, bool clearOthers);
     /// Takes the white list and the kinds away: everything is offered that the accounts trade.
     void setEnableAll();

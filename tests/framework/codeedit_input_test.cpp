@@ -231,6 +231,21 @@ TEST(CodeEditInput, CharactersTypedElsewhereStartAnEntryOrGoOnWithIt)
     EXPECT_EQ(window.taken(), QStringLiteral("1082 7 0 601963.SH"));
 }
 
+TEST(CodeEditInput, ADisabledFieldTakesNoCharacters)
+{
+    CodeWindow window;
+    window.field->setStockCode("600519.SH", false);
+    window.field->setEnabled(false);
+    window.field->inputStockCodeChar("c");
+    EXPECT_EQ(window.shown(), QStringLiteral("600519.SH"));
+    EXPECT_FALSE(window.isOpen());
+    EXPECT_TRUE(window.button->hasFocus());
+    EXPECT_EQ(window.taken(), QString());
+    window.field->setEnabled(true);
+    window.field->inputStockCodeChar("c");
+    EXPECT_EQ(window.shown(), QStringLiteral("c"));
+}
+
 TEST(CodeEditInput, SettingsDecideWhatIsOffered)
 {
     CodeWindow window(true);
@@ -254,13 +269,23 @@ TEST(CodeEditInput, SettingsDecideWhatIsOffered)
     EXPECT_EQ(offered(), height(0));
     window.field->setEnableAll();
     EXPECT_EQ(offered(), height(4));
+    EXPECT_EQ(window.taken(), QString());
+}
 
+TEST(CodeEditInput, AWhiteListThatTakesTheCodeAwayTells)
+{
+    CodeWindow window;
     window.field->setStockCode("600519.SH", false);
-    window.field->setWhiteList({{"SH", {"600519"}}}, true);
+    window.field->setWhiteList({{"SH", {"600519"}}}, true); // has it
+    window.field->setWhiteList({{"SZ", {}}}, false);        // leaves it
     EXPECT_EQ(window.field->getStockCode(), QStringLiteral("600519.SH"));
+    EXPECT_EQ(window.taken(), QString());
     window.field->setWhiteList({{"SZ", {}}}, true);
     EXPECT_EQ(window.field->getStockCode(), QString());
-    EXPECT_FALSE(window.taken().contains("1082"));
+    EXPECT_EQ(window.shown(), QString());
+    EXPECT_EQ(window.taken(), QStringLiteral("1082 7 0"));
+    window.field->setWhiteList({{"SH", {}}}, true); // nothing to take away
+    EXPECT_EQ(window.taken(), QString());
 }
 
 TEST(CodeEditInput, AnInstrumentThatBecomesKnownIsFoundAtOnce)

@@ -3,6 +3,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 
+#include "codes/codepopup.h"
 #include "eventwindow.h"
 #include "kv/cstockcodelineedit.h"
 #include "order/copselectcodewidget.h"
@@ -10,15 +11,17 @@
 #include "records/record.h"
 #include "services/instruments.h"
 #include "theme/themeservice.h"
+#include "zb/ccheckbox.h"
 #include "zb/clineedit.h"
 
 namespace {
 
-void know(const std::string &code, const std::string &name)
+void know(const std::string &code, const std::string &name, KV::EFilterFlag kind = KV::FilterStock)
 {
     const auto record = refhost::makePlain(refhost::MetaInstrument, code);
     record->setData(refhost::InstrumentCode, code);
     record->setData(refhost::InstrumentName, name);
+    record->setData(refhost::InstrumentKind, static_cast<int>(kind));
     refhost::Instruments::put(record);
 }
 
@@ -29,6 +32,7 @@ struct Field
     {
         know("600519.SH", "贵州茅台");
         know("601963.SH", "重庆银行");
+        know("600001.SH", "上证工业", KV::FilterIndex);
         other = new QLineEdit(&window);
         code = new KV::COpSelectCodeWidget(static_cast<KV::EOpParamWidgetID>(id), &window);
         code->setTradeType(kdservice::TraderStock);
@@ -40,6 +44,28 @@ struct Field
     }
     KV::CStockCodeLineEdit *lineEdit() const { return code->getStockCodeLineEdit(); }
     KV::COpTypeButton *button() const { return code->findChild<KV::COpTypeButton *>(); }
+    void type(const QString &text)
+    {
+        lineEdit()->getLineEdit()->setFocus();
+        QTest::keyClicks(lineEdit()->getLineEdit(), text);
+    }
+    /// Whether the open list is as high as so many codes make it.
+    bool offers(int codes) const
+    {
+        const auto *list = code->findChild<ZB::CodePopup *>();
+        return list != nullptr && list->isVisible() &&
+               list->height() == ZB::CodeListLayout::fit(codes, list->width()).size().height();
+    }
+    /// A click on another part of the strip.
+    template <typename Widget, typename... Arguments>
+    void click(Arguments... arguments)
+    {
+        Widget part(arguments..., code);
+        part.setGeometry(0, 0, 20, 20);
+        part.show();
+        part.raise();
+        QTest::mouseClick(&part, Qt::LeftButton);
+    }
 
     EventWindow window;
     QLineEdit *other;
@@ -102,18 +128,23 @@ TEST(OpSelectCodeWidget, SwitchesItsDirectionAtAClickAndTellsWhichItIsNow)
     EXPECT_EQ(field.window.take(), "1084 20 1");
 }
 
-TEST(OpSelectCodeWidget, PassesOtherButtonsOn)
+TEST(OpSelectCodeWidget, PassesOtherEventsOn)
 {
     Field with;
-    EXPECT_FALSE(with.code->handleEvent(5, 1, 0, QString(), nullptr));
+    with.click<ZB::CPushButton>(QString(), 1);
+    with.click<ZB::CCheckBox>(8, QString());
     EXPECT_TRUE(with.code->isLong());
+    EXPECT_EQ(with.window.take(), "5 1 0\n69 8 1");
     Field without(KV::OpParamCode);
-    EXPECT_FALSE(without.code->handleEvent(5, 0, 0, QString(), nullptr));
+    without.click<ZB::CPushButton>(QString(), 0);
     without.code->setDirection(true);
     without.code->setLocked(true);
     EXPECT_FALSE(without.code->isLong());
+    EXPECT_EQ(without.window.take(), "5 0 0");
     EXPECT_FALSE(without.code->handleEvent(17, 0, 0, QString(), nullptr));
-    EXPECT_EQ(with.window.take() + without.window.take(), "");
+    EXPECT_FALSE(with.code->handleEvent(5, 1, 0, QString(), nullptr));
+    EXPECT_TRUE(with.code->handleEvent(245, 0, 1, QString(), nullptr));
+    EXPECT_TRUE(with.code->handleEvent(5, 0, 0, QString(), nullptr));
 }
 
 TEST(OpSelectCodeWidget, TellsTheCodeThatTheUserTypes)
@@ -130,9 +161,23 @@ TEST(OpSelectCodeWidget, TellsTheCodeThatTheUserTypes)
     EXPECT_EQ(field.code->getStockCode(), QStringLiteral("600519.SH"));
     field.other->setFocus();
     EXPECT_EQ(field.window.take(), "245 4 0 this");
-    EXPECT_TRUE(field.code->handleEvent(1082, 0, 0, QString(), nullptr)); // taken away
+    QTest::mouseClick(field.lineEdit()->getLineEdit(), Qt::LeftButton);
+    QTest::keyClick(field.lineEdit()->getLineEdit(), Qt::Key_Delete); // all of it, which the click has marked
+    QTest::keyClick(field.lineEdit()->getLineEdit(), Qt::Key_Return);
     EXPECT_EQ(field.code->getStockCode(), QString());
-    EXPECT_EQ(field.window.take(), "1083 4 0");
+    EXPECT_EQ(field.window.take(), "245 4 1 this\n1083 4 0");
+    EXPECT_TRUE(field.code->handleEvent(1082, 0, 0, QStringLiteral("601963.SH"), nullptr));
+    EXPECT_EQ(field.window.take(), "1083 4 0 601963.SH");
+}
+
+TEST(OpSelectCodeWidget, TellsWhenAWhiteListTakesTheCodeAway)
+{
+    Field field;
+    field.code->setStockCode(QStringLiteral("601963.SH"));
+    field.code->setWhiteList({{QStringLiteral("SH"), {QStringLiteral("600519")}}}, true);
+    EXPECT_EQ(field.lineEdit()->getStockCode(), QString());
+    EXPECT_EQ(field.code->getStockCode(), QString());
+    EXPECT_EQ(field.window.take(), "1083 1 0");
 }
 
 TEST(OpSelectCodeWidget, TakesCharactersTypedElsewhereAndTheFocus)
@@ -142,21 +187,61 @@ TEST(OpSelectCodeWidget, TakesCharactersTypedElsewhereAndTheFocus)
     EXPECT_TRUE(field.code->isAncestorOf(QApplication::focusWidget()));
     EXPECT_EQ(field.lineEdit()->getLineEdit()->text(), QStringLiteral("6"));
     field.other->setFocus();
+    field.code->setOpEnabled(false);
+    field.code->inputStockCodeChar(QStringLiteral("0"));
+    EXPECT_EQ(field.lineEdit()->getLineEdit()->text(), QString());
+    EXPECT_TRUE(field.other->hasFocus());
+    field.code->setOpEnabled(true);
     field.code->setFocus();
     EXPECT_TRUE(field.lineEdit()->hasFocus() || field.lineEdit()->isAncestorOf(QApplication::focusWidget()));
 }
 
-TEST(OpSelectCodeWidget, HandsSettingsToItsLineEditAndDoesWithoutOne)
+TEST(OpSelectCodeWidget, SettingsDecideWhatItsLineEditOffers)
 {
     Field field;
+    field.type(QStringLiteral("60"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field.offers(3); })) << "the codes were never ready";
+    field.code->setOperationType(kdservice::OperationBuy);
+    EXPECT_TRUE(field.offers(2)) << "no index";
+    field.code->setOperationType(kdservice::OperationNone);
+    field.code->setStockCodeLineEditFlag(KV::FilterIndex);
+    EXPECT_TRUE(field.offers(1));
+    field.code->setWhiteList({{QStringLiteral("SZ"), {}}}, false);
+    EXPECT_TRUE(field.offers(0));
+    field.code->setEnableAll();
+    EXPECT_TRUE(field.offers(3));
+    field.code->setTradeType(kdservice::TraderFuture);
+    EXPECT_EQ(field.code->getTradeType(), kdservice::TraderFuture);
+    EXPECT_TRUE(field.offers(1)) << "the index, which nobody trades";
+    EXPECT_EQ(field.window.take(), "245 1 1 this");
+}
+
+TEST(OpSelectCodeWidget, SettingsDecideWhatItsLineEditLooksLike)
+{
+    Field field;
+    ZB::CLineEdit *edit = field.lineEdit()->getLineEdit();
     field.code->setEmptyHintText(QStringLiteral("代码"));
-    EXPECT_EQ(field.lineEdit()->getLineEdit()->emptyHintText(), QStringLiteral("代码"));
+    EXPECT_EQ(edit->emptyHintText(), QStringLiteral("代码"));
+    const QRect inside = edit->geometry();
+    field.code->setBorderWidth(3);
+    EXPECT_EQ(edit->geometry().left(), inside.left() + 2);
+    EXPECT_EQ(edit->font().pixelSize(), 16);
+    field.code->setTextFontKey(QStringLiteral("fnt_default_normal"));
+    EXPECT_EQ(edit->font().pixelSize(), 12);
+    const QFont ofButton = field.button()->font();
+    edit->setStyleSheet(QString());
+    field.button()->setFont(QFont(QStringLiteral("monospace"), 40));
+    field.code->setFixFont(); // the fonts of the theme again, in all of it
+    EXPECT_FALSE(edit->styleSheet().isEmpty());
+    EXPECT_EQ(field.button()->font(), ofButton);
     field.code->setOpEnabled(false);
     EXPECT_FALSE(field.lineEdit()->isEnabled());
-    field.code->setStockCode(QStringLiteral("601963.SH"));
-    field.code->setWhiteList({{QStringLiteral("SH"), {QStringLiteral("600519")}}}, true);
-    EXPECT_EQ(field.lineEdit()->getStockCode(), QString());
+    EXPECT_TRUE(field.button()->isEnabled());
+}
 
+TEST(OpSelectCodeWidget, DoesWithoutItsLineEdit)
+{
+    Field field;
     delete field.lineEdit();
     field.code->setStockCode(QStringLiteral("600519.SH"));
     field.code->setTradeType(kdservice::TraderStock);
