@@ -3,6 +3,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
 #include <QtWidgets/QApplication>
+#include <algorithm>
 
 #include "eventwindow.h"
 #include "order/cautobutton.h"
@@ -92,6 +93,52 @@ TEST(AutoButton, MayBeDestroyedWhileItWaitsAndByItsOwnClick)
     QTest::qWait(10);
     EXPECT_EQ(window.take(), "5 3 0");
     EXPECT_TRUE(button.isNull());
+}
+
+TEST(AutoButton, IsTheSmallButtonThatItIsMadeAs)
+{
+    EventWindow window;
+    window.showNow();
+    const auto pictureOf = [&window](ZB::CSmallNormalButton &button) {
+        button.setGeometry(10, 10, 80, 24);
+        button.show();
+        return button.grab().toImage();
+    };
+    QList<QImage> pictures;
+    for (const bool framed : {true, false})
+        for (const auto type : {ZB::NormalButtonPlain, ZB::NormalButtonRise}) {
+            KV::CAutoButton button(3, framed, type, &window, 1);
+            EXPECT_EQ(button.buttonType(), type);
+            EXPECT_EQ(button.eventId(), 3);
+            EXPECT_EQ(button.parentWidget(), &window);
+            ZB::CSmallNormalButton plain(3, framed, type, &window);
+            pictures << pictureOf(button);
+            EXPECT_EQ(pictures.last(), pictureOf(plain));
+        }
+    EXPECT_NE(pictures[0], pictures[1]) << "types";
+    EXPECT_NE(pictures[0], pictures[2]) << "frames";
+}
+
+TEST(AutoButton, CutsItsConnectionsBeforeItsBaseIsDestroyed)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 1);
+    const auto nothing = [] {};
+    const QList<QMetaObject::Connection> connections = {
+        QObject::connect(button, &QAbstractButton::clicked, &window, nothing),
+        QObject::connect(button, &QAbstractButton::pressed, &window, nothing),
+        QObject::connect(button, &QWidget::customContextMenuRequested, &window, nothing)};
+    int connected = 0;
+    int atTheEnd = -1;
+    const auto count = [&connections] {
+        return static_cast<int>(std::count_if(connections.begin(), connections.end(),
+                                              [](const QMetaObject::Connection &each) { return bool(each); }));
+    };
+    connected = count();
+    QObject::connect(button, &QObject::destroyed, [&] { atTheEnd = count(); }); // before QObject cuts what is left
+    delete button;
+    EXPECT_EQ(connected, 3);
+    EXPECT_EQ(atTheEnd, 0);
 }
 
 TEST(AutoButton, LeavesNothingBehindInTheStyleSheets)

@@ -14,6 +14,19 @@
 
 namespace {
 
+/// A picture of a button: normal, hovered, pressed, disabled.
+QImage stateOf(QAbstractButton &button, int state)
+{
+    button.setAttribute(Qt::WA_UnderMouse, state == 1);
+    button.setDown(state == 2);
+    button.setEnabled(state != 3);
+    const QImage picture = button.grab().toImage();
+    button.setAttribute(Qt::WA_UnderMouse, false);
+    button.setDown(false);
+    button.setEnabled(true);
+    return picture;
+}
+
 /// A contract field of its own in a window.
 struct Contract
 {
@@ -69,6 +82,43 @@ TEST(CompactTypeSelectWidget, KeepsTheSourceInItsDropDown)
     EXPECT_EQ(window.take(), "7 0 2 约定");
 }
 
+TEST(CompactTypeSelectWidget, DressesItsDropDownAndTakesNoKeyboardItself)
+{
+    EventWindow window;
+    KV::CCompactTypeSelectWidget widget(&window);
+    ZB::CComboPushButton *combo = widget.getComboButton();
+    combo->addItem(QStringLiteral("普通"));
+    window.showNow();
+    combo->clearFocus();
+    EXPECT_EQ(widget.focusPolicy(), Qt::NoFocus);
+    EXPECT_EQ(combo->imageKey(), QStringLiteral("kv_img_combo_btn_small_nonormal"));
+    const QImage ours[] = {stateOf(*combo, 0), stateOf(*combo, 1), stateOf(*combo, 2), stateOf(*combo, 3)};
+    const QString enabled = QStringLiteral("clr_btn_s_nonormal_0");
+    const QString disabled = QStringLiteral("clr_maintoolbar_btn_disable");
+    combo->setTextColorKey(enabled, enabled, enabled, disabled);
+    for (int state = 0; state < 4; ++state)
+        EXPECT_EQ(ours[state], stateOf(*combo, state)) << state;
+    combo->setTextColorKey(disabled, disabled, disabled, enabled);
+    for (int state = 0; state < 4; ++state)
+        EXPECT_NE(ours[state], stateOf(*combo, state)) << state;
+}
+
+TEST(CompactTypeSelectWidget, DoesWithoutItsParts)
+{
+    EventWindow window;
+    KV::CCompactTypeSelectWidget widget(&window);
+    window.showNow();
+    delete widget.getComboButton();
+    EXPECT_EQ(widget.getComboButton(), nullptr);
+    EXPECT_EQ(widget.getCompactBrushSourceType(), kdservice::CompactSourceNone);
+    EXPECT_EQ(static_cast<int>(widget.getCompactBrushSourceType()), 32);
+    widget.setCompactBrushSourceType(kdservice::CompactSourceSpecial);
+    delete widget.findChild<ZB::CSimpleTextWidget *>();
+    refhost::ThemeService::instance().setScale(2);
+    EXPECT_EQ(widget.size(), QSize(460, 56));
+    refhost::ThemeService::instance().setScale(1);
+}
+
 TEST(CompactTypeSelectWidget, FollowsTheScale)
 {
     EventWindow window;
@@ -112,6 +162,58 @@ TEST(CompactSelectWidget, ItsCheckBoxUnlocksTheCellAndTheEventGoesOn)
     EXPECT_EQ(contract.window.take(), "70 1 0");
     EXPECT_FALSE(contract.field->handleEvent(69, 1, 0, QString(), nullptr));
     EXPECT_FALSE(contract.field->handleEvent(70, 1, 0, QString(), nullptr));
+    contract.field->setEnableEdit(true); // by the host, and the box is not checked
+    QTest::mouseClick(contract.cell->getLineEdit(), Qt::LeftButton);
+    QTest::keyClick(contract.cell->getLineEdit(), Qt::Key_Backspace);
+    EXPECT_EQ(contract.state(), "'C' free unchecked mine");
+    EXPECT_EQ(contract.window.take(), "70 1 0");
+    ZB::CPushButton other(QString(), 5, contract.field);
+    other.setGeometry(0, 0, 10, 10);
+    other.show();
+    QTest::mouseClick(&other, Qt::LeftButton);
+    EXPECT_EQ(contract.window.take(), "5 5 0");
+}
+
+TEST(CompactSelectWidget, GivesTheKeyboardToItsPartsOnly)
+{
+    Contract contract;
+    EXPECT_EQ(contract.field->focusPolicy(), Qt::NoFocus);
+    contract.box->setFocus();
+    QTest::keyClick(contract.box, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(contract.box->hasFocus()) << "a locked cell has no keyboard";
+    QTest::keyClick(contract.box, Qt::Key_Return);
+    EXPECT_EQ(contract.window.take(), "69 1 1");
+    QTest::keyClick(contract.box, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(contract.cell->getLineEdit()->hasFocus());
+    QTest::keyClick(contract.window.focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(contract.box->hasFocus());
+}
+
+TEST(CompactSelectWidget, DoesWithoutItsParts)
+{
+    Contract contract;
+    contract.field->setCommand(QStringLiteral("C42"));
+    delete contract.box;
+    EXPECT_FALSE(contract.field->getCheckStatus());
+    contract.field->setCheckStatus(true);
+    EXPECT_FALSE(contract.field->getCheckStatus());
+    contract.field->setCommand(QString());
+    EXPECT_TRUE(contract.field->getEnableEdit());
+    QTest::keyClicks(contract.cell->getLineEdit(), QStringLiteral("1"));
+    EXPECT_EQ(contract.window.take(), "70 1 0");
+    contract.field->resize(100, contract.field->height());
+    EXPECT_EQ(contract.cell->width(), 100);
+    delete contract.cell;
+    EXPECT_EQ(contract.field->getCompactId(), QString());
+    contract.field->setCommand(QStringLiteral("C1"));
+    contract.field->setEnableEdit(false);
+    EXPECT_TRUE(contract.field->getEnableEdit());
+    EXPECT_FALSE(contract.field->handleEvent(69, 1, 1, QString(), nullptr));
+    refhost::ThemeService::instance().setScale(1.5);
+    contract.field->resize(300, contract.field->height());
+    EXPECT_EQ(contract.field->minimumSizeHint(), QSize(0, 42));
+    EXPECT_EQ(contract.field->sizeHint(), QSize(0, 42));
+    refhost::ThemeService::instance().setScale(1);
 }
 
 TEST(CompactSelectWidget, ACommandFixesTheContractUntilItIsCleared)

@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QLineEdit>
 
 #include "eventwindow.h"
 #include "order/coptypebutton.h"
 #include "order/crateselectwidget.h"
 #include "theme/themeservice.h"
 #include "zb/cradiobuttongroup.h"
+#include "zb/csmallnormalbutton.h"
+#include "zb/cuiresource.h"
 
 namespace {
 
@@ -63,6 +66,39 @@ TEST(OpTypeButton, IsRedForLongAndGreenForShortAndLeavesSwitchingToItsOwner)
     EXPECT_EQ(window.take(), "");
 }
 
+TEST(OpTypeButton, WritesInTheColourOfItsWordsInEveryState)
+{
+    EventWindow window;
+    KV::COpTypeButton button(0, KV::OpParamFirstLegLong, &window);
+    button.setGeometry(10, 10, 40, 24);
+    window.showNow();
+    const auto writesIn = [&button](const char *key) {
+        const QColor color = *ZB::CUiResource::instance()->getColor(QLatin1String(key));
+        const QImage picture = button.grab().toImage();
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y) == color)
+                    return true;
+        return false;
+    };
+    for (const bool isLong : {true, false}) {
+        button.setDirection(isLong);
+        EXPECT_TRUE(writesIn("clr_operation_direction_text"));
+        button.setAttribute(Qt::WA_UnderMouse);
+        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "hovered";
+        button.setDown(true);
+        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "pressed";
+        button.setDown(false);
+        button.setEnabled(false);
+        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "disabled";
+        button.setEnabled(true);
+        button.setAttribute(Qt::WA_UnderMouse, false);
+    }
+    const QString another = QStringLiteral("clr_global_equal");
+    button.setTextColorKey(another, another, another, another);
+    EXPECT_FALSE(writesIn("clr_operation_direction_text"));
+}
+
 TEST(RateSelectWidget, SwitchesTheAmountAndTellsOnEveryClick)
 {
     EventWindow window;
@@ -87,6 +123,14 @@ TEST(RateSelectWidget, PassesTheFractionsOnAndKeepsEveryClickOfAButton)
         QTest::mouseClick(buttonOf(rates, fraction), Qt::LeftButton);
     EXPECT_EQ(window.take(), "6 0 1\n6 0 2\n6 0 3\n6 0 4\n6 0 4");
     EXPECT_EQ(rates.getCheckedButtonID(), 4);
+    QTest::keyClick(buttonOf(rates, "1/4"), Qt::Key_Left);
+    QTest::keyClick(buttonOf(rates, "1/3"), Qt::Key_Space);
+    EXPECT_EQ(window.take(), "6 0 3\n6 0 3");
+    ZB::CPushButton stranger(QString(), 3, &rates);
+    stranger.setGeometry(0, 0, 10, 10);
+    stranger.show();
+    QTest::mouseClick(&stranger, Qt::LeftButton);
+    EXPECT_EQ(window.take(), "");
     EXPECT_TRUE(rates.handleEvent(5, 3, 0, QString(), nullptr));
     EXPECT_EQ(rates.getRateReference(), KV::RateOfAvailable);
     EXPECT_FALSE(rates.handleEvent(6, 0, 0, QString(), nullptr));
@@ -117,6 +161,40 @@ TEST(RateSelectWidget, CallsTheTotalWhatTheAccountsCallIt)
     tell();
     EXPECT_EQ(shown.join(QLatin1Char(' ')).toStdString(),
               "总资产 权　益 权　益 总资产 总资产 总资产 总资产 可　用 可　用");
+}
+
+TEST(RateSelectWidget, LeavesTheKeyboardToTheFractions)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    QLineEdit other(&window);
+    other.move(0, 100);
+    window.showNow();
+    other.setFocus();
+    EXPECT_EQ(rates.focusPolicy(), Qt::NoFocus);
+    QTest::mouseClick(buttonOf(rates, "可　用"), Qt::LeftButton);
+    EXPECT_TRUE(other.hasFocus());
+    QTest::mouseClick(buttonOf(rates, "1/3"), Qt::LeftButton);
+    EXPECT_EQ(window.focusWidget(), buttonOf(rates, "1/3"));
+}
+
+TEST(RateSelectWidget, DoesWithoutItsParts)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    window.showNow();
+    delete rates.findChild<ZB::CSmallNormalButton *>();
+    rates.setBtnType(ZB::NormalButtonPlain);
+    EXPECT_TRUE(rates.handleEvent(5, 0, 0, QString(), nullptr));
+    EXPECT_EQ(rates.getRateReference(), KV::RateOfTotal);
+    rates.setTradeType(kdservice::TraderFuture);
+    EXPECT_EQ(window.take(), "1073 0 0");
+    delete rates.findChild<ZB::CRadioButtonGroup *>();
+    rates.setButtonCheckedByID(2);
+    EXPECT_EQ(rates.getCheckedButtonID(), -1);
+    refhost::ThemeService::instance().setScale(1.5);
+    EXPECT_EQ(rates.height(), 30);
+    refhost::ThemeService::instance().setScale(1);
 }
 
 TEST(RateSelectWidget, FollowsTheScale)

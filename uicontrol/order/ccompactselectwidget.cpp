@@ -42,33 +42,39 @@ void CCompactSelectWidget::createUi()
 void CCompactSelectWidget::fixSizes()
 {
     setFixedHeight(ZB::CUiResource::instance()->getSize(QStringLiteral("siz_operation_cell_height")));
-    idCell->setFixedHeight(maximumHeight());
+    if (idCell)
+        idCell->setFixedHeight(maximumHeight());
+    if (!checkBox)
+        return;
     checkBox->setFixedWidth(ZB::scaled(checkBoxWidth));
     checkBox->resize(checkBox->width(), checkBox->sizeHint().height());
 }
 
 void CCompactSelectWidget::setCompactId(const QString &id)
 {
-    idCell->setString(id);
+    if (idCell)
+        idCell->setString(id);
 }
 
 QString CCompactSelectWidget::getCompactId() const
 {
-    return idCell->toString();
+    return idCell ? idCell->toString() : QString();
 }
 
 void CCompactSelectWidget::setCommand(const QString &text)
 {
     const bool isFree = text.isEmpty();
-    idCell->setString(text);
-    idCell->setEnabled(isFree);
-    checkBox->setChecked(!isFree);
-    checkBox->setEnabled(isFree);
+    setCompactId(text);
+    setEnableEdit(isFree);
+    setCheckStatus(!isFree);
+    if (checkBox)
+        checkBox->setEnabled(isFree);
 }
 
 void CCompactSelectWidget::setCheckStatus(bool checked)
 {
-    checkBox->setChecked(checked);
+    if (checkBox)
+        checkBox->setChecked(checked);
 }
 
 bool CCompactSelectWidget::getCheckStatus() const
@@ -78,7 +84,8 @@ bool CCompactSelectWidget::getCheckStatus() const
 
 void CCompactSelectWidget::setEnableEdit(bool enabled)
 {
-    idCell->setEnabled(enabled);
+    if (idCell)
+        idCell->setEnabled(enabled);
 }
 
 bool CCompactSelectWidget::getEnableEdit() const
@@ -108,18 +115,18 @@ bool CCompactSelectWidget::isCompactDone() const
 
 QSize CCompactSelectWidget::sizeHint() const
 {
-    return QSize(idCell->sizeHint().width() + ZB::scaled(childGap) + checkBox->width(), maximumHeight());
+    return QSize((idCell ? idCell->sizeHint().width() : 0) + besideCell(), maximumHeight());
 }
 
 QSize CCompactSelectWidget::minimumSizeHint() const
 {
-    return QSize(idCell->minimumSizeHint().width() + ZB::scaled(childGap) + checkBox->width(), maximumHeight());
+    return QSize((idCell ? idCell->minimumSizeHint().width() : 0) + besideCell(), maximumHeight());
 }
 
 bool CCompactSelectWidget::handleEvent(int event, int first, int second, QString text, void *pointer)
 {
     if (event == eventChecked) {
-        idCell->setEnabled(getCheckStatus());
+        setEnableEdit(getCheckStatus());
         return false;
     }
     if (event == eventParameterEdited) {
@@ -136,10 +143,17 @@ void CCompactSelectWidget::scaleChanged()
     ZB::CBaseWidget::scaleChanged();
 }
 
+int CCompactSelectWidget::besideCell() const
+{
+    return checkBox ? checkBox->width() + ZB::scaled(childGap) : 0;
+}
+
 void CCompactSelectWidget::placeChildren()
 {
-    checkBox->move(width() - checkBox->width(), (height() - checkBox->height()) / 2);
-    idCell->setFixedWidth(std::max(0, width() - checkBox->width() - ZB::scaled(childGap)));
+    if (checkBox)
+        checkBox->move(width() - checkBox->width(), (height() - checkBox->height()) / 2);
+    if (idCell)
+        idCell->setFixedWidth(std::max(0, width() - besideCell()));
 }
 
 void CCompactSelectWidget::resizeEvent(QResizeEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QPointer>
+
 #include "uicontrolexport.h"
 #include "zb/cbasewidget.h"
 
@@ -11,7 +13,8 @@ class CParameterCell;
 namespace KV {
 
 /// The field of the ticket in which the user may name the contract to act on: a cell for its id, and a check box that
-/// unlocks it. Carries an open date and a flag for the host. GUI thread.
+/// unlocks it. Carries an open date and a flag for the host. Does without a part of it that has been deleted: the check
+/// box is not checked then, the cell free and empty. GUI thread.
 ///
 /// Delivers 70 (1, 1 or 0 for the check box, empty text, null) at event 119, when the id is edited.
 class UICONTROL_API CCompactSelectWidget : public ZB::CBaseWidget
@@ -51,9 +54,11 @@ private:
     void createUi();
     void fixSizes();
     void placeChildren();
+    /// The width that the cell has to leave.
+    int besideCell() const;
 
-    ZB::CCheckBox *checkBox = nullptr;
-    ZB::CParameterCell *idCell = nullptr;
+    QPointer<ZB::CCheckBox> checkBox;
+    QPointer<ZB::CParameterCell> idCell;
     QString openDate = QStringLiteral("-1");
     bool compactDone = false;
 };

@@ -42,8 +42,10 @@ void CCompactTypeSelectWidget::createUi()
 void CCompactTypeSelectWidget::fixSizes()
 {
     resize(cellSize("siz_operation_cell_width"), cellSize("siz_operation_cell_height"));
-    caption->resize(caption->sizeHint());
-    comboButton->setFixedSize(ZB::scaled(comboWidth), cellSize("siz_operation_cell_height"));
+    if (caption)
+        caption->resize(caption->sizeHint());
+    if (comboButton)
+        comboButton->setFixedSize(ZB::scaled(comboWidth), cellSize("siz_operation_cell_height"));
 }
 
 kdservice::EVXCompactBrushSource CCompactTypeSelectWidget::getCompactBrushSourceType() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QPointer>
+
 #include "kdservice/eoperationtype.h"
 #include "kdservice/evxcompactbrushsource.h"
 #include "uicontrolexport.h"
@@ -13,7 +15,7 @@ class CSimpleTextWidget;
 namespace KV {
 
 /// The cell of the ticket in which the user picks where a contract comes from. The host fills the drop-down; an item's
-/// index is the source's value. GUI thread.
+/// index is the source's value. Does without a part of it that has been deleted. GUI thread.
 class UICONTROL_API CCompactTypeSelectWidget : public ZB::CWidgetList
 {
     Q_OBJECT
@@ -28,6 +30,7 @@ public:
     void setCompactBrushSourceType(kdservice::EVXCompactBrushSource source);
     /// The sources are the same for every operation.
     void setOpType(kdservice::EOperationType type);
+    /// Null once it has been deleted.
     ZB::CComboPushButton *getComboButton() const;
 
     void scaleChanged() override;
@@ -38,8 +41,8 @@ protected:
 private:
     void fixSizes();
 
-    ZB::CSimpleTextWidget *caption = nullptr;
-    ZB::CComboPushButton *comboButton = nullptr;
+    QPointer<ZB::CSimpleTextWidget> caption;
+    QPointer<ZB::CComboPushButton> comboButton;
 };
 
 } // namespace KV

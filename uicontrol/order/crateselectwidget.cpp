@@ -46,7 +46,8 @@ void CRateSelectWidget::createUi()
 void CRateSelectWidget::fixSizes()
 {
     setFixedHeight(ZB::scaled(stripHeight));
-    referenceButton->setFixedSize(ZB::scaled(buttonWidth), ZB::scaled(stripHeight));
+    if (referenceButton)
+        referenceButton->setFixedSize(ZB::scaled(buttonWidth), ZB::scaled(stripHeight));
 }
 
 int CRateSelectWidget::getCheckedButtonID() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QPointer>
+
 #include "kdservice/evxtradertype.h"
 #include "order/eratereference.h"
 #include "uicontrolexport.h"
@@ -17,7 +19,8 @@ namespace KV {
 /// the fractions all, 1/2, 1/3 and 1/4 (ids 1 to 4). GUI thread.
 ///
 /// Delivers 1073 (0, 0, empty text, null) when the amount is switched, and passes the event of the fractions' group on;
-/// both mean that the order is to be sized anew. Takes every event 5 for itself.
+/// both mean that the order is to be sized anew. Takes every event 5 for itself. Does without a part of it that has
+/// been deleted.
 class UICONTROL_API CRateSelectWidget : public ZB::CWidgetList
 {
     Q_OBJECT
@@ -26,7 +29,7 @@ public:
     explicit CRateSelectWidget(QWidget *parent = nullptr);
     ~CRateSelectWidget() override;
 
-    /// Id of the chosen fraction; -1 without one.
+    /// Id of the chosen fraction; -1 without one, and without the fractions.
     int getCheckedButtonID() const;
     /// An id that is no fraction's lets the choice go.
     void setButtonCheckedByID(int id);
@@ -48,8 +51,8 @@ private:
     void fixSizes();
 
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
-    ZB::CSmallNormalButton *referenceButton = nullptr;
-    ZB::CRadioButtonGroup *rateGroup = nullptr;
+    QPointer<ZB::CSmallNormalButton> referenceButton;
+    QPointer<ZB::CRadioButtonGroup> rateGroup;
     ERateReference rateReference = RateOfAvailable;
 };
 
