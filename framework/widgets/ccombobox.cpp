@@ -4,6 +4,7 @@
 #include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QStyleOptionComboBox>
 
 #include "widgets/buttonpaint.h"
 #include "zb/cstylesheetcenter.h"
@@ -52,13 +53,24 @@ bool CComboBox::isHint() const
     return false;
 }
 
+/// Asking for the view instead would make one.
+bool CComboBox::isOpen() const
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    return option.state.testFlag(QStyle::State_On);
+}
+
 void CComboBox::paintEvent(QPaintEvent *)
 {
     const auto color = [](const char *key) { return *CUiResource::instance()->getColor(QLatin1String(key)); };
-    const bool hovered = isEnabled() && underMouse();
+    const bool isPressed = isEnabled() && isOpen();
+    const bool isHovered = isEnabled() && underMouse();
+    const char *ground = isPressed   ? "clr_background_pressed"
+                         : isHovered ? "clr_background_hover"
+                                     : "clr_btn_background_color";
     QPainter painter(this);
-    paintButtonBox(painter, rect(), color(hovered ? "clr_background_hover" : "clr_btn_background_color"),
-                   color(isEnabled() ? "clr_border" : "clr_line"));
+    paintButtonBox(painter, rect(), color(ground), color(isEnabled() ? "clr_border" : "clr_line"));
     painter.setFont(font());
     const QColor text = color(!isEnabled() ? "clr_text_disabled"
                               : isHint()   ? "clr_text_second"
@@ -68,7 +80,7 @@ void CComboBox::paintEvent(QPaintEvent *)
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
                      fontMetrics().elidedText(shownText(), Qt::ElideRight, place.width()));
     paintDropArrow(painter, QRect(width() - scaled(arrowWidth), 0, scaled(arrowWidth), height()), text);
-    if (hasFocus())
+    if (hasFocus() || isPressed)
         paintFocusRing(painter, rect());
 }
 

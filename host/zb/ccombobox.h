@@ -28,6 +28,8 @@ protected:
     /// Whether shownText() says that nothing is chosen yet, and so stands in the second text colour; false unless
     /// overridden.
     virtual bool isHint() const;
+    /// Whether the popup is open, which makes the box look pressed; for boxes with a popup of their own.
+    virtual bool isOpen() const;
 
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

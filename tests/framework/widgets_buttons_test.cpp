@@ -3,10 +3,14 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
+#include <functional>
 
 #include "eventwindow.h"
 #include "theme/themeservice.h"
 #include "zb/ccheckbox.h"
+#include "zb/ccombobox.h"
+#include "zb/ccombopushbutton.h"
+#include "zb/clineedit.h"
 #include "zb/cradiobuttongroup.h"
 #include "zb/csmallnormalbutton.h"
 
@@ -48,24 +52,53 @@ struct Radio
     QLineEdit *behind;
 };
 
-/// Normal, hovered, pressed, focused, disabled.
-QList<QImage> statePictures(QAbstractButton &button)
+/// Normal, hovered, pressed (where there is something to press), focused, disabled.
+QList<QImage> statePictures(QWidget &widget, const std::function<void(bool)> &press)
 {
     QList<QImage> pictures;
-    const auto take = [&] { pictures << button.grab().toImage(); };
+    const auto take = [&] { pictures << widget.grab().toImage(); };
     take();
-    button.setAttribute(Qt::WA_UnderMouse);
+    widget.setAttribute(Qt::WA_UnderMouse);
     take();
-    button.setDown(true);
+    if (press) {
+        press(true);
+        take();
+        press(false);
+        QApplication::setActiveWindow(widget.window()); // without a window system a popup keeps the keyboard
+    }
+    widget.setAttribute(Qt::WA_UnderMouse, false);
+    widget.setFocus();
     take();
-    button.setDown(false);
-    button.setAttribute(Qt::WA_UnderMouse, false);
-    button.setFocus();
+    widget.setEnabled(false);
     take();
-    button.setEnabled(false);
-    take();
-    button.setEnabled(true);
+    widget.setEnabled(true);
     return pictures;
+}
+
+/// No two states of it look alike, in either theme.
+void expectDistinctStates(EventWindow &window, QWidget &widget, const std::function<void(bool)> &press = {})
+{
+    QLineEdit other(&window);
+    widget.setGeometry(5, 30, 80, 24);
+    widget.show();
+    other.show();
+    window.resize(200, 100);
+    window.showNow();
+    for (const char *theme : {"dark", "light"}) {
+        refhost::ThemeService::instance().setTheme(QLatin1String(theme));
+        other.setFocus();
+        ASSERT_TRUE(other.hasFocus());
+        const QList<QImage> pictures = statePictures(widget, press);
+        for (int a = 0; a < pictures.size(); ++a)
+            for (int b = 0; b < a; ++b)
+                EXPECT_NE(pictures[a], pictures[b]) << theme << ": " << b << " and " << a;
+    }
+    refhost::ThemeService::instance().setTheme(QStringLiteral("dark"));
+}
+
+void expectDistinctStates(EventWindow &window, QAbstractButton &button)
+{
+    expectDistinctStates(window, button, [&button](bool down) { button.setDown(down); });
 }
 
 } // namespace
@@ -94,27 +127,81 @@ TEST(PushButton, DeliversEventFiveWithItsIdForEveryWayToClickIt)
 TEST(PushButton, LooksDifferentInEveryState)
 {
     EventWindow window;
-    window.resize(200, 100);
-    ZB::CPushButton image(QStringLiteral("kv_img_combo_btn_small_nonormal"), 0, &window);
-    ZB::CSmallNormalButton small(0, true, ZB::NormalButtonRaised, &window);
-    ZB::CSmallNormalButton accent(0, false, ZB::NormalButtonAccent, &window);
-    ZB::CCheckBox box(0, QStringLiteral("指定"), &window);
-    QLineEdit other(&window);
-    window.showNow();
-    for (const char *theme : {"dark", "light"}) {
-        refhost::ThemeService::instance().setTheme(QLatin1String(theme));
-        int top = 0;
-        for (QAbstractButton *button : std::initializer_list<QAbstractButton *>{&image, &small, &accent, &box}) {
-            button->setText(QStringLiteral("文字"));
-            button->setGeometry(5, top += 20, 60, 20);
-            other.setFocus();
-            const QList<QImage> pictures = statePictures(*button);
-            for (int a = 0; a < pictures.size(); ++a)
-                for (int b = 0; b < a; ++b)
-                    EXPECT_NE(pictures[a], pictures[b]) << theme << ", button at " << top << ": " << b << " and " << a;
-        }
+    for (const char *image : {"kv_img_btn_red_small", "kv_img_btn_green_small", "kv_img_combo_btn_small_nonormal"}) {
+        SCOPED_TRACE(image);
+        ZB::CPushButton button(QLatin1String(image), 0, &window);
+        button.setText(QStringLiteral("文字"));
+        expectDistinctStates(window, button);
     }
-    refhost::ThemeService::instance().setTheme(QStringLiteral("dark"));
+    for (int type = ZB::NormalButtonPlain; type <= ZB::NormalButtonFall; ++type) {
+        SCOPED_TRACE(type);
+        ZB::CSmallNormalButton button(0, true, static_cast<ZB::ENormalButtonType>(type), &window);
+        button.setText(QStringLiteral("文字"));
+        expectDistinctStates(window, button);
+    }
+}
+
+TEST(CheckBox, LooksDifferentInEveryState)
+{
+    EventWindow window;
+    for (const bool isChecked : {false, true}) {
+        ZB::CCheckBox box(0, QStringLiteral("指定"), &window);
+        box.setChecked(isChecked);
+        expectDistinctStates(window, box);
+    }
+}
+
+TEST(RadioButtonGroup, ItsButtonsLookDifferentInEveryState)
+{
+    EventWindow window;
+    for (const bool isChecked : {false, true}) {
+        SCOPED_TRACE(isChecked);
+        ZB::CRadioButtonGroup group(&window, 0, 0, false, Qt::Horizontal);
+        group.addButton(QStringLiteral("全部"), 1);
+        if (isChecked)
+            group.setCheckedById(1);
+        group.show();
+        group.setGeometry(0, 0, 200, 100);
+        expectDistinctStates(window, *buttonOf(group, "全部"));
+    }
+}
+
+TEST(LineEdit, LooksDifferentInEveryState)
+{
+    EventWindow window;
+    for (const char *text : {"", "600519"}) {
+        SCOPED_TRACE(text);
+        ZB::CLineEdit edit(0, &window);
+        edit.setEmptyHintText(QStringLiteral("代码"));
+        edit.setText(QLatin1String(text));
+        expectDistinctStates(window, edit);
+        const QImage right = edit.grab().toImage();
+        edit.setWarning(true);
+        EXPECT_NE(edit.grab().toImage(), right);
+    }
+}
+
+TEST(ComboBox, LooksDifferentInEveryState)
+{
+    EventWindow window;
+    ZB::CComboBox box(0, &window);
+    box.addItem(QStringLiteral("甲"));
+    expectDistinctStates(window, box, [&box](bool open) { open ? box.showPopup() : box.hidePopup(); });
+}
+
+TEST(ComboPushButton, LooksDifferentInEveryStateAndWhileItsListIsOpen)
+{
+    EventWindow window;
+    ZB::CComboPushButton button(QStringLiteral("kv_img_combo_btn_small_nonormal"), 32, 10, 24, 3, 20, &window);
+    button.addItem(QStringLiteral("普通"));
+    expectDistinctStates(window, button);
+    expectDistinctStates(window, button, [&button](bool open) {
+        if (open)
+            button.showPopup();
+        else
+            button.popup()->close();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (button.popup() != nullptr) == open; }));
+    });
 }
 
 TEST(CheckBox, TellsWhatTheUserChangesAndNotWhatACallerSets)
