@@ -45,6 +45,18 @@ TEST(AccountsComboBox, AReportOfTheTreeIsStoredShownAndPassedOn)
     EXPECT_EQ(window.combo->getSelection(), Selection(KV::SelectedAccountGroup, QStringLiteral("套利")));
 }
 
+TEST(AccountsComboBox, LooksPressedWhileTheTreeIsOpen)
+{
+    AccountWindow window;
+    const auto closed = window.combo->grab().toImage();
+    window.press(Qt::Key_Down);
+    EXPECT_NE(window.combo->grab().toImage(), closed);
+    window.press(Qt::Key_Escape);
+    EXPECT_EQ(window.combo->grab().toImage(), closed);
+    QTest::mouseClick(window.combo, Qt::LeftButton);
+    EXPECT_NE(window.combo->grab().toImage(), closed);
+}
+
 TEST(AccountsComboBox, HearsOfChangesOfTheChosenGroupOnly)
 {
     AccountWindow window;

@@ -3,6 +3,7 @@
 #include <QtGui/QCursor>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <functional>
 
 #include "uicontrol/accountwindow.h"
 #include "zb/cstylesheetcenter.h"
@@ -152,4 +153,62 @@ TEST(AccountsTree, APopupLeftForAnotherWindowCloses)
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isOpen(); }));
     EXPECT_EQ(window.taken(), QStringLiteral("1137 0 1 800002"));
+}
+
+TEST(AccountsTree, FocusThatLeavesTheBoxWithTheCursorInThePopupKeepsItOpen)
+{
+    AccountWindow window;
+    window.open();
+    QCursor::setPos(window.popup->mapToGlobal(window.popup->rect().bottomRight() - QPoint(1, 1)));
+    window.button->setFocus();
+    EXPECT_TRUE(window.isOpen());
+    window.combo->setFocus();
+    EXPECT_TRUE(window.isOpen()); // focus that comes opens and closes nothing
+    QCursor::setPos(window.popup->mapToGlobal(window.popup->rect().bottomRight() + QPoint(1, 1)));
+    window.button->setFocus();
+    EXPECT_FALSE(window.isOpen());
+    window.combo->setFocus();
+    EXPECT_FALSE(window.isOpen());
+    EXPECT_EQ(window.taken(), QString());
+}
+
+TEST(AccountsTree, ClosesWhenItsBoxIsTakenFromItsPlace)
+{
+    AccountWindow window;
+    const auto closesBy = [&window](const std::function<void()> &action) {
+        window.open();
+        action();
+        return QTest::qWaitFor([&window] { return !window.isOpen(); }, 2000);
+    };
+    EXPECT_TRUE(closesBy([&window] { window.move(window.pos() + QPoint(30, 0)); }));
+    EXPECT_TRUE(closesBy([&window] { window.resize(window.size() + QSize(0, 10)); }));
+    EXPECT_TRUE(closesBy([&window] { window.combo->move(window.combo->pos() + QPoint(0, 3)); }));
+    EXPECT_TRUE(closesBy([&window] { window.combo->resize(window.combo->width(), window.combo->height() + 3); }));
+    EXPECT_TRUE(closesBy([&window] { window.combo->hide(); }));
+    window.combo->show();
+    window.combo->showPopup();
+    window.button->resize(window.button->width() - 1, window.button->height()); // another's place
+    EXPECT_TRUE(window.isOpen());
+    EXPECT_EQ(window.taken(), QString());
+}
+
+TEST(AccountsTree, ClosesWhenAnotherWindowIsActivatedWhereverTheCursorIs)
+{
+    AccountWindow window;
+    QWidget other;
+    other.setGeometry(500, 300, 100, 100);
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.combo->setFocus();
+    window.combo->showPopup();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.popup));
+    window.click("套利");
+    EXPECT_EQ(window.taken(), QStringLiteral("1137 0 0 套利"));
+    QCursor::setPos(window.popup->mapToGlobal(window.popup->rect().center()));
+    other.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&window] { return !window.isOpen(); }, 2000));
+    EXPECT_EQ(window.taken(), QStringLiteral("1137 0 0 套利"));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&other)); // and stays so
 }

@@ -95,6 +95,18 @@ void AccountWindow::clickLikeAWindowSystem(const QString &id)
     click(id);
 }
 
+void AccountWindow::open()
+{
+    combo->showPopup();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(popup));
+    QCursor::setPos(popup->mapToGlobal(popup->rect().center())); // or else it is left, and closes
+    QApplication::processEvents();
+    QApplication::setActiveWindow(this);
+    combo->setFocus();
+    EXPECT_TRUE(combo->hasFocus());
+    EXPECT_TRUE(isOpen());
+}
+
 void AccountWindow::press(Qt::Key key)
 {
     QTest::keyClick(combo, key);

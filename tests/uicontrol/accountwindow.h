@@ -30,6 +30,9 @@ public:
     /// A click as window systems make it: the window under the cursor becomes active first.
     void clickLikeAWindowSystem(const QString &id);
     void press(Qt::Key key);
+    /// Opens the popup, waits until it is there, and gives the keyboard back to the box where the window system has
+    /// given it to the popup.
+    void open();
     bool isOpen() const { return popup->isVisible(); }
 
     refhost::Accounts *accounts = nullptr;

@@ -120,6 +120,11 @@ bool CAccountsComboBox::isHint() const
     return selectionName.isEmpty();
 }
 
+bool CAccountsComboBox::isOpen() const
+{
+    return tree->isVisible();
+}
+
 void CAccountsComboBox::slotAccountGroupChanged(const QMap<QString, bool> &groups)
 {
     if (selectionType != SelectedAccountGroup)

@@ -46,6 +46,7 @@ public:
 protected:
     QString shownText() const override;
     bool isHint() const override;
+    bool isOpen() const override;
 
     bool event(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

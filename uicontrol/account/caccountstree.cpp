@@ -1,5 +1,6 @@
 #include "account/caccountstree.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtGui/QCursor>
 #include <QtGui/QKeyEvent>
@@ -204,23 +205,55 @@ void CAccountsTree::showEvent(QShowEvent *event)
 {
     rebuild();
     ZB::CBaseWidget::showEvent(event);
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
 void CAccountsTree::hideEvent(QHideEvent *event)
 {
     ZB::CBaseWidget::hideEvent(event);
+    QCoreApplication::instance()->removeEventFilter(this);
     changeItemText();
 }
 
-/// A popup that was clicked into has the window system's activation: it goes back to where the combo box is. (A tool
-/// window's isActiveWindow() is true also while its parent's window is active.)
+/// The box looks pressed while its popup is open. A popup that was clicked into has the window system's activation: it
+/// goes back to where the combo box is. (A tool window's isActiveWindow() is true also while its parent's window is
+/// active.)
 void CAccountsTree::setVisible(bool visible)
 {
     const QPointer<QWidget> box(parentWidget());
     const bool wasActive = QApplication::activeWindow() == this;
     ZB::CBaseWidget::setVisible(visible);
-    if (!visible && wasActive && box != nullptr)
+    if (box == nullptr)
+        return;
+    box->update();
+    if (!visible && wasActive)
         box->activateWindow();
+}
+
+/// Whether an object is the box, or a widget that moves it by moving.
+bool CAccountsTree::isAround(const QObject *object) const
+{
+    const QWidget *box = parentWidget();
+    const auto *widget = qobject_cast<const QWidget *>(object);
+    return box != nullptr && widget != nullptr && (widget == box || widget->isAncestorOf(box));
+}
+
+bool CAccountsTree::isLeft() const
+{
+    const QWidget *active = QApplication::activeWindow();
+    return active != this && parentWidget() != nullptr && active != parentWidget()->window();
+}
+
+bool CAccountsTree::eventFilter(QObject *watched, QEvent *event)
+{
+    const QWidget *box = parentWidget();
+    const bool isMoved = event->type() == QEvent::Move && isAround(watched);
+    const bool isResized =
+        event->type() == QEvent::Resize && box != nullptr && (watched == box || watched == box->window());
+    const bool isDeactivated = event->type() == QEvent::WindowDeactivate && isAround(watched) && isLeft();
+    if (isMoved || isResized || isDeactivated)
+        hide();
+    return false;
 }
 
 /// Whoever clicked into the popup and goes on to another place leaves it. A press on the combo box closes it itself.
@@ -232,7 +265,7 @@ void CAccountsTree::changeEvent(QEvent *event)
     const QPoint cursor = QCursor::pos();
     const QWidget *box = parentWidget();
     const bool isOnBox = box != nullptr && box->rect().contains(box->mapFromGlobal(cursor));
-    if (!isOnBox && !rect().contains(mapFromGlobal(cursor)))
+    if (isLeft() || (!isOnBox && !rect().contains(mapFromGlobal(cursor))))
         hide();
 }
 

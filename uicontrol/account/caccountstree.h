@@ -45,6 +45,9 @@ protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
+    /// While it is open, for the whole program: whatever takes the box from its place, or leaves the box's window,
+    /// closes it.
+    bool eventFilter(QObject *watched, QEvent *event) override;
     /// Arrows move, Enter and the space bar hide and so report, Escape goes back to what was clicked last.
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -63,6 +66,9 @@ private:
     /// popup without a choice reports nothing.
     void markReported();
     void applySizes();
+    bool isAround(const QObject *object) const;
+    /// Whether the keyboard has gone to a window that is neither the popup nor the box's.
+    bool isLeft() const;
     QTreeWidgetItem *itemByKey(int key) const;
 
     kdservice::EVxTraderType traderType;
