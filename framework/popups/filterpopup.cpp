@@ -26,7 +26,8 @@ QString shownText(const QString &text)
 
 FilterPopup::FilterPopup(int column, const QString &title, const ColumnFilter &presentFilter,
                          std::unique_ptr<DistinctTexts> texts, QWidget *parent)
-    : PopupFrame(parent), filterColumn(column), present(presentFilter), gatherer(std::move(texts))
+    : PopupFrame(parent), filterColumn(column), present(presentFilter), filtered(!presentFilter.second.isEmpty()),
+      gatherer(std::move(texts))
 {
     build(title);
     connect(&step, &QTimer::timeout, this, &FilterPopup::gatherOn);
@@ -39,6 +40,12 @@ FilterPopup::~FilterPopup() = default;
 int FilterPopup::column() const
 {
     return filterColumn;
+}
+
+void FilterPopup::setFiltered(bool isFiltered)
+{
+    filtered = isFiltered;
+    updateState();
 }
 
 void FilterPopup::setCountsShown(bool shown)
@@ -99,7 +106,7 @@ void FilterPopup::setTexts(const QStringList &offered)
     QHash<QString, int> counts;
     for (const DistinctTexts::Value &value : gatherer->values())
         counts.insert(value.text, value.count);
-    const bool all = present.second.isEmpty() || present.first != FilterExact;
+    const bool all = !filtered || present.first != FilterExact;
     std::vector<CheckItem> items;
     textOfItem.assign(texts.begin(), texts.end());
     for (const QString &text : texts)
@@ -136,10 +143,11 @@ void FilterPopup::updateState()
     for (QPushButton *button : choiceButtons)
         button->setEnabled(!byText && isGathered());
     accept->setEnabled(byText || (isGathered() && checked > 0));
-    remove->setEnabled(!present.second.isEmpty());
+    remove->setEnabled(filtered);
 }
 
-/// Everything chosen means no filter, so that values which come later show too.
+/// Everything chosen means no filter, so that values which come later show too. What was left as it is stays so, also
+/// where other filters leave nothing else to choose.
 void FilterPopup::apply()
 {
     QSet<QString> values;
@@ -150,6 +158,10 @@ void FilterPopup::apply()
     if (!accept->isEnabled())
         return;
     values = checkedTexts();
+    if (filtered && present.first == FilterExact && values == present.second) {
+        close();
+        return;
+    }
     const bool all = values.size() == int(textOfItem.size()) && !gatherer->isTruncated();
     finish(FilterExact, all ? QSet<QString>() : values);
 }

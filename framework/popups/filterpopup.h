@@ -36,6 +36,9 @@ public:
     ~FilterPopup() override;
 
     int column() const;
+    /// Whether the column is filtered; at first it is when the present filter has texts. One without any lets nothing
+    /// pass.
+    void setFiltered(bool filtered);
     /// Whether texts show how often they occur; they do at first.
     void setCountsShown(bool shown);
     bool isGathered() const;
@@ -70,6 +73,7 @@ private:
 
     const int filterColumn;
     const ColumnFilter present;
+    bool filtered;
     bool countsShown = true;
     std::unique_ptr<DistinctTexts> gatherer;
     std::vector<QString> textOfItem; ///< by CheckItem::id

@@ -178,8 +178,10 @@ void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &hea
     if (!model || !q->columnFilterable(column))
         return;
     closePopup();
-    auto *box = new FilterPopup(column, model->columnHeader(column), q->columnFilters().value(column),
+    const auto filters = q->columnFilters();
+    auto *box = new FilterPopup(column, model->columnHeader(column), filters.value(column),
                                 std::make_unique<MenuTexts>(*q, *model, column), q);
+    box->setFiltered(filters.contains(column));
     box->setCountsShown(!isPaged()); // of one page only
     popup = box;
     QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });

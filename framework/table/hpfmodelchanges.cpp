@@ -37,12 +37,6 @@ HpfModelState::PutResult HpfModelState::put(const Row &row)
 
 void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told)
 {
-    if (!presentPlan()->fits(model)) {
-        const std::lock_guard<std::mutex> lock(mutex);
-        wished.revision = ++lastRevision;
-        if (job)
-            job->cancel();
-    }
     std::vector<Change> changes;
     changes.reserve(std::min(changesPerPiece, static_cast<std::size_t>(rows.size())));
     const auto applyPiece = [&] {
@@ -102,10 +96,24 @@ void HpfModelState::readChange(Change &change, Reading &reading) const
         reading.next->read(*change.row, change.nextValues);
 }
 
+/// What was made for columns of other types is wished for once more; not while that is being made already, or a stream
+/// of changes would have it begun again and again.
+void HpfModelState::checkColumns(const Reading &read)
+{
+    const std::shared_ptr<const HpfModelPlan> &newest = read.next ? read.next->plan() : read.present->plan();
+    if (newest->fits(model))
+        return;
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (job != read.job || (job ? job->isCancelled() : unmet()))
+        return;
+    wishAnew();
+}
+
 void HpfModelState::applyAll(Change *changes, std::size_t count)
 {
     for (;;) {
         Reading read = reading();
+        checkColumns(read);
         std::for_each(changes, changes + count, [&](Change &change) { readChange(change, read); });
         const std::lock_guard<std::mutex> lock(mutex);
         if (plan != read.present->plan() || job != read.job)

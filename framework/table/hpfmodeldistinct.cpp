@@ -26,12 +26,22 @@ bool goesBefore(const Found &a, const Found &b)
     return bySortText != 0 ? bySortText < 0 : a.value.text < b.value.text;
 }
 
+/// The filters that were asked for last, whether they are carried out yet or not.
+std::shared_ptr<const HpfModelPlan> newestPlan(const IBaseHpfTableModel &model, const HpfModelState &state)
+{
+    const std::shared_ptr<const HpfModelPlan> present = state.presentPlan();
+    const HpfModelWish wish = state.wish();
+    if (wish.filters == present->wish().filters)
+        return present;
+    return std::make_shared<const HpfModelPlan>(model, wish, present.get());
+}
+
 } // namespace
 
 struct HpfDistinctTexts::Private
 {
-    Private(HpfModelState &modelState, const HpfModelColumn &countedColumn)
-        : state(modelState), column(countedColumn), reader(state.presentPlan())
+    Private(const IBaseHpfTableModel &model, HpfModelState &modelState, const HpfModelColumn &countedColumn)
+        : state(modelState), column(countedColumn), reader(newestPlan(model, modelState))
     {
         const auto &filters = reader.plan()->filters();
         for (std::size_t i = 0; i < filters.size(); ++i) {
@@ -99,7 +109,8 @@ struct HpfDistinctTexts::Private
 };
 
 HpfDistinctTexts::HpfDistinctTexts(const IBaseHpfTableModel &model, int column)
-    : d(std::make_unique<Private>(HpfModelAccess::stateOf(model), HpfModelColumn(column, model.columnType(column))))
+    : d(std::make_unique<Private>(model, HpfModelAccess::stateOf(model),
+                                  HpfModelColumn(column, model.columnType(column))))
 {
 }
 

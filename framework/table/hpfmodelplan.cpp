@@ -11,6 +11,11 @@ HpfModelColumn columnOf(const IBaseHpfTableModel &model, int number)
     return {number, model.columnType(number)};
 }
 
+bool isSummable(const HpfModelColumn &column)
+{
+    return column.kind() != core::ValueKind::Text;
+}
+
 core::ValueFilter conditionsOf(const QVector<HpfModelWish::Condition> &conditions)
 {
     core::ValueFilter filter;
@@ -43,7 +48,7 @@ HpfModelPlan::HpfModelPlan(const IBaseHpfTableModel &model, const HpfModelWish &
     }
     for (const int column : madeOf.sums) {
         const HpfModelColumn read = columnOf(model, column);
-        if (read.kind() != core::ValueKind::Text)
+        if (isSummable(read))
             summed.push_back(read);
     }
 }
@@ -74,22 +79,34 @@ bool HpfModelPlan::fits(const IBaseHpfTableModel &model) const
                        [&](const SortField &field) { return field.custom || unchanged(field.column); }) &&
            std::all_of(columnFilters.begin(), columnFilters.end(),
                        [&](const FilterPtr &filter) { return unchanged(filter->source()); }) &&
-           std::all_of(summed.begin(), summed.end(), unchanged);
+           std::all_of(madeOf.sums.begin(), madeOf.sums.end(), [&](int column) {
+               const HpfModelColumn present = columnOf(model, column);
+               const HpfModelColumn *const known = sumOf(column);
+               return known ? *known == present : !isSummable(present);
+           });
 }
 
 bool HpfModelPlan::covers(const HpfModelPlan &other) const
 {
     return sort == other.sort && columnFilters == other.columnFilters &&
-           std::all_of(other.summed.begin(), other.summed.end(), [this](const HpfModelColumn &column) {
-               return std::find(summed.begin(), summed.end(), column) != summed.end();
+           std::all_of(other.madeOf.sums.begin(), other.madeOf.sums.end(), [&](int column) {
+               const HpfModelColumn *const known = sumOf(column);
+               const HpfModelColumn *const wanted = other.sumOf(column);
+               return known && wanted ? *known == *wanted : known == wanted;
            });
+}
+
+const HpfModelColumn *HpfModelPlan::sumOf(int column) const
+{
+    const auto found = std::find_if(summed.begin(), summed.end(),
+                                    [column](const HpfModelColumn &sum) { return sum.number() == column; });
+    return found == summed.end() ? nullptr : &*found;
 }
 
 int HpfModelPlan::sumIndex(int column) const
 {
-    const auto found = std::find_if(summed.begin(), summed.end(),
-                                    [column](const HpfModelColumn &sum) { return sum.number() == column; });
-    return found == summed.end() ? -1 : static_cast<int>(found - summed.begin());
+    const HpfModelColumn *const found = sumOf(column);
+    return found ? static_cast<int>(found - summed.data()) : -1;
 }
 
 HpfModelPlan::Reader::Reader(const std::shared_ptr<const HpfModelPlan> &readPlan) : source(readPlan)

@@ -39,7 +39,8 @@ public:
     const std::vector<HpfModelColumn> &sums() const { return summed; }
     core::Arrangement arrangement() const;
 
-    /// Whether the model's columns still have the types that the plan was made for. Asks the model.
+    /// Whether the model's columns still have the types that the plan was made for, those also that had no sum because
+    /// of theirs. Asks the model.
     bool fits(const IBaseHpfTableModel &model) const;
     /// Whether rows arranged by this plan are all that the other one asks for; it may keep more sums.
     bool covers(const HpfModelPlan &other) const;
@@ -67,6 +68,9 @@ public:
     };
 
 private:
+    /// Null for a column that is not summed.
+    const HpfModelColumn *sumOf(int column) const;
+
     using AnswerList = std::vector<HpfModelFilter::Answers>;
 
     HpfModelWish madeOf;

@@ -36,9 +36,20 @@ void HpfModelState::changeWish(const std::function<void(HpfModelWish &)> &change
     if (next.sort == wished.sort && next.filters == wished.filters && next.sums == wished.sums)
         return;
     wished = next;
+    wishAnew();
+}
+
+void HpfModelState::wishAnew()
+{
     wished.revision = ++lastRevision;
     if (job)
         job->cancel(); // it makes what is not wanted any more
+}
+
+void HpfModelState::columnsChanged()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    wishAnew();
 }
 
 void HpfModelState::setSort(const QVector<QPair<int, int>> &columns)

@@ -58,6 +58,8 @@ public:
     void setFilter(int column, const HpfModelWish::Condition &condition);
     void narrowFilter(int column, const HpfModelWish::Condition &condition);
     void clearFilters();
+    /// Columns may have another type than what is there, or under way, was made for.
+    void columnsChanged();
     void setSum(int column, bool enable);
     HpfModelWish wish() const;
     /// Whether something is wished for that is not carried out yet.
@@ -132,12 +134,14 @@ private:
     Reading reading();
     void readChange(Change &change, Reading &reading) const;
     void refreshEmptyPlan();
+    void checkColumns(const Reading &read);
     void applyAll(Change *changes, std::size_t count);
     void warmUp(const Change *changes, std::size_t count) const;
     void apply(Change &change);
     Row removeSlot(quint32 slot);
 
     void changeWish(const std::function<void(HpfModelWish &)> &change);
+    void wishAnew();
     bool unmet() const { return wished.revision != plan->wish().revision; }
     bool pending() const;
     void endTurn();

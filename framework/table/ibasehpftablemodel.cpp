@@ -1,7 +1,9 @@
 #include "zb/ibasehpftablemodel.h"
 
+#include <algorithm>
 #include <limits>
 
+#include "filter/valuefilter.h"
 #include "table/hpfmodelcolumn.h"
 #include "table/hpfmodelstate.h"
 
@@ -19,6 +21,25 @@ int compareBy(const HpfModelColumn &column, bool descending, IBaseHpfTableData &
         return keyA < keyB ? -1 : 1;
     const int byText = textA.compare(textB);
     return descending ? -byText : byText;
+}
+
+/// One condition in the place of several. Exact texts that do not meet the others are none any more; conditions of
+/// which none is exact have no common form, and the last of them stands for all.
+IBaseHpfTableModel::ColumnFilter combined(const QVector<HpfModelWish::Condition> &conditions)
+{
+    const auto exact = std::find_if(conditions.begin(), conditions.end(), [](const HpfModelWish::Condition &condition) {
+        return condition.first == FilterExact;
+    });
+    if (exact == conditions.end())
+        return conditions.last();
+    core::ValueFilter all;
+    for (const HpfModelWish::Condition &condition : conditions)
+        all.narrow(condition.first, condition.second);
+    IBaseHpfTableModel::ColumnFilter filter(FilterExact, {});
+    for (const QString &text : exact->second)
+        if (all.passes(text))
+            filter.second.insert(text);
+    return filter;
 }
 
 } // namespace
@@ -73,6 +94,12 @@ void IBaseHpfTableModel::removeDatasByKey(const QVector<std::string> &keys)
 void IBaseHpfTableModel::clearRows()
 {
     state->clear();
+    setUpdated(true);
+}
+
+void IBaseHpfTableModel::columnsChanged()
+{
+    state->columnsChanged();
     setUpdated(true);
 }
 
@@ -162,7 +189,7 @@ QMap<int, IBaseHpfTableModel::ColumnFilter> IBaseHpfTableModel::columnFilters() 
     QMap<int, ColumnFilter> filters;
     const HpfModelWish wish = state->wish();
     for (auto it = wish.filters.cbegin(); it != wish.filters.cend(); ++it)
-        filters.insert(it.key(), it.value().last());
+        filters.insert(it.key(), combined(it.value()));
     return filters;
 }
 

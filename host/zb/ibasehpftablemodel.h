@@ -116,6 +116,8 @@ public:
     int indexOfKey(const std::string &key) const;
 
     void clearFilter();
+    /// The filtered columns, each with one condition that says the same as all that were set for it: the exact texts
+    /// that may still pass, none of them when nothing does. Of several conditions without exact texts, the last.
     QMap<int, ColumnFilter> columnFilters() const;
     /// Where rows without a sort go, from now on: to the end (true) or to the front.
     void setAppendSeq(bool append);
@@ -145,6 +147,9 @@ protected:
     void _resetStatMap();
     /// What a derived clear() calls.
     void clearRows();
+    /// What a derived model calls when columns have come, gone or become of another type: what was sorted, filtered and
+    /// summed by the former ones is so by the new ones. GUI thread; costs nothing where the types are the same.
+    void columnsChanged();
 
 private:
     friend class HpfModelAccess;

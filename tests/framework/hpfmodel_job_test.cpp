@@ -1,4 +1,5 @@
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <gtest/gtest.h>
 #include <thread>
@@ -282,6 +283,33 @@ TEST(HpfModelJob, ManyRowsAreReadByTwoThreadsIntoOneOrder)
     EXPECT_EQ(shownKeys(model), plain.shownKeys());
     EXPECT_EQ(allKeys(model), plain.allKeys());
     EXPECT_EQ(model.getStatColumnDouble(Price), plain.sumOf(Price));
+}
+
+TEST(HpfModelJob, AStreamOfRowsDoesNotPutOffWhatAColumnOfAnotherTypeAsksFor)
+{
+    ValueModel model;
+    QVector<ZB::IBaseHpfTableModel::Row> rows;
+    for (int i = 0; i < 5000; ++i)
+        rows.append(makeRow(keyOf(i), i));
+    model.setSortColumns({{Quantity, 1}});
+    model.updateDatas(rows);
+    model.textColumns = true;
+    std::atomic<bool> settled{false};
+    bool waited = false;
+    std::thread feed([&] {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!settled && !waited) {
+            model.updateDatas({makeRow(keyOf(0), 1)});
+            waited = std::chrono::steady_clock::now() > end;
+        }
+    });
+    while (!HpfModelAccess::status(model).pending)
+        std::this_thread::yield();
+    model.size();
+    settled = true;
+    feed.join();
+    EXPECT_FALSE(waited) << "the order was there when the stream had ended, and not before";
+    EXPECT_EQ(model.indexOfKey(keyOf(999)), 0) << "as texts they begin with the nines";
 }
 
 TEST(HpfModelJob, ARowMayAskItsModelWhileItIsRead)

@@ -178,6 +178,28 @@ TEST(HpfModel, FiltersReplaceNarrowAndGo)
     EXPECT_EQ(shownKeys(model), "a b c d");
 }
 
+TEST(HpfModel, TellsAColumnsFiltersAsOneThatPassesTheSame)
+{
+    ValueModel model;
+    const auto told = [&model] {
+        const auto filter = model.columnFilters().value(Name);
+        QStringList texts = filter.second.values();
+        texts.sort();
+        return QString::number(filter.first) + ' ' + texts.join(' ');
+    };
+    model.filter(Name, 0, {"ax", "b", "bx"});
+    model.narrow(Name, 0, {"b", "bx", "c"});
+    EXPECT_EQ(told(), "0 b bx");
+    model.narrow(Name, 1, {"X"});
+    EXPECT_EQ(told(), "0 bx");
+    model.narrow(Name, 0, {"c"});
+    EXPECT_EQ(told(), "0 ");
+    EXPECT_TRUE(model.columnFilters().contains(Name));
+    model.filter(Name, 1, {"b"});
+    model.narrow(Name, 1, {"x"});
+    EXPECT_EQ(told(), "1 x");
+}
+
 TEST(HpfModel, AFilterTakesUpRowsThatComeToPassAndDropsOthers)
 {
     ValueModel model;
@@ -332,11 +354,35 @@ TEST(HpfModel, AColumnOfAnotherTypeIsReadAnew)
     model.textColumns = true;
     model.updateDatas({makeRow("c", 8)});
     EXPECT_EQ(shownKeys(model), "b c a");
+    model.textColumns = false;
+    model.updateData(makeRow("c", 8));
+    EXPECT_EQ(shownKeys(model), "c a b");
+    model.textColumns = true;
+    model.columnsChanged();
+    EXPECT_EQ(shownKeys(model), "b c a");
     model.clear();
     model.textColumns = false;
     model.addData(makeRow("a", 9));
     model.addData(makeRow("b", 10));
     EXPECT_EQ(shownKeys(model), "a b");
+}
+
+TEST(HpfModel, AColumnThatBecomesANumberIsSummedFromThenOn)
+{
+    ValueModel model;
+    model.textColumns = true;
+    model.setColumnStatEnable(Quantity, true);
+    model.updateDatas({makeRow("a", 9)});
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 0);
+    model.textColumns = false;
+    model.updateDatas({makeRow("b", 10)});
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 19);
+    model.textColumns = true;
+    model.updateData(makeRow("b", 11));
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 0);
+    model.textColumns = false;
+    model.columnsChanged();
+    EXPECT_EQ(model.getStatColumnLongLong(Quantity), 20);
 }
 
 TEST(HpfModel, ClearKeepsWhatWasAskedForAndForgetsTheRows)
@@ -535,10 +581,13 @@ TEST(HpfModel, DistinctTextsCountWhatTheOtherFiltersLetPass)
     EXPECT_EQ(texts(77), ":6");
     model.filter(Name, 0, {"xx", "zzz"});
     model.filter(Status, 0, {"S1"});
-    model.size();
     EXPECT_EQ(texts(Name), "xx:1 zzz:1");
     EXPECT_EQ(texts(Status), "S0:2 S1:2");
     EXPECT_EQ(texts(Quantity), "1:1 3:1");
+    model.size();
+    EXPECT_EQ(texts(Status), "S0:2 S1:2");
+    model.clearFilter();
+    EXPECT_EQ(texts(Quantity), "1:1 2:1 3:2 -:2");
     model.clear();
     EXPECT_EQ(texts(Name), "");
 }

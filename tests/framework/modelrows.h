@@ -84,6 +84,7 @@ public:
 
     using IBaseHpfTableModel::_addStatColumnData;
     using IBaseHpfTableModel::_resetStatMap;
+    using IBaseHpfTableModel::columnsChanged;
 
     void filter(int column, int type, const QSet<QString> &values);
     void narrow(int column, int type, const QSet<QString> &values);

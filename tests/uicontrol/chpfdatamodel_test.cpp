@@ -357,6 +357,20 @@ TEST(HpfDataModel, AddedColumnsStandAtTheEnd)
     EXPECT_FALSE(model->getExtraDataModel()->exist(ticketColumns + 1));
 }
 
+TEST(HpfDataModel, AColumnThatComesAfterItsSortSortsByItsOwnType)
+{
+    const Guarded<> model;
+    auto *extra = model->getExtraDataModel();
+    extra->addData(QStringLiteral("a"), ticketColumns, 10.0, nullptr);
+    extra->addData(QStringLiteral("b"), ticketColumns, 9.0, nullptr);
+    extra->addColumn(ticketColumns, KV::CExtraColumnInfo(QStringLiteral("-"), 2, utils::FormatNone));
+    model->setSortColumns({{ticketColumns, 0}});
+    addRows(model.pointer(), {makeTicket("a"), makeTicket("b")});
+    EXPECT_EQ(shownKeys(*model), "a b") << "as texts";
+    model->addColumn(namedColumn("计算", QVariant::Double), QStringLiteral("-"), true);
+    EXPECT_EQ(shownKeys(*model), "b a");
+}
+
 TEST(HpfDataModel, NewColumnsDropAddedOnesAndKeepOverlays)
 {
     const Guarded<OpenModel> model(MetaWide);

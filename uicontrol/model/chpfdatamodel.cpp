@@ -109,6 +109,7 @@ int CHpfDataModel::addColumn(const CHpfDataColumnProperty &property, const QStri
     }
     if (extra)
         extraDataModel->addColumn(number, CExtraColumnInfo(name, extraPrecision, utils::FormatNone));
+    columnsChanged();
     return number;
 }
 

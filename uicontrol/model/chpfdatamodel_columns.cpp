@@ -84,16 +84,19 @@ CHpfDataModel::NewColumn CHpfDataModel::columnOf(kdservice::FieldDes &field) con
 
 void CHpfDataModel::storeColumns(const std::vector<NewColumn> &columns)
 {
-    const WriteLock lock(mutex);
-    int number = 0;
-    for (const NewColumn &column : columns) {
-        columnOfField[column.property.fieldId] = number;
-        fields[number] = column.field;
-        properties[number] = column.property;
-        ++number;
+    {
+        const WriteLock lock(mutex);
+        int number = 0;
+        for (const NewColumn &column : columns) {
+            columnOfField[column.property.fieldId] = number;
+            fields[number] = column.field;
+            properties[number] = column.property;
+            ++number;
+        }
+        forgetPlan();
+        useKnownPlan();
     }
-    forgetPlan();
-    useKnownPlan();
+    columnsChanged();
 }
 
 QVariant::Type CHpfDataModel::dataTypeToQtType(kdservice::EXT_DATA_TYPE type) const
