@@ -3,11 +3,17 @@
 #include <QtWidgets/QWidget>
 
 #include "dialog/caboutdialog.h"
+#include "dialog/clogpackfolder.h"
 #include "dialog/csendlogwidget.h"
+#include "net/rpcengine.h"
 
 namespace terminal {
 
-WindowDialogs::WindowDialogs(QWidget *owner) : QObject(owner), window(owner) {}
+/// What a program that was killed has left in the temporary folder goes at the next start.
+WindowDialogs::WindowDialogs(QWidget *owner) : QObject(owner), window(owner)
+{
+    net::RPCEngine::instance()->getStrand("uicontrol_send_log")->post([] { KV::CLogPackFolder::removeLeftOvers(); });
+}
 
 WindowDialogs::~WindowDialogs() = default;
 

@@ -1,3 +1,6 @@
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
@@ -8,12 +11,14 @@
 #include "feed/simulation/simulatedfeed.h"
 #include "kv/productinfo.h"
 #include "services/productinfo.h"
+#include "services/strandservice.h"
 #include "services/userconfig.h"
 #include "window/barbutton.h"
 #include "window/feedpump.h"
 #include "window/logpage.h"
 #include "window/mainwindow.h"
 #include "window/productname.h"
+#include "window/windowdialogs.h"
 
 using namespace terminal;
 
@@ -28,6 +33,25 @@ BarButton *button(QWidget &in, const QString &text)
 }
 
 } // namespace
+
+TEST(WindowDialogs, WhatAKilledProgramHasLeftGoesAtTheNextStart)
+{
+    const QTemporaryDir folder;
+    const QByteArray formerTemp = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(folder.path()));
+    ASSERT_TRUE(QDir(folder.path()).mkpath("sendlog-old/more"));
+    QFile lock(folder.filePath("sendlog-old/in-use.lock")); // of a process that there is not
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly) && lock.write("2147483646\nterminal\n\n") > 0);
+    lock.close();
+    QWidget window;
+    const WindowDialogs dialogs(&window);
+    EXPECT_TRUE(QTest::qWaitFor([&folder] { return !QDir(folder.filePath("sendlog-old")).exists(); }));
+    refhost::finishStrands();
+    if (formerTemp.isEmpty())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", formerTemp);
+}
 
 TEST(WindowDialogs, OpenByKeyAndByButtonOnceAndGoWithTheWindow)
 {

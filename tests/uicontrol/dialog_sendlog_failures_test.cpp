@@ -2,10 +2,12 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
+#include <QtWidgets/QFileDialog>
 #include <random>
 
 #include "dialog/clogpreview.h"
 #include "services/logservice.h"
+#include "services/strandservice.h"
 #include "uicontrol/sendlogwindow.h"
 
 namespace {
@@ -108,6 +110,24 @@ TEST_F(SendLogWindow, ClosedOrStoppedInTheMiddleItLeavesNothingBehind)
     widget->close();
     EXPECT_EQ(widget->findChild<KV::CLogPreview *>(), nullptr);
     EXPECT_TRUE(isCleanSoon());
+
+    open();
+    press(QStringLiteral("另存为…")); // closed by the program while the user is asked where to
+    EXPECT_EQ(widget->findChildren<QFileDialog *>().size(), 1);
+    widget->close();
+    EXPECT_EQ(widget->findChildren<QFileDialog *>().size(), 0);
+
+    open();
+    description()->setFocus();
+    widget->saveTo(folder.filePath("mine.zip"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !labels("正在保存").isEmpty(); }, 20000));
+    QTest::keyClick(widget.get(), Qt::Key_Escape);
+    EXPECT_EQ(outcome(), "已停止");
+    refhost::finishStrands();
+    for (const QFileInfo &left : QDir(folder.path()).entryInfoList({"mine.zip*"}, QDir::Files | QDir::Hidden))
+        EXPECT_GT(left.size(), 6 << 20) << left.fileName().toStdString(); // whole, or nothing at all
+    EXPECT_TRUE(isCleanSoon());
+    widget->close();
 
     open();
     press(QStringLiteral("发送"));

@@ -6,6 +6,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 
+#include "dialog/clogpackfolder.h"
 #include "dialog/clogpreview.h"
 #include "services/productinfo.h"
 #include "theme/themeservice.h"

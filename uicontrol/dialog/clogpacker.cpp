@@ -3,12 +3,12 @@
 #include <KZip>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
+#include <QtCore/QFileInfo>
 #include <vector>
 
 #include "dialog/clogmasker.h"
+#include "dialog/clogpackfolder.h"
 
 namespace KV {
 
@@ -16,13 +16,15 @@ namespace {
 
 constexpr qint64 chunkBytes = 256 << 10;
 constexpr int longestLine = 1 << 20; ///< bytes; of a longer one the rest is left out
+constexpr size_t mostHeldOpen = 64;  ///< files: a process may not open many more, and its connections need some
 
-/// A file that is held open, so that renaming it changes nothing.
+/// A file that is to be packed. The newest are held open from the start, so that renaming them changes nothing.
 struct OpenLog
 {
     LogFileEntry entry;
-    std::unique_ptr<QFile> file;
-    qint64 end = 0; ///< where it ended at the start
+    QString name;                ///< in the zip file
+    std::unique_ptr<QFile> file; ///< null for one that is opened when it is its turn
+    qint64 end = 0;              ///< where it ended at the start
 };
 
 /// Reads a file line by line, and a limited number of bytes.
@@ -36,14 +38,19 @@ public:
     {
         while (left > 0 && rest.lastIndexOf('\n') < 0 && rest.size() <= longestLine) {
             const QByteArray more = file.read(std::min(left, chunkBytes));
-            if (more.isEmpty())
-                left = 0; // cut off meanwhile, or unreadable
-            left -= more.size();
+            isShort = isShort || more.isEmpty(); // cut off meanwhile, or unreadable
+            left = more.isEmpty() ? 0 : left - more.size();
             rest += more;
         }
         return rest.size() > longestLine && rest.lastIndexOf('\n') < 0 ? takeOverlong() : takeLines();
     }
-    bool hasFailed() const { return file.error() != QFileDevice::NoError; }
+    /// Why the file has not been read to its end; empty when it has.
+    QString problem() const
+    {
+        if (file.error() != QFileDevice::NoError)
+            return file.errorString();
+        return isShort ? QStringLiteral("文件在读取时变短") : QString();
+    }
 
 private:
     QByteArray takeLines()
@@ -65,6 +72,7 @@ private:
         rest.clear();
         while (left > 0 && rest.isEmpty()) {
             QByteArray more = file.read(std::min(left, chunkBytes));
+            isShort = isShort || more.isEmpty();
             left = more.isEmpty() ? 0 : left - more.size();
             const int lineEnd = more.indexOf('\n');
             omitted += lineEnd < 0 ? more.size() : lineEnd;
@@ -77,6 +85,7 @@ private:
     QFile &file;
     qint64 left;
     QByteArray rest;
+    bool isShort = false;
 };
 
 class Packing
@@ -110,15 +119,36 @@ private:
     void openFiles()
     {
         for (const LogFileEntry &entry : request.files) {
-            OpenLog log{entry, std::make_unique<QFile>(entry.path), 0};
-            if (!log.file->open(QIODevice::ReadOnly)) {
-                pack.notes << QStringLiteral("%1 没有发送：%2").arg(entry.name, log.file->errorString());
+            OpenLog log{entry, nameInPack(entry.name), std::make_unique<QFile>(entry.path), 0};
+            if (!open(log))
                 continue;
-            }
             log.end = log.file->size();
+            if (log.end < entry.size)
+                pack.notes << QStringLiteral("%1 比列出时短，可能已经轮换").arg(log.name);
+            if (logs.size() >= mostHeldOpen)
+                log.file.reset();
             pack.totalBytes += log.end;
             logs.push_back(std::move(log));
         }
+    }
+
+    bool open(OpenLog &log)
+    {
+        if (!log.file->open(QIODevice::ReadOnly)) {
+            pack.notes << QStringLiteral("%1 没有发送：%2").arg(log.name, log.file->errorString());
+            return false;
+        }
+        return true;
+    }
+
+    /// Masked, without what a file system could refuse, and each name once.
+    QString nameInPack(const QString &name)
+    {
+        QString masked = QString::fromUtf8(masker.masked(name.toUtf8())).replace(QLatin1Char('*'), QLatin1Char('x'));
+        while (names.contains(masked))
+            masked.prepend(QLatin1String("2-"));
+        names << masked;
+        return masked;
     }
 
     bool prepare()
@@ -128,22 +158,28 @@ private:
         if (pack.totalBytes > mostLogBytes)
             return fail(QStringLiteral("所选日志共 %1，超过 %2，请缩小日期范围")
                             .arg(sizeText(pack.totalBytes), sizeText(mostLogBytes)));
-        pack.folder = std::make_unique<QTemporaryDir>(QDir::temp().filePath(QStringLiteral("sendlog-XXXXXX")));
-        if (!pack.folder->isValid())
-            return fail(QStringLiteral("无法创建临时目录：%1").arg(pack.folder->errorString()));
+        pack.folder = std::make_unique<CLogPackFolder>();
+        if (!pack.folder->problem().isEmpty())
+            return fail(pack.folder->problem());
         pack.path = pack.folder->filePath(request.name);
         return true;
     }
 
     bool add(KZip &zip, QFile &file, OpenLog &log)
     {
+        if (log.file == nullptr) {
+            log.file = std::make_unique<QFile>(log.entry.path);
+            if (!open(log))
+                return true; // the others go along
+        }
         const QDateTime time = QFileInfo(*log.file).lastModified();
-        if (!zip.prepareWriting(log.entry.name, QString(), QString(), 0, 0100644, time, time, time)) {
+        if (!zip.prepareWriting(log.name, QString(), QString(), 0, 0100644, time, time, time)) {
             isWritable(file); // says why, if it is the disk
             return false;
         }
         qint64 written = 0;
         const bool good = copyLines(zip, file, log, written);
+        log.file.reset();
         // An entry that is given up is ended too: nothing else lets go of what compresses it.
         if (!zip.finishWriting(written) || !good)
             return false;
@@ -164,8 +200,8 @@ private:
             if (file.size() > request.mostPacked)
                 return failOfSize();
         }
-        if (reader.hasFailed())
-            pack.notes << QStringLiteral("%1 没有读完：%2").arg(log.entry.name, log.file->errorString());
+        if (const QString problem = reader.problem(); !problem.isEmpty())
+            pack.notes << QStringLiteral("%1 没有读完：%2").arg(log.name, problem);
         return true;
     }
 
@@ -192,6 +228,7 @@ private:
     LogPack &pack;
     const CLogMasker masker;
     std::vector<OpenLog> logs;
+    QStringList names; ///< of the logs, as they are in the zip file
 };
 
 } // namespace

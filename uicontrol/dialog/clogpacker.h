@@ -8,9 +8,9 @@
 #include "dialog/logfileentry.h"
 #include "uicontrolexport.h"
 
-class QTemporaryDir;
-
 namespace KV {
+
+class CLogPackFolder;
 
 /// What is to be packed.
 struct LogPackRequest
@@ -42,15 +42,16 @@ struct UICONTROL_API LogPack
     qint64 size = 0;       ///< of the zip file, bytes
     qint64 totalBytes = 0; ///< of the files, known from the start
     int fileCount = 0;
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<CLogPackFolder> folder;
 };
 
 /// The most bytes that the files of a pack may have together.
 constexpr qint64 mostLogBytes = qint64(2) << 30;
 
 /// Fills a pack, and sets `finished` at the end. The files are only read, as far as they reached at the start: a file
-/// that grows meanwhile stays cut there, one that is renamed is read on under its new name. A cancelled or failed pack
-/// has no folder. Not for the GUI thread.
+/// that grows meanwhile stays cut there, one that is renamed is read on under its new name (the newest of them: not
+/// every file is held open at once), and one that has become shorter is named in the notes. Personal data in a file's
+/// name is masked too. A cancelled or failed pack has no folder. Not for the GUI thread.
 UICONTROL_API void packLogs(const LogPackRequest &request, LogPack &pack);
 
 } // namespace KV

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "dialog/clogpackfolder.h"
+#include "dialog/clogsaver.h"
 #include "dialog/dialoglook.h"
 #include "dialog/mailaddresses.h"
 #include "net/rpcengine.h"
@@ -129,6 +131,10 @@ void CSendLogWidget::slotPoll()
         takePack();
     else if (state == State::Packing)
         showPacking();
+    else if (state == State::Saving && copy->finished)
+        takeCopy();
+    else if (state == State::Saving && pack->size > 0)
+        progress->setValue(int(copy->writtenBytes * progressSteps / pack->size));
 }
 
 void CSendLogWidget::showPacking()
@@ -149,6 +155,7 @@ void CSendLogWidget::startListing()
     net::RPCEngine::instance()
         ->getStrand("uicontrol_send_log")
         ->post([target = listing, folder = utils::getLogFolder()] {
+            CLogPackFolder::removeLeftOvers();
             target->files = listLogFiles(folder);
             target->finished = true;
         });

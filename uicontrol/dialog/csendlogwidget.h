@@ -24,6 +24,8 @@ class CLineEdit;
 
 namespace KV {
 
+struct LogCopy;
+
 /// Sends the program's log files to those who look after it: which days, which files, a description, carbon copies.
 /// Copies of the files with personal data masked are zipped off the GUI thread and go out by the host's mail service;
 /// the user can look at them before, save them, and stop at any time. The log files are only read.
@@ -38,8 +40,8 @@ public:
     explicit CSendLogWidget(QWidget *parent);
     ~CSendLogWidget() override;
 
-    /// Whether files are being packed or sent.
-    bool isBusy() const { return state == State::Packing || state == State::Sending; }
+    /// Whether files are being packed, saved or sent.
+    bool isBusy() const { return state != State::Listing && state != State::Ready; }
     /// Writes the zip file to a path as soon as it is packed.
     void saveTo(const QString &path);
 
@@ -71,6 +73,7 @@ private:
         Listing,
         Ready,
         Packing,
+        Saving,
         Sending
     };
     enum class Aim ///< of a pack
@@ -104,7 +107,8 @@ private:
     void usePack();
     void sendPack();
     void takeResult(const net::MailResult &result);
-    bool copyPack(const QString &path);
+    void savePack();
+    void takeCopy();
     void breakOff();
     void setState(State newState);
     void say(const QString &text, const QString &look = QString());
@@ -118,6 +122,7 @@ private:
     std::shared_ptr<Listing> listing;
     QVector<LogFileEntry> files;
     std::shared_ptr<LogPack> pack; ///< of the present choice, once it is packed or while it is
+    std::shared_ptr<LogCopy> copy; ///< while the pack is saved
     int mailId = -1;               ///< of the mail that is under way
     QTimer pollTimer;
 

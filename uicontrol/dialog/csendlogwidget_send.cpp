@@ -1,13 +1,12 @@
 #include <fmt/format.h>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QProgressBar>
 
 #include "dialog/clogpreview.h"
+#include "dialog/clogsaver.h"
 #include "dialog/csendlogwidget.h"
 #include "dialog/mailaddresses.h"
 #include "kv/caccountdata.h"
@@ -120,27 +119,38 @@ void CSendLogWidget::usePack()
         (new CLogPreview(previewText(), pack, this))->open();
         break;
     case Aim::Save:
-        if (copyPack(savePath))
-            say(QStringLiteral("已保存到 %1（%2）%3")
-                    .arg(savePath, sizeText(pack->size), notes.isEmpty() ? notes : QStringLiteral("；") + notes));
+        savePack();
         break;
     default:
         sendPack();
     }
 }
 
-/// To a file that takes the place of an older one only when it is whole.
-bool CSendLogWidget::copyPack(const QString &path)
+/// A pack can have two thousand megabytes, and the place be somewhere in a network.
+void CSendLogWidget::savePack()
 {
-    const QString part = path + QStringLiteral(".part");
-    QFile::remove(part);
-    QFile copy(pack->path);
-    const bool copied = copy.copy(part) && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(part, path);
-    if (!copied) {
-        QFile::remove(part);
-        say(QStringLiteral("无法保存到 %1：%2").arg(path, copy.errorString()), QStringLiteral("error"));
-    }
-    return copied;
+    copy = std::make_shared<LogCopy>();
+    copy->from = pack->path;
+    copy->to = savePath;
+    net::RPCEngine::instance()->getStrand("uicontrol_send_log")->post([target = copy, held = pack] {
+        saveLogCopy(*target);
+    });
+    progress->setRange(0, progressSteps);
+    progress->setValue(0);
+    setState(State::Saving);
+    say(QStringLiteral("正在保存到 %1…").arg(savePath), QStringLiteral("dim"));
+}
+
+void CSendLogWidget::takeCopy()
+{
+    const std::shared_ptr<LogCopy> done = std::move(copy);
+    const QString notes = pack->notes.join(QStringLiteral("；"));
+    setState(State::Ready);
+    if (!done->problem.isEmpty())
+        say(QStringLiteral("无法保存到 %1：%2").arg(done->to, done->problem), QStringLiteral("error"));
+    else
+        say(QStringLiteral("已保存到 %1（%2）%3")
+                .arg(done->to, sizeText(pack->size), notes.isEmpty() ? notes : QStringLiteral("；") + notes));
 }
 
 QString CSendLogWidget::mailSubject() const
@@ -226,9 +236,10 @@ void CSendLogWidget::takeResult(const net::MailResult &result)
 
 void CSendLogWidget::slotStop()
 {
+    const bool isForMail = aim == Aim::Send;
     breakOff();
     setState(State::Ready);
-    say(QStringLiteral("已停止，没有发送"), QStringLiteral("dim"));
+    say(isForMail ? QStringLiteral("已停止，没有发送") : QStringLiteral("已停止"), QStringLiteral("dim"));
 }
 
 /// The strand and the mail service let go of the pack, and so of its folder, as soon as they notice.
@@ -238,7 +249,10 @@ void CSendLogWidget::breakOff()
         mail->cancel(mailId);
     mailId = -1;
     listing.reset();
-    qDeleteAll(findChildren<CLogPreview *>()); // they hold the pack
+    qDeleteAll(findChildren<QDialog *>()); // a preview holds the pack, a choice of file would start another one
+    if (copy != nullptr)
+        copy->cancelled = true;
+    copy.reset();
     forgetPack();
 }
 
