@@ -18,6 +18,12 @@ void addCharges(Charges &sum, const Charges &more, int sign)
     sum.transferFee += sign * more.transferFee;
 }
 
+/// What moves for an amount: amounts are booked to the cent.
+Money inCents(Money amount)
+{
+    return amount - amount % cent + (amount % cent * 2 < cent ? 0 : cent);
+}
+
 /// The largest amount there is, where a product does not fit: no account can pay it.
 Money amountOrAll(qint64 price, qint64 quantity, int multiplier)
 {
@@ -44,6 +50,15 @@ const Position *AccountBook::position(const PositionKey &key) const
     return found == held.end() ? nullptr : &found->second;
 }
 
+const Position *AccountBook::pricedPosition(const PositionKey &key)
+{
+    const auto found = held.find(key);
+    if (found == held.end())
+        return nullptr;
+    found->second.lastPrice = lastPrice(key.first);
+    return &found->second;
+}
+
 qint64 AccountBook::lastPrice(const std::string &code) const
 {
     const auto found = lastPrices.find(code);
@@ -59,7 +74,7 @@ Money AccountBook::valueOf(const Position &position, qint64 quantity) const
 {
     const qint64 price = lastPrice(position.code);
     const Money atBasis = proportion(position.basis(), quantity, position.quantity());
-    return price > 0 ? amountOf(price, quantity, position.multiplier).value_or(atBasis) : atBasis;
+    return price > 0 ? inCents(amountOf(price, quantity, position.multiplier).value_or(atBasis)) : atBasis;
 }
 
 Funds AccountBook::funds() const
@@ -117,7 +132,8 @@ Money AccountBook::fundsNeeded(const PaperOrder &order, const feed::Instrument &
     all.amount += amount;
     const Money charges = rules.charges(instrument, order.side, order.offset, all).total() - order.charges.total();
     const bool isFuture = instrument.kind == feed::InstrumentKind::Future;
-    return (isFuture ? rules.margin(instrument.code, amount) : amount) + std::max<Money>(0, charges);
+    const Money cost = inCents(all.amount) - inCents(order.filled.amount);
+    return (isFuture ? rules.margin(instrument.code, amount) : cost) + std::max<Money>(0, charges);
 }
 
 void AccountBook::restore(const Position &position)
@@ -125,6 +141,10 @@ void AccountBook::restore(const Position &position)
     Position &restored = held[{position.code, position.side}] = position;
     restored.old.held = 0;
     restored.today.held = 0;
+    if (position.kind != feed::InstrumentKind::Future)
+        restored.openCost = position.basis(); // files of earlier versions averaged it over all lots
+    if (position.lastPrice > 0)
+        lastPrices[position.code] = position.lastPrice;
 }
 
 void AccountBook::reserve(PaperOrder &order, const feed::Instrument &instrument)
@@ -180,11 +200,14 @@ Position &AccountBook::positionFor(const PaperOrder &order, const feed::Instrume
     return found->second;
 }
 
-/// Returns the realised profit.
+/// Returns the realised profit. Lots of the day have not been settled: what they were opened at is their basis, and the
+/// rest of the position's is what the older ones were opened at.
 Money AccountBook::close(Position &position, Lots &lots, qint64 quantity, Money amount)
 {
     const Money basis = proportion(lots.basis, quantity, lots.quantity);
-    position.openCost -= proportion(position.openCost, quantity, position.quantity());
+    const Money opened =
+        &lots == &position.today ? lots.basis : std::max<Money>(0, position.openCost - position.today.basis);
+    position.openCost -= proportion(opened, quantity, lots.quantity);
     lots.basis -= basis;
     lots.quantity -= quantity;
     lots.held -= quantity;
@@ -206,7 +229,9 @@ PaperDeal AccountBook::fill(PaperOrder &order, const feed::Instrument &instrumen
     deal.offset = order.offset;
     deal.price = price;
     deal.quantity = quantity;
-    deal.amount = amountOrAll(price, quantity, instrument.multiplier);
+    const Money before = order.filled.amount;
+    order.filled.amount += amountOrAll(price, quantity, instrument.multiplier);
+    deal.amount = inCents(order.filled.amount) - inCents(before);
     deal.time = time;
 
     if (!order.opensPosition()) {
@@ -221,7 +246,6 @@ PaperDeal AccountBook::fill(PaperOrder &order, const feed::Instrument &instrumen
         order.filled.todayAmount += todayAmount;
     }
     order.filled.quantity += quantity;
-    order.filled.amount += deal.amount;
     deal.charges = rules.charges(instrument, order.side, order.offset, order.filled);
     addCharges(deal.charges, order.charges, -1);
     addCharges(order.charges, deal.charges, 1);

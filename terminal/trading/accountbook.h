@@ -23,6 +23,8 @@ public:
     const Account &account() const { return state; }
     const std::map<PositionKey, Position> &positions() const { return held; }
     const Position *position(const PositionKey &key) const;
+    /// The same with the last price in it.
+    const Position *pricedPosition(const PositionKey &key);
     Funds funds() const;
     /// 0 where no price has been told.
     qint64 lastPrice(const std::string &code) const;

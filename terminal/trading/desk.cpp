@@ -6,7 +6,12 @@ namespace trading {
 
 Desk::Desk(TradingRules rules, QObject *parent) : QObject(parent), paper(std::move(rules)) {}
 
-Desk::~Desk() = default;
+Desk::~Desk()
+{
+    paper.tellPrices();
+    if (writer && paper.hasChanges())
+        writer->put(paper.takeChanges());
+}
 
 QString Desk::open(const QString &path)
 {
@@ -18,6 +23,8 @@ QString Desk::open(const QString &path)
     if (!paper.restore(state))
         return QStringLiteral("交易桌面文件 %1：账目互相矛盾，文件已损坏，请用备份恢复或换一个文件").arg(path);
     initial = std::move(state);
+    for (PaperOrder &order : initial.orders)
+        order = paper.orders().at(order.id);
     writer = std::move(opened);
     connect(writer.get(), &DeskWriter::stored, this, &Desk::storedUpTo, Qt::QueuedConnection);
     connect(writer.get(), &DeskWriter::failed, this, &Desk::storingFailed, Qt::QueuedConnection);

@@ -18,7 +18,7 @@ const char *const tables[] = {
     "CREATE TABLE position(account TEXT NOT NULL, code TEXT NOT NULL, side INT NOT NULL, name TEXT NOT NULL,"
     " exchange TEXT NOT NULL, kind INT NOT NULL, multiplier INT NOT NULL, old_quantity INT NOT NULL,"
     " old_basis INT NOT NULL, today_quantity INT NOT NULL, today_basis INT NOT NULL, open_cost INT NOT NULL,"
-    " PRIMARY KEY(account, code, side)) WITHOUT ROWID",
+    " last_price INT NOT NULL DEFAULT 0, PRIMARY KEY(account, code, side)) WITHOUT ROWID",
 
     "CREATE TABLE orders(id INTEGER PRIMARY KEY, account TEXT NOT NULL, code TEXT NOT NULL, name TEXT NOT NULL,"
     " exchange TEXT NOT NULL, day INT NOT NULL, side INT NOT NULL, offset INT NOT NULL, price INT NOT NULL,"
@@ -44,6 +44,11 @@ const char *const tables[] = {
     "CREATE INDEX deals_of_code ON deals(code)",
 };
 
+/// What the tables of version 1 lack.
+const char *const sinceVersion1[] = {
+    "ALTER TABLE position ADD COLUMN last_price INT NOT NULL DEFAULT 0",
+};
+
 /// A number that a pragma answers with; empty with the error's text on failure.
 QVariant pragma(QSqlDatabase &database, const QString &name, QString &problem)
 {
@@ -55,14 +60,16 @@ QVariant pragma(QSqlDatabase &database, const QString &name, QString &problem)
     return query.value(0);
 }
 
-QString makeTables(QSqlDatabase &database)
+/// Runs the statements, and notes the version that they make; all or none of it.
+template <typename Statements>
+QString change(QSqlDatabase &database, const Statements &statements)
 {
     QSqlQuery query(database);
     if (!query.exec(QStringLiteral("BEGIN IMMEDIATE")))
         return problemText(query.lastError());
     bool isGood = true;
-    for (const char *table : tables)
-        isGood = isGood && query.exec(QLatin1String(table));
+    for (const char *statement : statements)
+        isGood = isGood && query.exec(QLatin1String(statement));
     isGood = isGood && query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId)) &&
              query.exec(QStringLiteral("PRAGMA user_version = %1").arg(version)) &&
              query.exec(QStringLiteral("COMMIT"));
@@ -128,7 +135,10 @@ QString prepare(QSqlDatabase &database)
         return QStringLiteral("文件由更新版本的程序写成（格式 %1，本程序只认到 %2），请升级程序或换一个文件")
             .arg(found)
             .arg(version);
-    return pages == 0 ? makeTables(database) : checkTables(database);
+    if (pages == 0)
+        return change(database, tables);
+    const QString damage = checkTables(database);
+    return damage.isEmpty() && found < version ? change(database, sinceVersion1) : damage;
 }
 
 } // namespace trading::deskschema

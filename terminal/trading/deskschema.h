@@ -12,9 +12,10 @@ namespace trading {
 namespace deskschema {
 
 /// What a desk file of this program says it is; a newer one is not touched.
-constexpr int version = 1;
+constexpr int version = 2;
 
-/// Makes the tables in an empty file and checks those of an old one. The text tells what is wrong, empty for nothing.
+/// Makes the tables in an empty file, and checks those of an old one and brings them up to this version. The text tells
+/// what is wrong, empty for nothing.
 QString prepare(QSqlDatabase &database);
 /// An error of the database in words for the user.
 QString problemText(const QSqlError &error);

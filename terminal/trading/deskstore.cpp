@@ -48,7 +48,7 @@ public:
                prepare(deal, replaceText("deals", deskrows::dealColumns)) &&
                prepare(position, replaceText("position", "account, code, side, name, exchange, kind, multiplier,"
                                                          " old_quantity, old_basis, today_quantity, today_basis,"
-                                                         " open_cost")) &&
+                                                         " open_cost, last_price")) &&
                prepare(noPosition, QStringLiteral("DELETE FROM position WHERE account=? AND code=? AND side=?")) &&
                prepare(settlement, replaceText("settlement", "account, code, side, day, quantity, price, profit")) &&
                prepare(dayClose, replaceText("day_close", "account, day, balance, equity"));
@@ -111,7 +111,7 @@ private:
             return runWith(noPosition, {text(row.account), text(row.code), int(row.side)});
         return runWith(position, {text(row.account), text(row.code), int(row.side), text(row.name), text(row.exchange),
                                   int(row.kind), row.multiplier, row.old.quantity, row.old.basis, row.today.quantity,
-                                  row.today.basis, row.openCost});
+                                  row.today.basis, row.openCost, row.lastPrice});
     }
     bool put(const Settlement &row)
     {

@@ -50,6 +50,7 @@ void readPosition(const QSqlQuery &row, DeskState &state)
     position.old = {row.value(7).toLongLong(), row.value(8).toLongLong(), 0};
     position.today = {row.value(9).toLongLong(), row.value(10).toLongLong(), 0};
     position.openCost = row.value(11).toLongLong();
+    position.lastPrice = row.value(12).toLongLong();
     state.positions.push_back(position);
 }
 
@@ -71,7 +72,7 @@ QString DeskStore::load(DeskState &state)
         select(QStringLiteral("SELECT id, name, kind, day, initial, balance, day_start, sold_today FROM account"),
                [&](const QSqlQuery &row) { readAccount(row, state); }) &&
         select(QStringLiteral("SELECT account, code, side, name, exchange, kind, multiplier, old_quantity, old_basis,"
-                              " today_quantity, today_basis, open_cost FROM position"),
+                              " today_quantity, today_basis, open_cost, last_price FROM position"),
                [&](const QSqlQuery &row) { readPosition(row, state); }) &&
         select(ofDay(deskrows::orderColumns, "orders"),
                [&](const QSqlQuery &row) { deskrows::read(row, state.orders.emplace_back()); }) &&

@@ -67,7 +67,7 @@ struct Charges
 struct Filled
 {
     qint64 quantity = 0;
-    Money amount = 0;
+    Money amount = 0; ///< exact; what deals move is rounded to the cent, of all of it
     qint64 todayQuantity = 0;
     Money todayAmount = 0;
 };
@@ -112,7 +112,7 @@ struct PaperDeal
     Offset offset = Offset::Open;
     qint64 price = 0;
     qint64 quantity = 0;
-    Money amount = 0;
+    Money amount = 0; ///< to the cent
     Charges charges;
     Money realised = 0; ///< profit of what it closed, before charges; 0 for one that opens
     qint64 time = 0;
@@ -135,9 +135,10 @@ struct Position
     PositionSide side = PositionSide::Long;
     feed::InstrumentKind kind = feed::InstrumentKind::Stock;
     int multiplier = 1;
-    Lots old;           ///< from before the day
-    Lots today;         ///< bought or opened on the day
-    Money openCost = 0; ///< what all of it was opened at; stocks: with charges
+    Lots old;             ///< from before the day
+    Lots today;           ///< bought or opened on the day
+    Money openCost = 0;   ///< what all of it was opened at; stocks: with charges
+    qint64 lastPrice = 0; ///< 0 before the first; as of the last change that was stored
 
     qint64 quantity() const { return old.quantity + today.quantity; }
     Money basis() const { return old.basis + today.basis; }

@@ -138,9 +138,16 @@ void PaperBroker::confirm(qint64 id)
         enter(*place, found->second);
 }
 
+bool PaperBroker::isClosed(const feed::Instrument &instrument) const
+{
+    return clock != feed::absent<qint64> && TradingHours::stateOf(instrument, clock) == TradingHours::State::Closed;
+}
+
 void PaperBroker::enter(Market &place, PaperOrder &order)
 {
     fills.clear();
+    if (isClosed(place.instrument))
+        place.queue.close(); // storing it took until after the close
     place.queue.submit(order.id, order.side, order.price, order.openQuantity(), fills);
     book(place, fills);
 }

@@ -66,6 +66,9 @@ public:
     /// The market's clock; absent before the first event.
     qint64 now() const { return clock; }
 
+    /// Notes positions as changed whose price has moved since they were told: a restart on a later day counts from the
+    /// prices that are stored. Happens by itself every ten seconds of the market's clock.
+    void tellPrices();
     bool hasChanges() const;
     /// What has changed since the call before.
     DeskChange takeChanges();
@@ -80,6 +83,7 @@ private:
     static PaperOrder orderOf(const OrderRequest &request, const feed::Instrument &instrument);
     Market *market(const std::string &code);
     Refusal checkPlace(const OrderRequest &request) const;
+    bool isClosed(const feed::Instrument &instrument) const;
     AccountBook &bookOf(const PaperOrder &order) { return books.at(order.account); }
     void advance(qint64 time);
     void startDay(AccountBook &book, int day);

@@ -11,6 +11,8 @@ namespace trading {
 
 namespace {
 
+constexpr qint64 pricesToldEvery = 10'000; ///< milliseconds of the market's clock
+
 bool isSide(feed::Side side)
 {
     return side == feed::Side::Buy || side == feed::Side::Sell;
@@ -85,8 +87,10 @@ bool PaperBroker::restore(const DeskState &state)
     books = std::move(restored);
     for (const PaperOrder &order : state.orders) {
         PaperOrder &known = dayOrders.emplace(order.id, order).first->second;
-        if (known.status == feed::OrderStatus::Sending)
-            known.status = feed::OrderStatus::Accepted; // stored, so confirmed
+        if (known.status == feed::OrderStatus::Sending) { // stored, so confirmed
+            known.status = feed::OrderStatus::Accepted;
+            noteChange(known);
+        }
     }
     lastOrder = state.lastOrder;
     lastDeal = state.lastDeal;
@@ -115,10 +119,20 @@ void PaperBroker::takeInstrument(const feed::Instrument &given)
         place.instrument.lowerLimit = before.lowerLimit;
 }
 
+void PaperBroker::tellPrices()
+{
+    for (const auto &[id, accountBook] : books)
+        for (const auto &[key, position] : accountBook.positions())
+            if (position.lastPrice != accountBook.lastPrice(key.first))
+                changedPositions.insert({id, key});
+}
+
 void PaperBroker::advance(qint64 time)
 {
     if (clock != feed::absent<qint64> && time <= clock)
         return;
+    if (clock == feed::absent<qint64> || time / pricesToldEvery != clock / pricesToldEvery)
+        tellPrices();
     clock = time;
     for (auto &[id, accountBook] : books) {
         const int day = TradingHours::dayOf(accountBook.account().kind, time);
@@ -189,7 +203,7 @@ void PaperBroker::takeQuote(const feed::QuoteSnapshot &quote)
         changedPositions.insert({id, {code, PositionSide::Short}});
     }
     fills.clear();
-    place.queue.takeQuote(quote, fills);
+    place.queue.takeQuote(quote, fills, !isClosed(place.instrument));
     book(place, fills);
 }
 
@@ -206,7 +220,7 @@ DeskChange PaperBroker::takeChanges()
     for (const std::string &id : changedAccounts)
         change.accounts.push_back(books.at(id).account());
     for (const auto &[id, key] : changedPositions) {
-        const Position *position = books.at(id).position(key);
+        const Position *position = books.at(id).pricedPosition(key);
         Position gone;
         gone.account = id;
         gone.code = key.first;

@@ -7,6 +7,17 @@
 
 namespace trading {
 
+namespace {
+
+/// What trades in these phases, or at their end, trades at one price.
+bool isAuctionPhase(feed::TradingPhase phase)
+{
+    return phase == feed::TradingPhase::BeforeOpening || phase == feed::TradingPhase::OpeningAuction ||
+           phase == feed::TradingPhase::BeforeContinuous || phase == feed::TradingPhase::ClosingAuction;
+}
+
+} // namespace
+
 bool PaperQueue::Half::isInSight(qint64 price) const
 {
     return isWhole || (!levels.empty() && !isBetter(levels.back().price, price));
@@ -26,12 +37,26 @@ void PaperQueue::Half::takeLevels(const std::array<feed::QuoteLevel, feed::Quote
     for (const feed::QuoteLevel &level : quoted)
         if (level.price != feed::absent<double> && level.price > 0 && level.quantity != feed::absent<qint64> &&
             level.quantity > 0)
-            levels.push_back({feed::priceUnits(level.price), level.quantity});
-    // A feed of one level tells nothing about what is behind it; a side without any is empty.
-    isWhole = levels.size() != 1 && levels.size() < quoted.size();
+            levels.push_back({feed::priceUnits(level.price), level.quantity, level.quantity});
+}
+
+void PaperQueue::Half::returnTaken()
+{
     for (auto it = taken.begin(); it != taken.end();) {
-        it->second = std::min(it->second, visibleAt(it->first));
+        if (isInSight(it->first))
+            it->second = std::min(it->second, visibleAt(it->first));
         it = it->second == 0 ? taken.erase(it) : std::next(it);
+    }
+}
+
+/// A deal of the feed at this price came after what was better had gone.
+void PaperQueue::Half::takeOff(qint64 price, qint64 quantity)
+{
+    for (Level &level : levels) {
+        if (isBetter(level.price, price))
+            level.left = 0;
+        else if (level.price == price)
+            level.left = std::max<qint64>(0, level.left - quantity);
     }
 }
 
@@ -54,7 +79,7 @@ void PaperQueue::take(Half &other, Resting &order, qint64 ownPrice, std::vector<
         if (order.quantity == 0 || other.isBetter(order.price, level.price))
             return;
         qint64 &taken = other.taken[level.price];
-        const qint64 quantity = std::min(order.quantity, std::max<qint64>(0, level.quantity - taken));
+        const qint64 quantity = std::min(order.quantity, std::max<qint64>(0, level.left - taken));
         taken += quantity;
         if (quantity == 0)
             continue;
@@ -67,7 +92,7 @@ void PaperQueue::submit(qint64 id, feed::Side side, qint64 price, qint64 quantit
 {
     Half &own = side == feed::Side::Buy ? bids : asks;
     Half &other = side == feed::Side::Buy ? asks : bids;
-    Resting order{id, price, quantity, feed::absent<qint64>};
+    Resting order{id, price, quantity, feed::absent<qint64>, isMatching};
     if (isMatching) {
         take(other, order, 0, fills);
         if (own.isInSight(price))
@@ -116,7 +141,8 @@ void PaperQueue::hit(Half &half, const Print &print, std::vector<Fill> &fills)
             continue;
         given += quantity;
         order.quantity -= quantity;
-        fills.push_back({order.id, print.isAuction ? print.price : order.price, quantity});
+        const bool atPrint = print.isAuction || !order.hasArrived;
+        fills.push_back({order.id, atPrint ? print.price : order.price, quantity});
     }
     half.dropFilled();
 }
@@ -131,38 +157,61 @@ void PaperQueue::takeDeal(const feed::Deal &deal, std::vector<Fill> &fills)
         hit(bids, print, fills);
     if (deal.kind != feed::DealKind::SellerInitiated)
         hit(asks, print, fills);
+    if (deal.kind == feed::DealKind::SellerInitiated)
+        bids.takeOff(print.price, print.quantity);
+    if (deal.kind == feed::DealKind::BuyerInitiated)
+        asks.takeOff(print.price, print.quantity);
 }
 
 /// Who moved last shows by the side of the book that the last price lies on; between them it may have been either.
 void PaperQueue::takeVolume(const feed::QuoteSnapshot &quote, std::vector<Fill> &fills)
 {
     const qint64 before = std::exchange(lastVolume, quote.volume);
-    if (hasDeals || !isMatching || before == feed::absent<qint64> || quote.volume == feed::absent<qint64> ||
-        quote.volume <= before || quote.last == feed::absent<double> || quote.last <= 0)
+    if (before != feed::absent<qint64> && quote.volume < before) { // another day
+        bids.taken.clear();
+        asks.taken.clear();
+    }
+    if (hasDeals || before == feed::absent<qint64> || quote.volume == feed::absent<qint64> || quote.volume <= before)
         return;
-    const Print print{feed::priceUnits(quote.last), quote.volume - before, false};
+    const bool isAuction = isAuctionAhead || quote.phase == feed::TradingPhase::OpeningAuction ||
+                           quote.phase == feed::TradingPhase::BeforeContinuous;
+    const bool isOpening = isAuction && before == 0 && quote.open != feed::absent<double> && quote.open > 0;
+    const double price = isOpening ? quote.open : quote.last;
+    if ((!isAuction && !isMatching) || price == feed::absent<double> || price <= 0)
+        return;
+    const Print print{feed::priceUnits(price), quote.volume - before, isAuction};
     const bool tookAsk = !asks.levels.empty() && print.price >= asks.levels.front().price;
     const bool tookBid = !bids.levels.empty() && print.price <= bids.levels.front().price;
-    if (!tookAsk || tookBid)
+    if (isAuction || !tookAsk || tookBid)
         hit(bids, print, fills);
-    if (!tookBid || tookAsk)
+    if (isAuction || !tookBid || tookAsk)
         hit(asks, print, fills);
 }
 
-void PaperQueue::takeQuote(const feed::QuoteSnapshot &quote, std::vector<Fill> &fills)
+void PaperQueue::takeQuote(const feed::QuoteSnapshot &quote, std::vector<Fill> &fills, bool isOpen)
 {
     takeVolume(quote, fills);
     bids.takeLevels(quote.bids);
     asks.takeLevels(quote.asks);
+    mostLevels = std::max({mostLevels, bids.levels.size(), asks.levels.size()});
+    bids.isWhole = bids.levels.size() < mostLevels;
+    asks.isWhole = asks.levels.size() < mostLevels;
     const bool isCrossed =
         !bids.levels.empty() && !asks.levels.empty() && bids.levels.front().price >= asks.levels.front().price;
     const bool isTrading = quote.phase == feed::TradingPhase::Continuous || quote.phase == feed::TradingPhase::Unknown;
-    isMatching = isTrading && !isCrossed;
+    isMatching = isOpen && isTrading && !isCrossed;
+    // Between the end of the opening auction and the continuous session its deals are told, but nothing trades.
+    isAuctionAhead = isAuctionPhase(quote.phase) ? quote.phase != feed::TradingPhase::BeforeContinuous ||
+                                                       quote.volume == feed::absent<qint64> || quote.volume == 0
+                                                 : isTrading && isCrossed;
     if (!isMatching)
         return;
     for (const auto &[own, other] : {std::pair(&bids, &asks), std::pair(&asks, &bids)}) {
-        for (Resting &order : own->orders)
-            take(*other, order, order.price, fills);
+        other->returnTaken();
+        for (Resting &order : own->orders) {
+            take(*other, order, order.hasArrived ? order.price : 0, fills);
+            order.hasArrived = true;
+        }
         own->dropFilled();
         own->shortenQueues();
     }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <map>
 
+#include "trading_futureledger.h"
 #include "trading_random.h"
 
 using namespace tradingtest;
@@ -208,6 +209,46 @@ std::string booksText(const PaperBroker &broker)
     return text;
 }
 
+/// What a profit counts from is the cost of what is left: what was earned and what is still to be earned is all that
+/// the account has gained. Of a future the same holds from its opening on, settlements or not.
+std::string profitText(const PaperBroker &broker, const Archive &archive, const char *account)
+{
+    const trading::AccountBook &book = broker.accounts().at(account);
+    const bool isStock = book.account().kind == trading::AccountKind::Stock;
+    Money gained = 0;
+    for (const trading::PaperDeal &deal : archive.deals)
+        if (deal.account == account)
+            gained += deal.realised - (isStock && deal.side == Side::Buy ? 0 : deal.charges.total());
+    for (const trading::Settlement &settlement : archive.settlements)
+        if (settlement.account == account)
+            gained += settlement.profit;
+    for (const auto &[key, position] : book.positions()) {
+        const Money value = book.lastPrice(key.first) / 100 * position.quantity() * position.multiplier;
+        gained +=
+            (key.second == PositionSide::Long ? 1 : -1) * (value - (isStock ? position.openCost : position.basis()));
+    }
+    return trading::moneyText(book.account().initial + gained).toStdString();
+}
+
+std::vector<trading::PaperOrder> openFutures(const PaperBroker &broker)
+{
+    std::vector<trading::PaperOrder> open;
+    for (const auto &[id, order] : broker.orders())
+        if (order.account == "F1" && order.isOpen())
+            open.push_back(order);
+    return open;
+}
+
+/// Values of one lot or share by code.
+std::map<std::string, Money> valuesOf(RandomTrading &market, const std::vector<qint64> &ticks)
+{
+    std::map<std::string, Money> values;
+    for (size_t i = 0; i < ticks.size(); ++i)
+        values[market.instruments[i].code] =
+            feed::priceUnits(market.priceOf(int(i), ticks[i])) / 100 * market.instruments[i].multiplier;
+    return values;
+}
+
 /// Last prices and nothing to trade with.
 void show(PaperBroker &broker, RandomTrading &market, qint64 time)
 {
@@ -223,6 +264,7 @@ TEST(TradingBooks, AgreeWithARecountOfTheDealsAfterRandomDays)
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomTrading market(seed);
         Archive archive;
+        FutureLedger ledger(1'000'000 * trading::yuan);
         PaperBroker broker;
         broker.openAccount(stockAccount());
         broker.openAccount(futureAccount());
@@ -236,11 +278,20 @@ TEST(TradingBooks, AgreeWithARecountOfTheDealsAfterRandomDays)
                 broker.takeDeal(market.nextDeal(time));
                 const PaperBroker::Answer answer = broker.submit(market.nextRequest());
                 refused += answer.order == 0;
+                if (answer.order > 0)
+                    ledger.takeOrder(broker.orders().at(answer.order));
                 if (market.below(3) > 0)
                     broker.confirm(answer.order);
                 if (!broker.orders().empty() && market.below(2) == 0)
                     broker.cancel(broker.orders().rbegin()->first - market.below(30));
-                archive.take(broker.takeChanges());
+                const trading::DeskChange change = broker.takeChanges();
+                archive.take(change);
+                for (const trading::PaperDeal &deal : change.deals) {
+                    const trading::PaperOrder &order = archive.orders.at(deal.order);
+                    EXPECT_TRUE(deal.side == Side::Buy ? deal.price <= order.price : deal.price >= order.price);
+                    if (deal.account == "F1")
+                        ledger.takeDeal(deal, deal.code == "rb2410" ? 10 : 300);
+                }
             }
             show(broker, market, at(day, 10, 10));
             archive.take(broker.takeChanges());
@@ -249,6 +300,16 @@ TEST(TradingBooks, AgreeWithARecountOfTheDealsAfterRandomDays)
             const trading::Funds funds = broker.accounts().at("F1").funds();
             ASSERT_EQ(trading::moneyText(funds.total).toStdString(), recount.futureText()) << day;
             ASSERT_EQ(funds.balance, recount.futureBalance()) << day;
+            const auto last = valuesOf(market, market.prices);
+            ASSERT_EQ(trading::moneyText(funds.balance).toStdString() + ' ' +
+                          trading::moneyText(funds.margin).toStdString() + ' ' +
+                          trading::moneyText(funds.available).toStdString(),
+                      ledger.fundsText(last, openFutures(broker)))
+                << day;
+            ASSERT_EQ(positionsText(broker, "F1"), ledger.positionsText()) << day;
+            ASSERT_EQ(profitText(broker, archive, "S1"),
+                      fundsText(broker, "S1").substr(0, fundsText(broker, "S1").find(' ')));
+            ASSERT_EQ(profitText(broker, archive, "F1"), trading::moneyText(funds.total).toStdString());
             ASSERT_EQ(quantitiesText(broker, "S1") + quantitiesText(broker, "F1"), recount.positionsText()) << day;
 
             PaperBroker again;
@@ -260,6 +321,7 @@ TEST(TradingBooks, AgreeWithARecountOfTheDealsAfterRandomDays)
             show(again, market, at(day, 10, 10));
             ASSERT_EQ(booksText(again), booksText(broker)) << day;
             market.endDay();
+            ledger.endDay(valuesOf(market, {market.settlements.begin(), market.settlements.end()}));
         }
         EXPECT_GT(archive.deals.size(), 500u);
         EXPECT_GT(archive.settlements.size(), 5u);

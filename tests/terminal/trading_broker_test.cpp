@@ -314,6 +314,41 @@ TEST_F(TradingBroker, AnOrderTradesOnlyOnceItIsConfirmed)
     EXPECT_EQ(fundsText(broker, "S1"), "1000000.00 1000000.00 0.00");
 }
 
+TEST_F(TradingBroker, AnOrderThatWasStoredAfterTheCloseDoesNotTrade)
+{
+    const PaperBroker::Answer answer = broker.submit(stockRequest(Side::Buy, 10, 100));
+    broker.takeTime(at(monday, 11, 30));
+    broker.confirm(answer.order);
+    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Accepted);
+    show(monday, 13, 0);
+    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Filled);
+}
+
+/// 37 shares at 1.234 cost 45.658: what moves is cents, and the pieces of an order come to what the whole costs.
+TEST_F(TradingBroker, AmountsMoveInCents)
+{
+    constexpr int fund = 3;
+    feed::Instrument traded = stock(fund, "510300.SH", 1.234);
+    traded.kind = feed::InstrumentKind::Fund;
+    traded.tick = 0.001;
+    broker.takeInstrument(traded);
+    const auto offer = [&](qint64 quantity) {
+        broker.takeQuote(quote(fund, at(monday, 10, 1), {{1.233, 500}}, {{1.234, quantity}}, 1.234));
+    };
+    offer(37);
+    const qint64 order = send(broker, {"S1", "510300.SH", Side::Buy, Offset::Open, 1.234, 100});
+    EXPECT_EQ(fundsText(broker, "S1"), "999995.00 999871.60 77.74");
+    EXPECT_EQ(broker.accounts().at("S1").account().balance % trading::cent, 0);
+    offer(0);
+    offer(63);
+    EXPECT_EQ(broker.orders().at(order).status, feed::OrderStatus::Filled);
+    EXPECT_EQ(fundsText(broker, "S1"), "999995.00 999871.60 0.00");
+    trading::Money amount = 0;
+    for (const trading::PaperDeal &deal : broker.takeChanges().deals)
+        amount += deal.amount;
+    EXPECT_EQ(money(amount), "123.40");
+}
+
 TEST_F(TradingBroker, TheLargestQuantityIsTheLastThatPasses)
 {
     const qint64 largest = broker.largestQuantity(stockRequest(Side::Buy, 10.00, 0));

@@ -129,10 +129,10 @@ protected:
 TEST_F(TradingFiles, OfANewerVersionOrOfAnotherProgramAreNamedAndNotTouched)
 {
     makeDesk(path);
-    execute(path, {QStringLiteral("PRAGMA user_version = 2"), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")});
+    execute(path, {QStringLiteral("PRAGMA user_version = 3"), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")});
     const QByteArray newer = contents(path);
     EXPECT_EQ(openProblem(path),
-              text(path, "文件由更新版本的程序写成（格式 2，本程序只认到 1），请升级程序或换一个文件"));
+              text(path, "文件由更新版本的程序写成（格式 3，本程序只认到 2），请升级程序或换一个文件"));
     EXPECT_TRUE(contents(path) == newer);
 
     const QString other = folder.filePath(QStringLiteral("other.db"));
@@ -147,6 +147,80 @@ TEST_F(TradingFiles, OfANewerVersionOrOfAnotherProgramAreNamedAndNotTouched)
     EXPECT_EQ(openProblem(folder.path()), text(folder.path(), "这是一个文件夹，请换一个文件"));
     const QString nowhere = folder.filePath(QStringLiteral("none/desk.db"));
     EXPECT_EQ(openProblem(nowhere), text(nowhere, "打不开或建不了这个文件，请检查文件夹和权限"));
+}
+
+TEST_F(TradingFiles, OfTheFirstVersionAreTakenUp)
+{
+    makeDesk(path);
+    execute(path, {QStringLiteral("ALTER TABLE position DROP COLUMN last_price"),
+                   QStringLiteral("UPDATE position SET open_cost = open_cost + 1 WHERE kind = 0"),
+                   QStringLiteral("PRAGMA user_version = 1")});
+    DeskStore store;
+    DeskState state;
+    ASSERT_EQ(store.open(path).toStdString(), "");
+    ASSERT_EQ(store.load(state).toStdString(), "");
+    ASSERT_FALSE(state.positions.empty());
+    trading::PaperBroker broker;
+    ASSERT_TRUE(broker.restore(state));
+    for (const auto &[key, position] : broker.accounts().at("S1").positions())
+        EXPECT_EQ(position.openCost, position.basis()) << key.first;
+    EXPECT_EQ(store.apply(tradedChanges(10, 2)).toStdString(), "");
+}
+
+TEST_F(TradingFiles, BringTheLastPricesToTheNextDay)
+{
+    const trading::OrderRequest buy{"S1", "600001.SH", feed::Side::Buy, {}, 10, 1000};
+    trading::Money equity = 0;
+    {
+        trading::Desk desk;
+        ASSERT_EQ(desk.open(path).toStdString(), "");
+        desk.openAccount(stockAccount());
+        desk.takeInstrument(stock(0, "600001.SH"));
+        desk.takeQuote(quote(0, at(monday, 14, 50), {{9.99, 5000}}, {{10, 5000}}, 10));
+        ASSERT_EQ(desk.submit(buy).order, 1);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desk.broker().orders().at(1).filled.quantity == 1000; }));
+        desk.takeQuote(quote(0, at(monday, 14, 59), {{10.99, 5000}}, {{11, 5000}}, 11));
+        equity = desk.broker().accounts().at("S1").funds().total;
+    }
+    trading::Desk desk;
+    ASSERT_EQ(desk.open(path).toStdString(), "");
+    std::vector<trading::DayClose> closes;
+    QObject::connect(&desk, &trading::Desk::changed, [&](const DeskChange &change) {
+        closes.insert(closes.end(), change.days.begin(), change.days.end());
+    });
+    desk.takeInstrument(stock(0, "600001.SH"));
+    desk.takeQuote(quote(0, at(tuesday, 9, 30), {{10.99, 5000}}, {{11, 5000}}, 11));
+    EXPECT_EQ(desk.broker().accounts().at("S1").funds().profitToday, 0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !closes.empty(); }));
+    EXPECT_EQ(closes[0].equity, equity);
+}
+
+/// The program was killed after an order was stored and before the desk heard of it.
+TEST_F(TradingFiles, AnOrderThatWasStoredAsSendingIsAcceptedByTheNextRun)
+{
+    DeskChange change;
+    {
+        trading::PaperBroker broker;
+        broker.openAccount(stockAccount());
+        broker.takeInstrument(stock(0, "600001.SH"));
+        broker.takeTime(at(monday, 10, 0));
+        ASSERT_EQ(broker.submit({"S1", "600001.SH", feed::Side::Buy, {}, 9.9, 100}).order, 1);
+        DeskStore store;
+        ASSERT_EQ(store.open(path).toStdString(), "");
+        ASSERT_EQ(store.apply({broker.takeChanges()}).toStdString(), "");
+    }
+    {
+        trading::Desk desk;
+        ASSERT_EQ(desk.open(path).toStdString(), "");
+        ASSERT_EQ(desk.initialState().orders.size(), 1u);
+        EXPECT_EQ(desk.initialState().orders[0].status, feed::OrderStatus::Accepted);
+        desk.takeTime(at(monday, 10, 1));
+    }
+    DeskStore store;
+    DeskState state;
+    ASSERT_EQ(store.open(path).toStdString(), "");
+    ASSERT_EQ(store.load(state).toStdString(), "");
+    EXPECT_EQ(state.orders.at(0).status, feed::OrderStatus::Accepted);
 }
 
 TEST_F(TradingFiles, InUseByAnotherTerminalAreRefused)

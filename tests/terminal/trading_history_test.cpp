@@ -333,5 +333,6 @@ TEST_F(TradingHistory, APageFarBehindCostsNoMoreThanTheFirstAndMemoryHoldsPagesO
                 " by code %lld (step %lld), by code and sort %lld; memory %d -> %d MB\n",
                 count, direct, filtered, sorted, sidesTime.first, sidesTime.second, codesTime.first, codesTime.second,
                 sortTime.first, before, memory());
+    EXPECT_LT(std::max({direct, filtered, sorted}), 50);
     EXPECT_LT(memory() - before, 60);
 }

@@ -102,7 +102,58 @@ TEST(TradingQueue, APriceOutOfSightIsJoinedWhenItComesInSight)
     queue.submit(2, Side::Buy, 9.95, 100);
     EXPECT_EQ(queue.queue.queueAhead(2), 0) << "a new best price";
     queue.submit(3, Side::Sell, 30, 100);
-    EXPECT_EQ(queue.queue.queueAhead(3), feed::absent<qint64>) << "one level tells nothing of what is behind it";
+    EXPECT_EQ(queue.queue.queueAhead(3), 0) << "fewer levels than the feed can show: nothing is behind them";
+}
+
+TEST(TradingQueue, BehindAsManyLevelsAsTheFeedEverShowsNobodyKnowsWhatStands)
+{
+    Queue five;
+    five.quote({{10.00, 1}, {9.99, 1}, {9.98, 1}, {9.97, 1}, {9.96, 1}}, {{10.01, 1}});
+    five.submit(1, Side::Buy, 9.95, 100);
+    EXPECT_EQ(five.queue.queueAhead(1), feed::absent<qint64>);
+    five.quote({{9.99, 1}, {9.98, 1}, {9.97, 1}, {9.96, 1}, {9.95, 700}}, {{10.01, 1}});
+    EXPECT_EQ(five.queue.queueAhead(1), 700);
+    Queue one;
+    one.quote({{10.00, 1}}, {{10.01, 1}});
+    one.submit(1, Side::Sell, 10.02, 100);
+    EXPECT_EQ(one.queue.queueAhead(1), feed::absent<qint64>);
+}
+
+TEST(TradingQueue, WhatDealsTookSinceTheSnapshotAndWhatALunchHidesIsNotSoldAgain)
+{
+    Queue queue;
+    const Levels bids = {{9.99, 100}, {9.98, 100}};
+    const Levels asks = {{10.00, 500}, {10.01, 100}, {10.02, 100}};
+    queue.quote(bids, asks);
+    queue.take(10.00, 400, DealKind::BuyerInitiated);
+    EXPECT_EQ(queue.submit(1, Side::Buy, 10.00, 500), "1@10x100");
+    queue.queue.cancel(1);
+    queue.take(10.01, 30, DealKind::BuyerInitiated);
+    EXPECT_EQ(queue.submit(2, Side::Buy, 10.01, 500), "2@10.01x70");
+    queue.queue.cancel(2);
+
+    queue.quote(bids, {{10.00, 300}, {10.01, 100}, {10.02, 100}});
+    EXPECT_EQ(queue.submit(3, Side::Buy, 10.00, 200), "3@10x200");
+    feed::QuoteSnapshot lunch = tradingtest::quote(0, 0, {}, {});
+    lunch.phase = feed::TradingPhase::LunchBreak;
+    queue.take(lunch);
+    queue.quote(bids, {{10.00, 350}, {10.01, 100}, {10.02, 100}});
+    EXPECT_EQ(queue.submit(4, Side::Buy, 10.00, 300), "4@10x50");
+}
+
+TEST(TradingQueue, AnOrderThatMeetsItsFirstBookLatePaysTheLevelsPrices)
+{
+    Queue queue;
+    queue.submit(1, Side::Buy, 11, 150);
+    feed::QuoteSnapshot before = tradingtest::quote(0, 0, {{9.99, 1}}, {{10.00, 1}});
+    before.phase = feed::TradingPhase::BeforeContinuous;
+    EXPECT_EQ(queue.take(before), "");
+    EXPECT_EQ(queue.quote({{9.99, 500}}, {{10.00, 100}, {10.05, 100}}), "1@10x100 1@10.05x50");
+
+    queue.submit(2, Side::Buy, 9.99, 100);
+    queue.queue.close();
+    EXPECT_EQ(queue.submit(3, Side::Sell, 9.00, 100), "") << "after the hours nothing trades";
+    EXPECT_EQ(queue.quote({{9.99, 500}}, {{10.10, 100}}), "3@9.99x100");
 }
 
 TEST(TradingQueue, AuctionsFillBetterPricesOnlyAndAtTheirOwnPrice)
@@ -115,7 +166,8 @@ TEST(TradingQueue, AuctionsFillBetterPricesOnlyAndAtTheirOwnPrice)
                   queue.submit(3, Side::Sell, 9.50, 400),
               "");
     EXPECT_EQ(queue.take(10.00, 300, DealKind::Auction), "1@10x200 3@10x300");
-    EXPECT_EQ(queue.quote({{9.99, 10}, {9.98, 10}}, {{10.00, 50}, {10.01, 50}}), "2@10x50 3@9.5x10 3@9.5x10");
+    EXPECT_EQ(queue.quote({{9.99, 10}, {9.98, 10}}, {{10.00, 50}, {10.01, 50}}), "2@10x50 3@9.99x10 3@9.98x10")
+        << "what the auction left over meets the book like an order that arrives";
 }
 
 TEST(TradingQueue, WithoutDealsAGrowingVolumeCountsAsOneAtTheLastPrice)
@@ -135,6 +187,32 @@ TEST(TradingQueue, WithoutDealsAGrowingVolumeCountsAsOneAtTheLastPrice)
     EXPECT_EQ(queue.take(tick(1007, 8000)), "");
     EXPECT_EQ(queue.take(tick(1015, 8001)), "2@8001x3");
     EXPECT_EQ(queue.take(tick(10, 8002)), "") << "a volume that starts anew is no deal";
+}
+
+TEST(TradingQueue, WithoutDealsAnAuctionShowsInTheVolumeToo)
+{
+    const auto shown = [](feed::TradingPhase phase, qint64 volume, double last) {
+        feed::QuoteSnapshot snapshot = quote(0, 0, {{9.98, 300}}, {{10.02, 300}}, last);
+        snapshot.phase = phase;
+        snapshot.volume = volume;
+        snapshot.open = volume == 0 ? feed::absent<double> : 10.00;
+        return snapshot;
+    };
+    using feed::TradingPhase;
+    Queue queue;
+    queue.submit(1, Side::Buy, 10.50, 400);
+    queue.submit(2, Side::Buy, 10.00, 400);
+    queue.submit(3, Side::Sell, 9.90, 100);
+    queue.take(shown(TradingPhase::OpeningAuction, 0, feed::absent<double>));
+    EXPECT_EQ(queue.take(shown(TradingPhase::BeforeContinuous, 300, 10.00)), "1@10x300 3@10x100");
+    EXPECT_EQ(queue.take(shown(TradingPhase::Continuous, 400, 10.00)), "1@10.02x100");
+    EXPECT_EQ(queue.take(shown(TradingPhase::Continuous, 1300, 9.98)), "2@10x400");
+
+    queue.submit(4, Side::Sell, 10.01, 100);
+    EXPECT_EQ(queue.take(shown(TradingPhase::ClosingAuction, 1400, 10.02)), "4@10.01x100") << "sold before the auction";
+    queue.submit(5, Side::Sell, 10.00, 100);
+    queue.submit(6, Side::Sell, 10.05, 100);
+    EXPECT_EQ(queue.take(shown(TradingPhase::Closed, 2000, 10.04)), "5@10.04x100");
 }
 
 TEST(TradingQueue, SenselessQuotesAndDealsAreNoMarket)

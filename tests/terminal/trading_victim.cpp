@@ -1,5 +1,6 @@
 // A desk that trades at random until it is killed. Says on the standard output what it has told its user, one line at a
-// time: "order NUMBER FILLED CANCELLED STATUS" and "deal NUMBER". Arguments: desk file, seed, trading day.
+// time: "order NUMBER PRICE QUANTITY ACCOUNT STATUS FILLED CANCELLED" and "deal NUMBER ORDER PRICE QUANTITY AMOUNT".
+// Arguments: desk file, seed, trading day.
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
@@ -24,10 +25,10 @@ int main(int argc, char **argv)
     }
     QObject::connect(&desk, &trading::Desk::changed, [](const trading::DeskChange &change) {
         for (const trading::PaperOrder &order : change.orders)
-            std::printf("order %lld %lld %lld %c\n", order.id, order.filled.quantity, order.cancelled,
-                        char(order.status));
+            std::printf("order %lld %lld %lld %s %d %lld %lld\n", order.id, order.price, order.quantity,
+                        order.account.c_str(), int(order.status), order.filled.quantity, order.cancelled);
         for (const trading::PaperDeal &deal : change.deals)
-            std::printf("deal %lld\n", deal.id);
+            std::printf("deal %lld %lld %lld %lld %lld\n", deal.id, deal.order, deal.price, deal.quantity, deal.amount);
         std::fflush(stdout);
     });
     RandomTrading market(arguments[2].toUInt());
