@@ -57,9 +57,7 @@ void PagedRows::apply(const KV::CUpdatePageDataResult &result)
     if (!result.leaveKey.empty()) {
         if (shown.erase(result.leaveKey) > 0)
             gone.insert(result.leaveKey);
-        else
-            stale = true; // it left in front of the page, and all of the page has moved
-        touched = true;
+        touched = true; // one that was not on the page may have stood in front of it, and all of the page has moved
     }
     if (!result.enterKey.empty()) {
         gone.erase(result.enterKey);
@@ -80,7 +78,7 @@ void PagedRows::settlePage()
     if (!touched)
         return;
     const PageList page = pageModel->getShownPage();
-    if (!stale && readRevision == pageModel->shownRevision() && isWhole(page)) {
+    if (readRevision == pageModel->shownRevision() && isWhole(page)) {
         removeGone();
         handIn(page);
     } else {
@@ -89,7 +87,8 @@ void PagedRows::settlePage()
     }
 }
 
-/// Not so when the page was changed without a step of the timer.
+/// Whether the rows are the page's. Not so when a record has left in front of the page, or the page was changed without
+/// a step of the timer.
 bool PagedRows::isWhole(const PageList &page) const
 {
     return page.size() == static_cast<int>(shown.size()) &&
@@ -114,7 +113,6 @@ void PagedRows::readPage(const PageList &page)
     }
     for (const auto &row : before)
         gone.insert(row.first);
-    stale = false;
     removeGone();
     handIn(page);
 }

@@ -76,8 +76,7 @@ private:
     Pages pageModel;
     std::unordered_map<std::string, Shown> shown; ///< by key
     std::set<std::string> gone;                   ///< keys to be taken off the rows
-    bool stale = false;
-    bool touched = false; ///< rows to be removed, or fresh ones
+    bool touched = false;                         ///< rows to be removed, or fresh ones
     bool sumsTouched = false;
     int refillCount = 0;
     quint64 readRevision = 0;            ///< of the paged model's lists, when the page was read

@@ -138,10 +138,15 @@ TEST_F(PagedRowsTest, ARemovalInFrontOfThePageReadsItAnew)
     rows->take({order("K1", 1, filledStatus)});
     EXPECT_EQ(shown(), "K5 K6 ");
     EXPECT_EQ(rows->refills(), 1);
+    rows->take({order("K6", 6, filledStatus), order(7), order(8), order(9)});
+    ASSERT_EQ(shown(), "K5 K7 ");
+    rows->take({order("K9", 9, filledStatus)});
+    EXPECT_EQ(shown(), "K5 K7 ");
+    EXPECT_EQ(rows->refills(), 1) << "what leaves behind the page moves none of it";
     rows->removeDataByKey("K5"); // by the table, which takes it off the paged model too
     pages.removeDataByKey(std::string("K5"));
     rows->onTimer();
-    EXPECT_EQ(shown(), "K6 ");
+    EXPECT_EQ(shown(), "K7 K8 ");
 }
 
 TEST_F(PagedRowsTest, OnlyRowsThatAreOthersAreTouched)
