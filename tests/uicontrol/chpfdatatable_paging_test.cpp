@@ -3,6 +3,7 @@
 
 #include "model/chpfdatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
+#include "popups/pagingbar.h"
 #include "tablewindow.h"
 
 using namespace testrecords;
@@ -56,6 +57,22 @@ TEST_F(HpfDataTablePaging, APagedTableStartsEmpty)
     EXPECT_EQ(table->tableFlags(), 4 | 1 << 30);
     EXPECT_EQ(table->pagingQueryType(), 3);
     EXPECT_EQ(table->totalCount(), 0);
+}
+
+TEST_F(HpfDataTablePaging, APageModelThatIsSetShowsItsPageInTheBar)
+{
+    const auto other = boost::make_shared<KV::CHpfPageDataModel>(MetaTicket, kdservice::TraderStock, true);
+    for (int number = 0; number < 95; ++number)
+        other->addData(fullTicket("o" + std::to_string(number), number));
+    other->setPageCount(20);
+    other->setStartIndex(40);
+    table->setPageModel(other);
+    const auto *bar = table->findChild<ZB::PagingBar *>();
+    EXPECT_EQ(table->totalCount(), 95);
+    EXPECT_EQ(bar->page(), 2);
+    EXPECT_EQ(bar->pageCount(), 5);
+    EXPECT_EQ(bar->rowsPerPage(), 20);
+    EXPECT_EQ(other->startIndex(), 40) << "it is told, not asked for";
 }
 
 TEST_F(HpfDataTablePaging, TheTimerBringsTheTotal)

@@ -109,6 +109,8 @@ void CHpfDataTable::setPageModel(const boost::shared_ptr<CHpfPageDataModel> &mod
         return;
     model->setWorkPerCall(atOnceMilliseconds);
     markPageSort();
+    if (tableFlags() & ZB::TablePaged)
+        setShownPage(model->startIndex(), model->pageCount(), model->shownSize());
 }
 
 int CHpfDataTable::addColumn(const CHpfDataColumnProperty &property, bool extra, bool visible, const QString &cellText)

@@ -51,7 +51,8 @@ public:
     const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
     CHpfExtraDataModel *getExtraDataModel() const;
     /// An empty pointer takes the present one away. From then on the table carries out the model's long sorts and
-    /// filters in slices, between the events of the window. Headers show the order and the filters that the model has.
+    /// filters in slices, between the events of the window. Headers show the order and the filters that the model has,
+    /// the paging bar its page and its size.
     void setPageModel(const boost::shared_ptr<CHpfPageDataModel> &model);
 
     /// One more column at the end; returns its number, -1 without a model. extra: its values come from the extra-data
