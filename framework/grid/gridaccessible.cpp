@@ -40,6 +40,11 @@ const GridViewPrivate &GridAccessible::view() const
     return GridViewPrivate::of(*static_cast<GridView *>(object()));
 }
 
+QString GridAccessible::text(QAccessible::Text type) const
+{
+    return type == QAccessible::Description && rowCount() == 0 ? view().emptyText : QAccessibleWidget::text(type);
+}
+
 void *GridAccessible::interface_cast(QAccessible::InterfaceType type)
 {
     return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface *>(this)

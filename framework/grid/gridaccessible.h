@@ -26,6 +26,8 @@ public:
     static void selectionMoved(GridView *view);
     static void rowsCameOrWent(GridView *view);
 
+    /// Without rows the description is what stands in their place.
+    QString text(QAccessible::Text type) const override;
     void *interface_cast(QAccessible::InterfaceType type) override;
     int childCount() const override;
     QAccessibleInterface *child(int index) const override;

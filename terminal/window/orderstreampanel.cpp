@@ -41,7 +41,6 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
       streamTable(static_cast<PagedStreamTable *>(&table())), statuses(new QButtonGroup(this)),
       search(new ZB::HintField(QStringLiteral("搜索代码"), this))
 {
-    table().setEmptyText(QStringLiteral("没有委托"));
     // Wide enough for nine-figure sums: a number that does not fit is not shown at all.
     arrangeColumns({{OrderEntryTime, 90},
                     {OrderCode, 80},
@@ -59,6 +58,7 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
     addSearch();
     connect(streamTable, &PagedStreamTable::filterRestored, this, &OrderStreamPanel::showFilter);
     applyLook();
+    OrderStreamPanel::refresh();
 }
 
 OrderStreamPanel::~OrderStreamPanel() = default;
@@ -123,6 +123,19 @@ void OrderStreamPanel::showFilter()
 void OrderStreamPanel::take(const FeedPump::Records &records)
 {
     streamTable->rows().take(records);
+    sayWhyEmpty();
+}
+
+void OrderStreamPanel::refresh()
+{
+    TablePanel::refresh();
+    sayWhyEmpty();
+}
+
+/// What an empty list says: whether there are no orders, or none of those there are is asked for.
+void OrderStreamPanel::sayWhyEmpty()
+{
+    table().setEmptyText(allCount() > 0 ? QStringLiteral("没有符合条件的委托") : QStringLiteral("没有委托"));
 }
 
 int OrderStreamPanel::shownCount() const

@@ -25,6 +25,7 @@ public:
     void take(const FeedPump::Records &records) override;
     int shownCount() const override;
     int allCount() const override;
+    void refresh() override;
     void showNow() override;
 
     void themeChanged() override;
@@ -34,6 +35,7 @@ private:
     void addSearch();
     void applySearch();
     void showFilter();
+    void sayWhyEmpty();
     void applyLook();
 
     PagedStreamTable *streamTable;

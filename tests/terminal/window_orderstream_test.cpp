@@ -1,4 +1,5 @@
 #include <QtCore/QFileInfo>
+#include <QtGui/QAccessible>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLineEdit>
@@ -66,6 +67,13 @@ protected:
     }
 
     int columnOf(int field) const { return table->getColumnIdByFileId(field); }
+
+    /// What stands in the place of the rows; nothing while there are any.
+    std::string emptyText() const
+    {
+        grid->refreshNow();
+        return QAccessible::queryAccessibleInterface(grid)->text(QAccessible::Description).toStdString();
+    }
 
     std::vector<std::string> shownKeys() const
     {
@@ -360,6 +368,25 @@ TEST_F(OrderStreamTest, StatusAndCodeAreChosenByMouseAndKey)
     EXPECT_TRUE(QTest::qWaitFor([this] { return pages->size() == 0; }));
     search->clear();
     EXPECT_EQ(pages->size(), 21);
+}
+
+TEST_F(OrderStreamTest, AnEmptyListSaysWhetherThereAreNoOrdersOrNoneIsAskedFor)
+{
+    EXPECT_EQ(emptyText(), "没有委托");
+    QTest::mouseClick(button("未完成"), Qt::LeftButton);
+    EXPECT_EQ(emptyText(), "没有委托");
+    takeOrders(5, 5); // filled
+    panel->showNow();
+    EXPECT_EQ(emptyText(), "没有符合条件的委托");
+    QTest::mouseClick(button("已成"), Qt::LeftButton);
+    EXPECT_EQ(emptyText(), "");
+    QSet<QString> sells{QStringLiteral("卖出")};
+    table->onFilterTrigger(columnOf(OrderDirection), ZB::FilterExact, sells);
+    EXPECT_EQ(emptyText(), "没有符合条件的委托");
+    pages->clear();
+    panel->showNow();
+    panel->refresh();
+    EXPECT_EQ(emptyText(), "没有委托");
 }
 
 TEST_F(OrderStreamTest, ClearingTheFiltersResetsStatusAndSearch)
