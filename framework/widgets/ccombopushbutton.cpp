@@ -26,6 +26,9 @@ struct Item
 class CComboPushButton::Private
 {
 public:
+    /// A list that has been closed lives on for a while.
+    ComboPopup *openPopup() const { return popup && popup->isVisible() ? popup.data() : nullptr; }
+
     int id = 0;
     int mostRows = 0;
     int textMargin = 0;
@@ -118,12 +121,12 @@ void CComboPushButton::setAdjustPopupWidth(bool adjust)
 
 QWidget *CComboPushButton::popup() const
 {
-    return d->popup;
+    return d->openPopup();
 }
 
 void CComboPushButton::showPopup()
 {
-    if (d->items.empty() || d->popup)
+    if (d->items.empty() || d->openPopup())
         return;
     QStringList texts;
     for (const Item &item : d->items)
@@ -175,7 +178,7 @@ void CComboPushButton::paintEvent(QPaintEvent *)
     painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
                      fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
     paintDropArrow(painter, QRect(width() - scaled(d->arrowWidth), 0, scaled(d->arrowWidth), height()), textColor());
-    if (hasFocus() || d->popup)
+    if (hasFocus() || d->openPopup())
         paintFocusRing(painter, rect());
 }
 

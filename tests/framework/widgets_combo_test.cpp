@@ -94,6 +94,19 @@ TEST(ComboPushButton, KeysOpenChooseTakeAndClose)
     EXPECT_EQ(combo.window.take(), "7 8 1 专项");
 }
 
+TEST(ComboPushButton, OpensAgainAtOnce)
+{
+    Combo combo;
+    QTest::keyClick(&combo.button, Qt::Key_Down);
+    QTest::keyClick(combo.list(), Qt::Key_Escape);
+    EXPECT_EQ(combo.button.popup(), nullptr);
+    QTest::keyClick(&combo.button, Qt::Key_Down);
+    ASSERT_NE(combo.list(), nullptr);
+    QTest::keyClick(combo.list(), Qt::Key_Down);
+    QTest::keyClick(combo.list(), Qt::Key_Return);
+    EXPECT_EQ(combo.window.take(), "7 8 1 专项");
+}
+
 TEST(ComboPushButton, ItsListFitsTheTextsWhenItMay)
 {
     Combo combo;
