@@ -163,6 +163,14 @@ void CStockCodeLineEdit::relayoutList()
         d->openList();
 }
 
+void CStockCodeLineEdit::setWarning(bool on)
+{
+    if (d->isFaulty == on)
+        return;
+    d->isFaulty = on;
+    update();
+}
+
 void CStockCodeLineEdit::setBorderWidth(int pixels)
 {
     if (d->border == pixels || pixels < 0)
@@ -216,8 +224,9 @@ void CStockCodeLineEdit::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool hasFocus = d->edit->hasFocus();
+    const bool isWrong = d->isWarning || d->isFaulty;
     const char *lineKey = !isEnabled()   ? "clr_line"
-                          : d->isWarning ? "clr_text_error"
+                          : isWrong      ? "clr_text_error"
                           : hasFocus     ? "clr_accent"
                           : underMouse() ? "clr_text_disabled"
                                          : "clr_border";

@@ -23,6 +23,7 @@ void CStockCodeLineEdit::inputStockCodeChar(const QString &text)
 void CStockCodeLineEdit::Private::setCode(const QString &other)
 {
     code = other;
+    isFaulty = false;
     name = code.isEmpty() ? QString() : getInstrumentText(code.toStdString()).name;
     q->update();
 }
@@ -52,6 +53,7 @@ void CStockCodeLineEdit::Private::setWarning(bool on)
 void CStockCodeLineEdit::Private::edited(const QString &text)
 {
     isEditing = true;
+    isFaulty = false;
     setWarning(false);
     q->update();
     find(text);

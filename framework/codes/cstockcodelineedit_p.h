@@ -69,8 +69,9 @@ public:
     QString code;
     QString name; ///< of the code
     int border = 1;
-    bool isEditing = false; ///< the text is an entry, not the code
-    bool isWarning = false;
+    bool isEditing = false;        ///< the text is an entry, not the code
+    bool isWarning = false;        ///< nothing answers to the text
+    bool isFaulty = false;         ///< somebody finds the code wrong
     bool isSuppressed = false;     ///< typing opens no list
     bool selectsOnRelease = false; ///< the click that brings the focus marks the whole text
 };

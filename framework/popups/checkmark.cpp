@@ -18,7 +18,8 @@ void paintCheckMark(QPainter &painter, const QRect &square, Qt::CheckState state
     const QColor box = enabled ? look.accent : look.border;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(filled ? box : mixed(look.border, look.dimText, 600));
+    const QColor outline = mixed(look.border, look.dimText, enabled ? 600 : 250);
+    painter.setPen(filled ? box : outline);
     painter.setBrush(filled ? box : look.background);
     const QRectF edge = QRectF(square).adjusted(0.5, 0.5, -0.5, -0.5);
     painter.drawRoundedRect(edge, scaled(2), scaled(2));

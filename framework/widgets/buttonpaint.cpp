@@ -55,12 +55,12 @@ void paintButtonBox(QPainter &painter, const QRect &rect, const QColor &ground, 
     painter.restore();
 }
 
-void paintFocusRing(QPainter &painter, const QRect &rect)
+void paintFocusRing(QPainter &painter, const QRect &rect, bool isError)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const double radius = scaled(cornerRadius);
-    strokeRounded(painter, rect, themeColor("clr_accent"), radius);
+    strokeRounded(painter, rect, themeColor(isError ? "clr_text_error" : "clr_accent"), radius);
     strokeRounded(painter, rect.adjusted(1, 1, -1, -1), themeColor("clr_background"), std::max(0.0, radius - 1));
     painter.restore();
 }

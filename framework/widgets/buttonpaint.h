@@ -28,8 +28,9 @@ QString keyEnding(ButtonState state);
 
 /// A box with round corners; an invalid border: none.
 void paintButtonBox(QPainter &painter, const QRect &rect, const QColor &ground, const QColor &border);
-/// An accent line around, and one of the ground inside, which keeps it visible on a fill of any colour.
-void paintFocusRing(QPainter &painter, const QRect &rect);
+/// A line around, accent unless it is that of an error, and one of the ground inside, which keeps it visible on a fill
+/// of any colour.
+void paintFocusRing(QPainter &painter, const QRect &rect, bool isError = false);
 /// Stretches an image over a place, its corners excepted.
 void paintStretched(QPainter &painter, const QRect &rect, const QPixmap &image);
 /// The arrow that says that something opens below, in the middle of a place.

@@ -35,6 +35,14 @@ int CComboBox::eventId() const
     return id;
 }
 
+void CComboBox::setWarning(bool on)
+{
+    if (warning == on)
+        return;
+    warning = on;
+    update();
+}
+
 void CComboBox::themeChanged()
 {
     setStyleSheet(CStyleSheetCenter::getStyle(QStringLiteral("QComboBox")));
@@ -69,8 +77,9 @@ void CComboBox::paintEvent(QPaintEvent *)
     const char *ground = isPressed   ? "clr_background_pressed"
                          : isHovered ? "clr_background_hover"
                                      : "clr_btn_background_color";
+    const char *line = !isEnabled() ? "clr_line" : warning ? "clr_text_error" : "clr_border";
     QPainter painter(this);
-    paintButtonBox(painter, rect(), color(ground), color(isEnabled() ? "clr_border" : "clr_line"));
+    paintButtonBox(painter, rect(), color(ground), color(line));
     painter.setFont(font());
     const QColor text = color(!isEnabled() ? "clr_text_disabled"
                               : isHint()   ? "clr_text_second"
@@ -81,7 +90,7 @@ void CComboBox::paintEvent(QPaintEvent *)
                      fontMetrics().elidedText(shownText(), Qt::ElideRight, place.width()));
     paintDropArrow(painter, QRect(width() - scaled(arrowWidth), 0, scaled(arrowWidth), height()), text);
     if (hasFocus() || isPressed)
-        paintFocusRing(painter, rect());
+        paintFocusRing(painter, rect(), warning);
 }
 
 void CComboBox::keyPressEvent(QKeyEvent *event)

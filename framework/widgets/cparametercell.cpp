@@ -13,6 +13,7 @@ namespace {
 
 constexpr int labelMargin = 2;
 constexpr int labelCharacters = 4; ///< names of up to so many leave the fields of a form in one line
+constexpr int labelGap = 4;
 constexpr int gap = 6;
 constexpr int leastField = 40;
 
@@ -39,7 +40,7 @@ int CParameterCell::Private::fieldLeft() const
 {
     const QFontMetrics metrics(*CUiResource::instance()->getFont(QStringLiteral("fnt_default_normal")));
     const int column = labelCharacters * metrics.horizontalAdvance(QStringLiteral("字"));
-    return scaled(labelMargin) + std::max(column, label->sizeHint().width());
+    return scaled(labelMargin) + std::max(column, label->sizeHint().width()) + scaled(labelGap);
 }
 
 void CParameterCell::Private::place()
@@ -48,7 +49,8 @@ void CParameterCell::Private::place()
     const int labelLine = labelHeight > 0 ? std::min(scaled(labelHeight), height) : height;
     const int unitWidth = unit->text().isEmpty() ? 0 : unit->sizeHint().width() + scaled(gap);
     const int left = fieldLeft();
-    label->setGeometry(scaled(labelMargin), (height - labelLine) / 2, left - scaled(labelMargin), labelLine);
+    label->setGeometry(scaled(labelMargin), (height - labelLine) / 2, left - scaled(labelMargin) - scaled(labelGap),
+                       labelLine);
     field->setGeometry(left, 0, std::max(0, q.width() - left - unitWidth), height);
     unit->setVisible(unitWidth > 0);
     unit->setGeometry(q.width() - unitWidth + scaled(gap), 0, std::max(0, unitWidth - scaled(gap)), height);

@@ -19,8 +19,8 @@ namespace KV {
 /// types, and shows the name of the chosen one.
 ///
 /// Events that it delivers: 1082 (its id, 0, code, null) when the user has chosen a code, be it the present one again,
-/// or taken it away, and when a white list has taken it away; 245 (its id, 1 or 0, empty text, null) when the keyboard focus comes to it or leaves. Threading:
-/// GUI thread. Ownership: its Qt parent.
+/// or taken it away, and when a white list has taken it away; 245 (its id, 1 or 0, empty text, null) when the keyboard
+/// focus comes to it or leaves. Threading: GUI thread. Ownership: its Qt parent.
 class HOST_API CStockCodeLineEdit : public ZB::CBaseWidget
 {
     Q_OBJECT
@@ -63,6 +63,9 @@ public:
     /// Puts an open list to the present place and width of the field.
     void relayoutList();
 
+    /// Frames the field in the colour of errors, for a code that is missing or wrong; until the user types or a code is
+    /// set.
+    void setWarning(bool on);
     /// Of the frame; 1 at first.
     void setBorderWidth(int pixels);
     /// Font of the code.

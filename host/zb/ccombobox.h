@@ -20,6 +20,9 @@ public:
 
     int eventId() const;
 
+    /// Frames the box in the colour of errors, for a choice that is missing or wrong.
+    void setWarning(bool on);
+
     void themeChanged() override;
 
 protected:
@@ -37,6 +40,7 @@ protected:
 
 private:
     const int id;
+    bool warning = false;
 };
 
 } // namespace ZB

@@ -29,7 +29,8 @@ namespace {
 constexpr kdservice::EVxTraderType trades[] = {kdservice::TraderStock, kdservice::TraderCredit,
                                                kdservice::TraderFuture};
 constexpr int resendMs = 500; ///< a second click within it is a slip
-constexpr int captionWidth = 50;
+constexpr int captionWidth = 54;
+constexpr int captionGap = 4; ///< behind the longest
 constexpr int fieldHeight = 28;
 constexpr int leastBoxWidth = 120;
 constexpr int sendHeight = 34;
@@ -75,6 +76,7 @@ void TicketForm::buildFields()
     openButton = new KV::COpTypeButton(TicketOpenClose, KV::OpParamFirstLegOpen, this);
     sourceCell = new KV::CCompactTypeSelectWidget(this);
     sourceCell->getComboButton()->setEventId(TicketSource);
+    sourceCell->setSpacing(captionGap);
     for (const char *source : {"普通头寸", "专项头寸"})
         sourceCell->getComboButton()->addItem(QString::fromUtf8(source));
     contractCell = new KV::CCompactSelectWidget(this);

@@ -80,9 +80,12 @@ void TicketForm::setTrade(kdservice::EVxTraderType newTrade)
 {
     trade = newTrade;
     tradeGroup->setCheckedById(trade);
-    for (KV::CAccountsComboBox *box : accountBoxes)
+    for (KV::CAccountsComboBox *box : accountBoxes) {
         box->setVisible(box == accountBox());
+        box->setWarning(false);
+    }
     codeField->setTradeType(trade);
+    codeField->getStockCodeLineEdit()->setWarning(false); // another business may trade it
     // Money or holding sizes a credit order as it does a stock order; by itself the control has no words for credit.
     rates->setTradeType(trade == kdservice::TraderCredit ? kdservice::TraderStock : trade);
     const bool isCredit = trade == kdservice::TraderCredit;
@@ -253,10 +256,12 @@ bool TicketForm::handleEvent(int event, int first, int second, QString text, voi
         else
             chooseRate(second);
         return true;
-    case eventReferenceChanged:
-    case eventDirectionChanged:
     case eventAccountChosen:
     case eventAccountGroupChanged:
+        accountBox()->setWarning(false);
+        [[fallthrough]];
+    case eventReferenceChanged:
+    case eventDirectionChanged:
         sizeOrder();
         fieldEdited();
         return true;

@@ -214,9 +214,11 @@ void TicketForm::showFault(const OrderFault &fault)
     say(fault.text, true);
     switch (fault.field) {
     case OrderField::Account:
+        accountBox()->setWarning(true);
         accountBox()->setFocus(Qt::TabFocusReason);
         break;
     case OrderField::Code:
+        codeField->getStockCodeLineEdit()->setWarning(true);
         codeField->getStockCodeLineEdit()->setFocus(Qt::TabFocusReason);
         break;
     case OrderField::Price:

@@ -187,6 +187,14 @@ TEST(ComboBox, LooksDifferentInEveryState)
     ZB::CComboBox box(0, &window);
     box.addItem(QStringLiteral("甲"));
     expectDistinctStates(window, box, [&box](bool open) { open ? box.showPopup() : box.hidePopup(); });
+    for (const bool hasFocus : {false, true}) {
+        hasFocus ? box.setFocus() : box.clearFocus();
+        const QImage right = box.grab().toImage();
+        box.setWarning(true);
+        EXPECT_NE(box.grab().toImage(), right) << hasFocus;
+        box.setWarning(false);
+        EXPECT_EQ(box.grab().toImage(), right) << hasFocus;
+    }
 }
 
 TEST(ComboPushButton, LooksDifferentInEveryStateAndWhileItsListIsOpen)

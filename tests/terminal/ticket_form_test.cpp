@@ -165,21 +165,34 @@ TEST(TicketForm, RefusesEveryMistakeInWordsAndGoesToTheField)
         sendNow(window);
         return window.form->message() + QStringLiteral(" -> ") + window.focus();
     };
+    const auto isFramed = [](QWidget *field) {
+        const QImage picture = field->grab().toImage();
+        return picture.pixelColor(picture.width() / 2, 0) ==
+               *ZB::CUiResource::instance()->getColor(QStringLiteral("clr_text_error"));
+    };
+    auto *accounts = window.form->findChild<KV::CAccountsComboBox *>();
+    auto *code = window.form->findChild<KV::CStockCodeLineEdit *>();
     EXPECT_EQ(refusal(), QStringLiteral("请选择账号 -> 股票账号"));
+    EXPECT_TRUE(isFramed(accounts));
     window.pickAccount();
+    EXPECT_FALSE(isFramed(accounts));
     EXPECT_EQ(refusal(), QStringLiteral("请输入证券代码 -> 证券代码"));
+    EXPECT_TRUE(isFramed(code));
+    window.type(QStringLiteral("6"));
+    EXPECT_FALSE(isFramed(code));
     window.form->setCode(QStringLiteral("999999.SH"));
     EXPECT_EQ(refusal(), QStringLiteral("没有证券 999999.SH -> 证券代码"));
     window.form->setCode(QStringLiteral("000300.SH"));
     EXPECT_EQ(refusal(), QStringLiteral("股票业务不能买卖 000300.SH -> 证券代码"));
+    EXPECT_TRUE(isFramed(code));
+    window.form->setTrade(kdservice::TraderFuture);
+    EXPECT_FALSE(isFramed(code));
     window.form->setCode(QStringLiteral("600519.SH"));
     EXPECT_EQ(refusal(), QStringLiteral("请输入价格 -> 价格"));
     window.type(QStringLiteral("11.01"));
     EXPECT_EQ(window.form->message(), QString()) << "mended, so no longer said";
     EXPECT_EQ(refusal(), QStringLiteral("价格高于涨停价 11.00 -> 价格"));
-    const QImage wrong = window.price->edit()->grab().toImage();
-    EXPECT_EQ(wrong.pixelColor(wrong.width() / 2, 0).name(),
-              ZB::CUiResource::instance()->getColor(QStringLiteral("clr_text_error"))->name());
+    EXPECT_TRUE(isFramed(window.price->edit()));
     window.type(QStringLiteral("10"));
     EXPECT_EQ(refusal(), QStringLiteral("请输入数量 -> 数量"));
     window.type(QStringLiteral("150"));
