@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtGui/QPainter>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QShortcut>
 #include <algorithm>
 
-#include <QtWidgets/QShortcut>
-
+#include "kv/cstockcodelineedit.h"
 #include "services/logservice.h"
 #include "terminal/ticketwindow.h"
+#include "theme/themeservice.h"
 #include "window/pricefield.h"
 #include "window/quantityfield.h"
 #include "window/ticketform.h"
@@ -37,6 +42,15 @@ void pressUntil(TicketWindow &window, const char *field, int key, Qt::KeyboardMo
         ASSERT_LT(presses, 30) << field;
         window.press(key, modifiers);
     }
+}
+
+/// Two pixels around a field, where it shows that it has the keyboard; the caret blinks further inside.
+QImage frameOf(QWidget &field)
+{
+    constexpr int width = 2;
+    QPixmap picture = field.grab();
+    QPainter(&picture).fillRect(field.rect().adjusted(width, width, -width, -width), Qt::black);
+    return picture.toImage();
 }
 
 /// The fields that a key leads through, until it is back.
@@ -151,6 +165,64 @@ TEST(TicketByKeyboard, TabGoesThroughEverythingAsItStandsAndBack)
     window.form->setTrade(kdservice::TraderCredit);
     EXPECT_EQ(stops(window, Qt::Key_Tab).join(QLatin1Char(' ')),
               QStringLiteral("证券代码 多 开 合约类型 指定 价格 数量 全部 委托 信用 信用账号"));
+}
+
+TEST(TicketByKeyboard, ItIsSeenWhereTheKeyboardIs)
+{
+    TicketWindow window;
+    window.form->setTrade(kdservice::TraderCredit);
+    window.click(window.button("指定")); // so that the contract's id is a stop too
+    for (const char *theme : {"dark", "light"}) {
+        refhost::ThemeService::instance().setTheme(QLatin1String(theme));
+        QCoreApplication::processEvents(); // lays the rows of the business out
+        pressUntil(window, "证券代码", Qt::Key_Tab);
+        QStringList seen;
+        for (const QString &stop : stops(window, Qt::Key_Tab)) {
+            pressUntil(window, stop.toUtf8(), Qt::Key_Tab);
+            QWidget *field = window.focusWidget();
+            if (auto *code = qobject_cast<KV::CStockCodeLineEdit *>(field->parentWidget()))
+                field = code; // which paints the frame
+            const QImage with = frameOf(*field);
+            window.focusWidget()->clearFocus();
+            if (frameOf(*field) != with)
+                seen << stop;
+            field->setFocus(Qt::TabFocusReason);
+        }
+        EXPECT_EQ(seen.join(QLatin1Char(' ')),
+                  QStringLiteral("证券代码 多 开 合约类型 合约号 指定 价格 数量 全部 委托 信用 信用账号"))
+            << theme;
+    }
+    refhost::ThemeService::instance().setTheme(QStringLiteral("dark"));
+}
+
+TEST(TicketByKeyboard, TheSourceOfTheContractIsChosenWithKeys)
+{
+    TicketWindow window;
+    window.form->setTrade(kdservice::TraderCredit);
+    pressUntil(window, "合约类型", Qt::Key_Tab);
+    const auto openList = [] {
+        QWidget *popup = QApplication::activePopupWidget();
+        return popup == nullptr ? nullptr : popup->findChild<QListWidget *>();
+    };
+    for (const Qt::Key take : {Qt::Key_Return, Qt::Key_Space}) {
+        window.press(Qt::Key_Down);
+        ASSERT_NE(openList(), nullptr);
+        QTest::keyClick(openList(), window.form->draft().contractSource.startsWith(QStringLiteral("普通"))
+                                        ? Qt::Key_Down
+                                        : Qt::Key_Up);
+        QTest::keyClick(openList(), take);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return openList() == nullptr; }));
+        EXPECT_EQ(window.focus(), QStringLiteral("合约类型"));
+        EXPECT_EQ(window.form->draft().contractSource,
+                  take == Qt::Key_Return ? QStringLiteral("专项头寸") : QStringLiteral("普通头寸"));
+    }
+    window.press(Qt::Key_F4);
+    ASSERT_NE(openList(), nullptr);
+    QTest::keyClick(openList(), Qt::Key_Down);
+    QTest::keyClick(openList(), Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return openList() == nullptr; }));
+    EXPECT_EQ(window.form->draft().contractSource, QStringLiteral("普通头寸"));
+    EXPECT_EQ(window.focus(), QStringLiteral("合约类型"));
 }
 
 TEST(TicketByKeyboard, EnterGoesFromFieldToFieldAndTheDirectionHasKeysOfItsOwn)
