@@ -61,6 +61,21 @@ TEST(AccountsTree, IsASmallFramelessToolWindowOfTheTheme)
     EXPECT_FALSE(window.tree->styleSheet().isEmpty());
 }
 
+TEST(AccountsTree, TheCurrentRowIsOneBandAlsoWhileTheKeyboardIsTheBoxes)
+{
+    AccountWindow window;
+    window.open();
+    window.press(Qt::Key_Down);
+    for (const int level : {0, 1}) {
+        const QRect row = window.tree->visualItemRect(window.tree->currentItem());
+        const QImage picture = window.tree->viewport()->grab().toImage();
+        const QColor color = *ZB::CUiResource::instance()->getColor(QStringLiteral("clr_table_background_selected"));
+        EXPECT_EQ(picture.pixelColor(1, row.top() + 2).name(), color.name()) << level;
+        EXPECT_EQ(picture.pixelColor(picture.width() - 2, row.top() + 2).name(), color.name()) << level;
+        window.press(Qt::Key_Down);
+    }
+}
+
 TEST(AccountsTree, AClickReportsOnceADoubleClickAgainWhenItHides)
 {
     AccountWindow window;
