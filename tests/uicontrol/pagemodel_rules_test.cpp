@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <boost/thread/thread.hpp>
+#include <future>
 
 #include "kdservice/keyhash.h"
 #include "pagemodel/pagecolumns.h"
 #include "pagerecords.h"
+#include "plainrecord.h"
 #include "records/fieldids.h"
 
 using namespace pagetest;
@@ -47,36 +49,6 @@ Values withStatus(int status, const std::string &code = "600000.SH")
     values.code = code;
     return values;
 }
-
-/// A record whose 64-bit key is that of every other one.
-class SameHash : public kdservice::IData
-{
-public:
-    explicit SameHash(std::string text) : key(std::move(text)) {}
-    int getInt(int) const override { return noInt; }
-    qint64 getLong(int) const override { return noLong; }
-    double getDouble(int) const override { return noDouble; }
-    std::string getString(int) const override { return {}; }
-    bool getBool(int) const override { return false; }
-    boost::shared_ptr<IData> getIData(int) const override { return {}; }
-    std::string getKey() const override { return key; }
-    quint64 hashKey() const override { return 42; }
-    int getBaseId() const override { return 1; }
-    const FieldMap &getFieldDes() const override
-    {
-        static const FieldMap none;
-        return none;
-    }
-    const kdservice::FieldDes *getFieldDes(int) const override { return nullptr; }
-    void setData(int, const int &) override {}
-    void setData(int, const qint64 &) override {}
-    void setData(int, const double &) override {}
-    void setData(int, const bool &) override {}
-    void setData(int, const std::string &) override {}
-
-private:
-    std::string key;
-};
 
 } // namespace
 
@@ -339,18 +311,178 @@ TEST(PageModelRules, StatusModesAndTheCodeSearchChooseRecords)
     EXPECT_EQ(others.shown(), "");
 }
 
+TEST(PageModelRules, RecordsOfOtherKindsAndOfTwoKindsHaveNoTieBreak)
+{
+    const auto lots = [](const auto &record, int field, int lot) {
+        const auto instrument = refhost::makePlain(refhost::MetaInstrument, "I");
+        instrument->setData(refhost::InstrumentLot, lot);
+        record->setNested(field, instrument);
+        return record;
+    };
+    const auto order = [&](const char *key, int sequence) {
+        const auto record = refhost::makeOrder(metaId, key);
+        record->setData(refhost::OrderSequence, sequence);
+        return lots(record, refhost::OrderInstrument, 100);
+    };
+    const auto deal = [&](const char *key, int sequence) {
+        const auto record = refhost::makeDeal(refhost::MetaMarketDeal, key);
+        record->setData(refhost::DealSequence, sequence);
+        return lots(record, refhost::DealInstrument, 100);
+    };
+    const auto plain = [](const char *key, int lot) {
+        const auto record = refhost::makePlain(refhost::MetaInstrument, key);
+        record->setData(refhost::InstrumentLot, lot);
+        return record;
+    };
+    const struct
+    {
+        const char *what;
+        std::vector<boost::shared_ptr<kdservice::IData>> records;
+        const char *shown;
+    } cases[] = {
+        {"equal records of no known kind", {plain("c", 100), plain("b", 100), plain("a", 1)}, "a c b"},
+        {"an order and a deal", {order("9", 9), deal("1", 1)}, "9 1"},
+        {"deals among themselves", {deal("9", 9), deal("1", 1), deal("10", 1)}, "1 10 9"},
+    };
+    for (const auto &each : cases) {
+        Model model(true, 16205);
+        for (const auto &record : each.records)
+            model.addData(record);
+        model.sortByColumnID(NestedColumn, 0);
+        EXPECT_EQ(model.shown(), each.shown) << each.what;
+    }
+}
+
+TEST(PageModelRules, AFilterOfAnUnknownTypeRejectsAndAnUnknownColumnHasNoText)
+{
+    Model model;
+    model.put("A");
+    const auto shownWith = [&](int column, int type, const QSet<QString> &values) {
+        model.filterColumn({{column, {ZB::EFilterType(type), values}}});
+        return model.shown();
+    };
+    const QString code = QStringLiteral("600000.SH");
+    EXPECT_EQ(shownWith(TextColumn, ZB::FilterExact, {code}), "A");
+    EXPECT_EQ(shownWith(TextColumn, ZB::FilterContains, {QStringLiteral("sh")}), "A") << "whatever the case";
+    for (const int type : {2, 7, -1})
+        EXPECT_EQ(shownWith(TextColumn, type, {code}), "") << type;
+    EXPECT_EQ(shownWith(TextColumn, 2, {}), "A") << "nothing is asked for";
+    EXPECT_EQ(shownWith(99, ZB::FilterExact, {code}), "");
+    EXPECT_EQ(shownWith(99, ZB::FilterExact, {QString()}), "A");
+    EXPECT_EQ(model.put("B"), "+B -") << "a new record is tested likewise";
+    model.filterColumn({{99, {ZB::FilterExact, {code}}}});
+    EXPECT_EQ(model.put("C"), "+ -");
+    EXPECT_EQ(model.everything(), "A B C");
+}
+
+TEST(PageModelRules, ClearingTheFiltersMayLeaveTheListAsItIs)
+{
+    Model model;
+    for (const auto &[key, code] : {std::pair{"A", "600000.SH"}, {"B", "AP010"}})
+        model.put(key, withStatus('0', code));
+    model.filterColumn({{TextColumn, {ZB::FilterExact, {"AP010"}}}});
+    model.totalCountChange();
+    model.clearFilter(false);
+    EXPECT_TRUE(model.columnFilters().isEmpty());
+    EXPECT_EQ(model.shown(), "B");
+    EXPECT_TRUE(model.totalCountChange());
+    model.put("C");
+    EXPECT_EQ(model.shown(), "B C") << "but the next record passes";
+    model.setFilter("AP");
+    model.clearFilter(true);
+    EXPECT_EQ(model.shown(), "A B C") << "every record, whatever is searched for";
+    model.clearFilter(true);
+    EXPECT_EQ(model.shown(), "A B C");
+}
+
+TEST(PageModelRules, TheSourceOfTheExtraFilterIsKeptAndAsksNothing)
+{
+    Model model;
+    EXPECT_EQ(model.exFilterSource(), 0);
+    model.setExFilterSource(7);
+    model.put("A");
+    model.filterColumn({});
+    EXPECT_EQ(model.exFilterSource(), 7);
+    EXPECT_EQ(model.shown(), "A");
+}
+
+TEST(PageModelRules, AMovedResultIsEmptyAndACopiedPageSharesTheRecord)
+{
+    const std::string longKey(100, 'k'); // too long to lie within a text
+    for (const std::string &key : {std::string("a"), longKey}) {
+        KV::CUpdatePageDataResult source;
+        source.enterKey = key;
+        source.leaveKey = key + '2';
+        const KV::CUpdatePageDataResult copy(source);
+        KV::CUpdatePageDataResult made(std::move(source));
+        EXPECT_EQ(source.enterKey + source.leaveKey, "");
+        KV::CUpdatePageDataResult assigned;
+        assigned.enterKey = "former";
+        assigned = std::move(made);
+        EXPECT_EQ(made.enterKey + made.leaveKey, "");
+        EXPECT_EQ(assigned.enterKey + assigned.leaveKey, key + key + '2');
+        auto &itself = assigned;
+        assigned = std::move(itself);
+        EXPECT_EQ(assigned.enterKey + assigned.leaveKey, copy.enterKey + copy.leaveKey);
+    }
+    KV::CHpfPageData page(makeOrder("A", {}));
+    EXPECT_EQ(page.getDataSeq(), 0);
+    page.setDataSeq(7);
+    KV::CHpfPageData copy(page);
+    KV::CHpfPageData assigned(makeOrder("B", {}));
+    assigned = page;
+    EXPECT_EQ(copy.getIData(), page.getIData());
+    EXPECT_EQ(assigned.getIData(), page.getIData());
+    EXPECT_EQ(copy.getDataSeq() + assigned.getDataSeq(), 14);
+    copy.setIData(makeOrder("C", {}));
+    copy.setDataSeq(8);
+    EXPECT_EQ(page.getIData()->getKey() + std::to_string(page.getDataSeq()), "A7");
+}
+
 TEST(PageModelRules, TwoKeysOfOneHashAreBothKept)
 {
     Model model;
-    const auto first = boost::make_shared<SameHash>("first");
-    model.addData(first);
-    model.addData(boost::make_shared<SameHash>("second"));
+    const auto record = [](const char *key) { return boost::make_shared<PlainRecord>(key, 42); };
+    model.addData(record("first"));
+    model.addData(record("second"));
     EXPECT_EQ(model.shown(), "first second");
-    model.addData(boost::make_shared<SameHash>("first"));
+    model.addData(record("first"));
     EXPECT_EQ(model.size(), 2);
     model.removeDataByKey(quint64(42));
     EXPECT_EQ(model.size(), 1);
     EXPECT_TRUE(model.containData(42));
+}
+
+/// Destructors are the host's, and may well ask the model.
+TEST(PageModelRules, RecordsAreDestroyedWithoutTheLock)
+{
+    Model model;
+    std::string destroyed;
+    const auto record = [&](const char *key) {
+        return boost::make_shared<PlainRecord>(key, kdservice::hashOfKey(key), [&model, &destroyed, key] {
+            auto asked = std::make_shared<std::promise<void>>();
+            const std::future<void> answer = asked->get_future();
+            boost::thread([&model, asked] {
+                model.originalSize();
+                asked->set_value();
+            }).detach();
+            destroyed += key;
+            if (answer.wait_for(std::chrono::seconds(5)) != std::future_status::ready)
+                destroyed += " under the lock ";
+        });
+    };
+    model.addData(record("a"));
+    model.addData(record("a"));
+    EXPECT_EQ(destroyed, "a") << "an update";
+    model.setExFilterStatus(4);
+    model.filterColumn({{TextColumn, {ZB::FilterExact, {"none"}}}});
+    model.addData(record("a"));
+    EXPECT_EQ(destroyed, "aa") << "a cover";
+    model.addData(record("b"));
+    model.removeDataByKey(std::string("a"));
+    EXPECT_EQ(destroyed, "aaa");
+    model.clear();
+    EXPECT_EQ(destroyed, "aaab");
 }
 
 TEST(PageModelRules, APageWithoutRowsReportsNothingAndOddPagesAreHarmless)
@@ -401,6 +533,7 @@ TEST(PageModelRules, MenuItemsStandInTheOrderOfTheirValues)
         Values values;
         values.channel = channel;
         values.price = channel == noInt ? noDouble : channel / 4.0;
+        values.lot = channel == 9 ? noInt : channel; // of noInt: without the field
         model.put(std::to_string(model.originalSize()), values);
     }
     const QStringList channels = model.getMenuItems(IntColumn);
@@ -409,6 +542,7 @@ TEST(PageModelRules, MenuItemsStandInTheOrderOfTheirValues)
     const QStringList prices = model.getMenuItems(DoubleColumn);
     EXPECT_EQ(prices.mid(0, 4), QStringList({"-0.50", "2.25", "2.50", "25.00"})) << prices.join(' ').toStdString();
     EXPECT_EQ(prices.size(), 5);
+    EXPECT_EQ(model.getMenuItems(NestedColumn), QStringList({"-2", "10", "100", ""}));
 }
 
 TEST(PageModelRules, ReadersAndWritersGoOnSideBySide)

@@ -12,6 +12,7 @@
 #include <boost/thread/shared_mutex.hpp>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kdservice/evxtradertype.h"
 #include "model/chpfdatacolumnproperty.h"
@@ -117,7 +118,8 @@ public:
     void clearSort();
     int sortColumn() const;
     int sortOrder() const;
-    /// A column under which orders compare by their code, shorter ones first; -1 for none.
+    /// A column under which orders compare by their code, shorter ones first; -1 for none. Where the present sort is by
+    /// that column, or was by the former one, the records are sorted again before it returns.
     void setCodeSortColumn(int column);
     /// @}
 
@@ -163,7 +165,8 @@ public:
     QStringList getMenuItems(int column) const;
     /// @}
 
-    /// @name Columns
+    /// @name Columns. A change finishes what is under way, takes the sums anew and sorts the records again before it
+    /// returns; the visible list keeps its records until they change or filterColumn() is called.
     /// @{
     void setTraderType(kdservice::EVxTraderType traderType);
     void setColumnFieldDesMap(const QMap<int, kdservice::FieldDes *> &map);
@@ -182,7 +185,8 @@ public:
                                OriginData &origin) const;
     /// @}
 
-    /// @name Sums over the visible list; the largest value of the type for columns without
+    /// @name Sums over the visible list; the largest value of the type for columns without. Enabling one reads the column
+    /// of every visible record, in one go.
     /// @{
     void setColumnStatEnable(int column, bool enable);
     int getStatColumnInt(int column) const;
@@ -202,13 +206,16 @@ private:
     template <typename Change>
     auto change(Change work) const;
     template <typename Change>
-    auto settledChange(Change work);
+    void settledChange(Change work);
+    template <typename Change>
+    void changeColumns(Change work);
     template <typename Ask>
     void ask(Ask work);
     template <typename Read>
     auto shownRead(Read work) const;
     template <typename Read>
     auto read(Read work) const;
+    void startWork(PageModelCore &c) const;
     void finishWork() const;
     QList<Page> pagesOf(const std::vector<quint32> &slotList) const;
 

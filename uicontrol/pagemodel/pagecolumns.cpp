@@ -48,6 +48,7 @@ void PageColumns::setFieldColumnMap(const QMap<int, int> &map)
 
 void PageColumns::rebuild()
 {
+    ++changes;
     directFieldIds.fill(0);
     furtherFieldIds.clear();
     formats.clear();

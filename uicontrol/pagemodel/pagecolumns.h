@@ -31,6 +31,8 @@ public:
     void setPropertyMap(const QMap<int, CHpfDataColumnProperty> &map) { properties = map; }
     void setFieldColumnMap(const QMap<int, int> &map);
 
+    /// Another one after fields or texts have changed.
+    quint64 revision() const { return changes; }
     const QMap<int, kdservice::FieldDes *> &fieldDesMap() const { return descriptions; }
     const QMap<int, CHpfDataColumnProperty> &propertyMap() const { return properties; }
     /// 0 for an unknown column.
@@ -62,6 +64,7 @@ private:
     std::array<int, directColumns> directFieldIds{}; ///< field ids of the first columns
     QMap<int, int> furtherFieldIds;                  ///< those of all others
     QMap<int, CFieldFormat> formats;
+    quint64 changes = 0;
 };
 
 } // namespace KV

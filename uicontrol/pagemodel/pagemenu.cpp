@@ -30,13 +30,14 @@ PageMenu::Item itemOf(const QString &text, const QVariant &value)
     return item;
 }
 
+/// Records without the field come last.
 bool goesBefore(const PageMenu::Item &a, const PageMenu::Item &b)
 {
-    if (a.type == b.type && a.real != b.real)
+    if (a.type != b.type)
+        return b.type == QVariant::Invalid;
+    if (a.real != b.real)
         return a.real < b.real;
-    if (a.type == b.type && a.integer != b.integer)
-        return a.integer < b.integer;
-    return a.text < b.text;
+    return a.integer != b.integer ? a.integer < b.integer : a.text < b.text;
 }
 
 } // namespace
@@ -63,12 +64,17 @@ void PageMenu::add(const kdservice::IData &record)
     });
 }
 
+void PageMenu::addText(const QString &text, const QVariant &value)
+{
+    const int before = texts.size();
+    texts.insert(text);
+    if (texts.size() != before)
+        gathered.push_back(itemOf(text, value));
+}
+
 bool PageMenu::arrange(const PageDeadline &deadline)
 {
-    if (!std::exchange(collected, true)) {
-        gathered.reserve(static_cast<std::size_t>(valueOfText.size()));
-        for (auto it = valueOfText.cbegin(); it != valueOfText.cend(); ++it)
-            gathered.push_back(itemOf(it.key(), it.value()));
+    if (!std::exchange(arranging, true)) {
         std::vector<quint32> unsorted(gathered.size());
         std::iota(unsorted.begin(), unsorted.end(), 0u);
         order = core::SteppedSort(std::move(unsorted));
@@ -82,11 +88,11 @@ bool PageMenu::arrange(const PageDeadline &deadline)
 
 QStringList PageMenu::items()
 {
-    QStringList texts;
-    texts.reserve(static_cast<int>(gathered.size()));
+    QStringList list;
+    list.reserve(static_cast<int>(gathered.size()));
     for (const quint32 index : order.take())
-        texts.append(gathered[index].text);
-    return texts;
+        list.append(gathered[index].text);
+    return list;
 }
 
 } // namespace KV

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QtCore/QHash>
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
+#include <deque>
 #include <optional>
-#include <vector>
 
 #include "pagemodel/answersbyvalue.h"
 #include "pagemodel/pagedeadline.h"
@@ -14,7 +14,8 @@ namespace KV {
 
 class PageColumns;
 
-/// Gathers the distinct texts of one column, in the order of its values. Not thread-safe.
+/// Gathers the distinct texts of one column, in the order of its values. The columns must be the same for as long as
+/// records are added. Not thread-safe.
 class PageMenu
 {
 public:
@@ -36,14 +37,14 @@ public:
     QStringList items();
 
 private:
-    void addText(const QString &text, const QVariant &value) { valueOfText.insert(text, value); }
+    void addText(const QString &text, const QVariant &value);
 
     const PageColumns &columns;
     const int column;
     std::optional<AnswersByValue<bool>> seen;
-    QHash<QString, QVariant> valueOfText; ///< with one of the values that have this text
-    bool collected = false;
-    std::vector<Item> gathered;
+    QSet<QString> texts;
+    std::deque<Item> gathered; ///< of each text, with the first value that had it; grows without being copied
+    bool arranging = false;
     core::SteppedSort order;
 };
 

@@ -14,7 +14,7 @@ constexpr quint32 slotsPerPiece = 256; ///< read under one lock
 } // namespace
 
 PageMenuGatherer::PageMenuGatherer(const CHpfPageDataModel &pageModel, int columnId)
-    : model(pageModel), menuColumn(columnId), menu(pageModel.core->columns, columnId)
+    : model(pageModel), menuColumn(columnId)
 {
 }
 
@@ -26,18 +26,24 @@ bool PageMenuGatherer::step(int milliseconds)
         if (deadline.isDue())
             return false;
     }
-    finished = finished || menu.arrange(deadline);
+    finished = finished || menu->arrange(deadline);
     return finished;
 }
 
 bool PageMenuGatherer::readPiece()
 {
     const boost::shared_lock<boost::shared_mutex> lock(model.mutex);
+    const PageColumns &columns = model.core->columns;
+    if (!menu || columnsRevision != columns.revision()) {
+        menu.emplace(columns, menuColumn);
+        columnsRevision = columns.revision();
+        next = 0;
+    }
     const PageRows &rows = model.core->rows;
     limit = rows.slotLimit();
     for (const quint32 end = std::min(limit, next + slotsPerPiece); next < end; ++next)
         if (rows[next].record)
-            menu.add(*rows[next].record);
+            menu->add(*rows[next].record);
     return next < limit;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QStringList>
+#include <optional>
 
 #include "pagemodel/pagemenu.h"
 
@@ -8,7 +9,8 @@ namespace KV {
 
 class CHpfPageDataModel;
 
-/// Gathers the menu texts of a paged model's column in slices. Records that change meanwhile are seen or not.
+/// Gathers the menu texts of a paged model's column in slices. Records that change meanwhile are seen or not; when the
+/// columns change it starts again.
 ///
 /// Threading: one thread; the model may change on any. The model must outlive it.
 class PageMenuGatherer
@@ -22,7 +24,7 @@ public:
     /// In thousandths.
     int progress() const;
     /// What CHpfPageDataModel::getMenuItems() answers, once step() is done; call it once.
-    QStringList items() { return menu.items(); }
+    QStringList items() { return menu->items(); }
 
 private:
     /// False when there were no more records.
@@ -30,7 +32,8 @@ private:
 
     const CHpfPageDataModel &model;
     const int menuColumn;
-    PageMenu menu;
+    std::optional<PageMenu> menu; ///< made with the first piece
+    quint64 columnsRevision = 0;  ///< of the columns that it was made for
     quint32 next = 0;
     quint32 limit = 0;
     bool allRead = false;

@@ -59,6 +59,26 @@ void PageModelCore::clearSort()
             ask(std::make_unique<PageFilterWork>(*this, static_cast<PageFilterWork &>(*work)));
 }
 
+void PageModelCore::setCodeColumn(int column)
+{
+    const int former = std::exchange(codeColumn, column);
+    if (sortColumn >= 0 && former != column && (sortColumn == former || sortColumn == column))
+        sortAnew();
+}
+
+void PageModelCore::sortAnew()
+{
+    ask(std::make_unique<PageSortWork>(*this, sortColumn, sortOrder));
+}
+
+/// Those that are under way start again, since what they go by has changed.
+void PageModelCore::restartFilters()
+{
+    for (std::unique_ptr<PageWork> &work : works)
+        if (work->isFilter())
+            work = std::make_unique<PageFilterWork>(*this, static_cast<PageFilterWork &>(*work));
+}
+
 void PageModelCore::setStatus(int mode)
 {
     askedFilter.setStatus(mode);

@@ -29,7 +29,7 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
         slot = rows.add(key, hash, page);
     noteChange(slot);
     if (known)
-        rows.replace(slot, page);
+        replace(slot, page);
     capture(slot);
     const int index = testAddDataToVisible(slot);
     if (index >= 0)
@@ -39,6 +39,12 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
     else
         placeInAll(slot);
     return index >= 0 ? pageAfterInsert(index, slot) : boost::make_shared<CUpdatePageDataResult>();
+}
+
+void PageModelCore::replace(quint32 slot, const Page &page)
+{
+    remains.page = rows[slot].page;
+    rows.replace(slot, page);
 }
 
 void PageModelCore::coverInAll(quint32 slot)
@@ -84,7 +90,7 @@ PageModelCore::Result PageModelCore::updateData(quint32 slot, const Page &page)
 {
     page->setDataSeq(rows[slot].page->getDataSeq());
     noteChange(slot);
-    rows.replace(slot, page);
+    replace(slot, page);
     capture(slot);
     const int allIndex = all.indexOf(slot);
     relocateAllData(allIndex);
@@ -109,6 +115,7 @@ void PageModelCore::removeData(quint32 slot)
     removeStatColumnData(slot);
     visible.erase(slot);
     all.erase(slot);
+    remains.page = rows[slot].page;
     rows.remove(slot);
     countChanged = true;
 }
@@ -118,13 +125,11 @@ void PageModelCore::clear()
 {
     works.clear();
     filter = shownFilter = askedFilter;
-    if (askedColumn != sortColumn || askedOrder != sortOrder) {
-        keys.setColumn(askedColumn, codeColumn);
-        takeSort(askedColumn, askedOrder);
-    }
+    keys.setColumn(askedColumn, codeColumn);
+    takeSort(askedColumn, askedOrder);
     visible.clear();
     all.clear();
-    rows = PageRows();
+    remains.rows = std::make_unique<PageRows>(std::exchange(rows, PageRows()));
     resetStatMap();
     sequenceCounter = 0;
     countChanged = true;
@@ -132,16 +137,19 @@ void PageModelCore::clear()
 
 void PageModelCore::columnsChanged()
 {
-    captureAll();
     for (const int column : statistics.enabledColumns())
         statistics.setEnabled(column, true, columns.type(column));
     refreshStatColumnData();
+    if (sortColumn >= 0)
+        sortAnew();
 }
 
 void PageModelCore::setColumnStatEnable(int column, bool enable)
 {
     statistics.setEnabled(column, enable, columns.type(column));
-    refreshStatColumnData();
+    if (statistics.isEnabled(column))
+        statistics.countColumn(column, visible.slotsInOrder(), rows, columns);
+    restartFilters();
 }
 
 void PageModelCore::updateStatColumnData(quint32 slot)
@@ -157,13 +165,6 @@ void PageModelCore::refreshStatColumnData()
         return;
     for (const quint32 slot : visible.slotsInOrder())
         addStatColumnData(slot);
-}
-
-void PageModelCore::captureAll()
-{
-    keys.setColumn(sortColumn, codeColumn);
-    for (const quint32 slot : all.slotsInOrder())
-        capture(slot);
 }
 
 } // namespace KV

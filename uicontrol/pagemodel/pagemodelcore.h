@@ -30,7 +30,8 @@ public:
     Result addData(const Page &page);
     void removeData(quint32 slot);
     void clear();
-    /// Columns or trader type have changed: values of the sort column and the sums are taken anew.
+    /// Columns or trader type have changed: the sums are taken anew, and the present sort is asked for anew. No work may be
+    /// under way.
     void columnsChanged();
     void setColumnStatEnable(int column, bool enable);
     /// @}
@@ -41,6 +42,8 @@ public:
     void clearFilter(bool rebuild);
     void sortByColumnID(int column, int order);
     void clearSort();
+    /// Asks for the present sort anew where it is one by the code, or is to be one. No work may be under way.
+    void setCodeColumn(int column);
     void setStatus(int mode);
     void setCodeSearch(const QString &text);
     bool hasWork() const { return !works.empty(); }
@@ -83,8 +86,20 @@ public:
     /// For tests: lists, index and sums agree.
     bool checkConsistency() const;
 
-    /// Messages since the last call, when the log is on; the caller writes them out without the lock.
+    /// @name What a change leaves behind, to be taken after each one and dealt with without the lock
+    /// @{
+    /// Host records are destroyed by who drops this last.
+    struct Remains
+    {
+        Page page;                      ///< of a record that was replaced or removed
+        std::unique_ptr<PageRows> rows; ///< that were cleared
+    };
+    Remains takeRemains() { return std::exchange(remains, {}); }
+    /// Messages, when the log is on.
     std::vector<std::string> takeMessages() { return std::exchange(messages, {}); }
+    static bool detailsWanted();
+    static void writeDetails(const std::vector<std::string> &messages);
+    /// @}
 
     PageColumns columns;
     PageRows rows;
@@ -97,7 +112,7 @@ public:
     int startIndex = 0;
     int sortColumn = PageComparator::NoColumn;
     int sortOrder = 0;
-    int codeColumn = -1; ///< column under which orders compare by their code
+    int codeColumn = PageComparator::NoColumn; ///< under which orders compare by their code
     bool appendSeq;
     bool logging = false;
     bool countChanged = false;
@@ -115,6 +130,7 @@ private:
     int testAddDataToVisible(quint32 slot);
     void placeInAll(quint32 slot);
     void coverInAll(quint32 slot);
+    void replace(quint32 slot, const Page &page);
     /// Whether a record that has changed stands between its neighbours no longer; then relocate…() moves it and tells
     /// the new index, -1 for one that stays.
     bool needRelocate(int index) const { return visible.isMisplaced(index, visibleComparator); }
@@ -127,7 +143,6 @@ private:
     void refreshStatColumnData();
     void resetStatMap() { statistics.removeAll(); }
     void capture(quint32 slot) { keys.capture(slot, columns); }
-    void captureAll();
     /// Before a record comes into its slot, changes there, or leaves.
     void noteChange(quint32 slot, bool leaves = false)
     {
@@ -137,6 +152,8 @@ private:
     bool filtersPending() const;
     void filterAsked();
     void ask(std::unique_ptr<PageWork> work);
+    void sortAnew();
+    void restartFilters();
 
     Result pageAfterInsert(int index, quint32 slot) const;
     Result pageAfterMove(Move move, quint32 slot) const;
@@ -170,6 +187,7 @@ private:
     std::deque<std::unique_ptr<PageWork>> works; ///< one after the other
     PageComparator visibleComparator;
     PageComparator allComparator;
+    Remains remains;
     std::vector<std::string> messages;
 };
 

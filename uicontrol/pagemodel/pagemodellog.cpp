@@ -1,10 +1,15 @@
 // What a paged model tells its log of details.
 
+#include <log4cxx/logger.h>
+
 #include "pagemodel/pagemodelcore.h"
+#include "utils/clogcenter.h"
 
 namespace KV {
 
 namespace {
+
+constexpr int debugId = 911;
 
 // clang-format off
 constexpr const char *sortMessage = "[Model] [{0}] sort col id = {1}, order = {2}.";
@@ -22,6 +27,20 @@ constexpr const char *updateMessage =
 // clang-format on
 
 } // namespace
+
+bool PageModelCore::detailsWanted()
+{
+    return utils::CLogCenter::instance()->isDebugIdEnabled(debugId) && utils::getLogger("KDDbgFile")->isDebugEnabled();
+}
+
+void PageModelCore::writeDetails(const std::vector<std::string> &messages)
+{
+    if (messages.empty())
+        return;
+    const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
+    for (const std::string &message : messages)
+        LOG4CXX_DEBUG(logger, fmt::format("[dbg_id={0}] {1}", debugId, message));
+}
 
 void PageModelCore::logSort(int column, int order)
 {

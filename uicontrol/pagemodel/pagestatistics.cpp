@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/make_shared.hpp>
+#include <cmath>
 #include <limits>
 
 #include "model/fieldvalue.h"
@@ -31,6 +32,16 @@ void PageStatistics::add(quint32 slot, const PageRows &rows, const PageColumns &
     }
 }
 
+void PageStatistics::countColumn(int column, const std::vector<quint32> &slotList, const PageRows &rows,
+                                 const PageColumns &columns)
+{
+    Sum &sum = *sums[column];
+    for (const quint32 slot : slotList) {
+        sum.values.ensure(slot);
+        count(sum, sum.values[slot], *rows[slot].record, column, columns);
+    }
+}
+
 void PageStatistics::count(Sum &sum, Counted &entry, const kdservice::IData &record, int column,
                            const PageColumns &columns)
 {
@@ -41,7 +52,7 @@ void PageStatistics::count(Sum &sum, Counted &entry, const kdservice::IData &rec
     const int fieldId = columns.fieldIdOf(column);
     if (sum.isReal) {
         entry.real = holder->getDouble(fieldId);
-        entry.counted = !isAbsent(entry.real);
+        entry.counted = std::isfinite(entry.real) && !isAbsent(entry.real);
         if (entry.counted)
             sum.real.add(entry.real);
         return;

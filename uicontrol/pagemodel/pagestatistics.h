@@ -10,7 +10,7 @@
 namespace KV {
 
 /// Exact sums of columns over the records that are on the visible list. A record counts with the value that it had when
-/// it was counted, whatever the host does to it afterwards; no value counts as none. Not thread-safe.
+/// it was counted, whatever the host does to it afterwards; no value, NaN and infinities do not count. Not thread-safe.
 class PageStatistics
 {
 public:
@@ -20,6 +20,9 @@ public:
     QList<int> enabledColumns() const { return sums.keys(); }
 
     void add(quint32 slot, const PageRows &rows, const PageColumns &columns);
+    /// Counts the records of one column, which must be enabled.
+    void countColumn(int column, const std::vector<quint32> &slotList, const PageRows &rows,
+                     const PageColumns &columns);
     void remove(quint32 slot);
     void removeAll();
     /// Sums of the same columns over nothing.
