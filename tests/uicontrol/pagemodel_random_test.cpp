@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <boost/make_shared.hpp>
 #include <random>
 
 #include "kdservice/keyhash.h"
@@ -38,13 +39,16 @@ struct PageView
         return true;
     }
 
-    std::string sorted() const
+    /// The rows in the order of the indexes that the model tells.
+    std::string ordered(const KV::CHpfPageDataModel &model) const
     {
-        std::vector<std::string> list = keys;
+        std::vector<std::pair<int, std::string>> list;
+        for (const std::string &key : keys)
+            list.emplace_back(model.getDataIndexByKey(kdservice::hashOfKey(key)), key);
         std::sort(list.begin(), list.end());
         std::string text;
-        for (const std::string &key : list)
-            text += key + " ";
+        for (const auto &[index, key] : list)
+            text += std::to_string(index) + ':' + key + ' ';
         return text;
     }
 };
@@ -56,7 +60,7 @@ protected:
     {
         setColumns(model);
         slow.append = GetParam() % 2 == 0;
-        for (const int column : {IntColumn, LongColumn})
+        for (const int column : {IntColumn, LongColumn, DoubleColumn})
             model.setColumnStatEnable(column, true);
         model.setPageCount(5);
         model.setStartIndex(3);
@@ -151,9 +155,18 @@ protected:
         view.refill(model);
     }
 
+    /// They take effect with the next record.
+    void setStatusAndSearch()
+    {
+        slow.status = draw(0, 4);
+        slow.search = pick<const char *>({"", "600"});
+        model.setExFilterStatus(slow.status);
+        model.setFilter(QString::fromStdString(slow.search));
+    }
+
     void step()
     {
-        switch (draw(0, 19)) {
+        switch (draw(0, 20)) {
         case 0:
             return sort();
         case 1:
@@ -174,9 +187,38 @@ protected:
                 slow.dropFilters();
             }
             return view.refill(model);
+        case 6:
+            return setStatusAndSearch();
         default:
             return addOrUpdate();
         }
+    }
+
+    /// Each key's record and place, as the plain model says, and the place of a record that is not there.
+    void expectSamePlaces()
+    {
+        for (int number = 0; number < 27; ++number) {
+            const std::string key = "K" + std::to_string(number);
+            const quint64 hash = kdservice::hashOfKey(key);
+            const int inAll = slow.find(slow.all, key);
+            const int shown = slow.find(slow.visible, key);
+            const auto page = model.getDataByKey(hash);
+            ASSERT_EQ(model.containData(hash), inAll >= 0) << key;
+            ASSERT_EQ(page != nullptr, inAll >= 0) << key;
+            ASSERT_EQ(model.getAllDataIndex(page), inAll) << key;
+            ASSERT_EQ(model.getDataIndex(page), shown) << key;
+            ASSERT_EQ(model.getDataIndexByKey(hash), shown) << key;
+            if (inAll >= 0) {
+                ASSERT_EQ(page->getIData().get(), slow.all[static_cast<std::size_t>(inAll)].object) << key;
+                ASSERT_EQ(model.getDataFromAll(inAll), page);
+            }
+        }
+        const Values values = drawValues();
+        const auto stranger = boost::make_shared<KV::CHpfPageData>(makeOrder("stranger", values));
+        const SlowPageModel::Record record{"stranger", values, stranger->getIData().get(), 0};
+        ASSERT_EQ(model.getDataInsertIndex(stranger), slow.insertIndex(slow.visible, record));
+        ASSERT_EQ(model.getAllDataInsertIndex(stranger), slow.insertIndex(slow.all, record));
+        ASSERT_EQ(model.getAllDataIndex(stranger), -1);
     }
 
     std::string sequences() const
@@ -218,12 +260,12 @@ TEST_P(PageModelRandom, AgreesWithAPlainModelAndItsResultsKeepAViewRight)
         ASSERT_TRUE(model.checkConsistency());
         ASSERT_EQ(model.getStatColumnLongLong(LongColumn), static_cast<qint64>(slow.sum(LongColumn)));
         ASSERT_EQ(model.getStatColumnInt(IntColumn), static_cast<int>(slow.sum(IntColumn)));
+        ASSERT_DOUBLE_EQ(model.getStatColumnDouble(DoubleColumn), slow.sum(DoubleColumn));
         ASSERT_EQ(model.totalCountChange(), std::exchange(slow.countChanged, false));
         PageView fresh;
         fresh.refill(model);
-        ASSERT_EQ(view.sorted(), fresh.sorted());
-        for (int shown = 0; shown < model.size(); ++shown)
-            ASSERT_EQ(model.getDataIndex(model.getData(shown)), shown);
+        ASSERT_EQ(view.ordered(model), fresh.ordered(model));
+        ASSERT_NO_FATAL_FAILURE(expectSamePlaces());
     }
 }
 

@@ -256,14 +256,16 @@ void SlowPageModel::dropFilters()
 
 double SlowPageModel::sum(int column) const
 {
-    double total = 0;
+    long double total = 0;
     for (const Record &record : visible) {
         if (column == LongColumn && record.values.quantity != noLong)
-            total += static_cast<double>(record.values.quantity);
+            total += static_cast<long double>(record.values.quantity);
         if (column == IntColumn && record.values.channel != noInt)
             total += record.values.channel;
+        if (column == DoubleColumn && std::isfinite(record.values.price) && record.values.price != noDouble)
+            total += record.values.price;
     }
-    return total;
+    return static_cast<double>(total);
 }
 
 std::string SlowPageModel::keys(const std::vector<Record> &list)

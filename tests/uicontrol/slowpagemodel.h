@@ -42,15 +42,17 @@ public:
     bool passesExtra(const Record &record) const;
     bool passes(const Record &record) const;
     int compare(const Record &a, const Record &b) const;
-    double sum(int column) const; ///< over the visible list, of small whole numbers
+    /// Of the finite values of a number column over the visible list, the largest of the type not among them.
+    double sum(int column) const;
+    /// Where the key stands, -1 for nowhere; where a record would be put.
+    int find(const std::vector<Record> &list, const std::string &key) const;
+    int insertIndex(const std::vector<Record> &list, const Record &record) const;
 
     static std::string keys(const std::vector<Record> &list);
 
 private:
     int counter = 0;
 
-    int find(const std::vector<Record> &list, const std::string &key) const;
-    int insertIndex(const std::vector<Record> &list, const Record &record) const;
     void relocate(std::vector<Record> &list, int index);
     void place(std::vector<Record> &list, const Record &record, bool atEnd);
 };
