@@ -66,8 +66,12 @@ void PagedRows::apply(const KV::CUpdatePageDataResult &result)
     }
 }
 
+/// The sums may be others though no row of the page is: of another list, or of one that records were taken off.
 void PagedRows::onTimer()
 {
+    const int size = pageModel->shownSize();
+    const bool otherSize = std::exchange(summedSize, size) != size;
+    sumsTouched = sumsTouched || otherSize || readRevision != pageModel->shownRevision();
     readPage(pageModel->getShownPage());
     if (std::exchange(sumsTouched, false))
         setUpdated(true);

@@ -78,6 +78,7 @@ private:
     std::set<std::string> gone;                   ///< keys to be taken off the rows
     bool touched = false;                         ///< rows to be removed, or fresh ones
     bool sumsTouched = false;
+    int summedSize = 0; ///< of the visible list at the last step of the timer
     int refillCount = 0;
     quint64 readRevision = 0;            ///< of the paged model's lists, when the page was read
     mutable QMap<int, QString> lastSums; ///< as they were shown before work on the whole list

@@ -182,6 +182,20 @@ TEST_F(PagedRowsTest, SumsAreThoseOfEveryPage)
     rows->onTimer();
     EXPECT_TRUE(rows->updated()) << "the sum is another one, though no row of the page is";
     EXPECT_EQ(rows->getStatDispalyQString(quantity).toStdString(), "46");
+    const auto expectOther = [&](const char *what, const char *sum) {
+        EXPECT_TRUE(rows->updated()) << what;
+        EXPECT_EQ(rows->getStatDispalyQString(quantity).toStdString(), sum) << what;
+    };
+    rows->setUpdated(false);
+    rows->onTimer();
+    EXPECT_FALSE(rows->updated());
+    pages.filterColumn({{quantity, {ZB::FilterExact, {"1", "2", "3"}}}});
+    rows->onTimer();
+    expectOther("a filter that hides rows of another page", "6");
+    rows->setUpdated(false);
+    pages.removeDataByKey(std::string("K3"));
+    rows->onTimer();
+    expectOther("a removal from another page", "3");
 }
 
 TEST_F(PagedRowsTest, OtherThreadsReadRowsAndPagesMeanwhile)
