@@ -168,6 +168,24 @@ TEST_F(HpfDataTablePaging, LongWorkGoesOnBetweenTheEventsOfTheWindow)
     EXPECT_STREQ(order(), "done");
 }
 
+TEST_F(HpfDataTablePaging, AFilterBoxThatGathersStartsAgainWhenTheColumnsChange)
+{
+    add(0, 1000);
+    const auto fields = pages->getColumnFieldDesMap();
+    const auto gathered = [this] {
+        while (table->gatherMenuItems(ColumnText, false, 0) < 1000) {
+        }
+        return table->getMenuItems(ColumnText).size();
+    };
+    pages->setColumnFieldDesMap({}); // the column is known by its field only
+    EXPECT_LT(table->gatherMenuItems(ColumnText, true, 0), 1000);
+    pages->setColumnFieldDesMap(fields);
+    EXPECT_EQ(gathered(), 1000);
+    EXPECT_LT(table->gatherMenuItems(ColumnText, true, 0), 1000);
+    pages->setColumnFieldDesMap({});
+    EXPECT_EQ(gathered(), 1) << "the empty text of records without the field";
+}
+
 TEST_F(HpfDataTablePaging, RemovalsFiltersAndSumsReachThePages)
 {
     add(0, 4);
