@@ -47,6 +47,9 @@ EOF
     if [ "${1:-}" = docs ]; then
         echo doxygen /usr/bin/doxygen
     fi
+    if [ "${1:-}" = coverage ]; then
+        echo gcovr /usr/bin/gcovr
+    fi
     if [ "${1:-}" = fuzz ]; then
         cat <<EOF
 clang /usr/bin/clang++
