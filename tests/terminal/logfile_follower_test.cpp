@@ -58,7 +58,7 @@ TEST(LogFollower, HandsOverWhatIsThereAndWhatComes)
     const QString path = folder.filePath(QStringLiteral("a.log"));
     Follower follower(path);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !follower.problem.isEmpty(); }));
-    EXPECT_TRUE(follower.isCaughtUp()) << "there is nothing more to read";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return follower.isCaughtUp(); })) << "there is nothing more to read";
     append(path, "one\nERROR two\n  more\nthree\n");
     ASSERT_TRUE(QTest::qWaitFor([&] { return follower.lines.size() == 4; }));
     EXPECT_EQ(follower.text(), "0:one|2:ERROR two|2:  more|0:three");
