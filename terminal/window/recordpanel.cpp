@@ -27,7 +27,7 @@ void RecordPanel::refresh()
 
 void RecordPanel::showNow()
 {
-    recordTable->onTimer();
+    recordTable->updateSums();
     recordTable->updateTable();
     refresh();
 }

@@ -7,6 +7,7 @@
 #include "account/caccountcolumnlist.h"
 #include "account/caccountlistcolumnsettingwidget.h"
 #include "dealrecount.h"
+#include "feed/instrumentrules.h"
 #include "records/fieldids.h"
 #include "services/userconfig.h"
 #include "table/cdatatable.h"
@@ -78,6 +79,43 @@ protected:
     std::unique_ptr<AccountPage> page;
 };
 
+/// One account with so many positions that adding them up takes its time.
+class ManyPositions : public trading::AccountSource
+{
+public:
+    static constexpr int count = 20'000;
+
+    ManyPositions()
+    {
+        trading::Account account;
+        account.id = "MANY";
+        trading::AccountBook &book = accounts.emplace("MANY", trading::AccountBook(account, rules)).first->second;
+        trading::Position position;
+        position.account = account.id;
+        position.old = {100, 1000 * trading::yuan, 0};
+        position.openCost = position.old.basis;
+        for (int i = 0; i < count; ++i) {
+            position.code = std::to_string(600000 + i) + ".SH";
+            book.restore(position);
+            book.setLastPrice(position.code, feed::priceUnits(10));
+            changes.positions.insert({"MANY", {position.code, trading::PositionSide::Long}});
+        }
+    }
+
+    void setLastPrice(const std::string &code, double price)
+    {
+        accounts.at("MANY").setLastPrice(code, feed::priceUnits(price));
+        changes.positions.insert({"MANY", {code, trading::PositionSide::Long}});
+    }
+    const std::map<std::string, trading::AccountBook> &books() const override { return accounts; }
+    trading::AccountChanges takeChanges() override { return std::exchange(changes, {}); }
+
+private:
+    const trading::TradingRules rules;
+    std::map<std::string, trading::AccountBook> accounts;
+    trading::AccountChanges changes;
+};
+
 } // namespace
 
 TEST_F(AccountPageTest, PositionsAndFundsFollowDealsAndQuotes)
@@ -124,6 +162,23 @@ TEST_F(AccountPageTest, APositionThatIsClosedBehindAFilterDoesNotComeBack)
     deal(10, feed::DealKind::BuyerInitiated, 10, 300);
     page->showNow();
     EXPECT_EQ(positions.rowCount(), 2) << "it can be opened again";
+}
+
+/// On its timer a table adds up the less often the longer that takes.
+TEST_F(AccountPageTest, WhatIsToBeShownNowIsAddedUpNowHoweverLongItTakes)
+{
+    ManyPositions source;
+    terminal::PositionsPanel panel(1);
+    const auto profit = [&] {
+        panel.take(source, source.takeChanges());
+        panel.showNow();
+        return panel.table().statText(panel.table().fieldID2columnID(PositionProfit)).toStdString();
+    };
+    EXPECT_EQ(profit(), "0.00");
+    source.setLastPrice("600007.SH", 10.5);
+    EXPECT_EQ(profit(), "50.00");
+    source.setLastPrice("600008.SH", 9);
+    EXPECT_EQ(profit(), "-50.00");
 }
 
 TEST_F(AccountPageTest, ItFollowsByItselfWhileItIsShown)

@@ -29,9 +29,13 @@ constexpr double noNumber = std::numeric_limits<double>::max();
 /// The sums come a moment after a change, at most ten times a second, and more seldom where they take long.
 void CDataTable::onTimer()
 {
+    if (!sinceSums->isValid() || sinceSums->elapsed() >= sumsTook * idleShare)
+        updateSums();
+}
+
+void CDataTable::updateSums()
+{
     if (!allSumsStale && staleSums.empty())
-        return;
-    if (sinceSums->isValid() && sinceSums->elapsed() < sumsTook * idleShare)
         return;
     QElapsedTimer clock;
     clock.start();
