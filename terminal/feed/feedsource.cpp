@@ -10,4 +10,11 @@ qint64 FeedSource::longestGap() const
     return 3 * 60 * 60 * 1000;
 }
 
+bool FeedSource::canEndDay() const
+{
+    return false;
+}
+
+void FeedSource::endDay(BatchWriter &) {}
+
 } // namespace feed

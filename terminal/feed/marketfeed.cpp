@@ -9,6 +9,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <thread>
+#include <utility>
 
 namespace feed {
 
@@ -28,6 +29,8 @@ public:
     /// Waits until market time `next` is reached, the speed changes or the feed stops, and offers what is open
     /// meanwhile.
     void waitFor(qint64 next);
+    /// The same when nothing comes before the day is ended.
+    void waitForNextDay();
     void finish(bool failed);
 
     const std::unique_ptr<FeedSource> source;
@@ -42,6 +45,7 @@ public:
     PlayClock clock;
     FeedBatch ready;
     bool readyIsFull = false;
+    bool dayEnds = false; ///< asked for, and not done yet
 };
 
 bool MarketFeed::Private::offer()
@@ -74,7 +78,7 @@ void MarketFeed::Private::waitFor(qint64 next)
         return;
     const bool unoffered = !writer.batch().isEmpty();
     std::unique_lock<std::mutex> lock(mutex);
-    if (stopping || (unoffered && !readyIsFull))
+    if (stopping || dayEnds || (unoffered && !readyIsFull))
         return;
     const auto due = clock.due(next);
     if (due)
@@ -83,24 +87,39 @@ void MarketFeed::Private::waitFor(qint64 next)
         changed.wait(lock);
 }
 
+void MarketFeed::Private::waitForNextDay()
+{
+    source->completeBatch(writer);
+    if (!writer.batch().isEmpty())
+        offerOrWait();
+    std::unique_lock<std::mutex> lock(mutex);
+    changed.wait(lock, [this] { return stopping || dayEnds; });
+}
+
 void MarketFeed::Private::play()
 {
     while (!stopping) {
         const qint64 next = source->nextTime();
-        if (next == absent<qint64>)
-            return;
         bool isDue = false;
+        bool isEnding = false;
         {
             std::lock_guard<std::mutex> lock(mutex);
-            isDue = clock.isDue(next);
+            isEnding = std::exchange(dayEnds, false);
+            isDue = !isEnding && next != absent<qint64> && clock.isDue(next);
         }
-        if (!isDue) {
+        if (isEnding) {
+            source->endDay(writer);
+        } else if (isDue) {
+            source->step(writer);
+            if (writer.batch().size() >= batchLimit)
+                offerOrWait();
+        } else if (next != absent<qint64>) {
             waitFor(next);
-            continue;
+        } else if (source->canEndDay()) {
+            waitForNextDay();
+        } else {
+            return;
         }
-        source->step(writer);
-        if (writer.batch().size() >= batchLimit)
-            offerOrWait();
     }
 }
 
@@ -179,6 +198,22 @@ double MarketFeed::speed() const
 {
     std::lock_guard<std::mutex> lock(d->mutex);
     return d->clock.speed();
+}
+
+bool MarketFeed::canEndDay() const
+{
+    return d->source->canEndDay();
+}
+
+void MarketFeed::endDay()
+{
+    if (!canEndDay())
+        return;
+    {
+        std::lock_guard<std::mutex> lock(d->mutex);
+        d->dayEnds = true;
+    }
+    d->changed.notify_all();
 }
 
 bool MarketFeed::take(FeedBatch &batch)

@@ -14,7 +14,7 @@ class FeedSource;
 /// Plays a source on a thread of its own, at recorded speed or another, and hands over what changed in batches.
 /// The taker is never made to wait: taking swaps two batches. When the taker is slower than the source, changes of the
 /// same order melt together, and when a batch is full the feed's thread waits, so that memory stays bounded. start(),
-/// stop() and take() belong to one thread (the GUI's); setSpeed() and speed() may be called from any.
+/// stop() and take() belong to one thread (the GUI's); setSpeed(), speed() and endDay() may be called from any.
 class MarketFeed
 {
 public:
@@ -44,6 +44,13 @@ public:
     /// taken. Takes effect at once.
     void setSpeed(double factor);
     double speed() const;
+
+    /// Whether the source has another day to come when the present one is ended. Such a feed never finishes: after the
+    /// last event of a day it waits for endDay().
+    bool canEndDay() const;
+    /// Ends the source's present day; the next one begins at once, also while the clock stands still. Nothing where
+    /// canEndDay() says no.
+    void endDay();
 
     /// Puts what is ready into `batch`, whose old contents are dropped and whose memory is reused. False, with `batch`
     /// empty, when nothing is ready. Never waits for the feed.

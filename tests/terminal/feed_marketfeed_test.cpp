@@ -70,6 +70,69 @@ PlayClock::Time at(qint64 milliseconds)
 
 } // namespace
 
+namespace {
+
+/// Days of three events each, which follow when the one before is ended.
+class DaysSource : public FeedSource
+{
+public:
+    std::string name() const override { return "days"; }
+    bool load(BatchWriter &, const std::function<bool()> &) override { return true; }
+    qint64 nextTime() const override { return next < end ? next * 1000 : absent<qint64>; }
+    void step(BatchWriter &writer) override
+    {
+        OrderState order;
+        order.entry = next++;
+        order.day = day;
+        writer.putOrder(order);
+    }
+    void completeBatch(BatchWriter &) override {}
+    bool canEndDay() const override { return true; }
+    void endDay(BatchWriter &writer) override
+    {
+        Instrument told;
+        told.previousClose = ++day;
+        writer.putInstrument(told);
+        end = next + 3;
+    }
+
+private:
+    int day = 1;
+    int next = 0;
+    int end = 3;
+};
+
+} // namespace
+
+TEST(MarketFeed, ADayThatIsOverWaitsUntilItIsEndedAndTheClockMayStandStill)
+{
+    MarketFeed feed(std::make_unique<DaysSource>(), MarketFeed::maxSpeed);
+    ASSERT_TRUE(feed.canEndDay());
+    feed.start();
+    std::string days;
+    FeedBatch batch;
+    const auto takeDay = [&](size_t count) {
+        return takeUntil(feed, batch, [&](const FeedBatch &taken) {
+            EXPECT_FALSE(taken.finished);
+            for (const OrderState &order : taken.orders)
+                days += std::to_string(order.day);
+            return days.size() >= count;
+        });
+    };
+    ASSERT_TRUE(takeDay(3));
+    feed.endDay();
+    ASSERT_TRUE(takeDay(6));
+    EXPECT_EQ(days, "111222");
+    feed.setSpeed(0);
+    feed.endDay();
+    ASSERT_TRUE(takeUntil(feed, batch, [](const FeedBatch &taken) { return !taken.instruments.empty(); }));
+    EXPECT_EQ(batch.instruments[0].previousClose, 3);
+    feed.stop();
+
+    MarketFeed ordinary(std::make_unique<CountingSource>(1, 1), MarketFeed::maxSpeed);
+    EXPECT_FALSE(ordinary.canEndDay());
+}
+
 TEST(MarketFeed, HandsOverEverythingOnceInBoundedBatches)
 {
     constexpr int count = 100'000;

@@ -2,6 +2,7 @@
 #include "feed/simulation/simulatedfeed.h"
 #include "feedplayer.h"
 
+#include <QtCore/QDate>
 #include <gtest/gtest.h>
 
 #include <map>
@@ -159,4 +160,95 @@ TEST(SimulatedFeed, ADayEndsAtTheCloseAndRestsAtNoon)
     }
     EXPECT_EQ(atNoon, 0);
     EXPECT_EQ(minuteOfDay(last), 14 * 60 + 59);
+}
+
+namespace {
+
+/// Plays so many events, and then ends the day.
+void playAndEnd(SimulatedFeed &simulation, BatchWriter &writer, int events)
+{
+    for (int i = 0; i < events; ++i)
+        simulation.step(writer);
+    simulation.endDay(writer);
+    simulation.completeBatch(writer);
+}
+
+int dayOf(qint64 time)
+{
+    const QDate date = QDate(1970, 1, 1).addDays((time + chinaOffset) / 86'400'000);
+    return date.year() * 10000 + date.month() * 100 + date.day();
+}
+
+} // namespace
+
+TEST(SimulatedFeed, TheNextDayStartsFromTheCloseOfTheOneThatWasEnded)
+{
+    SimulatedFeed simulation(4);
+    BatchWriter writer;
+    FeedBatch batch;
+    ASSERT_TRUE(simulation.canEndDay());
+    simulation.load(writer, [] { return true; });
+    playAndEnd(simulation, writer, 40'000);
+    writer.handOver(batch);
+    for (const OrderState &order : batch.orders)
+        ASSERT_EQ(order.openQuantity(), 0) << "what was open is withdrawn";
+
+    std::map<int, const Deal *> closing;
+    std::map<int, std::pair<qint64, qint64>> average; ///< value in price units and quantity
+    for (const Deal &deal : batch.deals) {
+        closing[deal.instrument] = &deal;
+        average[deal.instrument].first += priceUnits(deal.price) * deal.quantity;
+        average[deal.instrument].second += deal.quantity;
+    }
+    ASSERT_EQ(batch.instruments.size(), 10u);
+    ASSERT_EQ(batch.quotes.size(), 10u);
+    for (const Instrument &instrument : batch.instruments) {
+        SCOPED_TRACE(instrument.code);
+        const auto [value, quantity] = average[instrument.index];
+        const bool isFuture = instrument.kind == InstrumentKind::Future;
+        const double reference = isFuture ? instrument.previousSettlement : instrument.previousClose;
+        EXPECT_EQ(instrument.previousClose, closing[instrument.index]->price);
+        if (isFuture) {
+            EXPECT_NEAR(reference, priceOfUnits(value / quantity), instrument.tick / 2 + 1e-9);
+        }
+        EXPECT_NEAR(instrument.upperLimit, reference * 1.1, instrument.tick);
+        EXPECT_NEAR(instrument.lowerLimit, reference * 0.9, instrument.tick);
+        const QuoteSnapshot &quote = batch.quotes[size_t(instrument.index)];
+        EXPECT_EQ(quote.previousClose, instrument.previousClose);
+        EXPECT_EQ(quote.upperLimit, instrument.upperLimit);
+        EXPECT_EQ(quote.volume, 0);
+        EXPECT_EQ(quote.last, absent<double>);
+        EXPECT_EQ(dayOf(quote.time), 20240319);
+    }
+
+    const std::vector<Instrument> instruments = batch.instruments;
+    for (int i = 0; i < 40'000; ++i)
+        simulation.step(writer);
+    writer.handOver(batch);
+    ASSERT_GT(batch.deals.size(), 1000u);
+    for (const OrderState &order : batch.orders) {
+        ASSERT_EQ(order.day, 20240319);
+        ASSERT_GE(order.price, instruments[size_t(order.instrument)].lowerLimit);
+        ASSERT_LE(order.price, instruments[size_t(order.instrument)].upperLimit);
+    }
+}
+
+TEST(SimulatedFeed, WeekdaysFollowEachOtherAndAClosedDayWaitsForTheNext)
+{
+    SimulatedFeed simulation(4);
+    BatchWriter writer;
+    simulation.load(writer, [] { return true; });
+    for (const int day : {20240319, 20240320, 20240321, 20240322, 20240325}) {
+        playAndEnd(simulation, writer, 2'000);
+        EXPECT_EQ(dayOf(simulation.nextTime()), day);
+    }
+    FeedBatch batch;
+    while (simulation.nextTime() != absent<qint64>)
+        simulation.step(writer);
+    simulation.completeBatch(writer);
+    writer.handOver(batch);
+    for (const QuoteSnapshot &quote : batch.quotes)
+        EXPECT_EQ(quote.phase, TradingPhase::Closed) << quote.instrument;
+    simulation.endDay(writer);
+    EXPECT_EQ(dayOf(simulation.nextTime()), 20240326);
 }
