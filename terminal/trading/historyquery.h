@@ -43,6 +43,16 @@ struct HistoryQuery
     bool operator!=(const HistoryQuery &other) const { return !(*this == other); }
 };
 
+/// What all rows that were found come to, on whatever page.
+struct HistorySums
+{
+    qint64 quantity = 0;
+    qint64 filled = 0;    ///< orders only
+    qint64 cancelled = 0; ///< orders only
+    Money amount = 0;
+    Money charges = 0;
+};
+
 /// A run of rows, in order, and how many there are in all.
 struct HistoryPage
 {
@@ -50,7 +60,9 @@ struct HistoryPage
     qint64 total = 0;       ///< found so far
     bool isComplete = true; ///< false while the search goes on
     double progress = 1;    ///< of the search, 0 to 1
-    QString problem;        ///< for the user; the rows are then missing
+    bool hasSums = false;   ///< they come once all rows have been looked through
+    HistorySums sums;
+    QString problem; ///< for the user; the rows are then missing
     std::vector<PaperOrder> orders;
     std::vector<PaperDeal> deals;
 };

@@ -74,17 +74,19 @@ bool HistoryReader::isOvertaken()
     return isStopping || waiting;
 }
 
-/// A page of what is found at once, and again while there is more to find.
+/// A page of what is found at once, again while there is more to find, and once more with what all of it comes to.
 void HistoryReader::serve(HistorySearch &search, Request &request)
 {
     using Clock = std::chrono::steady_clock;
     Clock::time_point next = Clock::now();
+    bool toldRows = false;
     for (;;) {
-        if (search.isComplete() || Clock::now() >= next) {
+        if (search.isSummed() || (search.isComplete() ? !toldRows : Clock::now() >= next)) {
+            toldRows = search.isComplete();
             Q_EMIT pageRead(request.number, search.page(request.start, request.count));
             next = Clock::now() + progressPause;
         }
-        if (search.isComplete() || isOvertaken())
+        if (search.isSummed() || isOvertaken())
             return;
         search.step();
     }

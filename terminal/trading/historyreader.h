@@ -23,7 +23,8 @@ public:
     explicit HistoryReader(const QString &path, QObject *parent = nullptr);
     ~HistoryReader() override;
 
-    /// Answered by pageRead(), while a search goes on again and again with what has been found since. anew: looks also
+    /// Answered by pageRead(), while a search goes on again and again with what has been found since, and at last with
+    /// the sums. anew: looks also
     /// for rows that have come since the query was first asked for, and tells the choices.
     void ask(const HistoryQuery &query, qint64 start, int count, bool anew);
 

@@ -9,6 +9,7 @@
 #include <QtSql/QSqlError>
 #include <QtSql/QSqlQuery>
 #include <algorithm>
+#include <utility>
 
 namespace trading {
 
@@ -67,9 +68,13 @@ bool HistorySearch::run(QSqlQuery &prepared, const QString &statement, const QVa
     bool isGood = prepared.prepare(statement);
     for (int i = 0; isGood && i < values.size(); ++i)
         prepared.bindValue(i, values[i]);
-    isGood = isGood && prepared.exec();
+    return note(isGood && prepared.exec(), prepared);
+}
+
+bool HistorySearch::note(bool isGood, const QSqlQuery &asked)
+{
     if (!isGood)
-        problem = QStringLiteral("往日记录读不出来：%1").arg(deskschema::problemText(prepared.lastError()));
+        problem = QStringLiteral("往日记录读不出来：%1").arg(deskschema::problemText(asked.lastError()));
     return isGood;
 }
 
@@ -91,6 +96,8 @@ void HistorySearch::begin(const HistoryQuery &asked)
     found = 0;
     top = unscanned = lastRow();
     complete = isDirect();
+    adder.begin(query.kind);
+    unsummed = complete ? top : 0;
     if (complete)
         return;
     QSqlQuery rows(QSqlDatabase::database(connection));
@@ -138,14 +145,19 @@ bool HistorySearch::scan(qint64 above, qint64 upTo)
                  .arg(QLatin1String(table()), passes),
              values << above << upTo))
         return false;
-    found += rows.numRowsAffected();
-    return true;
+    const qint64 before = std::exchange(found, found + rows.numRowsAffected());
+    return note(adder.addFound(rows, before, found), rows);
 }
 
 void HistorySearch::step()
 {
-    if (complete)
+    if (complete) {
+        const qint64 above = std::max<qint64>(0, unsummed - stepRows);
+        QSqlQuery rows(QSqlDatabase::database(connection));
+        const bool isGood = unsummed == 0 || note(adder.addRows(rows, above, unsummed), rows);
+        unsummed = isGood ? above : 0;
         return;
+    }
     if (unscanned > 0) {
         const qint64 above = std::max<qint64>(0, unscanned - stepRows);
         const bool isGood = scan(above, unscanned);
@@ -185,8 +197,7 @@ void HistorySearch::readRows(QSqlQuery &rows, HistoryPage &page)
         else
             deskrows::read(rows, page.deals.emplace_back());
     }
-    if (rows.lastError().isValid())
-        problem = QStringLiteral("往日记录读不出来：%1").arg(deskschema::problemText(rows.lastError()));
+    note(!rows.lastError().isValid(), rows);
 }
 
 HistoryPage HistorySearch::page(qint64 start, int count)
@@ -220,6 +231,8 @@ HistoryPage HistorySearch::page(qint64 start, int count)
                 {low, high}))
             readRows(rows, page);
     }
+    page.hasSums = isSummed() && problem.isEmpty();
+    page.sums = adder.sums();
     page.problem = problem;
     return page;
 }

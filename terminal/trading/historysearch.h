@@ -1,5 +1,6 @@
 #pragma once
 
+#include "trading/historyadder.h"
 #include "trading/historyquery.h"
 
 #include <QtCore/QVariant>
@@ -28,10 +29,13 @@ public:
     QString open(const QString &path);
     /// Forgets what was found for the query before.
     void begin(const HistoryQuery &query);
-    /// Looks through the next rows, for some tens of milliseconds; nothing once isComplete(). Sorting is one last step
+    /// Looks through the next rows, for some tens of milliseconds; nothing once isSummed(). Sorting is one last step
     /// that takes longer.
     void step();
+    /// All rows are found.
     bool isComplete() const { return complete; }
+    /// They are added up too, or cannot be.
+    bool isSummed() const { return complete && unsummed == 0; }
     /// Rows `start` and behind, at most `count`; with isComplete() false those found so far.
     HistoryPage page(qint64 start, int count);
     HistoryChoices choices();
@@ -43,6 +47,7 @@ private:
     qint64 number(const QString &statement);
     bool run(QSqlQuery &prepared, const QString &statement, const QVariantList &values);
     bool scan(qint64 above, qint64 upTo);
+    bool note(bool isGood, const QSqlQuery &asked);
     void sortFound();
     QString condition(QVariantList &values) const;
     void readRows(QSqlQuery &rows, HistoryPage &page);
@@ -54,6 +59,8 @@ private:
     qint64 top = 0;       ///< the highest row that the search has seen
     qint64 unscanned = 0; ///< rows up to this one are still to be looked through
     qint64 found = 0;
+    HistoryAdder adder;
+    qint64 unsummed = 0; ///< where nothing has to be found: rows up to this one are still to be added up
 };
 
 } // namespace trading
