@@ -2,6 +2,7 @@
 
 #include <QtCore/QObject>
 #include <functional>
+#include <memory>
 
 #include "desk/desksettings.h"
 #include "desk/orderguard.h"
@@ -10,6 +11,7 @@
 
 namespace terminal {
 
+class DeskCommands;
 class FundsPanel;
 class HistoryPanel;
 class OwnDealsPanel;
@@ -29,7 +31,7 @@ class DeskControl : public QObject
 
 public:
     /// To be made before the desk begins and the pump starts. All of them outlive it; it belongs to the page.
-    DeskControl(TradeDesk &desk, const FeedPump &pump, TradePage &page, TicketForm &ticket);
+    DeskControl(TradeDesk &desk, FeedPump &pump, TradePage &page, TicketForm &ticket);
     ~DeskControl() override;
 
     /// The file that past days are read from.
@@ -43,12 +45,8 @@ public:
 
     const DeskSettings &settings() const { return present; }
     void setSettings(const DeskSettings &settings);
-    /// Makes the sound of a fill (true) or of a reject.
+    /// Makes the sound of a fill (true), or of an order that was rejected or not even sent.
     void setSound(std::function<void(bool isFill)> sound) { makeSound = std::move(sound); }
-
-    void command(OwnOrdersPanel::Command command);
-    /// Ends the day of the simulated exchange, after a question.
-    void endDay();
 
 private:
     void addPanels(TradePage &page);
@@ -56,20 +54,20 @@ private:
     void joinDesk();
     void joinPage();
     QString send(const OrderDraft &draft);
-    bool isWanted(const std::vector<trading::OrderRequest> &requests);
-    void cancel(qint64 order);
-    void cancelAll(const std::optional<feed::Side> &side);
-    void cancelInLadder(int level, int side, const QString &code);
-    void repriceCurrent();
-    void closeAll();
+    QString refuse(const QString &text);
+    void makeSoundIfWanted(bool isFill);
     void tradePosition(const QString &account, const QString &code, trading::PositionSide side);
     void openSettings();
+    template <typename Box>
+    void openBox();
+    void endDay();
     void refreshLadder();
 
     TradeDesk &desk;
+    FeedPump &pump;
     TradePage &page;
-    const OrderGuard guard;
     TicketForm &ticket;
+    const OrderGuard guard;
     DeskSettings present;
     OwnOrdersPanel *ordersPanel;
     OwnDealsPanel *dealsPanel;
@@ -77,6 +75,7 @@ private:
     FundsPanel *fundsPanel;
     HistoryPanel *orderHistoryPanel;
     HistoryPanel *dealHistoryPanel;
+    std::unique_ptr<DeskCommands> commands;
     std::function<void(bool)> makeSound;
 };
 

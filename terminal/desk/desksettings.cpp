@@ -15,6 +15,20 @@ const QString sharesPath = QStringLiteral("desk/mostShares");
 const QString lotsPath = QStringLiteral("desk/mostLots");
 const QString amountPath = QStringLiteral("desk/mostAmount");
 
+const struct
+{
+    const char *path;
+    double FeeSettings::*value;
+    double largest;
+} storedFees[] = {
+    {"desk/fees/commission", &FeeSettings::commission, FeeSettings::largestShare},
+    {"desk/fees/leastCommission", &FeeSettings::leastCommission, FeeSettings::largestLeast},
+    {"desk/fees/stampDuty", &FeeSettings::stampDuty, FeeSettings::largestShare},
+    {"desk/fees/transferFee", &FeeSettings::transferFee, FeeSettings::largestShare},
+    {"desk/fees/futuresFactor", &FeeSettings::futuresFactor, FeeSettings::largestFactor},
+    {"desk/fees/extraMargin", &FeeSettings::extraMargin, FeeSettings::largestExtra},
+};
+
 } // namespace
 
 DeskSettings DeskSettings::load()
@@ -38,6 +52,12 @@ DeskSettings DeskSettings::load()
     const double amount = config->value(amountPath).toDouble();
     if (std::isfinite(amount) && amount > 0)
         settings.mostAmount = amount;
+    for (const auto &fee : storedFees) {
+        bool isNumber = false;
+        const double stored = config->value(QLatin1String(fee.path)).toDouble(&isNumber);
+        if (isNumber && stored >= 0 && stored <= fee.largest)
+            settings.fees.*fee.value = stored;
+    }
     return settings;
 }
 
@@ -51,6 +71,8 @@ void DeskSettings::save() const
     config->setValue(sharesPath, mostShares);
     config->setValue(lotsPath, mostLots);
     config->setValue(amountPath, mostAmount);
+    for (const auto &fee : storedFees)
+        config->setValue(QLatin1String(fee.path), fees.*fee.value);
 }
 
 } // namespace terminal

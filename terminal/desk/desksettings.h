@@ -2,9 +2,11 @@
 
 #include <QtGlobal>
 
+#include "desk/feesettings.h"
+
 namespace terminal {
 
-/// What guards the user against slips, and what calls him. Kept in the user's configuration.
+/// What guards the user against slips, what calls him, and what he pays. Kept in the user's configuration.
 struct DeskSettings
 {
     bool confirms = true;          ///< ask before an order goes out
@@ -12,6 +14,7 @@ struct DeskSettings
     qint64 mostShares = 1'000'000; ///< of one order
     qint64 mostLots = 100;
     double mostAmount = 5'000'000; ///< of one order, in yuan
+    FeeSettings fees;
 
     /// Values of the configuration that are out of their bounds are left as they are here.
     static DeskSettings load();

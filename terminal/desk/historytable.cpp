@@ -1,10 +1,10 @@
 #include "desk/historytable.h"
 
 #include <algorithm>
+#include <boost/make_shared.hpp>
 #include <limits>
 
-#include "kdservice/typemanager.h"
-#include "model/chpfdatamodel.h"
+#include "desk/historyrows.h"
 #include "records/fieldids.h"
 #include "records/typecatalogue.h"
 #include "trading/historyreader.h"
@@ -26,19 +26,15 @@ struct FieldUse
     int orderField;
     int dealField;
     HistoryQuery::Sort sort;
-    bool isFilter;
 };
 const FieldUse fieldUses[] = {
-    {OrderNumber, DealNumber, HistoryQuery::Sort::Entry, false},
-    {OrderDay, DealDay, HistoryQuery::Sort::Day, true},
-    {OrderCode, DealCode, HistoryQuery::Sort::Code, true},
-    {OrderPrice, DealPrice, HistoryQuery::Sort::Price, false},
-    {OrderQuantity, DealQuantity, HistoryQuery::Sort::Quantity, false},
-    {OrderAmount, DealAmount, HistoryQuery::Sort::Amount, false},
+    {OrderNumber, DealNumber, HistoryQuery::Sort::Entry},
+    {OrderDay, DealDay, HistoryQuery::Sort::Day},
+    {OrderCode, DealCode, HistoryQuery::Sort::Code},
+    {OrderPrice, DealPrice, HistoryQuery::Sort::Price},
+    {OrderQuantity, DealQuantity, HistoryQuery::Sort::Quantity},
+    {OrderAmount, DealAmount, HistoryQuery::Sort::Amount},
 };
-const int filterFields[] = {OrderDay,       DealDay,       OrderCode,   DealCode,   OrderAccount, DealAccount,
-                            OrderDirection, DealDirection, OrderOffset, DealOffset, OrderStatus};
-
 const FieldUse *useOf(int field)
 {
     const auto *found = std::find_if(std::begin(fieldUses), std::end(fieldUses), [field](const FieldUse &use) {
@@ -51,15 +47,14 @@ const FieldUse *useOf(int field)
 
 HistoryTable::HistoryTable(int tableId, HistoryQuery::Kind kind, QWidget *parent)
     : KV::CHpfDataTable(tableId, kind == HistoryQuery::Kind::Orders ? MetaOwnOrder : MetaOwnDeal, parent,
-                        kdservice::TraderStock, /* paged */ true)
+                        kdservice::TraderStock, /* paged */ true),
+      rows(boost::make_shared<HistoryRows>(getDataModel()->getMetaID()))
 {
+    setDataModel(rows.get());
     query.kind = kind;
-    getDataModel()->setAppendSeq(true);
-    for (int column = 0; column < getDataModel()->columnCount(); ++column) {
-        // Sums would be those of a page only.
-        getDataModel()->setColumnStatEnable(column, false);
-        setColumnFilterable(column, std::count(std::begin(filterFields), std::end(filterFields), fieldOf(column)) > 0);
-    }
+    rows->setAppendSeq(true);
+    for (int column = 0; column < rows->columnCount(); ++column)
+        setColumnFilterable(column, HistoryFilters::canFilter(fieldOf(column)));
     setEmptyText(QStringLiteral("没有交易桌面文件：用 --desk 指定一个，往日的委托和成交就在这里"));
 }
 
@@ -79,7 +74,7 @@ void HistoryTable::open(const QString &path)
     connect(reader.get(), &trading::HistoryReader::pageRead, this, &HistoryTable::take, Qt::QueuedConnection);
     connect(
         reader.get(), &trading::HistoryReader::choicesRead, this,
-        [this](const trading::HistoryChoices &found) { choices = found; }, Qt::QueuedConnection);
+        [this](const trading::HistoryChoices &found) { filters.setChoices(found); }, Qt::QueuedConnection);
 }
 
 void HistoryTable::renew()
@@ -112,6 +107,7 @@ void HistoryTable::take(qint64 number, const trading::HistoryPage &page)
     setEmptyText(!page.problem.isEmpty() ? page.problem
                  : page.isComplete       ? QStringLiteral("没有符合条件的往日记录")
                                          : QStringLiteral("正在查找"));
+    rows->takeSums(page);
     show(made);
     setTotalCount(int(std::min<qint64>(page.total, std::numeric_limits<int>::max())));
     updateTable();
@@ -125,7 +121,7 @@ void HistoryTable::show(const std::vector<RecordPtr> &made)
     for (const RecordPtr &record : made)
         keys.push_back(record->getKey());
     if (keys != shownKeys)
-        getDataModel()->clear();
+        rows->clear();
     shownKeys = std::move(keys);
     updateDatas(made, /* redraw */ false);
 }
@@ -177,16 +173,21 @@ void HistoryTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
     if (!columnFilterable(column) || (type != ZB::FilterExact && type != ZB::FilterContains))
         return;
-    if (values.isEmpty())
-        filters.remove(column);
-    else
-        filters[column] = {ZB::EFilterType(type), values};
+    filters.set(fieldOf(column), ZB::EFilterType(type), values);
     applyFilters();
 }
 
 QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> HistoryTable::columnFilters() const
 {
-    return filters;
+    QMap<int, HistoryFilters::Filter> byColumn;
+    for (auto filter = filters.all().constBegin(); filter != filters.all().constEnd(); ++filter)
+        byColumn[getColumnIdByFileId(filter.key())] = *filter;
+    return byColumn;
+}
+
+QStringList HistoryTable::getMenuItems(int column)
+{
+    return filters.menu(fieldOf(column));
 }
 
 void HistoryTable::clearFilter()
@@ -196,114 +197,13 @@ void HistoryTable::clearFilter()
     applyFilters();
 }
 
-QVector<HistoryTable::Choice> HistoryTable::enumeration(const char *name) const
-{
-    QVector<Choice> all;
-    for (int code = 0; code < 128; ++code) {
-        const QString text = kdservice::TypeManager::instance()->getEnumItemName(name, code, tradeType());
-        if (!text.isEmpty())
-            all.append({text, code});
-    }
-    return all;
-}
-
-QVector<HistoryTable::Choice> HistoryTable::choicesOf(int column) const
-{
-    QVector<Choice> all;
-    const auto texts = [&all](const std::vector<std::string> &values) {
-        for (const std::string &value : values)
-            all.append({QString::fromStdString(value), QString::fromStdString(value)});
-    };
-    switch (fieldOf(column)) {
-    case OrderAccount:
-    case DealAccount:
-        texts(choices.accounts);
-        return all;
-    case OrderCode:
-    case DealCode:
-        texts(choices.codes);
-        return all;
-    case OrderDay:
-    case DealDay:
-        for (const int day : choices.days)
-            all.append({QString::number(day), day});
-        return all;
-    case OrderDirection:
-    case DealDirection:
-        return enumeration("direction");
-    case OrderOffset:
-    case DealOffset:
-        return enumeration("offset");
-    case OrderStatus:
-        return enumeration("orderstatus");
-    default:
-        return all;
-    }
-}
-
-QStringList HistoryTable::getMenuItems(int column)
-{
-    QStringList items;
-    for (const Choice &choice : choicesOf(column))
-        items += choice.first;
-    for (const QString &chosen : filters.value(column).second)
-        if (filters[column].first == ZB::FilterExact && !items.contains(chosen))
-            items += chosen;
-    return items;
-}
-
-/// A filter becomes the list of the file's values that it lets pass; one value that no row has, where it lets none.
 void HistoryTable::applyFilters()
 {
     HistoryQuery wanted;
     wanted.kind = query.kind;
     wanted.sort = query.sort;
     wanted.isDescending = query.isDescending;
-    for (auto filter = filters.constBegin(); filter != filters.constEnd(); ++filter) {
-        const bool isExact = filter->first == ZB::FilterExact;
-        const auto passes = [&](const QString &text) {
-            if (isExact)
-                return filter->second.contains(text);
-            return std::any_of(filter->second.begin(), filter->second.end(),
-                               [&](const QString &part) { return text.contains(part, Qt::CaseInsensitive); });
-        };
-        QVariantList values;
-        for (const Choice &choice : choicesOf(filter.key()))
-            if (passes(choice.first))
-                values += choice.second;
-        const auto fill = [&](auto &list, const auto &valueOf) {
-            for (const QVariant &value : qAsConst(values))
-                list.push_back(valueOf(value));
-            if (list.empty())
-                list.push_back({});
-        };
-        const auto text = [](const QVariant &value) { return value.toString().toStdString(); };
-        const auto code = [](const QVariant &value) { return char(value.toInt()); };
-        switch (fieldOf(filter.key())) {
-        case OrderAccount:
-        case DealAccount:
-            fill(wanted.accounts, text);
-            break;
-        case OrderCode:
-        case DealCode:
-            fill(wanted.codes, text);
-            break;
-        case OrderDay:
-        case DealDay:
-            fill(wanted.days, [](const QVariant &value) { return value.toInt(); });
-            break;
-        case OrderDirection:
-        case DealDirection:
-            fill(wanted.sides, code);
-            break;
-        case OrderOffset:
-        case DealOffset:
-            fill(wanted.offsets, code);
-            break;
-        default:
-            fill(wanted.states, code);
-        }
-    }
+    filters.putInto(wanted);
     query = wanted;
     start = 0;
     ask(false);

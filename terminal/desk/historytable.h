@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "desk/deskrecords.h"
+#include "desk/historyfilters.h"
 #include "table/chpfdatatable.h"
 #include "trading/historyquery.h"
 
@@ -13,9 +14,11 @@ class HistoryReader;
 
 namespace terminal {
 
+class HistoryRows;
+
 /// A table over the orders or the deals of all days of a desk file: one page of them, read from the file when it is
-/// asked for. Filters and sorts are the file's too, found on the reader's thread while the table goes on. GUI thread;
-/// nothing waits.
+/// asked for. Filters, sorts and sums are the file's too, found on the reader's thread while the table goes on. GUI
+/// thread; nothing waits.
 class HistoryTable : public KV::CHpfDataTable
 {
     Q_OBJECT
@@ -30,8 +33,8 @@ public:
     void renew();
     /// Rows that the present filters find, as far as the search has got.
     qint64 total() const { return last.total; }
-    /// The answer to the present question is there in whole.
-    bool isSettled() const { return asked == answered && last.isComplete; }
+    /// The answer to the present question is there in whole, sums included.
+    bool isSettled() const { return asked == answered && last.isComplete && (last.hasSums || !last.problem.isEmpty()); }
     /// In words: how many, how far, what is wrong.
     QString stateText() const;
 
@@ -46,22 +49,17 @@ Q_SIGNALS:
     void stateChanged();
 
 private:
-    /// A text of a filter's list and what the file has for it.
-    using Choice = QPair<QString, QVariant>;
-
     int fieldOf(int column) const;
     void ask(bool anew);
     void take(qint64 number, const trading::HistoryPage &page);
     void show(const std::vector<RecordPtr> &records);
     void applyFilters();
-    QVector<Choice> choicesOf(int column) const;
-    QVector<Choice> enumeration(const char *name) const;
 
+    const boost::shared_ptr<HistoryRows> rows;
     trading::HistoryQuery query;
     qint64 start = 0;
     int count = 100;
-    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> filters;
-    trading::HistoryChoices choices;
+    HistoryFilters filters;
     trading::HistoryPage last; ///< without its rows
     std::vector<std::string> shownKeys;
     DeskRecords records;

@@ -1,27 +1,24 @@
 #pragma once
 
-#include <QtWidgets/QDialog>
-
 #include "desk/desksettings.h"
-
-class QDoubleSpinBox;
-class QSpinBox;
+#include "desk/settingsbox.h"
 
 namespace terminal {
 
 /// Asks for the largest size and amount of one order.
-class LimitsBox : public QDialog
+class LimitsBox : public SettingsBox
 {
     Q_OBJECT
 
 public:
     LimitsBox(const DeskSettings &settings, QWidget *parent);
+    ~LimitsBox() override;
 
     /// The settings it began with, and the limits as they stand in it.
     DeskSettings settings() const;
 
 private:
-    DeskSettings before;
+    const DeskSettings before;
     QSpinBox *shares;
     QSpinBox *lots;
     QDoubleSpinBox *amount;

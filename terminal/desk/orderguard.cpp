@@ -1,5 +1,6 @@
 #include "desk/orderguard.h"
 
+#include "desk/confirmbox.h"
 #include "desk/desktexts.h"
 #include "desk/tradedesk.h"
 #include "trading/ordercheck.h"
@@ -97,6 +98,18 @@ QString OrderGuard::summary(const std::vector<trading::OrderRequest> &requests) 
     if (all > shown)
         lines = lines.mid(0, shown) << QStringLiteral("… 共 %1 笔").arg(all);
     return lines.join(QLatin1Char('\n'));
+}
+
+bool OrderGuard::isWanted(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings,
+                          QWidget &page) const
+{
+    const QString question = summary(requests);
+    if (settings.confirms && warning(requests).isEmpty() &&
+        !askToConfirm(&page, QStringLiteral("确认委托"), question, QStringLiteral("委托")))
+        return false;
+    const QString silent = warning(requests);
+    return silent.isEmpty() || askToConfirm(&page, QStringLiteral("行情提醒"),
+                                            silent + QStringLiteral("\n\n") + question, QStringLiteral("仍然委托"));
 }
 
 } // namespace terminal

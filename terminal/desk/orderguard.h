@@ -6,6 +6,8 @@
 #include "desk/desksettings.h"
 #include "trading/desktypes.h"
 
+class QWidget;
+
 namespace terminal {
 
 class FeedPump;
@@ -25,6 +27,10 @@ public:
     QString warning(const std::vector<trading::OrderRequest> &requests) const;
     /// The orders, a line each.
     QString summary(const std::vector<trading::OrderRequest> &requests) const;
+    /// Asks over `page`, where the user wants to be asked, and in any case before orders go out on a market that is not
+    /// heard, also when it falls silent while he thinks. Everything may have gone when it returns, `page` included.
+    bool isWanted(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings,
+                  QWidget &page) const;
 
 private:
     QString limitRefusal(const trading::OrderRequest &request, const DeskSettings &settings) const;

@@ -121,11 +121,16 @@ double oppositePrice(const TradeDesk &desk, const std::string &code, feed::Side 
     return quote ? usable(side == feed::Side::Buy ? quote->asks[0].price : quote->bids[0].price) : absent<double>;
 }
 
+QString noCredit()
+{
+    return QStringLiteral("模拟交易没有融资融券，请改用股票业务");
+}
+
 Made fromDraft(const OrderDraft &draft, const TradeDesk &desk)
 {
     Made made;
     if (draft.trade == kdservice::TraderCredit) {
-        made.problem = QStringLiteral("模拟交易没有融资融券，请改用股票业务");
+        made.problem = noCredit();
         return made;
     }
     OrderRequest request;

@@ -24,6 +24,9 @@ struct Made
 /// to today's lots as far as those from before do not suffice, as an order of its own.
 Made fromDraft(const OrderDraft &draft, const TradeDesk &desk);
 
+/// Why the desk takes no credit orders.
+QString noCredit();
+
 /// What the chosen account has for such an order, charges and margin taken into account: the money as the value of what
 /// it buys. Of several accounts the one with the least counts.
 TicketFunds funds(const OrderDraft &draft, const TradeDesk &desk);

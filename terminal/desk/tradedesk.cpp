@@ -1,42 +1,21 @@
 #include "desk/tradedesk.h"
 
-#include <QtCore/QDate>
 #include <algorithm>
 #include <utility>
 
-#include "desk/desktexts.h"
-#include "feed/instrumentrules.h"
 #include "kv/caccountdata.h"
-#include "trading/tradinghours.h"
-#include "utils/clogcenter.h"
 
 namespace terminal {
 
-namespace {
-
-constexpr qint64 dayMs = 24 * 60 * 60 * 1000;
-
-QDate dateOf(int day)
-{
-    return {day / 10000, day / 100 % 100, day % 100};
-}
-
-void logInfo(const QString &text)
-{
-    LOG4CXX_INFO(utils::getStdLogger(), text.toStdString());
-}
-
-} // namespace
-
-TradeDesk::TradeDesk(Market playedMarket, QObject *parent) : QObject(parent), market(playedMarket)
+TradeDesk::TradeDesk(Market playedMarket, QObject *parent) : QObject(parent), market(playedMarket), log(paper)
 {
     programClock.start();
     connect(&paper, &trading::Desk::changed, this, &TradeDesk::take);
     connect(&paper, &trading::Desk::storageProblemChanged, this, [this](const QString &text) {
         if (text.isEmpty())
-            logInfo(QStringLiteral("交易桌面文件恢复正常，全部已保存"));
+            DeskLog::say(QStringLiteral("交易桌面文件恢复正常，全部已保存"));
         else
-            LOG4CXX_ERROR(utils::getStdLogger(), text.toStdString());
+            DeskLog::sayError(text);
         Q_EMIT storageProblemChanged(text);
     });
 }
@@ -47,13 +26,13 @@ QString TradeDesk::open(const QString &path)
 {
     const QString problem = paper.open(path);
     if (problem.isEmpty())
-        logInfo(QStringLiteral("交易桌面文件 %1：账户 %2，当日委托 %3，当日成交 %4")
-                    .arg(path)
-                    .arg(paper.initialState().accounts.size())
-                    .arg(paper.initialState().orders.size())
-                    .arg(paper.initialState().deals.size()));
+        DeskLog::say(QStringLiteral("交易桌面文件 %1：账户 %2，当日委托 %3，当日成交 %4")
+                         .arg(path)
+                         .arg(paper.initialState().accounts.size())
+                         .arg(paper.initialState().orders.size())
+                         .arg(paper.initialState().deals.size()));
     else
-        LOG4CXX_ERROR(utils::getStdLogger(), problem.toStdString());
+        DeskLog::sayError(problem);
     return problem;
 }
 
@@ -80,20 +59,28 @@ void TradeDesk::openAccounts(trading::AccountKind kind)
     }
 }
 
+void TradeDesk::setRules(const trading::TradingRules &rules)
+{
+    paper.setRules(rules);
+    for (const auto &[id, book] : books())
+        changes.accounts.insert(id);
+}
+
+QString TradeDesk::refuse(const trading::Refusal &refusal)
+{
+    DeskLog::say(QStringLiteral("委托未报出：%1").arg(refusal.text));
+    Q_EMIT refused();
+    return refusal.text;
+}
+
 QString TradeDesk::send(const std::vector<trading::OrderRequest> &requests)
 {
     for (const trading::OrderRequest &request : requests)
-        if (const trading::Refusal refusal = paper.broker().check(request)) {
-            logInfo(QStringLiteral("委托未报出：%1").arg(refusal.text));
-            return refusal.text;
-        }
-    for (const trading::OrderRequest &request : requests) {
-        const trading::PaperBroker::Answer answer = paper.submit(request);
-        if (answer.refusal) {
-            logInfo(QStringLiteral("委托未报出：%1").arg(answer.refusal.text));
-            return answer.refusal.text;
-        }
-    }
+        if (const trading::Refusal refusal = paper.broker().check(request))
+            return refuse(refusal);
+    for (const trading::OrderRequest &request : requests)
+        if (const trading::PaperBroker::Answer answer = paper.submit(request); answer.refusal)
+            return refuse(answer.refusal);
     return {};
 }
 
@@ -101,7 +88,7 @@ QString TradeDesk::cancel(qint64 order)
 {
     const trading::Refusal refusal = paper.cancel(order);
     if (refusal)
-        logInfo(QStringLiteral("未撤单：%1").arg(refusal.text));
+        DeskLog::say(QStringLiteral("未撤单：%1").arg(refusal.text));
     return refusal.text;
 }
 
@@ -149,6 +136,8 @@ QString TradeDesk::reprice(qint64 id, double price)
     const std::optional<trading::OrderRequest> request = remainder(id, price);
     if (!request)
         return QStringLiteral("委托 %1 已经结束，不能改价").arg(id);
+    if (const trading::Refusal refusal = paper.broker().checkReplacement(id, *request))
+        return refuse(refusal);
     if (const QString refusal = cancel(id); !refusal.isEmpty())
         return refusal;
     const QString refusal = send({*request});
@@ -167,34 +156,15 @@ qint64 TradeDesk::silence(const std::string &code) const
     return found == heard.end() ? feed::absent<qint64> : programClock.elapsed() - found->second.at;
 }
 
-bool TradeDesk::endDay()
-{
-    if (market != Market::Simulated || lastTime == feed::absent<qint64>)
-        return false;
-    const QDate date = dateOf(trading::TradingHours::dayOf(trading::AccountKind::Stock, lastTime));
-    const int days = date.dayOfWeek() == Qt::Friday ? 3 : 1;
-    movedDays = *movedDays + days;
-    lastTime += days * dayMs;
-    logInfo(QStringLiteral("结束交易日 %1").arg(date.toString(Qt::ISODate)));
-    paper.takeTime(lastTime);
-    return true;
-}
-
 /// The simulated exchange begins where the file stands; recorded days are what they are.
 qint64 TradeDesk::moved(qint64 time)
 {
-    if (market == Market::Simulated && time != feed::absent<qint64>) {
-        if (!movedDays) {
-            int latest = 0;
-            for (const auto &[id, book] : books())
-                latest = std::max(latest, book.account().day);
-            const QDate played = dateOf(trading::TradingHours::dayOf(trading::AccountKind::Stock, time));
-            movedDays = latest > 0 ? std::max(0, int(played.daysTo(dateOf(latest)))) : 0;
-        }
-        time += *movedDays * dayMs;
-    }
-    lastTime = time;
-    return time;
+    if (market == Market::Recorded || time == feed::absent<qint64>)
+        return time;
+    int latest = 0;
+    for (const auto &[id, book] : books())
+        latest = std::max(latest, book.account().day);
+    return days.moved(time, latest);
 }
 
 TradeDesk::Heard *TradeDesk::hear(int instrument)
@@ -264,7 +234,7 @@ void TradeDesk::take(const trading::DeskChange &change)
         for (const auto side : {trading::PositionSide::Long, trading::PositionSide::Short})
             changes.positions.insert({order.account, {order.code, side}});
     }
-    logChange(change);
+    log.take(change);
     tell(change.orders, change.deals);
     for (const trading::DayClose &closed : change.days)
         Q_EMIT dayBegan(QString::fromStdString(closed.account), books().at(closed.account).account().day);
@@ -287,48 +257,6 @@ void TradeDesk::tell(const std::vector<trading::PaperOrder> &orders, const std::
         told.append(records.dealRecord(deal));
     if (!told.isEmpty())
         Q_EMIT dealsMade(told);
-}
-
-void TradeDesk::logChange(const trading::DeskChange &change)
-{
-    for (const trading::PaperOrder &order : change.orders) {
-        QString text =
-            QStringLiteral("委托 %1 %2：账户 %3 %4")
-                .arg(order.id)
-                .arg(desktexts::status(order.status), QString::fromStdString(order.account), desktexts::order(order));
-        if (order.filled.quantity > 0)
-            text += QStringLiteral("，已成 %1").arg(order.filled.quantity);
-        if (order.cancelled > 0)
-            text += QStringLiteral("，已撤 %1").arg(order.cancelled);
-        if (!order.remark.empty())
-            text += QStringLiteral("（%1）").arg(QString::fromStdString(order.remark));
-        logInfo(text);
-    }
-    for (const trading::PaperDeal &deal : change.deals)
-        logInfo(QStringLiteral("成交 %1：委托 %2，账户 %3 %4，金额 %5，费用 %6")
-                    .arg(deal.id)
-                    .arg(deal.order)
-                    .arg(QString::fromStdString(deal.account), desktexts::deal(deal), trading::moneyText(deal.amount),
-                         trading::moneyText(deal.charges.total())));
-    for (const trading::Settlement &settled : change.settlements)
-        logInfo(QStringLiteral("结算 %1：账户 %2 %3 %4 手，盈亏 %5")
-                    .arg(settled.day)
-                    .arg(QString::fromStdString(settled.account), QString::fromStdString(settled.code))
-                    .arg(settled.quantity)
-                    .arg(trading::moneyText(settled.profit)));
-    for (const trading::DayClose &day : change.days)
-        logInfo(QStringLiteral("账户 %1 交易日 %2 结束：权益 %3")
-                    .arg(QString::fromStdString(day.account))
-                    .arg(day.day)
-                    .arg(trading::moneyText(day.equity)));
-    if (change.deals.empty() && change.days.empty())
-        return; // what orders set aside stands in the table
-    for (const trading::Account &account : change.accounts) {
-        const trading::Funds funds = books().at(account.id).funds();
-        logInfo(QStringLiteral("资金 %1：总额 %2，可用 %3，冻结 %4")
-                    .arg(QString::fromStdString(account.id), trading::moneyText(funds.total),
-                         trading::moneyText(funds.available), trading::moneyText(funds.frozen)));
-    }
 }
 
 } // namespace terminal

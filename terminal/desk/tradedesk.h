@@ -5,7 +5,9 @@
 #include <optional>
 #include <unordered_map>
 
+#include "desk/desklog.h"
 #include "desk/deskrecords.h"
+#include "desk/exchangedays.h"
 #include "trading/accountsource.h"
 #include "trading/desk.h"
 #include "window/feedpump.h"
@@ -16,8 +18,8 @@ namespace terminal {
 /// The desk of the program: it hears the market, takes orders, and tells tables, log and whoever else of everything
 /// that happened, once that is stored. GUI thread; nothing waits but open().
 ///
-/// The simulated exchange plays one and the same day. Its times are moved forward by whole days here, so that days of
-/// the desk follow each other: to the day that the file stands at, and by endDay() to the next.
+/// The simulated exchange begins with the same day each time. Its days are moved here, so that those of the desk follow
+/// each other: the first one to the day that the file stands at.
 class TradeDesk : public QObject, public MarketListener, public trading::AccountSource
 {
     Q_OBJECT
@@ -40,6 +42,8 @@ public:
     void begin();
 
     const trading::Desk &desk() const { return paper; }
+    /// Charges and margins from now on.
+    void setRules(const trading::TradingRules &rules);
     /// Orders that belong together: all of them go out, or none. The text tells why none did; empty for sent.
     QString send(const std::vector<trading::OrderRequest> &requests);
     /// The same for withdrawing one order; an order that was not stored is withdrawn too.
@@ -57,18 +61,13 @@ public:
     int cancelAll(const Choice &choice, QString &refusal);
     /// What is left of an order, at another price; empty for one that has ended.
     std::optional<trading::OrderRequest> remainder(qint64 order, double price) const;
-    /// Withdraws an order and sends its remainder.
+    /// Withdraws an order and sends its remainder; an order whose remainder would be refused stays.
     QString reprice(qint64 order, double price);
 
     /// The latest of a code; null before it comes. Valid until the next event.
     const feed::QuoteSnapshot *quote(const std::string &code) const;
     /// Milliseconds since the market was last heard of a code; absent when it never was.
     qint64 silence(const std::string &code) const;
-
-    bool canEndDay() const { return market == Market::Simulated; }
-    /// Ends the trading day: open orders end, accounts are settled, and the next weekday begins at the same time of
-    /// day. False where days are recorded, or before the market's clock has started.
-    bool endDay();
 
     const std::map<std::string, trading::AccountBook> &books() const override { return paper.broker().accounts(); }
     trading::AccountChanges takeChanges() override;
@@ -85,6 +84,8 @@ Q_SIGNALS:
     /// An order was filled, in whole or in part; or rejected.
     void filled(const trading::PaperDeal &deal);
     void rejected(const trading::PaperOrder &order);
+    /// Something that the user wanted to send did not go out; the call itself has told him why.
+    void refused();
     /// Writing the file fails, or with an empty text works again.
     void storageProblemChanged(const QString &text);
 
@@ -97,14 +98,15 @@ private:
     };
 
     void take(const trading::DeskChange &change);
+    QString refuse(const trading::Refusal &refusal);
     void tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals);
-    void logChange(const trading::DeskChange &change);
     void openAccounts(trading::AccountKind kind);
     qint64 moved(qint64 time);
     Heard *hear(int instrument);
 
     const Market market;
     trading::Desk paper;
+    const DeskLog log;
     DeskRecords records;
     QElapsedTimer programClock;
     std::vector<std::string> codes; ///< by the feed's index
@@ -112,8 +114,7 @@ private:
     trading::AccountChanges changes;
     std::set<std::string> pricedCodes; ///< since takeChanges()
     bool toldAll = false;
-    std::optional<int> movedDays; ///< simulated: known with the first event
-    qint64 lastTime = feed::absent<qint64>;
+    ExchangeDays days; ///< simulated
 };
 
 } // namespace terminal

@@ -11,11 +11,19 @@ int signOf(PositionSide side)
     return side == PositionSide::Long ? 1 : -1;
 }
 
-void addCharges(Charges &sum, const Charges &more, int sign)
+void addCharges(Charges &sum, const Charges &more)
 {
-    sum.commission += sign * more.commission;
-    sum.stampDuty += sign * more.stampDuty;
-    sum.transferFee += sign * more.transferFee;
+    sum.commission += more.commission;
+    sum.stampDuty += more.stampDuty;
+    sum.transferFee += more.transferFee;
+}
+
+/// What is charged on top of what has been. Nothing is paid back where the rules ask for less by now.
+Charges furtherCharges(const Charges &inAll, const Charges &before)
+{
+    const auto further = [](Money all, Money had) { return std::max<Money>(0, all - had); };
+    return {further(inAll.commission, before.commission), further(inAll.stampDuty, before.stampDuty),
+            further(inAll.transferFee, before.transferFee)};
 }
 
 /// What moves for an amount: amounts are booked to the cent.
@@ -167,6 +175,11 @@ void AccountBook::restoreReservation(const PaperOrder &order, const feed::Instru
     found->second.today.held += order.heldToday;
 }
 
+void AccountBook::reserveAnew(const PaperOrder &order, const feed::Instrument &instrument)
+{
+    frozenOf[order.id] = fundsNeeded(order, instrument);
+}
+
 void AccountBook::release(PaperOrder &order)
 {
     frozenOf.erase(order.id);
@@ -246,9 +259,9 @@ PaperDeal AccountBook::fill(PaperOrder &order, const feed::Instrument &instrumen
         order.filled.todayAmount += todayAmount;
     }
     order.filled.quantity += quantity;
-    deal.charges = rules.charges(instrument, order.side, order.offset, order.filled);
-    addCharges(deal.charges, order.charges, -1);
-    addCharges(order.charges, deal.charges, 1);
+    const Charges inAll = rules.charges(instrument, order.side, order.offset, order.filled);
+    deal.charges = furtherCharges(inAll, order.charges);
+    addCharges(order.charges, deal.charges);
 
     const bool isFuture = instrument.kind == feed::InstrumentKind::Future;
     const Money charges = deal.charges.total();

@@ -44,6 +44,8 @@ public:
     void reserve(PaperOrder &order, const feed::Instrument &instrument);
     /// The same for an order that was reserved in an earlier run.
     void restoreReservation(const PaperOrder &order, const feed::Instrument &instrument);
+    /// After the rules have changed: sets aside the money that an open order needs by them.
+    void reserveAnew(const PaperOrder &order, const feed::Instrument &instrument);
     /// Frees what an ended order has not used.
     void release(PaperOrder &order);
     /// Books a fill. The deal has no number yet.

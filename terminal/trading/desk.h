@@ -27,6 +27,7 @@ public:
     /// Orders and deals of the present days that were in the file.
     const DeskState &initialState() const { return initial; }
 
+    void setRules(const TradingRules &rules) { paper.setRules(rules); }
     void openAccount(const Account &account);
     void takeInstrument(const feed::Instrument &instrument);
     void takeDeal(const feed::Deal &deal);

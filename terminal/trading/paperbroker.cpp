@@ -24,6 +24,17 @@ qint64 unitsOf(double price)
 
 PaperBroker::PaperBroker(TradingRules tradingRules) : rules(std::move(tradingRules)) {}
 
+void PaperBroker::setRules(const TradingRules &newRules)
+{
+    rules = newRules;
+    for (const auto &[id, order] : dayOrders) {
+        if (!order.isOpen())
+            continue;
+        const feed::Instrument *known = instrument(order.code);
+        bookOf(order).reserveAnew(order, known ? *known : instrumentByCode(order.code, order.exchange));
+    }
+}
+
 PaperOrder PaperBroker::orderOf(const OrderRequest &request, const feed::Instrument &instrument)
 {
     PaperOrder order;
@@ -159,21 +170,40 @@ void PaperBroker::reject(qint64 id, const std::string &reason)
         end(found->second, feed::OrderStatus::Rejected, reason);
 }
 
-Refusal PaperBroker::cancel(qint64 id)
+Refusal PaperBroker::checkCancel(qint64 id) const
 {
     const auto found = dayOrders.find(id);
     if (found == dayOrders.end())
         return {Reason::UnknownOrder, QStringLiteral("没有编号为 %1 的委托，可能已是往日委托").arg(id)};
-    PaperOrder &order = found->second;
-    if (!order.isOpen())
+    if (!found->second.isOpen())
         return {Reason::OrderEnded, QStringLiteral("委托 %1 已经结束，不能撤单").arg(id)};
-    const feed::Instrument *traded = instrument(order.code);
+    const feed::Instrument *traded = instrument(found->second.code);
     if (traded && clock != feed::absent<qint64> &&
         TradingHours::stateOf(*traded, clock) == TradingHours::State::NoCancelling)
         return {Reason::NoCancelling,
                 QStringLiteral("委托 %1 暂时不能撤单：9:20-9:25 和 14:57-15:00 集合竞价不接受撤单").arg(id)};
-    end(order, feed::OrderStatus::Cancelled, {});
     return {};
+}
+
+Refusal PaperBroker::cancel(qint64 id)
+{
+    if (Refusal refusal = checkCancel(id))
+        return refusal;
+    end(dayOrders.at(id), feed::OrderStatus::Cancelled, {});
+    return {};
+}
+
+Refusal PaperBroker::checkReplacement(qint64 id, const OrderRequest &request) const
+{
+    if (Refusal refusal = checkCancel(id))
+        return refusal;
+    if (Refusal refusal = checkPlace(request))
+        return refusal;
+    PaperOrder replaced = dayOrders.at(id);
+    AccountBook freed = books.at(replaced.account);
+    freed.release(replaced);
+    const feed::Instrument &traded = *instrument(request.code);
+    return checkOrder(orderOf(request, traded), {traded, freed, rules, clock == feed::absent<qint64> ? 0 : clock});
 }
 
 /// Of an order that was filled in part the rest ends.

@@ -27,6 +27,9 @@ public:
     PaperBroker(const PaperBroker &) = delete;
     PaperBroker &operator=(const PaperBroker &) = delete;
 
+    /// Charges and margins from now on; what has been charged stays. Open orders set aside what they need by the new
+    /// ones.
+    void setRules(const TradingRules &newRules);
     /// To be called first, if at all. False when the books do not agree with one another; nothing is taken then.
     bool restore(const DeskState &state);
     /// Opens an account with its initial money. A known one is left as it is.
@@ -52,6 +55,9 @@ public:
     /// Ends an order that is not confirmed, which then was never sent.
     void reject(qint64 order, const std::string &reason);
     Refusal cancel(qint64 order);
+    /// Why an order could not be withdrawn, or such a request not be sent in its place: what the order sets aside
+    /// counts as free.
+    Refusal checkReplacement(qint64 order, const OrderRequest &request) const;
 
     /// The largest quantity that check() lets pass for such a request, whose own quantity counts for nothing.
     qint64 largestQuantity(OrderRequest request) const;
@@ -84,6 +90,7 @@ private:
     Market *market(const std::string &code);
     Refusal checkPlace(const OrderRequest &request) const;
     bool isClosed(const feed::Instrument &instrument) const;
+    Refusal checkCancel(qint64 order) const;
     AccountBook &bookOf(const PaperOrder &order) { return books.at(order.account); }
     void advance(qint64 time);
     void startDay(AccountBook &book, int day);
@@ -92,7 +99,7 @@ private:
     void end(PaperOrder &order, feed::OrderStatus status, const std::string &remark);
     void noteChange(const PaperOrder &order);
 
-    const TradingRules rules;
+    TradingRules rules; ///< the books know where it is
     std::map<std::string, AccountBook> books;
     std::map<qint64, PaperOrder> dayOrders;
     std::vector<Market> markets; ///< by the feed's index

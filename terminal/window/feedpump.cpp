@@ -51,6 +51,16 @@ void FeedPump::setPaused(bool pause)
     source->setSpeed(paused ? 0 : wantedSpeed);
 }
 
+bool FeedPump::canEndDay() const
+{
+    return source->canEndDay();
+}
+
+void FeedPump::endDay()
+{
+    source->endDay();
+}
+
 QString FeedPump::sourceName() const
 {
     return QString::fromStdString(source->sourceName());

@@ -45,6 +45,11 @@ public:
     void setPaused(bool paused);
     bool isPaused() const { return paused; }
 
+    /// Whether the feed has another day to come when the present one is ended.
+    bool canEndDay() const;
+    /// Has the feed go on with its next day. Nothing where canEndDay() says no.
+    void endDay();
+
     /// "replay" or "simulated".
     QString sourceName() const;
     /// Totals of everything that is in the tables.

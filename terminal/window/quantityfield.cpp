@@ -13,20 +13,37 @@ QuantityField::~QuantityField() = default;
 
 void QuantityField::setLot(int lot)
 {
-    lotSize = lot;
-    edit()->setEmptyHintText(lot > 1 ? QStringLiteral("每手 %1").arg(lot) : QString());
+    if (lot != lotSize) {
+        const qint64 kept = quantity();
+        lotSize = lot;
+        setQuantity(kept);
+    }
+    edit()->setEmptyHintText(lot > 1 && !countsLots() ? QStringLiteral("每手 %1").arg(lot) : QString());
+}
+
+void QuantityField::setCountsLots(bool counts)
+{
+    const qint64 kept = quantity();
+    inLots = counts;
+    setQuantity(kept);
 }
 
 void QuantityField::setQuantity(qint64 quantity)
 {
-    setText(quantity == absent<qint64> ? QString() : QString::number(quantity));
+    if (quantity == absent<qint64>)
+        return setText(QString());
+    if (quantity % lotSize != 0)
+        inLots = false;
+    setText(QString::number(countsLots() ? quantity / lotSize : quantity));
 }
 
 qint64 QuantityField::quantity() const
 {
     bool isNumber = false;
     const qint64 value = text().toLongLong(&isNumber);
-    return isNumber ? value : absent<qint64>;
+    if (!isNumber)
+        return absent<qint64>;
+    return countsLots() ? value * lotSize : value;
 }
 
 void QuantityField::step(int steps)

@@ -5,6 +5,7 @@
 
 #include "account/caccountscombobox.h"
 #include "kv/cstockcodelineedit.h"
+#include "kv/cuserconfig.h"
 #include "order/cautobutton.h"
 #include "order/ccompactselectwidget.h"
 #include "order/ccompacttypeselectwidget.h"
@@ -20,6 +21,7 @@
 #include "zb/cparametercell.h"
 #include "zb/cradiobuttongroup.h"
 #include "zb/csimpletextwidget.h"
+#include "zb/csmallnormalbutton.h"
 #include "zb/cuiresource.h"
 
 namespace terminal {
@@ -36,6 +38,11 @@ constexpr int leastBoxWidth = 120;
 constexpr int sendHeight = 34;
 constexpr int lineHeight = 18;
 
+QString lotsPath()
+{
+    return QStringLiteral("ticket/lots");
+}
+
 QString logOrder(const OrderDraft &draft)
 {
     LOG4CXX_INFO(utils::getStdLogger(), draft.logText().toStdString());
@@ -51,6 +58,9 @@ TicketForm::TicketForm(QWidget *parent) : ZB::CWidgetList(Qt::Vertical, parent),
     connectFields();
     addShortcuts();
     fixSizes();
+    if (const KV::CUserConfig *config = KV::getUserConfig())
+        prefersLots = config->value(lotsPath()).toBool();
+    quantityField->setCountsLots(prefersLots);
     setTrade(kdservice::TraderStock);
 }
 
@@ -82,11 +92,14 @@ void TicketForm::buildFields()
     contractCell = new KV::CCompactSelectWidget(this);
     priceField = new PriceField(this);
     quantityField = new QuantityField(this);
+    unitButton = new ZB::CSmallNormalButton(TicketUnit, true, ZB::NormalButtonRaised, this);
+    unitButton->setFocusPolicy(Qt::NoFocus);
+    unitButton->setToolTip(QStringLiteral("数量按手或按股填写（Alt+U）"));
     rates = new KV::CRateSelectWidget(this);
     sendButton = new KV::CAutoButton(TicketSend, false, ZB::NormalButtonRise, this, resendMs);
     sendButton->setTextFontKey(QStringLiteral("fnt_default_bold"));
     sendButton->setToolTip(QStringLiteral("Enter，或在任何位置按 Ctrl+Enter"));
-    for (ZB::CSimpleTextWidget **line : {&limitsText, &operationText, &amountText, &mostText, &unitText, &messageText})
+    for (ZB::CSimpleTextWidget **line : {&limitsText, &operationText, &amountText, &mostText, &messageText})
         *line = new ZB::CSimpleTextWidget(QString(), this);
 }
 
@@ -108,7 +121,7 @@ void TicketForm::buildRows()
     addRow(QString(), limitsText);
     ZB::CWidgetList *quantityRow = addRow(QStringLiteral("数量"), quantityField);
     quantityRow->addFixedSpace(4);
-    quantityRow->addFixedWidget(unitText, ZB::AnchorCentre);
+    quantityRow->addFixedWidget(unitButton, ZB::AnchorCentre);
     addRow(QString(), rates);
     mostText->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     addRow(QStringLiteral("金额"), amountText)->addStretchWidget(mostText, 1, ZB::AnchorFill);
@@ -145,6 +158,7 @@ void TicketForm::fixSizes()
     tradeGroup->setFixedHeight(ZB::scaled(24));
     for (QWidget *line : {limitsText, amountText, mostText, messageText})
         line->setFixedHeight(ZB::scaled(lineHeight));
+    unitButton->setFixedSize(ZB::scaled(fieldHeight), ZB::scaled(fieldHeight));
     sendButton->setFixedHeight(ZB::scaled(sendHeight));
     updateWidgetLengths();
 }
@@ -153,6 +167,16 @@ void TicketForm::themeChanged()
 {
     fixSizes();
     ZB::CWidgetList::themeChanged();
+}
+
+/// What the quantity is stays.
+void TicketForm::switchUnit()
+{
+    prefersLots = !quantityField->countsLots();
+    quantityField->setCountsLots(prefersLots);
+    if (KV::CUserConfig *config = KV::getUserConfig())
+        config->setValue(lotsPath(), prefersLots);
+    fieldEdited();
 }
 
 void TicketForm::setSender(Sender newSender)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QMap>
 #include <functional>
 #include <vector>
 
@@ -20,6 +21,7 @@ namespace ZB {
 class CParameterCell;
 class CRadioButtonGroup;
 class CSimpleTextWidget;
+class CSmallNormalButton;
 } // namespace ZB
 
 namespace terminal {
@@ -29,7 +31,7 @@ class QuantityField;
 
 /// The fields of an order and the button that sends it. All of it works by keyboard: F1 buys and F2 sells, Enter goes
 /// from field to field and sends at the end, Ctrl+Enter sends from anywhere, Alt+1 to Alt+4 size the order, Alt+0
-/// changes the amount that it is sized by. GUI thread.
+/// changes the amount that it is sized by, Alt+U has the quantity of stocks counted in lots or in shares. GUI thread.
 class TicketForm : public ZB::CWidgetList
 {
     Q_OBJECT
@@ -50,6 +52,10 @@ public:
     /// The order as the fields say it now.
     OrderDraft draft() const;
     void setTrade(kdservice::EVxTraderType trade);
+    /// Has every order of a business refused for a reason, which is told as soon as the business is chosen.
+    void refuseTrade(kdservice::EVxTraderType trade, const QString &reason);
+    /// One account of the present business. False for one that it does not have.
+    bool setAccount(const QString &id);
     /// Price and quantity of the code before are taken away, and the business becomes one that trades the code. The
     /// code that is there already changes nothing.
     void setCode(const QString &code);
@@ -100,6 +106,7 @@ private:
     void chooseRate(int id);
     void sizeOrder();
     void fieldEdited();
+    void switchUnit();
     /// Whether the code field shows another text than the code that is chosen.
     bool isTypingCode() const;
     void noteCodeText();
@@ -127,18 +134,20 @@ private:
     ZB::CSimpleTextWidget *operationText;
     ZB::CSimpleTextWidget *amountText;
     ZB::CSimpleTextWidget *mostText;
-    ZB::CSimpleTextWidget *unitText;
+    ZB::CSmallNormalButton *unitButton;
     ZB::CSimpleTextWidget *messageText;
     ZB::CWidgetList *openRow = nullptr;
     std::vector<ZB::CSimpleTextWidget *> captions;
 
     kdservice::EVxTraderType trade = kdservice::TraderStock;
+    bool prefersLots = false;
     QString shownCode;          ///< what price and quantity are for
     bool wasTypingCode = false; ///< at the last change of the field's text
     QString typedCode;          ///< the last text that was no code yet
     QString droppedCode;        ///< one that was left before it was a code
     QString sizingFault;        ///< why a chosen fraction came to nothing, to be said
     QString sendFault;          ///< the click that is under way has cost a code that was being typed
+    QMap<kdservice::EVxTraderType, QString> refusedTrades;
     Sender sender;
     FundsSource fundsSource;
 };

@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "account/caccountscombobox.h"
+#include "kv/caccountdata.h"
 #include "kv/cstockcodelineedit.h"
+#include "kv/eselectedaccounttype.h"
 #include "order/cautobutton.h"
 #include "order/ccompactselectwidget.h"
 #include "order/ccompacttypeselectwidget.h"
@@ -20,6 +22,7 @@
 #include "zb/clineedit.h"
 #include "zb/cparametercell.h"
 #include "zb/cradiobuttongroup.h"
+#include "zb/csmallnormalbutton.h"
 #include "zb/ewidgetevent.h"
 
 namespace terminal {
@@ -73,6 +76,7 @@ void TicketForm::addShortcuts()
         add(Qt::CTRL | enter, [this] { sendButton->click(); });
     for (int rate = 1; rate <= 4; ++rate)
         add(Qt::ALT | (Qt::Key_0 + rate), [this, rate] { chooseRate(rate); });
+    add(Qt::ALT | Qt::Key_U, [this] { unitButton->click(); });
     add(Qt::ALT | Qt::Key_0, [this] { rates->handleEvent(ZB::EventClicked, 0, 0, QString(), nullptr); });
 }
 
@@ -94,6 +98,23 @@ void TicketForm::setTrade(kdservice::EVxTraderType newTrade)
     contractCell->setVisible(isCredit);
     sizeOrder();
     fieldEdited();
+    if (refusedTrades.contains(trade))
+        say(refusedTrades[trade], true);
+}
+
+void TicketForm::refuseTrade(kdservice::EVxTraderType refused, const QString &reason)
+{
+    refusedTrades[refused] = reason;
+}
+
+bool TicketForm::setAccount(const QString &id)
+{
+    const KV::CAccountData *known = KV::getAccountData();
+    const auto accounts = known ? known->accounts(trade) : QVector<KV::AccountEntry>();
+    if (std::none_of(accounts.begin(), accounts.end(), [&](const KV::AccountEntry &each) { return each.id == id; }))
+        return false;
+    accountBox()->handleEvent(eventAccountChosen, TicketAccount, KV::SelectedAccount, id, nullptr);
+    return true;
 }
 
 void TicketForm::setCode(const QString &newCode)
@@ -123,6 +144,7 @@ void TicketForm::takeCode()
     priceField->setReferencePrice(absent<double>);
     priceField->setPrice(absent<double>);
     quantityField->setQuantity(absent<qint64>);
+    quantityField->setCountsLots(prefersLots);
     rates->setButtonCheckedByID(-1);
     fieldEdited();
 }
@@ -244,6 +266,8 @@ bool TicketForm::handleEvent(int event, int first, int second, QString text, voi
     case ZB::EventClicked:
         if (first == TicketSend)
             send();
+        else if (first == TicketUnit)
+            switchUnit();
         else if (first == TicketOpenClose) {
             openButton->switchDirection();
             sizeOrder();

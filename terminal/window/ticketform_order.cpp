@@ -17,6 +17,7 @@
 #include "zb/clineedit.h"
 #include "zb/cparametercell.h"
 #include "zb/csimpletextwidget.h"
+#include "zb/csmallnormalbutton.h"
 #include "zb/numberformat.h"
 
 namespace terminal {
@@ -171,7 +172,10 @@ void TicketForm::refresh()
     sendButton->setAccessibleName(what);
     operationText->setText(order.operation());
     operationText->setTextColorKey(QLatin1String(sideColor(order)));
-    unitText->setText(order.unit());
+    const bool isLots = quantityField->countsLots();
+    unitButton->setText(isLots ? QStringLiteral("手") : order.unit());
+    unitButton->setAccessibleName(isLots ? QStringLiteral("数量按手") : QStringLiteral("数量按") + order.unit());
+    unitButton->setEnabled(order.terms.lot > 1);
     limitsText->setText(QStringLiteral("跌停 %1　涨停 %2")
                             .arg(priceOrDash(order.terms.lowerLimit, order.terms.priceDecimals),
                                  priceOrDash(order.terms.upperLimit, order.terms.priceDecimals)));
@@ -192,6 +196,8 @@ OrderFault TicketForm::faultOf(const OrderDraft &order) const
 
 void TicketForm::send()
 {
+    if (refusedTrades.contains(trade))
+        return say(refusedTrades[trade], true);
     const OrderDraft order = draft();
     const OrderFault fault = faultOf(order);
     sendFault.clear();

@@ -11,7 +11,8 @@ enum TicketId : int
     TicketOpenClose,
     TicketAccount,
     TicketSource,
-    TicketStep
+    TicketStep,
+    TicketUnit
 };
 
 } // namespace terminal

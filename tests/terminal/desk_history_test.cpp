@@ -4,6 +4,8 @@
 
 #include "desk/historypanel.h"
 #include "desk/historytable.h"
+#include "grid/gridsource.h"
+#include "grid/gridview.h"
 #include "model/chpfdatamodel.h"
 #include "popups/pagingbar.h"
 #include "records/fieldids.h"
@@ -138,6 +140,24 @@ TEST_F(DeskHistory, FiltersAndSortsOverAllPages)
     settle();
     EXPECT_EQ(pageText(), "1234..1135 100");
     EXPECT_TRUE(table->columnFilters().isEmpty());
+}
+
+TEST_F(DeskHistory, TheStatisticsRowAddsUpEveryPage)
+{
+    const auto sum = [&](int field) {
+        return table->getDataModel()->getStatDispalyQString(columnOf(field)).toStdString();
+    };
+    EXPECT_EQ(sum(OrderQuantity), "123400");
+    EXPECT_EQ(sum(OrderFilled), "0");
+    EXPECT_EQ(sum(OrderPrice), "");
+    auto *grid = table->findChild<ZB::GridView *>();
+    EXPECT_TRUE(grid->statisticsVisible());
+    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderQuantity)).toStdString(), "123400");
+    filter(OrderCode, QStringLiteral("300001.SZ"));
+    EXPECT_EQ(sum(OrderQuantity), "12300");
+    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderCancelled)).toStdString(), "12300");
+    filter(OrderCode, QStringLiteral("nothing"), ZB::FilterContains);
+    EXPECT_EQ(sum(OrderQuantity), "0");
 }
 
 TEST(DeskHistoryPanel, SaysThatThereIsNoFile)

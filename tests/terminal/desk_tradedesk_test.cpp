@@ -4,15 +4,18 @@
 
 #include "desk/deskrecords.h"
 #include "desk/desksettings.h"
+#include "desk/exchangedays.h"
 #include "desk/owndealspanel.h"
 #include "desk/ownorderspanel.h"
 #include "desk/tradedesk.h"
+#include "deskrows.h"
 #include "kv/caccountdata.h"
 #include "records/fieldids.h"
 #include "services/accounts.h"
 #include "services/instruments.h"
 #include "services/userconfig.h"
 #include "table/chpfdatatable.h"
+#include "trading/tradinghours.h"
 #include "trading_support.h"
 
 using namespace terminal;
@@ -75,27 +78,14 @@ protected:
     {
         ASSERT_TRUE(QTest::qWaitFor([this] { return desk->desk().isSettled(); }));
     }
-    /// One row a line, the newest first: the given fields.
-    static std::string rows(const TablePanel &panel, std::initializer_list<int> fields)
-    {
-        std::string text;
-        panel.table().updateTable();
-        for (int row = 0; row < panel.table().count(); ++row) {
-            for (const int field : fields)
-                text += panel.table()
-                            .getData(row)
-                            ->getDisplayQString(panel.table().getColumnIdByFileId(field))
-                            .toStdString() +
-                        ' ';
-            text += '\n';
-        }
-        return text;
-    }
     std::string orderRows() const
     {
-        return rows(*orders, {OrderNumber, OrderDirection, OrderPrice, OrderQuantity, OrderFilled, OrderStatus});
+        return deskRows(*orders, {OrderNumber, OrderDirection, OrderPrice, OrderQuantity, OrderFilled, OrderStatus});
     }
-    std::string dealRows() const { return rows(*deals, {DealNumber, DealOrder, DealPrice, DealQuantity, DealAmount}); }
+    std::string dealRows() const
+    {
+        return deskRows(*deals, {DealNumber, DealOrder, DealPrice, DealQuantity, DealAmount});
+    }
 
     std::unique_ptr<TradeDesk> desk;
     std::unique_ptr<OwnOrdersPanel> orders;
@@ -115,6 +105,21 @@ TEST_F(TradeDeskTest, WhatHappensStandsInTheTablesTheNewestFirst)
     EXPECT_EQ(desk->cancel(2).toStdString(), "");
     EXPECT_EQ(orderRows(), "2 买入 9.98 200 0 已撤 \n1 买入 10.00 300 300 已成 \n");
     EXPECT_EQ(desk->cancel(2).toStdString(), "委托 2 已经结束，不能撤单");
+}
+
+TEST_F(TradeDeskTest, AnotherPriceThatWouldBeRefusedLeavesTheOrderWhereItStands)
+{
+    begin(TradeDesk::Market::Recorded);
+    desk->send({buy(9.95, 1000)});
+    const std::string before = orderRows();
+    const auto reprice = [&](double price) { return desk->reprice(1, price).toStdString(); };
+    EXPECT_NE(reprice(11.5).find("高于涨停价"), std::string::npos);
+    desk->takeQuote(quote(0, at(monday, 12, 0), {{9.99, 500}}, {{10, 500}}, 10));
+    EXPECT_NE(reprice(9.97).find("未开市"), std::string::npos);
+    EXPECT_EQ(orderRows(), before);
+    desk->takeQuote(quote(0, at(monday, 14, 58), {{9.99, 500}}, {{10, 500}}, 10));
+    EXPECT_NE(reprice(9.97).find("不能撤单"), std::string::npos);
+    EXPECT_EQ(orderRows(), before);
 }
 
 TEST_F(TradeDeskTest, OrdersThatBelongTogetherGoOutTogetherOrNotAtAll)
@@ -170,8 +175,7 @@ TEST_F(TradeDeskTest, ARestartTellsThePresentDayAndGoesOn)
     EXPECT_EQ(dealRows(), "");
 }
 
-/// The simulated exchange plays Monday again and again.
-TEST_F(TradeDeskTest, EndingTheDaySettlesAndLetsSellWhatWasBought)
+TEST_F(TradeDeskTest, TheExchangesNextDaySettlesAndLetsSellWhatWasBought)
 {
     const QString path = folder.filePath(QStringLiteral("desk.db"));
     begin(TradeDesk::Market::Simulated, path);
@@ -179,29 +183,41 @@ TEST_F(TradeDeskTest, EndingTheDaySettlesAndLetsSellWhatWasBought)
     settle();
     desk->send({buy(9.9, 100)});
     settle();
-    const trading::OrderRequest sale{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 9.99, 300};
+    const trading::OrderRequest sale{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 10.55, 300};
     EXPECT_NE(desk->send({sale}).toStdString(), "") << "bought today";
-    EXPECT_TRUE(desk->endDay());
+    EXPECT_NE(desk->send({buy(11.5, 100)}).toStdString(), "") << "above the limit";
+
+    feed::Instrument next = stock(0, "600001.SH", 10.6); // the close
+    desk->takeInstrument(next);
+    desk->takeQuote(quote(0, at(tuesday, 9, 40), {{10.55, 500}}, {{10.6, 500}}, 10.6));
     settle();
     EXPECT_EQ(desk->books().at("88001").account().day, tuesday);
     EXPECT_EQ(desk->desk().broker().orders().size(), 0u) << "what was open has ended";
     EXPECT_EQ(orderRows(), "");
-    showMarket(monday, 5); // as the exchange tells it
+    EXPECT_EQ(desk->send({buy(11.5, 100)}).toStdString(), "") << "within the limits of the new day";
     EXPECT_EQ(desk->send({sale}).toStdString(), "");
     settle();
-    EXPECT_EQ(orderRows(), "3 卖出 9.99 300 300 已成 \n");
-    for (int i = 0; i < 4; ++i)
-        EXPECT_TRUE(desk->endDay());
-    settle();
-    EXPECT_EQ(desk->books().at("88001").account().day, nextMonday) << "no weekend";
+    EXPECT_EQ(orderRows(), "4 卖出 10.55 300 300 已成 \n3 买入 11.50 100 100 已成 \n");
     desk.reset();
-    begin(TradeDesk::Market::Simulated, path);
-    EXPECT_EQ(desk->books().at("88001").account().day, nextMonday) << "time does not go back";
-    settle();
 
-    desk.reset();
-    begin(TradeDesk::Market::Recorded);
-    EXPECT_FALSE(desk->endDay());
+    begin(TradeDesk::Market::Simulated, path);
+    EXPECT_EQ(desk->books().at("88001").account().day, tuesday) << "Monday once more would be time running back";
+    showMarket(tuesday, 0);
+    EXPECT_EQ(desk->books().at("88001").account().day, tuesday + 1);
+    settle();
+}
+
+TEST(ExchangeDays, TheFirstIsTheDesksAndEachThatFollowsTheNextWeekday)
+{
+    const auto dayOf = [](qint64 time) { return trading::TradingHours::dayOf(trading::AccountKind::Stock, time); };
+    ExchangeDays fresh;
+    EXPECT_EQ(fresh.moved(at(monday, 10, 0), 0), at(monday, 10, 0));
+    ExchangeDays days;
+    EXPECT_EQ(days.moved(at(monday, 10, 0), friday), at(friday, 10, 0));
+    EXPECT_EQ(days.moved(at(monday, 15, 0), friday), at(friday, 15, 0));
+    EXPECT_EQ(days.moved(at(tuesday, 9, 30), friday), at(nextMonday, 9, 30)) << "no weekend";
+    EXPECT_EQ(dayOf(days.moved(at(tuesday, 9, 29), friday)), nextMonday);
+    EXPECT_EQ(days.moved(at(friday, 9, 30), friday), at(nextMonday + 1, 9, 30)) << "days between are not played";
 }
 
 TEST_F(TradeDeskTest, KnowsHowLongACodeHasBeenSilent)

@@ -1,214 +1,38 @@
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QDialog>
-#include <QtWidgets/QLabel>
 #include <gtest/gtest.h>
 
-#include "account/caccountscombobox.h"
 #include "desk/deskcontrol.h"
 #include "desk/historypanel.h"
 #include "desk/historytable.h"
 #include "desk/owndealspanel.h"
 #include "desk/ownpositionspanel.h"
 #include "desk/tradedesk.h"
-#include "feed/simulation/simulatedfeed.h"
+#include "deskrows.h"
+#include "deskwindow.h"
+#include "feed/instrumentrules.h"
 #include "grid/gridview.h"
 #include "kv/cstockcodelineedit.h"
-#include "order/cautobutton.h"
+#include "model/chpfdatamodel.h"
 #include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"
 #include "records/fieldids.h"
-#include "services/accounts.h"
-#include "services/userconfig.h"
+#include "table/cdatatable.h"
 #include "table/chpfdatatable.h"
 #include "trading_support.h"
-#include "window/fundspanel.h"
 #include "window/ladderpanel.h"
 #include "window/mainwindow.h"
-#include "window/marketrecords.h"
+#include "window/paneltabs.h"
 #include "window/quotepanel.h"
 #include "window/ticketform.h"
-#include "window/ticketpanel.h"
 #include "window/tradepage.h"
-#include "zb/clineedit.h"
 
 using namespace terminal;
 using namespace refhost;
 using namespace tradingtest;
 
+using DeskTrading = DeskWindow;
+
 namespace {
-
-/// The window in front of its trading page with a desk behind it, and a market that says what the test says.
-class DeskTrading : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        setUserConfig(std::make_unique<UserConfig>());
-        auto accounts = std::make_unique<Accounts>();
-        accounts->putAccount({QStringLiteral("88001"), QStringLiteral("股票"), kdservice::TraderStock, {}});
-        accounts->putAccount({QStringLiteral("88002"), QStringLiteral("期货"), kdservice::TraderFuture, {}});
-        setAccountData(std::move(accounts));
-    }
-    void TearDown() override
-    {
-        close();
-        setAccountData(nullptr);
-        setUserConfig(nullptr);
-    }
-    void open(TradeDesk::Market market = TradeDesk::Market::Recorded)
-    {
-        pump = std::make_unique<FeedPump>(
-            std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), feed::MarketFeed::maxSpeed));
-        desk = std::make_unique<TradeDesk>(market);
-        window = std::make_unique<MainWindow>(*pump);
-        control = new DeskControl(*desk, *pump, window->tradePage(), window->ticketPanel().form());
-        control->setSound([this](bool isFill) { ++(isFill ? fillSounds : rejectSounds); });
-        ASSERT_EQ(desk->open(path).toStdString(), "");
-        control->openHistory(path);
-        desk->begin();
-        window->resize(1600, 900);
-        window->showPage(window->tradePage());
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-        feed::Instrument bank = stock(0, "600000.SH");
-        bank.name = "浦发银行";
-        tell(bank);
-        tell(future(1, "rb2410", "SHFE"));
-        showMarket(monday, 0);
-    }
-    void close()
-    {
-        window.reset();
-        pump.reset();
-        desk.reset();
-    }
-    void tell(const feed::Instrument &instrument)
-    {
-        records.takeInstrument(instrument);
-        desk->takeInstrument(instrument);
-        page().takeInstrument(instrument);
-    }
-    void tell(const feed::QuoteSnapshot &quote)
-    {
-        page().takeQuotes({records.quoteRecord(quote)});
-        desk->takeQuote(quote);
-        page().takeQuote(quote);
-    }
-    void showMarket(int day, int minute)
-    {
-        tell(quote(0, at(day, 10, minute), {{9.99, 50'000}, {9.98, 90'000}}, {{10, 20'000}, {10.01, 90'000}}, 10));
-        tell(quote(1, at(day, 10, minute), {{3500, 50}}, {{3501, 50}}, 3500));
-        settle();
-    }
-    void settle()
-    {
-        ASSERT_TRUE(QTest::qWaitFor([this] { return desk->desk().isSettled(); }));
-        window->showNow();
-    }
-    TradePage &page() const { return window->tradePage(); }
-    TicketForm &ticket() const { return window->ticketPanel().form(); }
-    KV::CQuotesGraphWidget &graph() const { return *page().ladder().findChild<KV::CQuotesGraphWidget *>(); }
-
-    /// What a user does.
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QApplication::setActiveWindow(window.get()); // without a window system a popup takes the keyboard for good
-        QTest::keyClick(window->focusWidget(), static_cast<Qt::Key>(key), modifiers);
-    }
-    void chooseAccount()
-    {
-        for (KV::CAccountsComboBox *box : ticket().findChildren<KV::CAccountsComboBox *>()) {
-            if (!box->isVisible())
-                continue;
-            box->setFocus();
-            QTest::keyClick(box, Qt::Key_Down);
-            QTest::keyClick(box, Qt::Key_Down);
-            QTest::keyClick(box, Qt::Key_Return);
-        }
-    }
-    void typeCode(const QString &letters, const QString &expected)
-    {
-        auto *codes = ticket().findChild<KV::CStockCodeLineEdit *>();
-        ZB::CLineEdit *edit = codes->getLineEdit();
-        ASSERT_TRUE(QTest::qWaitFor([&] {
-            QApplication::setActiveWindow(window.get());
-            edit->setFocus();
-            edit->selectAll();
-            QTest::keyClicks(edit, letters);
-            QTest::keyClick(edit, Qt::Key_Return);
-            return ticket().code() == expected && edit->text() == codes->getStockCode();
-        })) << letters.toStdString();
-    }
-    void clickLadder(const QPoint &point)
-    {
-        graph().grab();
-        QTest::mouseClick(&graph(), Qt::LeftButton, Qt::NoModifier, point);
-    }
-    void clickPrice(const KV::QuoteValuePlace &place) { clickLadder({place.right - 5, place.baseline - 3}); }
-    void send() { press(Qt::Key_Return, Qt::ControlModifier); }
-    /// Answers the box that comes next; what it asks goes to `asked`.
-    void answerBox(bool yes)
-    {
-        QTimer::singleShot(5, window.get(), [this, yes] {
-            auto *box = window->findChild<QDialog *>(QStringLiteral("confirmBox"));
-            if (!box)
-                return answerBox(yes);
-            asked = box->windowTitle() + QLatin1Char('|') + box->findChild<QLabel *>()->text();
-            QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
-        });
-    }
-    void withoutQuestions()
-    {
-        DeskSettings settings = control->settings();
-        settings.confirms = false;
-        control->setSettings(settings);
-    }
-    void doubleClickOrder(qint64 number)
-    {
-        KV::CHpfDataTable &table = control->orders().table();
-        table.updateTable();
-        table.selectKey(std::to_string(number));
-        auto *grid = table.findChild<ZB::GridView *>();
-        const QRect cell = grid->cellRect(grid->currentRow(), table.getColumnIdByFileId(OrderCode));
-        ASSERT_FALSE(cell.isEmpty());
-        QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, cell.center());
-        QTest::mouseDClick(grid, Qt::LeftButton, Qt::NoModifier, cell.center());
-    }
-    /// "number side price quantity filled status", the newest first.
-    std::string orderRows() const
-    {
-        return rows(control->orders(),
-                    {OrderNumber, OrderDirection, OrderPrice, OrderQuantity, OrderFilled, OrderStatus});
-    }
-    static std::string rows(const TablePanel &panel, std::initializer_list<int> fields)
-    {
-        std::string text;
-        panel.table().updateTable();
-        for (int row = 0; row < panel.table().count(); ++row) {
-            for (const int field : fields)
-                text += panel.table()
-                            .getData(row)
-                            ->getDisplayQString(panel.table().getColumnIdByFileId(field))
-                            .toStdString() +
-                        ' ';
-            text += '\n';
-        }
-        return text;
-    }
-
-    QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("desk.db"));
-    MarketRecords records;
-    std::unique_ptr<FeedPump> pump;
-    std::unique_ptr<TradeDesk> desk;
-    std::unique_ptr<MainWindow> window;
-    DeskControl *control = nullptr; ///< the page's
-    QString asked;
-    int fillSounds = 0;
-    int rejectSounds = 0;
-};
 
 /// The books of one account, worked out from what was done, in cents and without the program's help.
 struct Ledger
@@ -311,7 +135,7 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
     settle();
     ledger.sell(999, 20'000);
     EXPECT_EQ(booksText(*desk), ledger.text());
-    EXPECT_EQ(rows(control->deals(), {DealNumber, DealOrder, DealPrice, DealQuantity}), "2 2 9.99 20,000 \n");
+    EXPECT_EQ(deskRows(control->deals(), {DealNumber, DealOrder, DealPrice, DealQuantity}), "2 2 9.99 20,000 \n");
 
     control->orderHistory().show();
     control->orderHistory().history().renew();
@@ -441,16 +265,37 @@ TEST_F(DeskTrading, ADoubleClickOnAQuoteOrAPositionFillsTheTicket)
 {
     open();
     withoutQuestions();
-    desk->send({{"88002", "rb2410", feed::Side::Buy, trading::Offset::Open, 3501, 3}});
+    desk->send({{"88009", "rb2410", feed::Side::Buy, trading::Offset::Open, 3501, 3}});
     settle();
-    Q_EMIT page().quoteList().codeActivated(QStringLiteral("600000.SH"));
+    KV::CHpfDataTable &quotes = page().quoteList().table();
+    auto *quoteGrid = quotes.findChild<ZB::GridView *>();
+    const auto doubleClickQuote = [&](const char *code) {
+        quotes.updateTable();
+        doubleClick(*quoteGrid, quotes.getDataModel()->indexOfKey(code), quotes.getColumnIdByFileId(QuoteCode));
+    };
+    doubleClickQuote("600000.SH");
     EXPECT_EQ(ticket().code(), QStringLiteral("600000.SH"));
-    Q_EMIT control->positions().activated(QStringLiteral("88002"), QStringLiteral("rb2410"),
-                                          trading::PositionSide::Long);
+    EXPECT_EQ(page().currentCode(), QStringLiteral("600000.SH"));
+    doubleClickQuote("rb2410");
+    EXPECT_EQ(ticket().draft().operation().toStdString(), "买入开仓");
+    chooseAccount();
+    EXPECT_EQ(ticket().draft().account, QStringLiteral("88002"));
+    doubleClickQuote("600000.SH");
+
+    page().bottomPanels().showPanel(page().bottomPanels().titles().indexOf(QStringLiteral("持仓")));
+    window->showNow();
+    KV::CDataTable &positions = control->positions().table();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return positions.rowCount() == 1; }));
+    doubleClick(*positions.findChild<ZB::GridView *>(), 0, positions.fieldID2columnID(PositionCode));
     const OrderDraft draft = ticket().draft();
     EXPECT_EQ(draft.code, QStringLiteral("rb2410"));
     EXPECT_EQ(draft.operation().toStdString(), "卖出平仓");
     EXPECT_EQ(draft.price, 3500);
+    EXPECT_EQ(draft.quantity, 3) << "all that can be closed, of the account whose position it is";
+    EXPECT_EQ(draft.account, QStringLiteral("88009"));
+    send();
+    settle();
+    EXPECT_TRUE(desk->books().at("88009").positions().empty());
 }
 
 TEST_F(DeskTrading, TheLadderCountsOpenOrdersOfItsInstrument)

@@ -99,6 +99,55 @@ TEST(TicketForm, FractionsSizeTheOrderAtOnceAndFollowThePriceUntilAQuantityIsTyp
     EXPECT_FALSE(window.button("全部")->isChecked());
 }
 
+TEST(TicketForm, TheQuantityOfAStockIsCountedInSharesOrInLots)
+{
+    TicketWindow window;
+    giveFunds(window, {100'000, 300'000, 1'350});
+    TicketForm &form = *window.form;
+    const auto unit = [&form]() -> QAbstractButton * {
+        for (QAbstractButton *button : form.findChildren<QAbstractButton *>())
+            if (button->accessibleName().startsWith(QStringLiteral("数量按")))
+                return button;
+        return nullptr;
+    };
+    ASSERT_NE(unit(), nullptr);
+    const auto shown = [&] {
+        return window.quantity->text() + QLatin1Char(' ') + unit()->text() + QLatin1Char(' ') +
+               QString::number(form.draft().quantity);
+    };
+    form.setCode(QStringLiteral("600519.SH"));
+    form.setPrice(10);
+    window.quantity->setFocus();
+    window.type(QStringLiteral("300"));
+    EXPECT_EQ(shown(), QStringLiteral("300 股 300"));
+    window.click(unit());
+    EXPECT_EQ(shown(), QStringLiteral("3 手 300")) << "the quantity stays";
+    window.price->setFocus();
+    window.quantity->setFocus();
+    window.type(QStringLiteral("12"));
+    EXPECT_EQ(shown(), QStringLiteral("12 手 1200"));
+    EXPECT_EQ(window.sendText(), QStringLiteral("买入 贵州茅台 1200 股"));
+    window.press(Qt::Key_Up);
+    EXPECT_EQ(shown(), QStringLiteral("13 手 1300"));
+    form.takeLadderEvent(1129, 0, QStringLiteral("1250"));
+    EXPECT_EQ(shown(), QStringLiteral("12 手 1200"));
+    window.press(Qt::Key_2, Qt::AltModifier);
+    EXPECT_EQ(shown(), QStringLiteral("50 手 5000"));
+
+    window.press(Qt::Key_F2);
+    window.press(Qt::Key_1, Qt::AltModifier);
+    EXPECT_EQ(shown(), QStringLiteral("1350 股 1350")) << "an odd rest is no number of lots";
+    form.setCode(QStringLiteral("rb2410"));
+    form.setQuantity(7);
+    EXPECT_EQ(shown(), QStringLiteral("7 手 7"));
+    EXPECT_FALSE(unit()->isEnabled());
+    form.setCode(QStringLiteral("600519.SH"));
+    form.setQuantity(700);
+    EXPECT_EQ(shown(), QStringLiteral("7 手 700")) << "as the user wanted it";
+    window.press(Qt::Key_U, Qt::AltModifier);
+    EXPECT_EQ(shown(), QStringLiteral("700 股 700"));
+}
+
 TEST(TicketForm, SaysWhatCouldBeBoughtOrSoldAtMost)
 {
     TicketWindow window;

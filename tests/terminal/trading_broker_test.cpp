@@ -105,6 +105,19 @@ TEST_F(TradingBroker, ChargesDoNotDependOnHowAnOrderWasFilled)
     EXPECT_EQ(fundsText(broker, "S1"), "999894.41 940014.41 0.00");
 }
 
+TEST_F(TradingBroker, LowerFeesPayNothingBackOfAnOrderThatIsUnderWay)
+{
+    const qint64 waiting = stocks(Side::Buy, 9.99, 3000);
+    broker.takeDeal(deal(shares, at(monday, 10, 1), 9.98, 1000, DealKind::SellerInitiated));
+    EXPECT_EQ(charges(waiting), "5.00 0.00 0.10");
+    trading::TradingRules free;
+    free.stocks = {0, 0, 0, 0};
+    broker.setRules(free);
+    broker.takeDeal(deal(shares, at(monday, 10, 2), 9.98, 2000, DealKind::SellerInitiated));
+    EXPECT_EQ(charges(waiting), "5.00 0.00 0.10");
+    EXPECT_EQ(money(broker.accounts().at("S1").account().balance), "970024.90");
+}
+
 TEST_F(TradingBroker, OpenOrdersSetMoneyAndSharesAsideUntilTheyEnd)
 {
     const qint64 waiting = stocks(Side::Buy, 9.50, 10000);
@@ -347,6 +360,27 @@ TEST_F(TradingBroker, AmountsMoveInCents)
     for (const trading::PaperDeal &deal : broker.takeChanges().deals)
         amount += deal.amount;
     EXPECT_EQ(money(amount), "123.40");
+}
+
+TEST_F(TradingBroker, AReplacementCountsWhatTheOrderHoldsAsFree)
+{
+    const qint64 waiting = stocks(Side::Buy, 9.50, 100'000);
+    const auto replaced = [&](double price, qint64 quantity) {
+        return broker.checkReplacement(waiting, stockRequest(Side::Buy, price, quantity)).reason;
+    };
+    EXPECT_EQ(reasonOf(stockRequest(Side::Buy, 9.60, 100'000)), Reason::NotEnoughFunds);
+    EXPECT_EQ(replaced(9.60, 100'000), Reason::None);
+    EXPECT_EQ(replaced(9.99, 100'100), Reason::NotEnoughFunds);
+    EXPECT_EQ(replaced(9.605, 100), Reason::OffTick);
+    EXPECT_EQ(broker.orders().at(waiting).status, feed::OrderStatus::Accepted) << "nothing was done";
+    EXPECT_FALSE(broker.cancel(waiting));
+    EXPECT_EQ(replaced(9.60, 100), Reason::OrderEnded);
+
+    stocks(Side::Buy, 10.00, 1000);
+    show(tuesday, 10, 0);
+    const qint64 sale = stocks(Side::Sell, 10.50, 1000);
+    EXPECT_EQ(broker.checkReplacement(sale, stockRequest(Side::Sell, 10.40, 1000)).reason, Reason::None);
+    EXPECT_EQ(broker.checkReplacement(sale, stockRequest(Side::Sell, 10.40, 1100)).reason, Reason::NotEnoughPosition);
 }
 
 TEST_F(TradingBroker, TheLargestQuantityIsTheLastThatPasses)
