@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <atomic>
+#include <boost/make_shared.hpp>
 #include <boost/thread/thread.hpp>
 #include <cmath>
 #include <deque>
 #include <random>
+#include <set>
 
+#include "kdservice/fielddes.h"
 #include "kdservice/keyhash.h"
+#include "plainrecord.h"
 #include "records/fieldids.h"
 #include "slowpagemodel.h"
 
@@ -16,6 +20,7 @@ using namespace pagetest;
 namespace {
 
 constexpr int recordCount = 2000; ///< more than one slice reads
+constexpr int metaWithoutFilter = 16205;
 
 /// A model whose sorts and filters go on in slices, and a plain one that does them when they have come to their end.
 class SlicedPages : public ::testing::Test
@@ -527,6 +532,43 @@ TEST_F(SlicedPages, ThreadsReadAndWriteWhileWorkGoesOn)
     done = true;
     others.join_all();
     EXPECT_TRUE(model.checkConsistency());
+}
+
+TEST(SlicedPagesAlone, OthersGetInWhileAReaderFinishesTheWork)
+{
+    static kdservice::FieldDes number;
+    number.fieldId = 1;
+    number.dataType = kdservice::ExtInt;
+    /// Takes its time to be read.
+    class SlowRecord : public PlainRecord
+    {
+    public:
+        explicit SlowRecord(int value) : PlainRecord(std::to_string(value), kdservice::hashOfKey(std::to_string(value)))
+        {
+        }
+        const kdservice::FieldDes *getFieldDes(int) const override { return &number; }
+        int getInt(int) const override
+        {
+            boost::this_thread::sleep(boost::posix_time::microseconds(50));
+            return 1;
+        }
+    };
+    KV::CHpfPageDataModel model(metaWithoutFilter, kdservice::TraderStock, true);
+    model.setColumnFieldDesMap({{0, &number}});
+    for (int i = 0; i < 2500; ++i)
+        model.addData(boost::make_shared<SlowRecord>(i));
+    model.setWorkPerCall(0);
+    model.sortByColumnID(0, 0);
+    std::atomic<bool> done{false};
+    std::set<int> seen;
+    boost::thread other([&] {
+        while (!done)
+            seen.insert(model.progress());
+    });
+    EXPECT_EQ(model.size(), 2500);
+    done = true;
+    other.join();
+    EXPECT_GE(seen.size(), 4U) << "how far the work was whenever the other thread had the lock";
 }
 
 TEST_F(SlicedPages, ACallWorksAsLongAsItMay)

@@ -1,5 +1,8 @@
 // Sorts and filters of a paged model, at once or in slices.
 
+#include <chrono>
+#include <thread>
+
 #include "pagemodel/chpfpagedatamodel_p.h"
 
 namespace KV {
@@ -8,6 +11,7 @@ namespace {
 
 constexpr int doneAtOnce = 4096;  ///< records; about a millisecond's work
 constexpr int finishedAtOnce = 2; ///< milliseconds under the lock while a reader waits
+constexpr int pauseMicroseconds = 50;
 
 } // namespace
 
@@ -21,11 +25,12 @@ void CHpfPageDataModel::startWork(PageModelCore &c) const
         c.stepWork(PageDeadline(milliseconds));
 }
 
-/// Piece by piece, so that other threads get in between.
+/// Piece by piece, with pauses in which other threads that wait for the lock wake up and get it: this one would always
+/// be faster to take it again.
 void CHpfPageDataModel::finishWork() const
 {
-    while (!change([](PageModelCore &c) { return c.stepWork(PageDeadline(finishedAtOnce)); })) {
-    }
+    while (!change([](PageModelCore &c) { return c.stepWork(PageDeadline(finishedAtOnce)); }))
+        std::this_thread::sleep_for(std::chrono::microseconds(pauseMicroseconds));
 }
 
 void CHpfPageDataModel::setAppendSeq(bool append)
