@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <boost/thread/thread.hpp>
+#include <tuple>
 
 #include "kdservice/fielddes.h"
 #include "pagemodel/pagecolumns.h"
@@ -101,6 +102,35 @@ TEST_F(PageModelColumns, UnderTheCodeColumnOrdersCompareByTheirCode)
         deals.addData(deal);
     }
     EXPECT_EQ(keysOf(deals.getAllDatas()), "cheap dear");
+}
+
+TEST_F(PageModelColumns, FlagsSortFalseBeforeTrueAndHaveTieBreaksToo)
+{
+    const refhost::RecordType *type = refhost::TypeCatalogue::instance().registerType(
+        {990016,
+         refhost::RecordKind::Order,
+         {{1, kdservice::ExtBool, "标志"}, {2, kdservice::ExtInt, "序号"}},
+         -1,
+         -1,
+         2});
+    KV::CHpfPageDataModel flags(type->metaId(), kdservice::TraderStock, true);
+    flags.setColumnFieldDesMap({{0, type->fields().at(1)}});
+    const auto put = [&](const char *key, bool flag, int sequence) {
+        const auto order = refhost::makeOrder(*type, key);
+        order->setData(1, flag);
+        order->setData(2, sequence);
+        flags.addData(order);
+    };
+    for (const auto &[key, flag, sequence] :
+         {std::tuple{"d", true, 2}, {"c", false, 2}, {"b", true, 1}, {"a", false, 1}})
+        put(key, flag, sequence);
+    EXPECT_EQ(flags.columnType(0), QVariant::Bool);
+    flags.sortByColumnID(0, 0);
+    EXPECT_EQ(keysOf(flags.getAllDatas()), "a c b d");
+    flags.sortByColumnID(0, 1);
+    EXPECT_EQ(keysOf(flags.getAllDatas()), "d b c a");
+    put("e", false, 3);
+    EXPECT_EQ(keysOf(flags.getAllDatas()), "d b e c a");
 }
 
 TEST_F(PageModelColumns, TextsFollowTheTraderType)
