@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QtGui/QCursor>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <functional>
@@ -97,6 +98,18 @@ TEST(AccountsTree, AClickReportsOnceADoubleClickAgainWhenItHides)
     EXPECT_EQ(window.taken(), QStringLiteral("1137 0 2 Z1, 1137 0 2 Z1"));
     EXPECT_FALSE(window.isOpen());
     EXPECT_EQ(window.combo->getSelection(), qMakePair(KV::SelectedComposedAccount, QStringLiteral("Z1")));
+}
+
+TEST(AccountsTree, ADoubleClickAsWindowSystemsMakeItReportsTwice)
+{
+    AccountWindow window;
+    window.open();
+    const QPoint at =
+        window.tree->viewport()->mapTo(window.popup, window.tree->visualItemRect(window.item("800002")).center());
+    QTest::mouseDClick(window.popup->windowHandle(), Qt::LeftButton, Qt::NoModifier, at); // four events
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.isOpen());
+    EXPECT_EQ(window.taken(), QStringLiteral("1137 0 1 800002, 1137 0 1 800002"));
 }
 
 TEST(AccountsTree, TheKeyboardChoosesAndEscapeTakesAnUnconfirmedMoveBack)

@@ -47,6 +47,17 @@ TEST(AutoButton, PassesOneClickOnAndIsDisabledBeforeAnybodyHearsOfIt)
     EXPECT_EQ(window.take(), "5 3 0");
 }
 
+TEST(AutoButton, PassesOnWhetherItIsCheckedNow)
+{
+    EventWindow window;
+    KV::CAutoButton *button = makeButton(window, 0);
+    button->setCheckable(true);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(comesBack(button));
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_EQ(window.take(), "5 3 1\n5 3 0");
+}
+
 TEST(AutoButton, IsBackAtTheNextTurnOfTheLoopWithoutAnInterval)
 {
     EventWindow window;

@@ -178,6 +178,15 @@ TEST(RateSelectWidget, LeavesTheKeyboardToTheFractions)
     EXPECT_EQ(window.focusWidget(), buttonOf(rates, "1/3"));
 }
 
+TEST(RateSelectWidget, GivesItsButtonTheLookThatItIsTold)
+{
+    KV::CRateSelectWidget rates;
+    const auto *button = rates.findChild<ZB::CSmallNormalButton *>();
+    EXPECT_EQ(button->buttonType(), ZB::NormalButtonRaised);
+    rates.setBtnType(ZB::NormalButtonAccent);
+    EXPECT_EQ(button->buttonType(), ZB::NormalButtonAccent);
+}
+
 TEST(RateSelectWidget, DoesWithoutItsParts)
 {
     EventWindow window;
