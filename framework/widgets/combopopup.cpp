@@ -40,10 +40,10 @@ void ComboPopup::open(const QRect &button, bool fitsTexts)
 {
     const int rows = std::clamp(list->count(), 1, std::max(1, metrics.mostRows));
     int width = button.width();
-    const QFontMetrics font(look.font);
-    for (int row = 0; fitsTexts && row < list->count(); ++row)
-        width = std::max(width, font.horizontalAdvance(list->item(row)->text()) +
-                                    2 * (metrics.textMargin + metrics.frame) + list->verticalScrollBar()->width());
+    if (fitsTexts) {
+        const int scrollBar = list->count() > rows ? list->verticalScrollBar()->sizeHint().width() : 0;
+        width = std::max(width, list->sizeHintForColumn(0) + scrollBar + 2 * metrics.frame);
+    }
     setFixedSize(width, rows * metrics.rowHeight + 2 * metrics.frame);
     showAt(button);
     list->setFocus();

@@ -86,6 +86,19 @@ TEST(OrderPopups, ADoubleClickInADropDownIsOneChoice)
     EXPECT_EQ(form.source->getCompactBrushSourceType(), kdservice::CompactSourceSpecial);
 }
 
+TEST(OrderPopups, ADropDownIsAsWideAsItsTextsAndAsHighAsItsRows)
+{
+    Form form;
+    EXPECT_EQ(form.dropDown()->window()->size(), QSize(130, 3 * 24 + 2 * 3));
+    form.combo->popup()->close();
+    EXPECT_TRUE(form.isDropDownGone());
+    for (int more = 3; more < 40; ++more)
+        form.combo->addItem(QStringLiteral("一个名字长得多的合约来源 %1").arg(more));
+    const QWidget *list = form.dropDown()->window();
+    EXPECT_GT(list->width(), 130);
+    EXPECT_EQ(list->height(), 32 * 24 + 2 * 3);
+}
+
 TEST(OrderPopups, EscapeAndAPressElsewhereCloseADropDownAndChooseNothing)
 {
     Form form;
