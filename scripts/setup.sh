@@ -17,6 +17,7 @@ ninja-build /usr/bin/ninja
 pkg-config /usr/bin/pkg-config
 ccache /usr/bin/ccache
 qtbase5-dev $libdir/cmake/Qt5Widgets/Qt5WidgetsConfig.cmake
+qtbase5-private-dev $libdir/cmake/Qt5AccessibilitySupport/Qt5AccessibilitySupportConfig.cmake
 libqt5sql5-sqlite $libdir/qt5/plugins/sqldrivers/libqsqlite.so
 libqt5svg5-dev $libdir/cmake/Qt5Svg/Qt5SvgConfig.cmake
 libboost-thread-dev $libdir/libboost_thread.so

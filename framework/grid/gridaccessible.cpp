@@ -21,11 +21,11 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
 
 } // namespace
 
-GridAccessible::GridAccessible(GridView *view) : QAccessibleWidget(view, QAccessible::Table) {}
+GridAccessible::GridAccessible(GridView *view) : QAccessibleWidget(view, QAccessible::Table), cells(mostKeptCells) {}
 
 GridAccessible::~GridAccessible()
 {
-    for (const QAccessible::Id id : qAsConst(cells))
+    for (const QAccessible::Id id : cells.all())
         QAccessible::deleteAccessibleInterface(id);
 }
 
@@ -87,22 +87,12 @@ QAccessibleInterface *GridAccessible::cellAt(int row, int column) const
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
         return nullptr;
     const quint64 key = static_cast<quint64>(row) << 16 | static_cast<quint64>(column);
-    const auto known = cells.constFind(key);
-    if (known != cells.constEnd())
+    if (const auto known = cells.find(key))
         return QAccessible::accessibleInterface(*known);
-    letGoOfOldest();
     auto *cell = new GridAccessibleCell(static_cast<GridView *>(object()), row, column);
-    cells.insert(key, QAccessible::registerAccessibleInterface(cell));
-    keptCells.push_back(key);
+    if (const auto oldest = cells.add(key, QAccessible::registerAccessibleInterface(cell)))
+        QAccessible::deleteAccessibleInterface(*oldest);
     return cell;
-}
-
-void GridAccessible::letGoOfOldest() const
-{
-    while (keptCells.size() >= mostKeptCells) {
-        QAccessible::deleteAccessibleInterface(cells.take(keptCells.front()));
-        keptCells.pop_front();
-    }
 }
 
 int GridAccessible::indexOfChild(const QAccessibleInterface *child) const

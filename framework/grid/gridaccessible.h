@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QtCore/QHash>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
-#include <deque>
+
+#include "rows/newestkept.h"
 
 namespace ZB {
 
@@ -61,10 +61,8 @@ private:
     int currentRow() const;
     int currentIndex() const;
     quint64 idOf(int row) const;
-    void letGoOfOldest() const;
 
-    mutable QHash<quint64, QAccessible::Id> cells; ///< by row and place of the column
-    mutable std::deque<quint64> keptCells;         ///< their keys, the oldest first
+    mutable core::NewestKept<QAccessible::Id> cells; ///< by row and place of the column
 };
 
 } // namespace ZB

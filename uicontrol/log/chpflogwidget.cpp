@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <boost/smart_ptr/make_shared.hpp>
 
+#include "log/clogaccessible.h"
 #include "zb/cuiresource.h"
 
 namespace KV {
@@ -43,6 +44,7 @@ CHpfLogWidget::CHpfLogWidget(int id, QWidget *parent)
     : ZB::CBaseWidget(parent, QStringLiteral("mqlt_tavesk_basewidget")), cache(boost::make_shared<CModelTextCache>()),
       refreshTimer(new QTimer(this)), widgetId(id)
 {
+    CLogAccessible::install();
     initDraw();
     createUi();
     applyScale();
@@ -107,8 +109,10 @@ void CHpfLogWidget::resetLayout()
     const int textWidth = geometry.textWidth();
     if (textWidth != cache->getSplitWidth() && textWidth >= narrowestWrap) {
         cache->setSplitWidth(textWidth);
-        if (cache->isAutoLine())
+        if (cache->isAutoLine()) {
             foundPlace = {}; // its row is another one now: a search goes on from what is in sight
+            ++listNumber;
+        }
     }
     drawBackground(drawRect);
 }
@@ -151,6 +155,7 @@ void CHpfLogWidget::measureAllLines()
 void CHpfLogWidget::clear()
 {
     cache->clear();
+    ++listNumber;
     followTail = true;
     topLine = 0;
     selectedLine = -1;
@@ -169,6 +174,7 @@ void CHpfLogWidget::clear()
 void CHpfLogWidget::setFilterLevel(int level)
 {
     filterLevel = level;
+    ++listNumber;
     foundPlace = {};
     knownTrimmed = cache->getState(filter()).trimmed;
     updateScroll();
@@ -304,6 +310,7 @@ void CHpfLogWidget::slotCopySelect(bool)
 void CHpfLogWidget::slotAutoLine(bool)
 {
     cache->setAutoLine(!cache->isAutoLine());
+    ++listNumber;
     setContentWidth();
     foundPlace = {};
     updateScroll();

@@ -17,6 +17,8 @@ class QMenu;
 
 namespace KV {
 
+class CLogAccessible;
+
 /// A read-only view of a log of any size: it follows the newest line until the user scrolls away, filters by level,
 /// finds, selects and copies, and wraps lines at its width. Only the visible rows are drawn, at most ten times a second
 /// for new text.
@@ -107,6 +109,8 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    friend class CLogAccessible;
+
     std::optional<int> filter() const;
     void applyScale();
     void placeBars();
@@ -125,6 +129,7 @@ private:
     std::vector<LogRow> shownRows();
     std::vector<LogRange> shownMarks(const std::vector<LogTextPtr> &pieces, std::size_t piece);
     bool isOnPage(int line) const;
+    void selectRow(int row);
     void selectUp();
     void selectDown();
     struct Searched
@@ -164,6 +169,7 @@ private:
 
     std::unique_ptr<CLogTextPlaces> places;
     CLogRowPainter rowPainter;
+    unsigned listNumber = 0;    ///< of the list that is shown, among all: after a clearing, a cutting, a filter another
     qint64 knownTrimmed = 0;    ///< pieces that had left the front of the list when it was looked at last
     bool settling = false;      ///< the bars are being set to what is known already
     bool keyboardFocus = false; ///< the focus came by keyboard: it is shown

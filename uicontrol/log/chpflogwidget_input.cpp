@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "log/chpflogwidget.h"
+#include "log/clogaccessible.h"
 #include "zb/cstylesheetcenter.h"
 
 namespace KV {
@@ -41,6 +42,17 @@ void CHpfLogWidget::mousePressEvent(QMouseEvent *event)
 bool CHpfLogWidget::isOnPage(int line) const
 {
     return line >= topLine && line <= topLine + geometry.pageLines() - 1;
+}
+
+/// Selects a row and scrolls to it as little as needed; -1 selects none.
+void CHpfLogWidget::selectRow(int row)
+{
+    selectedLine = row;
+    foundPlace = {row, -1};
+    selectAll = false;
+    if (row >= 0 && !isOnPage(row))
+        scrollTo(row < topLine ? row : row - geometry.pageLines() + 1);
+    redraw();
 }
 
 void CHpfLogWidget::selectUp()
@@ -147,6 +159,7 @@ void CHpfLogWidget::focusInEvent(QFocusEvent *event)
     keyboardFocus =
         reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
     update();
+    CLogAccessible::focusCame(this);
 }
 
 void CHpfLogWidget::focusOutEvent(QFocusEvent *)

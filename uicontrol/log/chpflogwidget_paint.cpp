@@ -1,6 +1,7 @@
 #include <QtGui/QPainter>
 
 #include "log/chpflogwidget.h"
+#include "log/clogaccessible.h"
 #include "zb/cuiresource.h"
 
 namespace KV {
@@ -27,6 +28,7 @@ void CHpfLogWidget::initDraw()
     places = std::make_unique<CLogTextPlaces>(*textFont);
     if (renewed) {
         cache->resetFont();
+        ++listNumber;
         measureAllLines();
     }
 }
@@ -64,6 +66,7 @@ void CHpfLogWidget::reDrawGraph()
 void CHpfLogWidget::redraw()
 {
     reDrawGraph();
+    CLogAccessible::tellChanges(this);
     Q_EMIT sigViewChanged();
 }
 

@@ -5,6 +5,7 @@
 #include <log4cxx/logger.h>
 
 #include "kdservice/evxtradertype.h"
+#include "order/cquotesaccessible.h"
 #include "order/cquoteshorizontallayout.h"
 #include "order/cquoteslevel2painter.h"
 #include "order/cquotesnormallayout.h"
@@ -30,6 +31,7 @@ CQuotesGraphWidget::CQuotesGraphWidget(QWidget *parent)
     : CBaseWidget(parent, QStringLiteral("mqlt_tavesk_quotepriceslist")), look(QuoteLook::fromResources()),
       digitImage(*look.numberFont, digitCell)
 {
+    CQuotesAccessible::install();
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -200,17 +202,8 @@ QuotesLayout CQuotesGraphWidget::places() const
     return {};
 }
 
-void CQuotesGraphWidget::paintEvent(QPaintEvent *)
+void CQuotesGraphWidget::draw(Painter kind)
 {
-    sincePaint.start();
-    frameTimer.stop();
-    areas.clear();
-    view.mouse = pointer();
-    const Painter kind = painterKind();
-    if (kind == Painter::None) {
-        updateHand();
-        return;
-    }
     QPainter painter(this);
     const QuotesLayout layout = places();
     view.cursor = hasFocus() ? cursorLevel : std::nullopt;
@@ -218,7 +211,18 @@ void CQuotesGraphWidget::paintEvent(QPaintEvent *)
         CQuotesNormalPainter(painter, look, layout, view, digitImage, areas).paint();
     else
         CQuotesLevel2Painter(painter, look, layout, view, digitImage, areas).paint();
+}
+
+void CQuotesGraphWidget::paintEvent(QPaintEvent *)
+{
+    sincePaint.start();
+    frameTimer.stop();
+    areas.clear();
+    view.mouse = pointer();
+    if (painterKind() != Painter::None)
+        draw(painterKind());
     updateHand();
+    CQuotesAccessible::tellChanges(this);
 }
 
 void CQuotesGraphWidget::resizeEvent(QResizeEvent *event)

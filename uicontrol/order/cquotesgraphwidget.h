@@ -18,6 +18,8 @@
 
 namespace KV {
 
+class CQuotesAccessible;
+
 /// The painted price ladder: best levels of both sides, latest price, previous close and limits of one instrument.
 ///
 /// Tells the host of clicks: 1129 (0, 0, volume) and 1128 (0, 0, price), the number with four decimals; 1127 (0, price
@@ -82,6 +84,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    friend class CQuotesAccessible;
+
     enum class Painter
     {
         None,
@@ -91,6 +95,7 @@ private:
     };
 
     Painter painterKind() const;
+    void draw(Painter kind);
     bool hasTwoLevelKinds() const;
     std::size_t levelCount() const;
     void takeLevels(std::vector<CQuoteData> &side, const std::array<double, 5> *prices,

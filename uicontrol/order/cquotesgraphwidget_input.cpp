@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <log4cxx/logger.h>
 
+#include "order/cquotesaccessible.h"
 #include "order/cquotesgraphwidget.h"
 #include "utils/clogcenter.h"
 
@@ -126,6 +127,7 @@ void CQuotesGraphWidget::focusInEvent(QFocusEvent *event)
 {
     CBaseWidget::focusInEvent(event);
     update();
+    CQuotesAccessible::focusCame(this);
 }
 
 void CQuotesGraphWidget::focusOutEvent(QFocusEvent *event)
@@ -156,6 +158,7 @@ void CQuotesGraphWidget::setCursorLevel(const std::optional<QuoteCursor> &level)
         return;
     cursorLevel = level;
     update();
+    CQuotesAccessible::cursorMoved(this);
 }
 
 /// One level up (-1) or down (1) on the screen: through both sides where they stand one below the other, within one

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "order/quotefont.h"
+#include "order/quoteslevel2.h"
 #include "zb/cuiresource.h"
 
 namespace KV {
@@ -23,13 +24,6 @@ qint64 total(const std::vector<CQuoteData> &side)
     return sum;
 }
 
-QString captionOf(EPriceType type)
-{
-    return type == PriceOpposite  ? QStringLiteral("对手价")
-           : type == PriceOwnBest ? QStringLiteral("本方最优")
-                                  : QStringLiteral("最优五档");
-}
-
 } // namespace
 
 CQuotesLevel2Painter::~CQuotesLevel2Painter() = default;
@@ -43,8 +37,8 @@ void CQuotesLevel2Painter::drawExtras()
     drawPriceTypes();
     drawCancelMarks(true);
     drawCancelMarks(false);
-    drawCancelButton(layout.cancelBuy, QStringLiteral("撤买"), view.buyOrders, *look.rise, areas.cancelButtons[0]);
-    drawCancelButton(layout.cancelSell, QStringLiteral("撤卖"), view.sellOrders, *look.fall, areas.cancelButtons[1]);
+    drawCancelButton(layout.cancelBuy, false, view.buyOrders, areas.cancelButtons[0]);
+    drawCancelButton(layout.cancelSell, true, view.sellOrders, areas.cancelButtons[1]);
     areas.cancelButtons[0].side = sideBuy;
     areas.cancelButtons[1].side = sideSell;
 }
@@ -84,20 +78,20 @@ void CQuotesLevel2Painter::drawPriceTypes()
     for (const QuotePriceTypePlace &place : layout.priceTypes) {
         areas.priceTypes.push_back({place.rect, place.type});
         drawButton(place.rect, *look.buttonBorder);
-        drawCentred(place.rect, captionOf(place.type), *look.buttonText);
+        drawCentred(place.rect, quoteslevel2::captionOf(place.type), *look.buttonText);
     }
 }
 
 /// The number of orders stands behind the caption, which stays when a number is too long for the button; without any
 /// there is nothing to cancel, and no colour says so.
-void CQuotesLevel2Painter::drawCancelButton(const QRect &rect, const QString &caption, qint64 orders,
-                                            const QColor &side, QuoteClickAreas::Cancel &area)
+void CQuotesLevel2Painter::drawCancelButton(const QRect &rect, bool sell, qint64 orders, QuoteClickAreas::Cancel &area)
 {
     area.rect = rect;
+    const QColor &side = sell ? *look.fall : *look.rise;
     drawButton(rect, orders > 0 ? side : *look.buttonBorder);
-    const QString text = QStringLiteral("%1 %2").arg(caption).arg(orders);
+    const QString text = quoteslevel2::cancelText(sell, orders);
     const bool isShown = QuoteFont::fit(text, *look.nameFont, rect.width()).text == text;
-    drawCentred(rect, isShown ? text : QStringLiteral("%1 ###").arg(caption), *look.buttonText);
+    drawCentred(rect, isShown ? text : quoteslevel2::cancelCaption(sell) + QStringLiteral(" ###"), *look.buttonText);
 }
 
 /// A cross at the outer end of each level that has a price.

@@ -17,8 +17,7 @@ protected:
 private:
     void drawBalance();
     void drawPriceTypes();
-    void drawCancelButton(const QRect &rect, const QString &caption, qint64 orders, const QColor &side,
-                          QuoteClickAreas::Cancel &area);
+    void drawCancelButton(const QRect &rect, bool sell, qint64 orders, QuoteClickAreas::Cancel &area);
     void drawCancelMarks(bool ask);
     void drawButton(const QRect &rect, const QColor &border);
 };

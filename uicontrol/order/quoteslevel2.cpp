@@ -42,5 +42,22 @@ std::vector<QuotePriceTypePlace> priceTypes(const QRect &rect)
     return {{parts[0], PriceOpposite}, {parts[1], PriceBestFive}, {parts[2], PriceOwnBest}};
 }
 
+QString captionOf(EPriceType type)
+{
+    return type == PriceOpposite  ? QStringLiteral("对手价")
+           : type == PriceOwnBest ? QStringLiteral("本方最优")
+                                  : QStringLiteral("最优五档");
+}
+
+QString cancelCaption(bool sell)
+{
+    return sell ? QStringLiteral("撤卖") : QStringLiteral("撤买");
+}
+
+QString cancelText(bool sell, qint64 orders)
+{
+    return QStringLiteral("%1 %2").arg(cancelCaption(sell)).arg(orders);
+}
+
 } // namespace quoteslevel2
 } // namespace KV

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QString>
+
 #include "order/quoteslayout.h"
 
 namespace KV {
@@ -21,6 +23,11 @@ int fittingPitch(int room, int rows, const QuotesMetrics &metrics);
 std::vector<QRect> split(const QRect &rect, int count);
 /// Three price types side by side.
 std::vector<QuotePriceTypePlace> priceTypes(const QRect &rect);
+/// What a price type's button says; one of those three.
+QString captionOf(EPriceType type);
+/// What a cancel button does, and with how many orders it would do it.
+QString cancelCaption(bool sell);
+QString cancelText(bool sell, qint64 orders);
 
 } // namespace quoteslevel2
 

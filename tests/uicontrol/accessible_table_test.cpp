@@ -1,0 +1,116 @@
+#include <QtGui/QAccessible>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <gtest/gtest.h>
+
+#include "accessibleevents.h"
+#include "uicontrol/tablewindow.h"
+
+using namespace testrecords;
+
+namespace {
+
+/// A million rows that are worked out when they are asked for: the reads are the grid's own.
+class MillionRows : public ZB::GridSource
+{
+public:
+    static constexpr qint64 million = 1'000'000;
+
+    quint64 revision() const override { return 1; }
+    quint64 epoch() const override { return 1; }
+    qint64 rowCount() const override { return million; }
+    void fetch(qint64 first, int count, ZB::GridWindow &window) override
+    {
+        window.rowCount = million;
+        window.first = firstFetched = first;
+        window.rows.clear();
+        for (qint64 row = first; row < std::min(first + count, million); ++row)
+            window.rows.push_back({idAt(row), 0});
+    }
+    void refetch(ZB::GridWindow &) override {}
+    qint64 rowOf(ZB::GridRowId id) const override { return id > million ? -1 : static_cast<qint64>(id) - 1; }
+    void rowIds(qint64 first, qint64 count, std::vector<ZB::GridRowId> &ids) const override
+    {
+        for (qint64 row = first; row < std::min(first + count, million); ++row)
+            ids.push_back(idAt(row));
+    }
+    void content(int windowRow, int column, ZB::GridContent &content) override
+    {
+        content.text = cellText(firstFetched + windowRow, column);
+    }
+    QString cellText(qint64 row, int column) const override { return QStringLiteral("%1.%2").arg(row).arg(column); }
+    int columnCount() const override { return 20; }
+    QString headerText(int column) const override { return QStringLiteral("Head %1").arg(column); }
+
+private:
+    static ZB::GridRowId idAt(qint64 row) { return static_cast<ZB::GridRowId>(row + 1); }
+
+    qint64 firstFetched = 0;
+};
+
+using AccessibleTable = TableWindow;
+
+} // namespace
+
+TEST_F(AccessibleTable, TellsRowsThatComeTheCurrentCellAndTheSelection)
+{
+    if (!AccessibleEvents::areHeard())
+        GTEST_SKIP() << "built without Qt's inner headers: nobody can listen";
+    QApplication::setActiveWindow(window.get());
+    grid()->setFocus();
+    AccessibleEvents events(grid());
+    table->updateDatas(std::vector<RecordPtr>{fullTicket("a", 1), fullTicket("b", 2)}, true);
+    settle();
+    EXPECT_EQ(events.take(), "rows reset") << "once for both";
+    table->updateData(fullTicket("a", 3), true);
+    settle();
+    EXPECT_EQ(events.take(), "") << "as many rows as before";
+    QTest::keyClick(grid(), Qt::Key_Down);
+    grid()->refreshNow();
+    EXPECT_EQ(events.take(), "focus 0; selection");
+    QTest::keyClick(grid(), Qt::Key_Down);
+    grid()->refreshNow();
+    EXPECT_EQ(events.take(), "focus 8; selection");
+    QTest::keyClick(grid(), Qt::Key_Right);
+    grid()->refreshNow();
+    EXPECT_EQ(events.take(), "focus 9");
+    table->updateData(fullTicket("c", 1), true);
+    settle();
+    EXPECT_EQ(events.take(), "rows reset");
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
+    EXPECT_EQ(seen->tableInterface()->rowCount(), 3);
+    EXPECT_EQ(seen->focusChild()->tableCellInterface()->columnIndex(), 1);
+}
+
+TEST(AccessibleGrid, OfAMillionRowsAnswersEveryReadWithinAMillisecond)
+{
+    MillionRows source;
+    ZB::GridView view;
+    view.setSource(&source);
+    view.resize(600, 400);
+    view.show();
+    view.refreshNow();
+    view.setCurrent(700'000, 3);
+    view.refreshNow();
+    QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(&view);
+    QAccessibleTableInterface *table = grid->tableInterface();
+    ASSERT_EQ(table->rowCount(), MillionRows::million);
+    ASSERT_EQ(table->cellAt(999'999, 19)->text(QAccessible::Name), QStringLiteral("999999.19"));
+    ASSERT_EQ(table->selectedRows(), QList<int>{699'999});
+    int row = 0;
+    EXPECT_LT(millisecondsOf([&] { table->cellAt(row += 19'000, 7)->text(QAccessible::Name); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->cellAt(699'999, 3)->state(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->cellAt(699'999, 3)->rect(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->columnDescription(19); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->rowCount(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { grid->childCount(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->selectedRows(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->selectedCells(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { grid->focusChild(); }), 1);
+    view.selectAll();
+    view.refreshNow();
+    EXPECT_LT(millisecondsOf([&] { table->selectedRowCount(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->isRowSelected(123'456); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->cellAt(123'456, 0)->state(); }), 1);
+    EXPECT_LT(millisecondsOf([&] { table->selectedCells(); }), 1) << "those on the screen";
+}
