@@ -1,8 +1,9 @@
+#include "pagemodel/pagefilterwork.h"
+
 #include <unordered_map>
 #include <utility>
 
 #include "pagemodel/pagemodelcore.h"
-#include "pagemodel/pagework.h"
 
 namespace KV {
 

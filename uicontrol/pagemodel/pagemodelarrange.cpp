@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "pagemodel/pagefilterwork.h"
 #include "pagemodel/pagemodelcore.h"
+#include "pagemodel/pagesortwork.h"
 
 namespace KV {
 

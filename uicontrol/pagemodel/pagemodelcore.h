@@ -7,6 +7,9 @@
 #include <vector>
 
 #include "pagemodel/cupdatepagedataresult.h"
+#include "pagemodel/pagefilter.h"
+#include "pagemodel/pagelist.h"
+#include "pagemodel/pagestatistics.h"
 #include "pagemodel/pagework.h"
 
 namespace KV {

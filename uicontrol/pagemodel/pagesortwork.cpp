@@ -1,8 +1,9 @@
+#include "pagemodel/pagesortwork.h"
+
 #include <algorithm>
 #include <utility>
 
 #include "pagemodel/pagemodelcore.h"
-#include "pagemodel/pagework.h"
 
 namespace KV {
 
