@@ -485,6 +485,30 @@ TEST(PageModelRules, RecordsAreDestroyedWithoutTheLock)
     EXPECT_EQ(destroyed, "aaab");
 }
 
+/// What a page holds is the host's to change; the model sees it when it is handed in again.
+TEST(PageModelRules, ARecordStaysTheModelsWhenItsPageGetsAnother)
+{
+    Model model;
+    std::string destroyed;
+    const auto record = [&destroyed](const char *key) {
+        return boost::make_shared<PlainRecord>(key, kdservice::hashOfKey(key), [&destroyed, key] { destroyed += key; });
+    };
+    model.addData(record("a"));
+    const auto page = model.getData(0);
+    page->setIData(record("a"));
+    EXPECT_EQ(destroyed, "");
+    EXPECT_EQ(model.getMenuItems(TextColumn).size(), 1);
+    model.addData(page);
+    EXPECT_EQ(destroyed, "a");
+    page->setIData(nullptr);
+    model.sortByColumnID(TextColumn, 1);
+    model.filterColumn({});
+    EXPECT_FALSE(model.addData(page));
+    EXPECT_EQ(model.size(), 1);
+    model.clear();
+    EXPECT_EQ(destroyed, "aa");
+}
+
 TEST(PageModelRules, APageWithoutRowsReportsNothingAndOddPagesAreHarmless)
 {
     Model model;

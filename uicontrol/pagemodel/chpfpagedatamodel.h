@@ -185,8 +185,8 @@ public:
                                OriginData &origin) const;
     /// @}
 
-    /// @name Sums over the visible list; the largest value of the type for columns without. Enabling one reads the column
-    /// of every visible record, in one go.
+    /// @name Sums over the visible list; the largest value of the type for columns without. Enabling one reads the
+    /// column of every visible record, in one go.
     /// @{
     void setColumnStatEnable(int column, bool enable);
     int getStatColumnInt(int column) const;

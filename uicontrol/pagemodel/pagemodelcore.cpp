@@ -43,7 +43,7 @@ PageModelCore::Result PageModelCore::addData(const Page &page)
 
 void PageModelCore::replace(quint32 slot, const Page &page)
 {
-    remains.page = rows[slot].page;
+    keepRemains(slot);
     rows.replace(slot, page);
 }
 
@@ -115,7 +115,7 @@ void PageModelCore::removeData(quint32 slot)
     removeStatColumnData(slot);
     visible.erase(slot);
     all.erase(slot);
-    remains.page = rows[slot].page;
+    keepRemains(slot);
     rows.remove(slot);
     countChanged = true;
 }

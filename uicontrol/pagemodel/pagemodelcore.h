@@ -33,8 +33,8 @@ public:
     Result addData(const Page &page);
     void removeData(quint32 slot);
     void clear();
-    /// Columns or trader type have changed: the sums are taken anew, and the present sort is asked for anew. No work may be
-    /// under way.
+    /// Columns or trader type have changed: the sums are taken anew, and the present sort is asked for anew. No work
+    /// may be under way.
     void columnsChanged();
     void setColumnStatEnable(int column, bool enable);
     /// @}
@@ -94,7 +94,7 @@ public:
     /// Host records are destroyed by who drops this last.
     struct Remains
     {
-        Page page;                      ///< of a record that was replaced or removed
+        PageRow row;                    ///< that was replaced or removed
         std::unique_ptr<PageRows> rows; ///< that were cleared
     };
     Remains takeRemains() { return std::exchange(remains, {}); }
@@ -134,6 +134,7 @@ private:
     void placeInAll(quint32 slot);
     void coverInAll(quint32 slot);
     void replace(quint32 slot, const Page &page);
+    void keepRemains(quint32 slot) { remains.row = rows[slot]; }
     /// Whether a record that has changed stands between its neighbours no longer; then relocate…() moves it and tells
     /// the new index, -1 for one that stays.
     bool needRelocate(int index) const { return visible.isMisplaced(index, visibleComparator); }

@@ -46,9 +46,9 @@ void PageRows::take(quint32 slot, const boost::shared_ptr<CHpfPageData> &page)
 {
     PageRow &row = rows[slot];
     row.page = page;
-    row.record = page->getIData().get();
-    row.order = dynamic_cast<const kdservice::COrderDetailV2 *>(row.record);
-    row.deal = row.order ? nullptr : dynamic_cast<const kdservice::CDealDetailV2 *>(row.record);
+    row.record = page->getIData();
+    row.order = dynamic_cast<const kdservice::COrderDetailV2 *>(row.record.get());
+    row.deal = row.order ? nullptr : dynamic_cast<const kdservice::CDealDetailV2 *>(row.record.get());
     row.entrySequence = row.order ? row.order->entrySequence() : row.deal ? row.deal->entrySequence() : 0;
 }
 

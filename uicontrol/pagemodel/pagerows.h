@@ -19,7 +19,7 @@ namespace KV {
 struct PageRow
 {
     boost::shared_ptr<CHpfPageData> page;
-    const kdservice::IData *record = nullptr;         ///< the page record's, kept by it
+    boost::shared_ptr<kdservice::IData> record; ///< as it was handed in: the host may put another one into the page
     const kdservice::COrderDetailV2 *order = nullptr; ///< the record as an order, null when it is none
     const kdservice::CDealDetailV2 *deal = nullptr;
     int entrySequence = 0; ///< breaks ties among orders and among deals

@@ -38,7 +38,7 @@ void PageSortKeys::capture(quint32 slot, const PageColumns &columns)
     if (key.keyKept)
         keptKeys.erase(slot);
     key = PageSortKey();
-    key.record = row.record;
+    key.record = row.record.get();
     key.entrySequence = row.entrySequence;
     key.kind = row.order ? PageSortKey::Kind::Order : row.deal ? PageSortKey::Kind::Deal : PageSortKey::Kind::Other;
     if (column == codeColumn && row.order)
