@@ -181,6 +181,22 @@ TEST(AccessibleLadder, TheKeyboardsLevelIsTheSelectedRow)
     EXPECT_EQ(table->selectedRowCount(), 0);
 }
 
+TEST(AccessibleLadder, TheKeyboardsButtonHasTheFocus)
+{
+    LadderWindow window(QuoteLevel2Vertical);
+    window.give(plainQuote());
+    window.press(Qt::Key_End);
+    window.press(Qt::Key_Down);
+    window.press(Qt::Key_Down);
+    EXPECT_EQ(seen(window)->focusChild(), button(window, QStringLiteral("最优五档")));
+    EXPECT_TRUE(seen(window)->focusChild()->state().focused);
+    EXPECT_FALSE(button(window, QStringLiteral("对手价"))->state().focused);
+    EXPECT_TRUE(seen(window)->tableInterface()->selectedRows().isEmpty());
+    window.list->setQuoteType(QuoteNormal);
+    window.settle();
+    EXPECT_EQ(seen(window)->focusChild(), nullptr);
+}
+
 TEST(AccessibleLadder, TellsWhatChangedAndNothingElse)
 {
     if (!AccessibleEvents::areHeard())

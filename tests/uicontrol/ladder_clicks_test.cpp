@@ -384,3 +384,95 @@ TEST(LadderKeys, GoFromSideToSideWhereTheyStandSideBySide)
     EXPECT_EQ(window.takeEvents().toStdString(),
               "1128 0 0 10.0400 | 1128 0 0 10.0700 | 1128 0 0 10.0600 | 1128 0 0 10.0500");
 }
+
+TEST(LadderKeys, GoOnThroughTheButtonsBelowTheLevels)
+{
+    const QRgb current = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_table_current_cell"))->rgb();
+    for (const EQuoteType layout : {QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
+        LadderWindow window(layout);
+        window.press(Qt::Key_Down);
+        window.press(Qt::Key_Return);
+        EXPECT_EQ(window.takeEvents().toStdString(), "1127 0 1 ") << "buttons need no quote";
+        window.give(plainQuote());
+        window.press(Qt::Key_End);
+        const QuotesLayout places = window.places();
+        const auto frameOf = [&](const QRect &rect) { return window.picture().pixel(rect.topLeft()); };
+        EXPECT_NE(frameOf(places.priceTypes[0].rect), current);
+        window.press(Qt::Key_Down);
+        EXPECT_EQ(frameOf(places.priceTypes[0].rect), current);
+        EXPECT_NE(frameOf(places.priceTypes[1].rect), current);
+        window.press(Qt::Key_Return);
+        window.press(Qt::Key_Right);
+        window.press(Qt::Key_Space);
+        window.press(Qt::Key_Right);
+        window.press(Qt::Key_Enter);
+        EXPECT_EQ(window.takeEvents().toStdString(), "1127 0 1  | 1127 0 3  | 1127 0 2 ");
+        window.press(Qt::Key_Down);
+        EXPECT_EQ(frameOf(places.cancelBuy), current);
+        window.press(Qt::Key_Return);
+        for (int i = 0; i < 3; ++i)
+            window.press(Qt::Key_Right);
+        EXPECT_EQ(frameOf(places.cancelSell), current) << "there is none beyond";
+        window.press(Qt::Key_Return);
+        window.press(Qt::Key_Left);
+        window.press(Qt::Key_Return);
+        EXPECT_EQ(window.takeEvents().toStdString(), "1243 0 48 600519.SH | 1243 0 49 600519.SH | 1243 0 48 600519.SH");
+        for (int i = 0; i < 4; ++i)
+            window.press(Qt::Key_Up);
+        window.press(Qt::Key_Return);
+        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0100") << "and back to the levels";
+
+        window.press(Qt::Key_Down);
+        window.list->setQuoteType(QuoteNormal);
+        window.settle();
+        window.press(Qt::Key_Return);
+        EXPECT_EQ(window.takeEvents().toStdString(), "") << "this layout has no buttons";
+        window.press(Qt::Key_Up);
+        window.press(Qt::Key_Return);
+        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0600");
+    }
+}
+
+TEST(LadderKeys, TheSpaceBarTakesTheVolumeAndDeleteTheOrdersOfTheLevel)
+{
+    LadderWindow window(QuoteLevel2Vertical);
+    quoter::QuoterAllData quote = plainQuote();
+    quote.askVolumes[1] = 2147483647;
+    window.give(quote);
+    window.press(Qt::Key_Space);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Delete);
+    EXPECT_EQ(window.takeEvents().toStdString(), "") << "nothing before the cursor, no marks that cancel";
+    window.press(Qt::Key_Space);
+    window.list->setShowCancelOrder(true);
+    window.settle();
+    window.press(Qt::Key_Delete);
+    window.press(Qt::Key_Up);
+    window.press(Qt::Key_Space);
+    window.press(Qt::Key_Delete);
+    window.press(Qt::Key_End);
+    window.press(Qt::Key_Delete);
+    EXPECT_EQ(window.takeEvents().toStdString(),
+              "1129 0 0 100.0000 | 1243 1 49 600519.SH | 1243 2 49 600519.SH | 1243 5 48 600519.SH");
+}
+
+TEST(LadderKeys, AFocusThatCameByKeyboardIsFramed)
+{
+    ZB::CUiResource *resources = ZB::CUiResource::instance();
+    const QRgb framed = resources->getColor(QStringLiteral("clr_table_current_cell"))->rgb();
+    const QRgb border = resources->getColor(QStringLiteral("clr_quote_border_line"))->rgb();
+    LadderWindow window;
+    window.give(plainQuote());
+    const auto edge = [&] { return window.picture().pixel(0, window.graph->height() / 2); };
+    EXPECT_EQ(edge(), border);
+    window.graph->clearFocus();
+    window.graph->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(edge(), framed);
+    window.click({3, 3});
+    EXPECT_EQ(edge(), border) << "the mouse goes on";
+    window.graph->clearFocus();
+    window.graph->setFocus(Qt::BacktabFocusReason);
+    EXPECT_EQ(edge(), framed);
+    window.graph->clearFocus();
+    EXPECT_EQ(edge(), border);
+}

@@ -57,7 +57,7 @@ QAccessible::State AccessibleItem::state() const
     state.disabled = !owner->isEnabled();
     state.readOnly = isCell;
     state.selectable = isCell;
-    state.focusable = isCell;
+    state.focusable = true;
     state.selected = isSelected();
     state.focused = owner->hasFocus() && items()->currentIndex() == index();
     state.offscreen = rect().isEmpty();

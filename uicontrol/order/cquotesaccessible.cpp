@@ -142,9 +142,12 @@ QAccessibleInterface *CQuotesAccessible::childAt(int x, int y) const
     return nullptr;
 }
 
-/// The keyboard stands on a level; what it takes is its price.
+/// Of a level that the keyboard stands on, the price: that is what it takes.
 int CQuotesAccessible::currentIndex() const
 {
+    const int button = ladder().cursorLevel ? ladder().cursorLevel->button : 0;
+    if (button > 0)
+        return button <= static_cast<int>(buttons().size()) ? rowCount() * columnCount() + button - 1 : -1;
     const QList<int> selected = selectedRows();
     return selected.isEmpty() ? -1 : selected.front() * columnCount() + Price;
 }

@@ -14,7 +14,6 @@ namespace {
 /// Keys of buttons lie above those of cells.
 constexpr int buttonKindBit = 32;
 constexpr int buttonSideBit = 16;
-constexpr int sellSide = 49;
 
 /// What a value has of its row.
 QRect roomOf(const QuoteValuePlace &place)
@@ -105,7 +104,7 @@ QString CQuotesAccessible::buttonText(const Button &button) const
 {
     if (button.kind == Button::PriceType)
         return quoteslevel2::captionOf(static_cast<EPriceType>(button.type.type));
-    const bool isSell = button.cancel.side == sellSide;
+    const bool isSell = button.cancel.side == QuoteClickAreas::Cancel::selling;
     if (button.kind == Button::CancelLevel)
         return QStringLiteral("撤单 %1").arg(captionOf({isSell, button.cancel.level - 1}));
     return isSell ? quoteslevel2::cancelText(true, view().sellOrders)

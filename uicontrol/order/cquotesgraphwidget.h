@@ -24,7 +24,8 @@ class CQuotesAccessible;
 ///
 /// Tells the host of clicks: 1129 (0, 0, volume) and 1128 (0, 0, price), the number with four decimals; 1127 (0, price
 /// type); 1243 (level or 0 for all, 48 buying or 49 selling, stock code). With the keyboard, the arrows, Home and End
-/// move a cursor over the levels, Return takes the price under it as a click does, Escape puts it away.
+/// move a cursor over the levels and the buttons below them, Escape puts it away. Return takes the level's price as a
+/// click does, the space bar its volume, Delete its orders where marks do; on a button both the first press it.
 ///
 /// GUI thread. Snapshots are kept alive while they are shown; however many come, each frame draws the last one.
 class UICONTROL_API CQuotesGraphWidget : public ZB::CBaseWidget
@@ -111,10 +112,15 @@ private:
     bool deliverPriceType(int type, const char *handler);
     bool deliverCancel(const QuoteClickAreas::Cancel &cancel);
 
+    void setFramed(bool framed);
     void setCursorLevel(const std::optional<QuoteCursor> &level);
+    int buttonCount() const;
+    std::vector<QuoteCursor> levelsWithPrice() const;
     std::optional<QuoteCursor> stepped(int direction) const;
-    std::optional<QuoteCursor> onOtherSide(bool ask) const;
-    std::vector<QuoteCursor> reachable() const;
+    std::optional<QuoteCursor> beside(int direction) const;
+    bool moveCursor(int key);
+    bool takeAtCursor(int key);
+    void pressButton(int button);
 
     int tradeType = 1;
     int quoteType = QuoteNormal;

@@ -1,13 +1,10 @@
 #include <QtCore/QPointer>
 #include <QtGui/QCursor>
-#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QApplication>
-#include <algorithm>
 #include <fmt/format.h>
 #include <log4cxx/logger.h>
 
-#include "order/cquotesaccessible.h"
 #include "order/cquotesgraphwidget.h"
 #include "utils/clogcenter.h"
 
@@ -66,6 +63,7 @@ void CQuotesGraphWidget::mouseReleaseEvent(QMouseEvent *event)
     CBaseWidget::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton)
         return;
+    setFramed(false);
     event->accept(); // what nobody accepts goes on to the parent, and is looked at again after a handler destroyed this
     const QuoteClickAreas::Hit hit = areas.at(event->pos());
     if (hit.volume && !deliverVolume(*hit.volume))
@@ -121,126 +119,6 @@ void CQuotesGraphWidget::updateHand()
     const bool isHand = view.mouse && areas.contains(*view.mouse);
     if (isHand != (cursor().shape() == Qt::PointingHandCursor))
         setCursor(isHand ? Qt::PointingHandCursor : Qt::ArrowCursor);
-}
-
-void CQuotesGraphWidget::focusInEvent(QFocusEvent *event)
-{
-    CBaseWidget::focusInEvent(event);
-    update();
-    CQuotesAccessible::focusCame(this);
-}
-
-void CQuotesGraphWidget::focusOutEvent(QFocusEvent *event)
-{
-    CBaseWidget::focusOutEvent(event);
-    update();
-}
-
-/// The levels with a price, from the highest ask to the lowest bid.
-std::vector<QuoteCursor> CQuotesGraphWidget::reachable() const
-{
-    std::vector<QuoteCursor> levels;
-    const auto add = [&](bool ask, int level) {
-        const CQuoteData *quote = view.level({ask, level});
-        if (quote && quotevalue::isPrice(quote->price))
-            levels.push_back({ask, level});
-    };
-    for (int i = QuotesLayout::levels - 1; i >= 0; --i)
-        add(true, i);
-    for (int i = 0; i < QuotesLayout::levels; ++i)
-        add(false, i);
-    return levels;
-}
-
-void CQuotesGraphWidget::setCursorLevel(const std::optional<QuoteCursor> &level)
-{
-    if (cursorLevel == level)
-        return;
-    cursorLevel = level;
-    update();
-    CQuotesAccessible::cursorMoved(this);
-}
-
-/// One level up (-1) or down (1) on the screen: through both sides where they stand one below the other, within one
-/// side where they stand side by side. Starts at the best level of the side to which the arrow points.
-std::optional<QuoteCursor> CQuotesGraphWidget::stepped(int direction) const
-{
-    std::vector<QuoteCursor> levels = reachable();
-    const bool sideBySide = painterKind() == Painter::Horizontal;
-    if (sideBySide) {
-        const bool ask = cursorLevel && cursorLevel->ask;
-        levels.erase(std::remove_if(levels.begin(), levels.end(), [&](const QuoteCursor &at) { return at.ask != ask; }),
-                     levels.end());
-        std::sort(levels.begin(), levels.end(),
-                  [](const QuoteCursor &a, const QuoteCursor &b) { return a.level < b.level; });
-    }
-    if (levels.empty())
-        return std::nullopt;
-    const auto at = cursorLevel ? std::find(levels.begin(), levels.end(), *cursorLevel) : levels.end();
-    if (at == levels.end()) {
-        const bool ask = direction < 0;
-        const auto best = std::find_if(levels.begin(), levels.end(),
-                                       [&](const QuoteCursor &level) { return level.ask == ask && level.level == 0; });
-        return best == levels.end() ? levels.front() : *best;
-    }
-    const auto last = static_cast<std::ptrdiff_t>(levels.size()) - 1;
-    return levels[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at - levels.begin() + direction, 0, last))];
-}
-
-std::optional<QuoteCursor> CQuotesGraphWidget::onOtherSide(bool ask) const
-{
-    const QuoteCursor wanted{ask, cursorLevel ? cursorLevel->level : 0};
-    const CQuoteData *quote = view.level(wanted);
-    return quote && quotevalue::isPrice(quote->price) ? wanted : cursorLevel;
-}
-
-void CQuotesGraphWidget::keyPressEvent(QKeyEvent *event)
-{
-    const std::vector<QuoteCursor> levels = reachable();
-    const bool sideBySide = painterKind() == Painter::Horizontal;
-    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (!plain || painterKind() == Painter::None) {
-        CBaseWidget::keyPressEvent(event);
-        return;
-    }
-    switch (event->key()) {
-    case Qt::Key_Up:
-        setCursorLevel(stepped(-1));
-        return;
-    case Qt::Key_Down:
-        setCursorLevel(stepped(1));
-        return;
-    case Qt::Key_Home:
-        if (!levels.empty())
-            setCursorLevel(levels.front());
-        return;
-    case Qt::Key_End:
-        if (!levels.empty())
-            setCursorLevel(levels.back());
-        return;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-        if (!sideBySide)
-            break;
-        setCursorLevel(onOtherSide(event->key() == Qt::Key_Right));
-        return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter: {
-        const CQuoteData *quote = cursorLevel ? view.level(*cursorLevel) : nullptr;
-        if (!quote || !quotevalue::isPrice(quote->price))
-            break;
-        deliverPrice(quote->price, "keyPressEvent");
-        return;
-    }
-    case Qt::Key_Escape:
-        if (!cursorLevel)
-            break;
-        setCursorLevel(std::nullopt);
-        return;
-    default:
-        break;
-    }
-    CBaseWidget::keyPressEvent(event);
 }
 
 } // namespace KV

@@ -12,8 +12,10 @@ using namespace quotevalue;
 
 namespace {
 
-constexpr int sideBuy = 48;
-constexpr int sideSell = 49;
+int sideOf(bool selling)
+{
+    return selling ? QuoteClickAreas::Cancel::selling : QuoteClickAreas::Cancel::buying;
+}
 
 /// The sum of the volumes that count; exact, five ints at most.
 qint64 total(const std::vector<CQuoteData> &side)
@@ -37,10 +39,8 @@ void CQuotesLevel2Painter::drawExtras()
     drawPriceTypes();
     drawCancelMarks(true);
     drawCancelMarks(false);
-    drawCancelButton(layout.cancelBuy, false, view.buyOrders, areas.cancelButtons[0]);
-    drawCancelButton(layout.cancelSell, true, view.sellOrders, areas.cancelButtons[1]);
-    areas.cancelButtons[0].side = sideBuy;
-    areas.cancelButtons[1].side = sideSell;
+    drawCancelButton(layout.cancelBuy, false, view.buyOrders);
+    drawCancelButton(layout.cancelSell, true, view.sellOrders);
 }
 
 /// How the volumes of both sides stand to each other: in words, and as a bar of two colours.
@@ -66,29 +66,32 @@ void CQuotesLevel2Painter::drawBalance()
                      QStringLiteral("卖 %1%").arg(100 - percent));
 }
 
-void CQuotesLevel2Painter::drawButton(const QRect &rect, const QColor &border)
+void CQuotesLevel2Painter::drawButton(const QRect &rect, int number, const QColor &border)
 {
-    painter.fillRect(rect, isHovered(rect) ? *look.buttonHover : *look.button);
-    painter.setPen(border);
+    const bool isCurrent = view.cursor && view.cursor->button == number;
+    painter.fillRect(rect, isHovered(rect) || isCurrent ? *look.buttonHover : *look.button);
+    painter.setPen(isCurrent ? *look.cursor : border);
     painter.drawRect(rect.adjusted(0, 0, -1, -1));
 }
 
 void CQuotesLevel2Painter::drawPriceTypes()
 {
+    int number = 0;
     for (const QuotePriceTypePlace &place : layout.priceTypes) {
         areas.priceTypes.push_back({place.rect, place.type});
-        drawButton(place.rect, *look.buttonBorder);
+        drawButton(place.rect, ++number, *look.buttonBorder);
         drawCentred(place.rect, quoteslevel2::captionOf(place.type), *look.buttonText);
     }
 }
 
 /// The number of orders stands behind the caption, which stays when a number is too long for the button; without any
 /// there is nothing to cancel, and no colour says so.
-void CQuotesLevel2Painter::drawCancelButton(const QRect &rect, bool sell, qint64 orders, QuoteClickAreas::Cancel &area)
+void CQuotesLevel2Painter::drawCancelButton(const QRect &rect, bool sell, qint64 orders)
 {
-    area.rect = rect;
+    areas.cancelButtons[sell ? 1 : 0] = {rect, sideOf(sell), 0};
     const QColor &side = sell ? *look.fall : *look.rise;
-    drawButton(rect, orders > 0 ? side : *look.buttonBorder);
+    const int number = static_cast<int>(layout.priceTypes.size()) + (sell ? 2 : 1);
+    drawButton(rect, number, orders > 0 ? side : *look.buttonBorder);
     const QString text = quoteslevel2::cancelText(sell, orders);
     const bool isShown = QuoteFont::fit(text, *look.nameFont, rect.width()).text == text;
     drawCentred(rect, isShown ? text : quoteslevel2::cancelCaption(sell) + QStringLiteral(" ###"), *look.buttonText);
@@ -103,7 +106,7 @@ void CQuotesLevel2Painter::drawCancelMarks(bool ask)
         const QRect &rect = rows[i].cancel;
         if (rect.isEmpty() || !isPrice(side[i].price))
             continue;
-        areas.cancels.push_back({rect, ask ? sideSell : sideBuy, static_cast<int>(i) + 1});
+        areas.cancels.push_back({rect, sideOf(ask), static_cast<int>(i) + 1});
         if (isHovered(rect))
             painter.fillRect(rect, *look.hover);
         const int half = ZB::scaled(3);

@@ -17,9 +17,10 @@ protected:
 private:
     void drawBalance();
     void drawPriceTypes();
-    void drawCancelButton(const QRect &rect, bool sell, qint64 orders, QuoteClickAreas::Cancel &area);
+    void drawCancelButton(const QRect &rect, bool sell, qint64 orders);
     void drawCancelMarks(bool ask);
-    void drawButton(const QRect &rect, const QColor &border);
+    /// number: as the cursor counts buttons.
+    void drawButton(const QRect &rect, int number, const QColor &border);
 };
 
 } // namespace KV

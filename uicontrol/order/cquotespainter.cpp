@@ -37,6 +37,10 @@ void CQuotesPainter::paint()
     drawSummary();
     if (!view.age.isEmpty())
         drawAge();
+    if (view.framed) {
+        painter.setPen(*look.cursor);
+        painter.drawRect(layout.frame.adjusted(0, 0, -1, -1));
+    }
 }
 
 void CQuotesPainter::drawGround()

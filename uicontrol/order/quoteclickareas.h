@@ -23,9 +23,12 @@ struct UICONTROL_API QuoteClickAreas
         QRect rect;
         double value = 0;
     };
-    /// side: 48 for buying, 49 for selling. level: from 1; 0 for all levels.
+    /// level: from 1; 0 for all levels.
     struct Cancel
     {
+        static constexpr int buying = 48;
+        static constexpr int selling = 49;
+
         QRect rect;
         int side = 0;
         int level = 0;

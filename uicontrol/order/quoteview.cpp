@@ -12,8 +12,8 @@ void QuoteView::clearQuote()
 const CQuoteData *QuoteView::level(const QuoteCursor &at) const
 {
     const std::vector<CQuoteData> &side = at.ask ? asks : bids;
-    return at.level >= 0 && static_cast<std::size_t>(at.level) < side.size() ? &side[static_cast<std::size_t>(at.level)]
-                                                                             : nullptr;
+    const bool isThere = at.button == 0 && at.level >= 0 && static_cast<std::size_t>(at.level) < side.size();
+    return isThere ? &side[static_cast<std::size_t>(at.level)] : nullptr;
 }
 
 } // namespace KV
