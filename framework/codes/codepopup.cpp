@@ -7,6 +7,7 @@
 #include <QtGui/QWheelEvent>
 #include <algorithm>
 
+#include "popups/clickguard.h"
 #include "popups/popupframe.h"
 #include "zb/cuiresource.h"
 
@@ -161,8 +162,10 @@ void CodePopup::mouseMoveEvent(QMouseEvent *event)
 void CodePopup::mousePressEvent(QMouseEvent *event)
 {
     const int hit = hitAt(event->pos());
-    if (hit >= 0 && event->button() == Qt::LeftButton)
-        Q_EMIT sigChosen(hit);
+    if (hit < 0 || event->button() != Qt::LeftButton)
+        return;
+    ClickGuard::startAt(event->globalPos());
+    Q_EMIT sigChosen(hit);
 }
 
 void CodePopup::wheelEvent(QWheelEvent *event)

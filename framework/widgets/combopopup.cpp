@@ -5,6 +5,7 @@
 #include <QtWidgets/QVBoxLayout>
 #include <algorithm>
 
+#include "popups/clickguard.h"
 #include "zb/cstandscrollbar.h"
 #include "zb/cstylesheetcenter.h"
 
@@ -79,9 +80,11 @@ bool ComboPopup::eventFilter(QObject *watched, QEvent *event)
     }
     if (watched == list->viewport() && event->type() == QEvent::MouseButtonRelease) {
         const auto *mouse = static_cast<QMouseEvent *>(event);
-        if (mouse->button() == Qt::LeftButton)
-            if (const QListWidgetItem *item = list->itemAt(mouse->pos()))
-                pick(list->row(item));
+        const QListWidgetItem *item = mouse->button() == Qt::LeftButton ? list->itemAt(mouse->pos()) : nullptr;
+        if (item != nullptr) {
+            ClickGuard::startAt(mouse->globalPos());
+            pick(list->row(item));
+        }
         return true;
     }
     return PopupFrame::eventFilter(watched, event);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QPointer>
+#include <QtGui/QWindow>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 
@@ -12,6 +13,7 @@
 #include "services/instruments.h"
 #include "zb/ccombopushbutton.h"
 #include "zb/clineedit.h"
+#include "zb/cpushbutton.h"
 
 namespace {
 
@@ -84,6 +86,42 @@ TEST(OrderPopups, ADoubleClickInADropDownIsOneChoice)
     EXPECT_TRUE(form.isDropDownGone());
     EXPECT_EQ(form.window.take(), "7 0 1 专项");
     EXPECT_EQ(form.source->getCompactBrushSourceType(), kdservice::CompactSourceSpecial);
+}
+
+TEST(OrderPopups, TheRestOfADoubleClickReachesNothingBelowThePopup)
+{
+    Form form;
+    ZB::CPushButton below(QString(), 9, &form.window);
+    below.setGeometry(form.window.rect());
+    below.lower();
+    below.show();
+    const auto clickBelow = [&](const QPoint &global) {
+        QTest::mouseClick(form.window.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          form.window.mapFromGlobal(global));
+    };
+    QListWidget *sources = form.dropDown();
+    const QPoint source = sources->viewport()->mapToGlobal(sources->visualItemRect(sources->item(1)).center());
+    QTest::mouseClick(sources->viewport(), Qt::LeftButton, Qt::NoModifier, sources->viewport()->mapFromGlobal(source));
+    EXPECT_TRUE(form.isDropDownGone());
+    clickBelow(source);
+    EXPECT_EQ(form.window.take(), "7 0 1 专项");
+    EXPECT_FALSE(form.edit->hasFocus());
+    clickBelow(source); // one of its own, on the code field
+    EXPECT_EQ(form.window.take(), "245 4 1 this");
+
+    QWidget *codes = form.typed("600519");
+    const QPoint code = codes->mapToGlobal(firstRow);
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        QTest::mouseClick(codes, Qt::LeftButton, Qt::NoModifier, firstRow);
+        return !codes->isVisible();
+    })) << "the codes were never ready";
+    clickBelow(code);
+    EXPECT_EQ(form.window.take(), "1083 4 0 600519.SH");
+    EXPECT_TRUE(form.edit->hasFocus());
+    form.typed("600519");
+    QTest::mouseClick(codes, Qt::LeftButton, Qt::NoModifier, firstRow);
+    clickBelow(form.window.mapToGlobal(QPoint(380, 280))); // elsewhere: no double-click
+    EXPECT_EQ(form.window.take(), "1083 4 0 600519.SH\n245 4 0 this\n5 9 0");
 }
 
 TEST(OrderPopups, ADropDownIsAsWideAsItsTextsAndAsHighAsItsRows)
