@@ -214,6 +214,25 @@ TEST_F(PageModelColumns, SumsAreSwitchedWithoutEndingWhatIsUnderWay)
     }
 }
 
+TEST_F(PageModelColumns, ASumThatIsWantedWaitsForItsColumn)
+{
+    fill();
+    const QMap<int, kdservice::FieldDes *> fields = model.getColumnFieldDesMap();
+    model.setColumnFieldDesMap({});
+    model.setColumnStatEnable(LongColumn, true);
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), std::numeric_limits<qint64>::max());
+    model.setColumnFieldDesMap(fields);
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), 600);
+    model.setColumnFieldDesMap({{LongColumn, fields[TextColumn]}});
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), std::numeric_limits<qint64>::max());
+    model.filterColumn({});
+    model.setColumnFieldDesMap(fields);
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), 600);
+    model.setColumnStatEnable(LongColumn, false);
+    model.setColumnFieldDesMap(fields);
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), std::numeric_limits<qint64>::max());
+}
+
 TEST_F(PageModelColumns, ColumnsChangeWhileOthersRead)
 {
     for (int number = 0; number < 400; ++number) {

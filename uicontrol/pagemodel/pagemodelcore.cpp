@@ -147,7 +147,7 @@ void PageModelCore::columnsChanged()
 void PageModelCore::setColumnStatEnable(int column, bool enable)
 {
     statistics.setEnabled(column, enable, columns.type(column));
-    if (statistics.isEnabled(column))
+    if (statistics.hasSum(column))
         statistics.countColumn(column, visible.slotsInOrder(), rows, columns);
     restartFilters();
 }

@@ -9,11 +9,15 @@
 
 namespace KV {
 
-void PageStatistics::setEnabled(int column, bool enabled, QVariant::Type type)
+void PageStatistics::setEnabled(int column, bool on, QVariant::Type type)
 {
     sums.remove(column);
+    if (on)
+        enabled.insert(column);
+    else
+        enabled.remove(column);
     const bool isInteger = type == QVariant::Int || type == QVariant::LongLong;
-    if (!enabled || (!isInteger && type != QVariant::Double))
+    if (!on || (!isInteger && type != QVariant::Double))
         return;
     const auto sum = boost::make_shared<Sum>();
     sum->isReal = !isInteger;
@@ -93,6 +97,7 @@ void PageStatistics::removeAll()
 PageStatistics PageStatistics::emptied() const
 {
     PageStatistics fresh;
+    fresh.enabled = enabled;
     for (auto it = sums.cbegin(); it != sums.cend(); ++it) {
         const auto sum = boost::make_shared<Sum>();
         sum->isReal = (*it)->isReal;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QMap>
+#include <QtCore/QSet>
 
 #include "pagemodel/pagecolumns.h"
 #include "pagemodel/pagerows.h"
@@ -14,13 +15,14 @@ namespace KV {
 class PageStatistics
 {
 public:
-    /// Starts a column's sum from nothing, or ends it. Only number columns are summed.
-    void setEnabled(int column, bool enabled, QVariant::Type type);
-    bool isEnabled(int column) const { return sums.contains(column); }
-    QList<int> enabledColumns() const { return sums.keys(); }
+    /// Starts a column's sum from nothing, or ends it. Only number columns are summed; one of another type is
+    /// remembered for when it becomes one.
+    void setEnabled(int column, bool on, QVariant::Type type);
+    bool hasSum(int column) const { return sums.contains(column); }
+    QList<int> enabledColumns() const { return enabled.values(); }
 
     void add(quint32 slot, const PageRows &rows, const PageColumns &columns);
-    /// Counts the records of one column, which must be enabled.
+    /// Counts the records of one column, which must have a sum.
     void countColumn(int column, const std::vector<quint32> &slotList, const PageRows &rows,
                      const PageColumns &columns);
     void remove(quint32 slot);
@@ -53,7 +55,8 @@ private:
 
     void count(Sum &sum, Counted &entry, const kdservice::IData &record, int column, const PageColumns &columns);
 
-    QMap<int, boost::shared_ptr<Sum>> sums;
+    QSet<int> enabled;
+    QMap<int, boost::shared_ptr<Sum>> sums; ///< of the number columns among them
 };
 
 } // namespace KV
