@@ -1,7 +1,5 @@
 #include "recordtable/recordshell.h"
 
-#include <algorithm>
-
 #include "zb/efiltertype.h"
 
 namespace ZB {
@@ -110,20 +108,8 @@ void RecordShell::sortBy(int column, int order, bool adding)
     saveSoon();
 }
 
-/// A further sort column counts less than those before it; one that is there already stays at its place.
-void RecordShell::applySort(int column, int order)
+void RecordShell::setSorts(const QVector<QPair<int, int>> &sorts)
 {
-    if (!source.hasColumn(column))
-        return;
-    QVector<QPair<int, int>> sorts;
-    if (addingSort)
-        sorts = currentSorts();
-    const auto known = std::find_if(sorts.begin(), sorts.end(),
-                                    [column](const QPair<int, int> &sort) { return sort.first == column; });
-    if (known != sorts.end())
-        known->second = order;
-    else
-        sorts.append({column, order});
     q->setSortColumns(sorts);
 }
 

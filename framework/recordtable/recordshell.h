@@ -19,6 +19,7 @@ public:
     bool isShowing() const override;
     QVector<QPair<int, int>> currentSorts() const override;
     void sortBy(int column, int order, bool adding) override;
+    void setSorts(const QVector<QPair<int, int>> &sorts) override;
     void clearSort() override;
     void openFilter(int column, const QRect &header) override;
     void takeFilter(int column, int type, QSet<QString> values) override;
@@ -34,7 +35,6 @@ public:
 
     /// Something that is shown is different: the next frame shows it.
     void changed();
-    void applySort(int column, int order);
     void updateMarks();
     void applyOptions(int options);
     RecordRow *rowOf(int row) const { return source.rows.find(row); }
@@ -52,8 +52,7 @@ private:
     void connectGrid();
 
     QTimer timer;
-    bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
-    int reportedRow = -1;    ///< told by the last event 70
+    int reportedRow = -1; ///< told by the last event 70
 };
 
 } // namespace ZB

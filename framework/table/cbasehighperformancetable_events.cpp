@@ -1,9 +1,5 @@
 #include <QtGui/QKeyEvent>
-#include <algorithm>
-#include <utility>
 
-#include "popups/filterpopup.h"
-#include "popups/findbar.h"
 #include "popups/gridbadge.h"
 #include "popups/pagingbar.h"
 #include "popups/taskstrip.h"
@@ -17,29 +13,6 @@ constexpr int scrolledEvent = 17;
 constexpr int sortEventId = 33;
 constexpr int activatedEvent = 69;
 constexpr int currentEvent = 70;
-constexpr int pageEvent = 277;
-
-/// The texts of the model's rows, and time for what the table itself has to gather.
-class MenuTexts : public HpfDistinctTexts
-{
-public:
-    MenuTexts(CBaseHighPerformanceTable &filteredTable, const IBaseHpfTableModel &model, int menuColumn)
-        : HpfDistinctTexts(model, menuColumn), table(filteredTable), column(menuColumn)
-    {
-    }
-    bool step(int milliseconds) override
-    {
-        gathered = table.gatherMenuItems(column, std::exchange(anew, false), milliseconds);
-        return HpfDistinctTexts::step(milliseconds) && gathered >= 1000;
-    }
-    int progress() const override { return std::min(gathered, HpfDistinctTexts::progress()); }
-
-private:
-    CBaseHighPerformanceTable &table;
-    const int column;
-    bool anew = true;
-    int gathered = 0;
-};
 
 } // namespace
 
@@ -77,26 +50,6 @@ void CBaseHighPerformanceTable::Private::sortBy(int column, int order, bool addi
         saveSoon();
 }
 
-/// A page that the user asks for begins at its top; the one that goes along with new rows stays where it is. Who hears
-/// the event may delete the table.
-void CBaseHighPerformanceTable::Private::requestPage(int first, int perPage)
-{
-    const QPointer<CBaseHighPerformanceTable> self(q);
-    const bool goesAlong = pagingBar->isAtEnd();
-    q->setPaused(false);
-    updateFollow();
-    grid->setFirstRowNumber(first + 1);
-    const bool requestedBefore = std::exchange(requestingPage, true);
-    q->deliverEvent(pageEvent, 0, first, QString::number(perPage), nullptr);
-    if (!self)
-        return;
-    requestingPage = requestedBefore;
-    if (goesAlong)
-        grid->scrollToFollowedEdge();
-    else
-        grid->scrollToRow(0);
-}
-
 /// The sort event of a paged table only turns the order over, so there the order is set directly.
 void CBaseHighPerformanceTable::Private::sortFromMenu(int column, int order)
 {
@@ -115,20 +68,8 @@ void CBaseHighPerformanceTable::Private::clearSort()
     saveSoon();
 }
 
-/// A further sort column counts less than those before it; one that is there already stays at its place.
-void CBaseHighPerformanceTable::Private::applySort(int column, int order)
+void CBaseHighPerformanceTable::Private::setSorts(const QVector<QPair<int, int>> &sorts)
 {
-    if (!hasColumn(column))
-        return;
-    QVector<QPair<int, int>> sorts;
-    if (addingSort)
-        sorts = currentSorts();
-    const auto known = std::find_if(sorts.begin(), sorts.end(),
-                                    [column](const QPair<int, int> &sort) { return sort.first == column; });
-    if (known != sorts.end())
-        known->second = order;
-    else
-        sorts.append({column, order});
     q->setSortColumns(sorts);
 }
 
@@ -173,98 +114,6 @@ void CBaseHighPerformanceTable::Private::activated(quint64 row, int column)
     q->deliverEvent(activatedEvent, column, int(source.rowOf(row)), keyText(source.rowOfId(row)), nullptr);
 }
 
-void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &header)
-{
-    if (!model || !q->columnFilterable(column))
-        return;
-    closePopup();
-    const auto filters = q->columnFilters();
-    auto *box = new FilterPopup(column, model->columnHeader(column), filters.value(column),
-                                std::make_unique<MenuTexts>(*q, *model, column), q);
-    box->setFiltered(filters.contains(column));
-    box->setCountsShown(!isPaged()); // of one page only
-    popup = box;
-    QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
-    QObject::connect(box, &FilterPopup::chosen, q,
-                     [this, column](int type, QSet<QString> values) { q->onFilterTrigger(column, type, values); });
-    box->showAt(QRect(grid->mapToGlobal(header.topLeft()), header.size()));
-    box->setFocus();
-}
-
-/// While its filter box is open, the texts that the box has gathered; otherwise gathers them now.
-QStringList CBaseHighPerformanceTable::getMenuItems(int column)
-{
-    if (const auto *box = qobject_cast<FilterPopup *>(d->popup); box && box->isGathered() && box->column() == column)
-        return box->texts();
-    QStringList texts;
-    if (!d->model || !d->hasColumn(column))
-        return texts;
-    HpfDistinctTexts gatherer(*d->model, column);
-    while (!gatherer.step(1000)) {
-    }
-    for (const HpfDistinctTexts::Value &value : gatherer.values())
-        texts.append(value.text);
-    return texts;
-}
-
-int CBaseHighPerformanceTable::gatherMenuItems(int, bool, int)
-{
-    return 1000;
-}
-
-int CBaseHighPerformanceTable::workProgress() const
-{
-    const bool pending = d->model && HpfModelAccess::status(*d->model).pending;
-    return pending ? std::min(999, HpfModelAccess::progress(*d->model)) : 1000;
-}
-
-void CBaseHighPerformanceTable::cancelWork()
-{
-    if (d->model)
-        HpfModelAccess::cancel(*d->model);
-}
-
-void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)
-{
-    if (!d->model || !columnFilterable(column) || (type != FilterExact && type != FilterContains))
-        return;
-    QPair<EFilterType, QSet<QString>> filter(EFilterType(type), values);
-    setPaused(false);
-    d->model->filterColumn(column, filter);
-    d->settle();
-    d->updateMarks();
-    d->updateStatistics();
-}
-
-void CBaseHighPerformanceTable::Private::takeFilter(int column, int type, QSet<QString> values)
-{
-    q->onFilterTrigger(column, type, values);
-}
-
-bool CBaseHighPerformanceTable::Private::hasFilters() const
-{
-    return isPaged() || !q->columnFilters().isEmpty();
-}
-
-void CBaseHighPerformanceTable::Private::clearFilters()
-{
-    q->clearFilter();
-}
-
-QMap<int, IBaseHpfTableModel::ColumnFilter> CBaseHighPerformanceTable::columnFilters() const
-{
-    return d->model ? d->model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
-}
-
-void CBaseHighPerformanceTable::clearFilter()
-{
-    setPaused(false);
-    if (d->model)
-        d->model->clearFilter();
-    d->settle();
-    d->updateMarks();
-}
-
 void CBaseHighPerformanceTable::keyPressEvent(QKeyEvent *event)
 {
     if (!d->pressKey(*event))
@@ -301,50 +150,6 @@ bool CBaseHighPerformanceTable::Private::isPaused() const
 void CBaseHighPerformanceTable::Private::setPaused(bool paused)
 {
     q->setPaused(paused);
-}
-
-void CBaseHighPerformanceTable::setPagingQueryType(int type)
-{
-    d->queryType = type;
-    d->pagingBar->setVisible(d->isPaged() && type == PagingByIndex);
-}
-
-int CBaseHighPerformanceTable::pagingQueryType() const
-{
-    return d->queryType;
-}
-
-void CBaseHighPerformanceTable::setTotalCount(int count)
-{
-    d->total = std::max(0, count);
-    d->updatePaging();
-    d->pagingBar->setTotalCount(d->total);
-}
-
-void CBaseHighPerformanceTable::setShownPage(int firstRow, int rowCount, int totalCount)
-{
-    if (d->requestingPage)
-        return setTotalCount(totalCount);
-    setPaused(false);
-    d->total = std::max(0, totalCount);
-    d->pagingBar->setPage(firstRow, rowCount, d->total);
-    d->updateFollow();
-    d->grid->setFirstRowNumber(firstRow + 1);
-    if (d->pagingBar->isAtEnd())
-        d->grid->scrollToFollowedEdge();
-    else
-        d->grid->scrollToRow(0);
-}
-
-void CBaseHighPerformanceTable::setFollowsLastPage(bool follows)
-{
-    d->followsLastPage = follows;
-    d->updatePaging();
-}
-
-int CBaseHighPerformanceTable::totalCount() const
-{
-    return d->total;
 }
 
 } // namespace ZB

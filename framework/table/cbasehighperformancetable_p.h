@@ -26,6 +26,7 @@ public:
     /// Asks for a sort by event 33. Who hears it may delete the table.
     void sortBy(int column, int order, bool adding) override;
     void sortFromMenu(int column, int order) override;
+    void setSorts(const QVector<QPair<int, int>> &sorts) override;
     void clearSort() override;
     void openFilter(int column, const QRect &header) override;
     void takeFilter(int column, int type, QSet<QString> values) override;
@@ -60,7 +61,6 @@ public:
     /// @}
 
     void connectGrid();
-    void applySort(int column, int order);
     void currentMoved(quint64 row);
     void activated(quint64 row, int column);
     void requestPage(int first, int perPage);
@@ -76,7 +76,6 @@ public:
     QTimer timer;
 
     QVector<QPair<int, int>> pagedSorts;
-    bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
     int queryType = PagingNone;
     int total = 0;
     bool followsLastPage = false;

@@ -62,6 +62,23 @@ void TableShell::sortClicked(int column, Qt::KeyboardModifiers modifiers)
     sortBy(column, order, modifiers & Qt::ControlModifier);
 }
 
+/// A further sort column counts less than those before it; one that is there already stays at its place.
+void TableShell::applySort(int column, int order)
+{
+    if (!hasColumn(column))
+        return;
+    QVector<QPair<int, int>> sorts;
+    if (addingSort)
+        sorts = currentSorts();
+    const auto known = std::find_if(sorts.begin(), sorts.end(),
+                                    [column](const QPair<int, int> &sort) { return sort.first == column; });
+    if (known != sorts.end())
+        known->second = order;
+    else
+        sorts.append({column, order});
+    setSorts(sorts);
+}
+
 bool TableShell::isOffered(const TableCommandEntry &entry) const
 {
     if (entry.command == TableCommand::Pause && !canPause())

@@ -59,6 +59,8 @@ public:
     virtual void sortBy(int column, int order, bool adding) = 0;
     /// The same by a menu that names the order.
     virtual void sortFromMenu(int column, int order);
+    /// Sort columns in falling weight, each with its order.
+    virtual void setSorts(const QVector<QPair<int, int>> &sorts) = 0;
     virtual void clearSort() = 0;
     virtual void openFilter(int column, const QRect &header) = 0;
     virtual void takeFilter(int column, int type, QSet<QString> values) = 0;
@@ -122,6 +124,8 @@ public:
     /// The signals of the grid that every family answers alike.
     void connectShell();
     void sortClicked(int column, Qt::KeyboardModifiers modifiers);
+    /// Carries out the sort event.
+    void applySort(int column, int order);
     /// True when the key was a command of the table.
     bool pressKey(const QKeyEvent &event);
     void run(TableCommand command);
@@ -159,6 +163,8 @@ public:
     QPointer<PopupFrame> popup;
 
 protected:
+    bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
+
     /// After the grid has its look: for what stands beside it.
     virtual void lookApplied(const PopupLook &around);
 
