@@ -38,7 +38,7 @@ public:
             } else if (random() % 10 == 0) {
                 putMany();
             } else {
-                const Record record = randomRecord(random);
+                const Record record = chosenRecord([this](int limit) { return choose(random, limit); });
                 const auto row = boost::make_shared<ValueRow>(key, record);
                 model.updateData(row);
                 last[key] = record;
@@ -56,7 +56,7 @@ private:
         QVector<ZB::IBaseHpfTableModel::Row> rows;
         for (quint64 i = random() % 300; i > 0; --i) {
             const std::string key = keyOf(number, random() % keysPerWriter);
-            last[key] = randomRecord(random);
+            last[key] = chosenRecord([this](int limit) { return choose(random, limit); });
             rows.append(boost::make_shared<ValueRow>(key, last[key]));
         }
         model.updateDatas(rows);

@@ -131,14 +131,20 @@ double PlainModel::sumOf(int column) const
     return sum;
 }
 
-Record randomRecord(std::mt19937_64 &random)
+int choose(std::mt19937_64 &random, int limit)
+{
+    return static_cast<int>(random() % static_cast<quint64>(limit));
+}
+
+Record chosenRecord(const Choice &below)
 {
     static const QString names[] = {"", "浦发银行", "贵州茅台", "600519", "600519A", "6005", "abc", "ABC"};
+    static const double prices[] = {noPrice, 0x1p30, -0x1p30, 1 + 1.0 / 1024};
     Record record;
-    record.quantity = random() % 10 == 0 ? noQuantity : static_cast<qint64>(random() % 9) - 4;
-    record.status = random() % 10 == 0 ? noStatus : static_cast<int>(random() % 5);
-    record.price = random() % 10 == 0 ? noPrice : static_cast<double>(random() % 20) * 0.25 - 2;
-    record.name = names[random() % std::size(names)];
+    record.quantity = below(10) == 0 ? noQuantity : below(9) - 4;
+    record.status = below(10) == 0 ? noStatus : below(5);
+    record.price = below(8) == 0 ? prices[below(4)] : below(20) * 0.25 - 2;
+    record.name = names[below(static_cast<int>(std::size(names)))];
     return record;
 }
 

@@ -3,6 +3,7 @@
 #include <QtCore/QMap>
 #include <QtCore/QSet>
 #include <QtCore/QVector>
+#include <functional>
 #include <map>
 #include <random>
 #include <vector>
@@ -42,6 +43,11 @@ private:
     int compare(const Record &a, const Record &b) const;
 };
 
-Record randomRecord(std::mt19937_64 &random);
+/// Makes a choice: at least 0 and less than the number given, which is 256 at most.
+using Choice = std::function<int(int)>;
+
+int choose(std::mt19937_64 &random, int limit);
+/// A record of few values, so that much of it collides; sums of them are exact in doubles too.
+Record chosenRecord(const Choice &below);
 
 } // namespace modeltest
