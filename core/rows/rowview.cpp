@@ -75,6 +75,7 @@ RowView::Effect RowView::remove(quint32 slot)
 void RowView::prefetch(quint32 slot) const
 {
     core::prefetch(words.block(slot));
+    core::prefetch(words.block(slot) + words.valuesPerSlot() - 1); // often in the next line of the cache
     core::prefetch(&states[slot]);
     sequence.prefetch(slot);
 }

@@ -12,12 +12,14 @@ namespace {
 constexpr std::size_t changesPerPiece = 256; ///< applied under one lock: less than half a millisecond
 constexpr std::size_t changesAhead = 64;     ///< what so many read still fits into the processor's cache
 
-void prefetchObject(const void *object)
+/// All of a small row, with the count of its holders, which stands in front of it where both were made at once.
+void prefetchRow(const void *row)
 {
     constexpr int lineSize = 64;
-    constexpr int lines = 3; // what a small row is made of
-    for (int line = 0; object && line < lines; ++line)
-        core::prefetch(static_cast<const char *>(object) + line * lineSize);
+    constexpr int inFront = 32;
+    constexpr int lines = 3;
+    for (int line = 0; row && line < lines; ++line)
+        core::prefetch(static_cast<const char *>(row) - inFront + line * lineSize);
 }
 
 } // namespace
@@ -46,14 +48,13 @@ void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(co
         changes.clear();
     };
     for (const Row &row : rows) {
-        Change change;
-        if (row)
-            change.key = row->key();
-        if (change.key.empty())
+        std::string key = row ? row->key() : std::string();
+        if (key.empty())
             continue;
+        Change &change = changes.emplace_back();
         change.row = row;
+        change.key = std::move(key);
         change.hash = kdservice::hashOfKey(change.key);
-        changes.push_back(std::move(change));
         if (changes.size() == changesPerPiece)
             applyPiece();
     }
@@ -92,8 +93,10 @@ HpfModelState::Reading HpfModelState::reading()
 void HpfModelState::readChange(Change &change, Reading &reading) const
 {
     reading.present->read(*change.row, change.values);
-    if (reading.next)
-        reading.next->read(*change.row, change.nextValues);
+    if (!reading.next)
+        return;
+    change.nextValues = std::make_unique<core::RowValues>();
+    reading.next->read(*change.row, *change.nextValues);
 }
 
 /// What was made for columns of other types is wished for once more; not while that is being made already, or a stream
@@ -137,18 +140,16 @@ void HpfModelState::warmUp(const Change *changes, std::size_t count) const
         content->slots.prefetch(changes[i].hash);
     for (std::size_t i = 0; i < count; ++i) {
         slots[i] = content->slots.likely(changes[i].hash);
-        if (slots[i] == core::RowSlots::noSlot)
+        if (slots[i] == HpfModelContent::Slots::noSlot)
             continue;
         content->slots.prefetchRow(slots[i]);
         content->view->prefetch(slots[i]);
-        core::prefetch(&content->rows[slots[i]]);
     }
     for (std::size_t i = 0; i < count; ++i) {
-        if (slots[i] == core::RowSlots::noSlot)
+        if (slots[i] == HpfModelContent::Slots::noSlot)
             continue;
-        content->slots.prefetchText(slots[i]);
         content->view->prefetchPlace(slots[i]);
-        prefetchObject(content->rows[slots[i]].get()); // it is let go when the batch is through
+        prefetchRow(content->slots.row(slots[i]).get()); // it is let go when the batch is through
     }
 }
 
@@ -156,24 +157,20 @@ void HpfModelState::apply(Change &change)
 {
     core::RowView &view = *content->view;
     quint32 slot = content->slots.find(change.key, change.hash);
-    const bool known = slot != core::RowSlots::noSlot;
-    qint64 arrival;
+    const bool known = slot != HpfModelContent::Slots::noSlot;
     core::RowView::Effect effect;
     if (known) {
         content->slots.touch(slot);
-        arrival = view.arrivalOf(slot);
         effect = view.change(slot, change.values);
     } else {
         slot = content->slots.add(change.key, change.hash);
-        content->rows.ensure(slot);
-        arrival = append ? ++newestArrival : --oldestArrival;
-        effect = view.add(slot, arrival, change.values);
+        effect = view.add(slot, append ? ++newestArrival : --oldestArrival, change.values);
         ++arrivals;
     }
-    change.replaced = std::exchange(content->rows[slot], change.row);
+    change.replaced = std::exchange(content->slots.row(slot), change.row);
     change.result = known ? PutResult::Replaced : PutResult::Added;
     if (job) {
-        job->noted().noteChange(slot, arrival, change.nextValues);
+        job->noted().noteChange(slot, view.arrivalOf(slot), *change.nextValues);
         job->retire(std::move(change.replaced));
     }
     ++dataEpoch;
@@ -191,7 +188,7 @@ int HpfModelState::remove(const std::string *keys, int count)
         const std::lock_guard<std::mutex> lock(mutex);
         for (std::size_t i = first; i < std::min(end, first + changesPerPiece); ++i) {
             const quint32 slot = content->slots.find(keys[i], kdservice::hashOfKey(keys[i]));
-            if (slot == core::RowSlots::noSlot)
+            if (slot == HpfModelContent::Slots::noSlot)
                 continue;
             removed.push_back(removeSlot(slot));
             ++removedCount;
@@ -204,7 +201,7 @@ HpfModelState::Row HpfModelState::removeSlot(quint32 slot)
 {
     const core::RowView::Effect effect = content->view->remove(slot);
     content->slots.remove(slot);
-    Row removed = std::move(content->rows[slot]);
+    Row removed = std::move(content->slots.row(slot));
     if (job) {
         job->noted().noteRemoval(slot);
         job->retire(std::move(removed));
@@ -257,7 +254,7 @@ void HpfModelState::count(const Row &row)
             const std::lock_guard<std::mutex> lock(mutex);
             if (plan == read && !job) {
                 const quint32 slot = content->slots.find(key, hash);
-                if (slot != core::RowSlots::noSlot)
+                if (slot != HpfModelContent::Slots::noSlot)
                     content->view->count(slot, values);
                 ++dataEpoch;
                 return;

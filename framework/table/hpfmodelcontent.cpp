@@ -73,8 +73,8 @@ private:
 Row takeOneRow(HpfModelContent &content)
 {
     for (quint32 slot = 0; slot < content.slots.limit(); ++slot) {
-        if (content.rows[slot])
-            return std::move(content.rows[slot]);
+        if (content.slots.row(slot))
+            return std::move(content.slots.row(slot));
     }
     return Row();
 }

@@ -5,7 +5,6 @@
 
 #include "rows/rowslots.h"
 #include "rows/rowview.h"
-#include "rows/slotarray.h"
 #include "zb/ibasehpftablemodel.h"
 
 namespace ZB {
@@ -20,8 +19,9 @@ struct HpfModelContent
     {
     }
 
-    core::RowSlots slots;
-    core::SlotArray<Row> rows; ///< by slot
+    using Slots = core::RowSlots<Row>;
+
+    Slots slots;
     std::unique_ptr<core::RowView> view;
 
     /// Destroys the content: a few rows at once, many on a thread in the background. There the last of them is handed

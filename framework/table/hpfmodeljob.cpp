@@ -98,13 +98,13 @@ void HpfModelJob::gather(const HpfModelContent &content, quint32 firstSlot, Batc
     batch.count = static_cast<int>(std::min(limit - firstSlot, slotsPerBatch));
     const auto count = static_cast<quint32>(batch.count);
     content.view->copyKept(firstSlot, count, batch.kept);
+    batch.sharedRows.clear();
     if (view->hasCustomField())
-        content.rows.copy(firstSlot, count, batch.sharedRows);
-    if (!rowsNeeded)
-        return;
+        for (quint32 slot = firstSlot; slot < firstSlot + count; ++slot)
+            batch.sharedRows.push_back(content.slots.row(slot));
     batch.rows.clear();
-    for (quint32 slot = firstSlot; slot < firstSlot + count; ++slot)
-        batch.rows.push_back(content.rows[slot].get());
+    for (quint32 slot = firstSlot; rowsNeeded && slot < firstSlot + count; ++slot)
+        batch.rows.push_back(content.slots.row(slot).get());
 }
 
 void HpfModelJob::read(Batch &batch, HpfModelPlan::Reader &reader) const

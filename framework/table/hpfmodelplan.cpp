@@ -128,7 +128,9 @@ HpfModelPlan::Reader::~Reader()
 
 void HpfModelPlan::Reader::read(IBaseHpfTableData &row, core::RowValues &values)
 {
-    values = core::RowValues();
+    if (!values.sortKeys.isEmpty() || !values.sums.isEmpty())
+        values = core::RowValues();
+    values.passes = true;
     for (std::size_t field = 0; field < source->sort.size(); ++field) {
         QString text;
         values.sortKeys.append(sortKey(row, field, text));

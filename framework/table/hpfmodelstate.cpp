@@ -54,7 +54,7 @@ HpfModelState::Row HpfModelState::rowOfKey(const std::string &key) const
     const quint64 hash = kdservice::hashOfKey(key);
     const std::lock_guard<std::mutex> lock(mutex);
     const quint32 slot = content->slots.find(key, hash);
-    return slot == core::RowSlots::noSlot ? Row() : content->rows[slot];
+    return slot == HpfModelContent::Slots::noSlot ? Row() : content->slots.row(slot);
 }
 
 quint64 HpfModelState::idOfKey(const std::string &key) const
@@ -62,7 +62,7 @@ quint64 HpfModelState::idOfKey(const std::string &key) const
     const quint64 hash = kdservice::hashOfKey(key);
     const std::lock_guard<std::mutex> lock(mutex);
     const quint32 slot = content->slots.find(key, hash);
-    return slot == core::RowSlots::noSlot ? 0 : content->slots.idOf(slot);
+    return slot == HpfModelContent::Slots::noSlot ? 0 : content->slots.idOf(slot);
 }
 
 int HpfModelState::shownIndexOfKey(const std::string &key) const
@@ -70,14 +70,14 @@ int HpfModelState::shownIndexOfKey(const std::string &key) const
     const quint64 hash = kdservice::hashOfKey(key);
     const std::lock_guard<std::mutex> lock(mutex);
     const quint32 slot = content->slots.find(key, hash);
-    return slot == core::RowSlots::noSlot ? -1 : content->view->rows().markedIndexOf(slot);
+    return slot == HpfModelContent::Slots::noSlot ? -1 : content->view->rows().markedIndexOf(slot);
 }
 
 HpfModelState::Row HpfModelState::rowOfId(quint64 id) const
 {
     const std::lock_guard<std::mutex> lock(mutex);
     const quint32 slot = content->slots.slotOf(id);
-    return slot == core::RowSlots::noSlot ? Row() : content->rows[slot];
+    return slot == HpfModelContent::Slots::noSlot ? Row() : content->slots.row(slot);
 }
 
 void HpfModelState::shownIndexes(const quint64 *ids, int count, int *indexes) const
@@ -87,14 +87,14 @@ void HpfModelState::shownIndexes(const quint64 *ids, int count, int *indexes) co
         const std::lock_guard<std::mutex> lock(mutex);
         for (std::size_t i = first; i < std::min(end, first + rowsPerPiece); ++i) {
             const quint32 slot = content->slots.slotOf(ids[i]);
-            indexes[i] = slot == core::RowSlots::noSlot ? -1 : content->view->rows().markedIndexOf(slot);
+            indexes[i] = slot == HpfModelContent::Slots::noSlot ? -1 : content->view->rows().markedIndexOf(slot);
         }
     }
 }
 
 HpfShownRow HpfModelState::shownRow(quint32 slot) const
 {
-    return {content->slots.idOf(slot), content->slots.version(slot), content->rows[slot]};
+    return {content->slots.idOf(slot), content->slots.version(slot), content->slots.row(slot)};
 }
 
 void HpfModelState::fetch(int first, int count, std::vector<HpfShownRow> &rows) const
@@ -189,7 +189,7 @@ quint32 HpfModelState::rowsOfSlots(quint32 first, quint32 count, std::vector<Row
     const quint32 limit = content->slots.limit();
     for (quint32 slot = first; slot < std::min(limit, first + count); ++slot) {
         if (content->slots.isLive(slot))
-            rows.push_back(content->rows[slot]);
+            rows.push_back(content->slots.row(slot));
     }
     return limit;
 }

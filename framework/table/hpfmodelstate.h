@@ -120,7 +120,7 @@ private:
         std::string key;
         quint64 hash = 0;
         core::RowValues values;
-        core::RowValues nextValues;
+        std::unique_ptr<core::RowValues> nextValues; ///< while a job is at it
         PutResult result = PutResult::Refused;
     };
     /// Ties tasks in the background to this object, which may be gone when they begin.

@@ -30,7 +30,7 @@ struct PageRow
 class PageRows
 {
 public:
-    static constexpr quint32 noSlot = core::KeyIndex::noSlot;
+    static constexpr quint32 noSlot = core::KeyIndex<>::noSlot;
 
     int size() const { return index.size(); }
     quint32 find(const std::string &key, quint64 hash) const { return index.find(key, hash); }
@@ -54,7 +54,7 @@ public:
 private:
     void take(quint32 slot, const boost::shared_ptr<CHpfPageData> &page);
 
-    core::KeyIndex index;
+    core::KeyIndex<> index;
     core::SlotArray<PageRow> rows;
     std::vector<quint32> freeSlots;
     quint32 nextSlot = 0;
