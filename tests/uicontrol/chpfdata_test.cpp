@@ -310,9 +310,31 @@ TEST(HpfData, ARowSortedByTimeIsARowOfItsOwnType)
     EXPECT_NE(dynamic_cast<KV::CHpfSortTimeData *>(row.get()), nullptr);
 }
 
+TEST(HpfData, StatisticsOfManyColumnsAndOfRecordTypesByTheDozen)
+{
+    constexpr int metaFirst = 991000, fieldFirst = 3001, count = 12;
+    std::vector<refhost::FieldDef> fields;
+    for (int i = 0; i < count; ++i) {
+        fields.push_back({fieldFirst + i, kdservice::ExtInt, "数", 0, refhost::Sum});
+        refhost::TypeCatalogue::instance().registerType({metaFirst + i, refhost::RecordKind::Plain, fields});
+    }
+    const Guarded<> model(metaFirst + count - 1);
+    for (const bool seenBefore : {false, true})
+        for (int last = 0; last < count; ++last) {
+            const PlainPtr record = refhost::makePlain(metaFirst + last, "r");
+            for (int i = 0; i <= last; ++i)
+                record->setData(fieldFirst + i, 100 * last + i);
+            const auto row = makeRow(model.pointer(), record);
+            for (int i = 0; i < count; ++i)
+                EXPECT_EQ(row->getStatValue(i), i <= last ? QVariant(100 * last + i) : QVariant())
+                    << "type " << last << (seenBefore ? ", seen before" : "");
+        }
+}
+
 TEST(HpfData, ARowIsSmallAndKeepsItsModel)
 {
-    EXPECT_LE(sizeof(KV::CHpfData), 15 * sizeof(void *));
+    // With up to four statistic values; more stand elsewhere.
+    EXPECT_LE(sizeof(KV::CHpfData), 15 * sizeof(void *) + 4 * sizeof(qint64));
     registerTypes();
     auto model = boost::make_shared<KV::CHpfDataModel>(MetaTicket, kdservice::TraderStock);
     const boost::weak_ptr<KV::CHpfDataModel> watch = model;

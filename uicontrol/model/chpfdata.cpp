@@ -49,7 +49,7 @@ QString CHpfData::getQString(int column)
     if (isExtra(column))
         return owner->extraData().getString(qsKey(), column);
     const Lock lock(mutex);
-    return readData(column).toString();
+    return valueAt(placeOf(column)).toString();
 }
 
 int CHpfData::getInt(int column)
@@ -57,7 +57,7 @@ int CHpfData::getInt(int column)
     const bool extra = isExtra(column);
     const QString extraKey = extra ? qsKey() : QString(); // takes the lock itself
     const Lock lock(mutex);
-    return extra ? owner->extraData().getInt(extraKey, column) : readData(column).toInt();
+    return extra ? owner->extraData().getInt(extraKey, column) : valueAt(placeOf(column)).toInt();
 }
 
 double CHpfData::getDouble(int column)
@@ -65,13 +65,21 @@ double CHpfData::getDouble(int column)
     const bool extra = isExtra(column);
     const QString extraKey = extra ? qsKey() : QString();
     const Lock lock(mutex);
-    return extra ? owner->extraData().getDouble(extraKey, column) : readData(column).toDouble();
+    if (extra)
+        return owner->extraData().getDouble(extraKey, column);
+    const Place place = placeOf(column);
+    if (place.holder != nullptr && place.field->dataType == kdservice::ExtDouble)
+        return place.holder->getDouble(place.field->fieldId); // sums and sorts read these by the million
+    return valueAt(place).toDouble();
 }
 
 qint64 CHpfData::getLongLong(int column)
 {
     const Lock lock(mutex);
-    return readData(column).toLongLong();
+    const Place place = placeOf(column);
+    if (place.holder != nullptr && place.field->dataType == kdservice::ExtLong)
+        return place.holder->getLong(place.field->fieldId);
+    return valueAt(place).toLongLong();
 }
 
 const QColor *CHpfData::getColor(int column)
@@ -187,27 +195,29 @@ const QColor *CHpfData::recordColor(int column) const
 bool CHpfData::getData(const int &column, QVariant &out) const
 {
     const Lock lock(mutex);
-    return readData(column, out);
+    const Place place = placeOf(column);
+    return place.holder != nullptr && readFieldValue(*place.holder, place.field->dataType, place.field->fieldId, out);
 }
 
-QVariant CHpfData::readData(int column) const
+CHpfData::Place CHpfData::placeOf(int column) const
+{
+    Place place;
+    if (!record || !owner)
+        return place;
+    const CColumnPlan::Column *planned = owner->columnPlan().column(column);
+    place.field = planned == nullptr ? nullptr : planned->format.field();
+    if (place.field != nullptr)
+        place.holder = recordHolding(*record, place.field->fieldId, place.keep);
+    return place;
+}
+
+/// Invalid where there is none.
+QVariant CHpfData::valueAt(const Place &place)
 {
     QVariant value;
-    readData(column, value);
+    if (place.holder != nullptr)
+        readFieldValue(*place.holder, place.field->dataType, place.field->fieldId, value);
     return value;
-}
-
-bool CHpfData::readData(int column, QVariant &out) const
-{
-    if (!record || !owner)
-        return false;
-    const CColumnPlan::Column *planned = owner->columnPlan().column(column);
-    const kdservice::FieldDes *field = planned == nullptr ? nullptr : planned->format.field();
-    if (field == nullptr)
-        return false;
-    RecordPtr keep;
-    const kdservice::IData *holder = recordHolding(*record, field->fieldId, keep);
-    return holder != nullptr && readFieldValue(*holder, field->dataType, field->fieldId, out);
 }
 
 QString CHpfData::getIDataString(int column) const

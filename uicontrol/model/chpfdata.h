@@ -7,6 +7,7 @@
 #include <boost/thread/mutex.hpp>
 
 #include "kdservice/eentrustbs.h"
+#include "kdservice/fielddes.h"
 #include "kdservice/idata.h"
 #include "model/cstatvalues.h"
 #include "uicontrolexport.h"
@@ -74,8 +75,15 @@ protected:
 
 private:
     bool isExtra(int column) const;
-    bool readData(int column, QVariant &out) const;
-    QVariant readData(int column) const;
+    /// Where a column's value stands; no holder where there is none.
+    struct Place
+    {
+        const kdservice::IData *holder = nullptr;
+        const kdservice::FieldDes *field = nullptr;
+        RecordPtr keep; ///< a nested record
+    };
+    Place placeOf(int column) const;
+    static QVariant valueAt(const Place &place);
     void takeStatistics(const CColumnPlan &plan, const RecordPtr &data, const QMap<int, int> &fieldColumnMap);
     void startColors(const CColumnPlan &plan, const QMap<int, int> &map);
     const QColor *recordColor(int column) const;

@@ -1,5 +1,7 @@
 #include "model/cstatlayout.h"
 
+#include <boost/thread/lock_guard.hpp>
+
 namespace KV {
 
 namespace {
@@ -30,6 +32,40 @@ CStatLayout::CStatLayout(const QMap<int, int> &fieldColumnMap, const QMap<int, C
         if (slot >= 0)
             fieldList.push_back({entry.key(), slot});
     }
+}
+
+CStatLayout::~CStatLayout()
+{
+    for (const auto &walk : walks)
+        delete walk.load(std::memory_order_relaxed);
+}
+
+const CStatWalk *CStatLayout::knownWalk(const kdservice::IData::FieldMap &fields) const
+{
+    for (const auto &walk : walks) {
+        const CStatWalk *known = walk.load(std::memory_order_acquire);
+        if (known == nullptr || known->isOf(fields))
+            return known;
+    }
+    return nullptr;
+}
+
+const CStatWalk &CStatLayout::walkOf(const kdservice::IData::FieldMap &fields, CStatWalk &own) const
+{
+    if (const CStatWalk *known = knownWalk(fields))
+        return *known;
+    own = CStatWalk(fields, *this);
+    const boost::lock_guard<boost::mutex> lock(mutex);
+    if (const CStatWalk *known = knownWalk(fields))
+        return *known;
+    for (auto &walk : walks) {
+        if (walk.load(std::memory_order_relaxed) != nullptr)
+            continue;
+        const CStatWalk *const added = new CStatWalk(own);
+        walk.store(added, std::memory_order_release);
+        return *added;
+    }
+    return own;
 }
 
 int CStatLayout::slotOfColumn(int column) const

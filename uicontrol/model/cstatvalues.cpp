@@ -41,8 +41,8 @@ void CStatValues::layOut(const CStatLayout &newLayout)
     if (layout == &newLayout)
         return;
     layout = &newLayout;
-    values.reset(newLayout.size() == 0 ? nullptr : new qint64[newLayout.size()]);
-    std::fill_n(values.get(), newLayout.size(), noValue);
+    more.reset(newLayout.size() <= inPlace ? nullptr : new qint64[newLayout.size()]);
+    std::fill_n(values(), newLayout.size(), noValue);
 }
 
 void CStatValues::take(const kdservice::IData &record, const CStatLayout &newLayout)
@@ -62,22 +62,15 @@ void CStatValues::take(const kdservice::IData &record, const CStatLayout &newLay
 
 void CStatValues::takeFields(const kdservice::IData &record, int depth)
 {
-    // Both lists ascend by field id, so one pass over each is enough.
-    auto wanted = layout->fields().begin();
-    const auto end = layout->fields().end();
-    for (const auto &[id, field] : record.getFieldDes()) {
-        if (field == nullptr)
-            continue;
-        if (field->dataType == kdservice::ExtData) {
-            const auto nested = depth < deepestNesting ? record.getIData(id) : nullptr;
-            if (nested)
-                takeFields(*nested, depth + 1);
+    CStatWalk own;
+    for (const CStatWalk::Step &step : layout->walkOf(record.getFieldDes(), own).steps) {
+        if (step.type != kdservice::ExtData) {
+            store(step.slot, statisticValue(record, step.type, step.fieldId));
             continue;
         }
-        while (wanted != end && wanted->fieldId < id)
-            ++wanted;
-        if (wanted != end && wanted->fieldId == id)
-            store(wanted->slot, statisticValue(record, field->dataType, id));
+        const auto nested = depth < deepestNesting ? record.getIData(step.fieldId) : nullptr;
+        if (nested)
+            takeFields(*nested, depth + 1);
     }
 }
 
@@ -104,7 +97,7 @@ void CStatValues::store(int slot, const FieldValue &value)
     if (value.type == kdservice::ExtInvalid)
         return;
     const bool isDouble = value.type == kdservice::ExtDouble;
-    qint64 &place = values[static_cast<std::size_t>(slot)];
+    qint64 &place = values()[slot];
     if (layout->slot(slot).kind == Kind::Double)
         place = bitsOf(isDouble ? value.real : static_cast<double>(value.integer));
     else
@@ -114,9 +107,9 @@ void CStatValues::store(int slot, const FieldValue &value)
 QVariant CStatValues::value(int column) const
 {
     const int slot = layout == nullptr ? -1 : layout->slotOfColumn(column);
-    if (slot < 0 || values[static_cast<std::size_t>(slot)] == noValue)
+    if (slot < 0 || values()[slot] == noValue)
         return QVariant();
-    const qint64 stored = values[static_cast<std::size_t>(slot)];
+    const qint64 stored = values()[slot];
     switch (layout->slot(slot).kind) {
     case Kind::Bool:
         return stored != 0;

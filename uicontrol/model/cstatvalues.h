@@ -13,7 +13,8 @@ namespace KV {
 class CStatLayout;
 struct FieldValue;
 
-/// The last statistic values of one row: one small block, laid out by its model's columns. Not thread-safe.
+/// The last statistic values of one row: one small block, laid out by its model's columns, in the row itself as a rule.
+/// Not thread-safe.
 class CStatValues
 {
 public:
@@ -36,8 +37,14 @@ private:
     void takeMapped(const kdservice::IData &record, const QMap<int, int> &fieldColumnMap, int depth);
     void store(int slot, const FieldValue &value);
 
+    static constexpr std::size_t inPlace = 4; ///< more slots than tables have as a rule
+
+    qint64 *values() { return more ? more.get() : few; }
+    const qint64 *values() const { return more ? more.get() : few; }
+
     const CStatLayout *layout = nullptr;
-    std::unique_ptr<qint64[]> values; ///< one per slot: an integer, or the bits of a double; all bits set for none
+    std::unique_ptr<qint64[]> more; ///< where there are more slots than `few` holds
+    qint64 few[inPlace] = {};       ///< one per slot: an integer, or the bits of a double; all bits set for none
 };
 
 } // namespace KV

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <boost/make_shared.hpp>
 
 #include "model/chpfdata.h"
@@ -7,6 +8,13 @@
 #include "table/chpfdatatable.h"
 
 namespace KV {
+
+namespace {
+
+/// Records of so many rows are still in the processor's cache when the model reads them again.
+constexpr int rowsPerPiece = 256;
+
+} // namespace
 
 template <typename RowClass>
 boost::shared_ptr<RowClass> CHpfDataTable::makeRow(const RecordPtr &record, const QString &colorKey) const
@@ -19,10 +27,7 @@ boost::shared_ptr<RowClass> CHpfDataTable::makeRow(const RecordPtr &record, cons
 
 void CHpfDataTable::takeRow(const RowPtr &row, bool redraw)
 {
-    if (dataModel->containData(row->key()))
-        dataModel->updateData(row);
-    else
-        dataModel->addData(row);
+    dataModel->updateData(row); // a new key is added
     if (redraw)
         updateTable();
 }
@@ -50,11 +55,17 @@ void CHpfDataTable::takeRecords(const Records &records, bool redraw)
 {
     if (!dataModel)
         return;
+    const int piece = std::min(rowsPerPiece, static_cast<int>(records.size()));
     QVector<RowPtr> rows;
-    rows.reserve(static_cast<int>(records.size()));
-    for (const RecordPtr &record : records)
+    rows.reserve(piece);
+    for (const RecordPtr &record : records) {
         if (record)
             rows.append(makeRow<CHpfData>(record));
+        if (rows.size() == piece) {
+            dataModel->updateDatas(rows);
+            rows.clear();
+        }
+    }
     dataModel->updateDatas(rows);
     if (redraw)
         updateTable();
