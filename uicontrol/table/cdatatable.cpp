@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "model/cfieldformat.h"
+#include "table/columntotals.h"
 
 namespace KV {
 
@@ -18,7 +19,7 @@ constexpr int currentEvent = 70;
 
 CDataTable::CDataTable(int tableId, int metaIdOfRecords, QWidget *parent)
     : ZB::COddEvenRowTable(tableId, parent, tableOptions), metaID(metaIdOfRecords),
-      sinceSums(std::make_unique<QElapsedTimer>())
+      totals(std::make_unique<ColumnTotals>()), sinceSums(std::make_unique<QElapsedTimer>())
 {
     addOptions(alternatingRows);
     CDataTable::initColumns(getMetaIDs(metaID, tradeType, {}));
@@ -109,9 +110,9 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
         return showStored(*entry, flag);
     if (!passData(record))
         return row;
-    rowFor(row).shown = record;
-    if (const auto summed = summedFields.find(field); summed != summedFields.end())
-        staleSums.insert(*summed);
+    ShownRow &shown = rowFor(row);
+    shown.shown = record;
+    takeSummed(field, shown);
     markCell(row, fieldID2columnID(field));
     repaint(flag);
     return row;
@@ -175,7 +176,7 @@ int CDataTable::removeDataByKey(std::string key)
     if (!entry || entry->second.row < 0)
         return -1;
     const int row = entry->second.row;
-    allSumsStale = true;
+    sumAnew();
     removeRow(row);
     keyToRow.erase(key);
     rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
@@ -238,7 +239,7 @@ void CDataTable::forgetRows()
         if (row.entry)
             row.entry->second.row = -1;
     rowToKey.clear();
-    allSumsStale = true;
+    sumAnew();
 }
 
 CDataTable::RecordPtr CDataTable::getData(int row)

@@ -26,6 +26,7 @@ class CRadioButtonGroup;
 namespace KV {
 
 class CFieldFormat;
+class ColumnTotals;
 
 /// A table of some thousand records that it keeps itself, under their keys: positions, accounts, templates. Every
 /// record that passes the filters has a row; columns come from the host's catalogue. What stands in a cell is worked
@@ -100,7 +101,8 @@ public:
     /// @}
 
     /// Puts the sums of these fields into the statistics row; those of all columns are put there by themselves a moment
-    /// after something has changed. Costs about 30 ns for a row and summed field.
+    /// after something has changed. Costs about 30 ns for a row and summed field; the latter only when rows have come
+    /// or gone.
     void updateStatData(const std::map<int, kdservice::FieldDes *> &fields);
     /// Sums what has changed now, where the table's timer may leave it for later; costs as many looks as there are
     /// rows.
@@ -187,6 +189,10 @@ private:
     ShownRow &rowFor(int row);
     void mapField(int field, int column);
     void repaint(bool flag);
+    void sumAnew();
+    void takeSummed(int field, const ShownRow &row);
+    void showSum(const kdservice::FieldDes &field, int column, double sum);
+    double keptSumOf(int field, int column);
     double sumOf(int column) const;
     double numberIn(const ShownRow &row, int column) const;
     /// The largest double where there is none.
@@ -210,7 +216,8 @@ private:
     std::map<int, kdservice::FieldDes *> summedFields; ///< of all columns
     std::map<int, kdservice::FieldDes *> staleSums;    ///< fields that have changed since their sums were shown
     bool allSumsStale = true;
-    qint64 sumsTook = 0; ///< milliseconds of the last automatic sums
+    std::unique_ptr<ColumnTotals> totals; ///< of fields that were summed since the last row came or went
+    qint64 sumsTook = 0;                  ///< milliseconds of the last automatic sums
     std::unique_ptr<QElapsedTimer> sinceSums;
 };
 

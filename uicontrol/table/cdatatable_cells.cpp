@@ -44,8 +44,13 @@ const CFieldFormat *CDataTable::formatOfColumn(int column) const
 
 void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
 {
-    rowFor(row).shown = record;
-    allSumsStale = true;
+    ShownRow &shown = rowFor(row);
+    const bool isNew = !shown.shown;
+    shown.shown = record;
+    if (isNew)
+        sumAnew();
+    for (auto field = summedFields.begin(); !isNew && field != summedFields.end(); ++field)
+        takeSummed(field->first, shown);
     if (boldColumns.empty())
         for (std::size_t column = 0; column < formats.size(); ++column)
             if (formats[column].field() && formats[column].field()->getProperty(boldProperty))

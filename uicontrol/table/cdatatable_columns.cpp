@@ -118,6 +118,7 @@ int CDataTable::columnID2fieldID(int column) const
 void CDataTable::mapField(int field, int column)
 {
     fieldToColumn[field] = column;
+    sumAnew();
     fieldOfColumn.assign(static_cast<std::size_t>(columnCount()), -1);
     for (const auto &[mapped, at] : fieldToColumn)
         fieldOfColumn[static_cast<std::size_t>(at)] = mapped;

@@ -10,6 +10,7 @@
 #include "model/recordsearch.h"
 #include "stats/exactsum.h"
 #include "table/cdatatable.h"
+#include "table/columntotals.h"
 #include "utils/clogcenter.h"
 #include "zb/numberformat.h"
 
@@ -39,7 +40,13 @@ void CDataTable::updateSums()
         return;
     QElapsedTimer clock;
     clock.start();
-    updateStatData(allSumsStale ? summedFields : staleSums);
+    const auto &fields = allSumsStale ? summedFields : staleSums;
+    if (utils::CLogCenter::instance()->isDebugIdEnabled(sumLogId))
+        updateStatData(fields);
+    else
+        for (const auto &[fieldId, field] : fields)
+            if (const int column = fieldID2columnID(fieldId); column >= 0)
+                showSum(*field, column, keptSumOf(fieldId, column));
     allSumsStale = false;
     staleSums.clear();
     sumsTook = clock.elapsed();
@@ -52,16 +59,56 @@ void CDataTable::updateStatData(const std::map<int, kdservice::FieldDes *> &fiel
         const int column = fieldID2columnID(fieldId);
         if (!field || column < 0 || !field->getProperty(summedProperty))
             continue;
-        const QString text = sumText(*field, sumOf(column));
-        if (text.isNull())
-            continue;
-        setStatText(column, text);
-        setStatColorKey(column, QStringLiteral("clr_table_text_default"));
-        setStatColumnAlignment(column, this->column(column).alignment);
-        setStatColumnBoldFont(column, field->getProperty(boldProperty));
-        if (field->getProperty(boldProperty))
-            boldColumns.insert(column);
+        showSum(*field, column, sumOf(column));
     }
+}
+
+void CDataTable::showSum(const kdservice::FieldDes &field, int column, double sum)
+{
+    const QString text = sumText(field, sum);
+    if (text.isNull())
+        return;
+    setStatText(column, text);
+    setStatColorKey(column, QStringLiteral("clr_table_text_default"));
+    setStatColumnAlignment(column, this->column(column).alignment);
+    setStatColumnBoldFont(column, field.getProperty(boldProperty));
+    if (field.getProperty(boldProperty))
+        boldColumns.insert(column);
+}
+
+/// Rows have come or gone.
+void CDataTable::sumAnew()
+{
+    allSumsStale = true;
+    totals->clear();
+}
+
+/// A row may count for another value under a field.
+void CDataTable::takeSummed(int field, const ShownRow &row)
+{
+    const auto summed = summedFields.find(field);
+    if (summed == summedFields.end())
+        return;
+    staleSums.insert(*summed);
+    if (totals->sum(field))
+        totals->change(field, static_cast<std::size_t>(&row - rowToKey.data()), numberIn(row, fieldID2columnID(field)));
+}
+
+/// What is kept is brought up to date with every record that is handed in. Cells that no record fills change unseen, so
+/// nothing is kept of columns and rows that have such.
+double CDataTable::keptSumOf(int field, int column)
+{
+    if (const core::ExactSum *kept = totals->sum(field))
+        return kept->value();
+    const auto hasRecord = [](const ShownRow &row) { return row.shown != nullptr; };
+    if (!formatOfColumn(column) || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
+        return sumOf(column);
+    std::vector<double> values;
+    values.reserve(rowToKey.size());
+    for (const ShownRow &row : rowToKey)
+        values.push_back(numberIn(row, column));
+    totals->count(field, std::move(values));
+    return totals->sum(field)->value();
 }
 
 double CDataTable::numberIn(const ShownRow &row, int column) const
