@@ -78,7 +78,7 @@ void HpfModelState::refreshEmptyPlan()
     content->view = std::make_unique<core::RowView>(plan->arrangement());
 }
 
-HpfModelState::Reading HpfModelState::reading()
+HpfModelState::Reading HpfModelState::reading(const Change *changes, std::size_t count)
 {
     refreshEmptyPlan();
     const std::lock_guard<std::mutex> lock(mutex);
@@ -87,6 +87,8 @@ HpfModelState::Reading HpfModelState::reading()
     reading.job = job;
     if (job)
         reading.next = std::make_unique<HpfModelPlan::Reader>(job->target());
+    if (count == 1)
+        warmUp(changes, 1); // comes in while the row is read
     return reading;
 }
 
@@ -115,7 +117,7 @@ void HpfModelState::checkColumns(const Reading &read)
 void HpfModelState::applyAll(Change *changes, std::size_t count)
 {
     for (;;) {
-        Reading read = reading();
+        Reading read = reading(changes, count);
         checkColumns(read);
         std::for_each(changes, changes + count, [&](Change &change) { readChange(change, read); });
         const std::lock_guard<std::mutex> lock(mutex);

@@ -131,7 +131,7 @@ private:
     };
     using Lock = std::unique_lock<std::mutex>;
 
-    Reading reading();
+    Reading reading(const Change *changes, std::size_t count);
     void readChange(Change &change, Reading &reading) const;
     void refreshEmptyPlan();
     void checkColumns(const Reading &read);
