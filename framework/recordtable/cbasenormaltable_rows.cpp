@@ -33,7 +33,7 @@ QVector<int> CBaseNormalTable::addRows(const QVector<quint64> &identities)
 
 bool CBaseNormalTable::removeRow(int row)
 {
-    const RecordRow *found = d->rowOf(row);
+    const RecordRow *found = d->source.rows.peek(row);
     if (!found)
         return false;
     d->widgets.removeRow(found->gridId);
@@ -57,7 +57,7 @@ int CBaseNormalTable::rowCount() const
 
 bool CBaseNormalTable::hasRow(int row) const
 {
-    return d->rowOf(row) != nullptr;
+    return d->source.rows.peek(row) != nullptr;
 }
 
 QVector<int> CBaseNormalTable::rows() const
@@ -110,7 +110,7 @@ void CBaseNormalTable::setCellValue(int row, int column, const QVariant &value)
 
 void CBaseNormalTable::markRow(int row)
 {
-    RecordRow *found = d->rowOf(row);
+    RecordRow *found = d->source.rows.peek(row);
     if (!found)
         return;
     d->source.markRow(*found);
@@ -119,10 +119,15 @@ void CBaseNormalTable::markRow(int row)
 
 void CBaseNormalTable::markCell(int row, int column)
 {
-    RecordRow *found = d->rowOf(row);
-    if (!found || !d->source.hasColumn(column))
+    if (!d->source.hasColumn(column))
         return;
-    d->source.markCell(*found, column);
+    RecordRows &rows = d->source.rows;
+    if (rows.isKnown(row) || rows.sortsBy(column)) {
+        RecordRow *found = rows.peek(row);
+        if (!found)
+            return;
+        d->source.markCell(*found, column);
+    }
     d->changed();
 }
 

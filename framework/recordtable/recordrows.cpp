@@ -23,6 +23,8 @@ RecordRow *RecordRows::add(quint64 identity)
         return nullptr;
     const auto row = std::make_shared<RecordRow>();
     row->id = nextId++;
+    row->version = nextVersion();
+    known.push_back(0);
     row->gridId = takeScreenId(identity, row.get());
     arrival.push_back(row);
     touch(*row);
@@ -48,6 +50,7 @@ void RecordRows::clear()
     touchedRows.clear();
     rowOfScreenId.clear();
     arrival.clear();
+    known.clear();
     nextId = 0;
     goneCount = 0;
     allStale = true; // what comes now comes all at once
@@ -59,7 +62,7 @@ int RecordRows::count() const
 }
 
 /// Rows stand by id, and at the place of their id unless earlier ones have gone.
-RecordRow *RecordRows::find(int id) const
+RecordRow *RecordRows::peek(int id) const
 {
     if (id < 0 || id >= nextId)
         return nullptr;
@@ -72,10 +75,21 @@ RecordRow *RecordRows::find(int id) const
     return found != arrival.end() && (*found)->id == id && !(*found)->gone ? found->get() : nullptr;
 }
 
-RecordRow *RecordRows::findOnScreen(GridRowId id) const
+RecordRow *RecordRows::find(int id)
+{
+    RecordRow *row = peek(id);
+    if (row)
+        noteKnown(*row);
+    return row;
+}
+
+RecordRow *RecordRows::findOnScreen(GridRowId id)
 {
     const auto found = rowOfScreenId.find(id);
-    return found == rowOfScreenId.end() ? nullptr : found->second;
+    if (found == rowOfScreenId.end())
+        return nullptr;
+    noteKnown(*found->second);
+    return found->second;
 }
 
 void RecordRows::setSorts(const Sorts &sorts)

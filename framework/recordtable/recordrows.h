@@ -32,8 +32,20 @@ public:
     void clear();
     int count() const;
     /// Null for an id without a row.
-    RecordRow *find(int id) const;
-    RecordRow *findOnScreen(GridRowId id) const;
+    RecordRow *find(int id);
+    /// The same for who does not look at its cells.
+    RecordRow *peek(int id) const;
+    RecordRow *findOnScreen(GridRowId id);
+    /// Whether somebody may have filled cells of the row, who found it or saw it. What happens in the other ones is of
+    /// no interest, and most rows of a large table are never seen; answers without touching the row.
+    bool isKnown(int id) const
+    {
+        return id >= 0 && static_cast<std::size_t>(id) < known.size() && known[static_cast<std::size_t>(id)] != 0;
+    }
+    /// The row is on the screen.
+    void noteKnown(const RecordRow &row) { known[static_cast<std::size_t>(row.id)] = 1; }
+    /// A version that no row has had before under the same identity.
+    quint32 nextVersion() { return ++lastVersion; }
     int lastId() const { return nextId - 1; }
 
     void setSorts(const Sorts &sorts);
@@ -61,10 +73,12 @@ private:
     std::vector<RecordRowPtr> arrival; ///< by id
     std::vector<RecordRow *> order;
     std::vector<RecordRow *> touchedRows; ///< new ones too
+    std::vector<char> known;              ///< by id
     std::unordered_map<GridRowId, RecordRow *> rowOfScreenId;
     int nextId = 0;
     int goneCount = 0;
     quint64 lastSerial = 0;
+    quint32 lastVersion = 0;
     bool allStale = false;
     bool placesStale = false;
 };

@@ -119,8 +119,10 @@ void RecordSource::fetch(qint64 first, int count, GridWindow &gridWindow)
     const qint64 from = std::clamp<qint64>(first, 0, size);
     const qint64 to = std::clamp<qint64>(first + count, from, size);
     window.clear();
-    for (qint64 at = from; at < to; ++at)
+    for (qint64 at = from; at < to; ++at) {
         window.push_back(shown[static_cast<std::size_t>(at)]->shared_from_this());
+        rows.noteKnown(*window.back());
+    }
     gridWindow.first = first;
     takeWindow(gridWindow);
 }

@@ -16,7 +16,7 @@ void RecordSource::setCell(RecordRow &row, int column, const QString &text, cons
     cell.unit = unit;
     if (showing > 0)
         return;
-    ++row.version;
+    row.version = rows.nextVersion();
     noteChange();
 }
 
@@ -24,7 +24,7 @@ void RecordSource::markRow(RecordRow &row)
 {
     for (RecordCell &cell : row.cells)
         cell.due = true;
-    ++row.version;
+    row.version = rows.nextVersion();
     rows.touch(row);
     noteChange();
 }
@@ -33,7 +33,7 @@ void RecordSource::markCell(RecordRow &row, int column)
 {
     if (static_cast<std::size_t>(column) < row.cells.size())
         row.cells[static_cast<std::size_t>(column)].due = true;
-    ++row.version;
+    row.version = rows.nextVersion();
     if (rows.sortsBy(column))
         rows.touch(row);
     noteChange();

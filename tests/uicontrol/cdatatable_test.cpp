@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <algorithm>
 #include <limits>
 
 #include "grid/gridview.h"
@@ -310,6 +311,43 @@ TEST_F(CDataTable, CellsAreWorkedOutWhenTheyAreNeededAndThroughTheHook)
     table->updateDataField(table->getData(0), TicketLots, true);
     EXPECT_TRUE(table->shownFields.empty()) << "painting waits for the next frame";
     EXPECT_TRUE(QTest::qWaitFor([this] { return !table->shownFields.empty(); }));
+}
+
+TEST_F(CDataTable, WhatChangedBeforeAllRowsAreMadeAnewIsShown)
+{
+    addTickets(3);
+    table->updateTable();
+    table->shownFields.clear();
+    table->updateData(fullTicket("b", 7), false);
+    table->filterColumn();
+    table->updateTable();
+    EXPECT_NE(std::find(table->shownFields.begin(), table->shownFields.end(), TicketLots), table->shownFields.end())
+        << "the row is another one under the same identity";
+}
+
+TEST_F(CDataTable, AFieldOfARowOutOfSightShowsWhenItComesIntoSight)
+{
+    window->resize(900, 120); // a few rows
+    for (int number = 0; number < 100; ++number)
+        table->updateData(fullTicket(std::to_string(1000 + number), number), false);
+    table->updateTable();
+    const auto change = [this](int row, int lots) {
+        const auto changed = fullTicket(std::to_string(1000 + row), row);
+        changed->setData(TicketLots, lots);
+        table->updateDataField(changed, TicketLots, false);
+    };
+    change(90, 901); // never seen
+    table->scrollToRow(90);
+    table->updateTable();
+    change(90, 902); // in sight
+    table->updateTable();
+    EXPECT_EQ(table->cellText(90, ColumnLots), "902");
+    table->scrollToRow(0);
+    table->updateTable();
+    change(90, 903); // seen before
+    EXPECT_EQ(table->cellText(90, ColumnLots), "903");
+    change(50, 501);
+    EXPECT_EQ(table->cellText(50, ColumnLots), "501");
 }
 
 TEST_F(CDataTable, TheFilterBoxOffersTheTextsThatPassTheOtherFilters)

@@ -2,8 +2,11 @@
 
 #include <QtCore/QElapsedTimer>
 #include <algorithm>
+#include <functional>
+#include <unordered_map>
 
 #include "model/cfieldformat.h"
+#include "rows/pointerindex.h"
 #include "table/columntotals.h"
 
 namespace KV {
@@ -15,10 +18,19 @@ constexpr int alternatingRows = 1024;
 constexpr int activatedEvent = 69;
 constexpr int currentEvent = 70;
 
+quint64 hashOf(const std::string &key)
+{
+    return std::hash<std::string>()(key);
+}
+
 } // namespace
 
+class CDataTable::Index : public core::PointerIndex<Entry>
+{
+};
+
 CDataTable::CDataTable(int tableId, int metaIdOfRecords, QWidget *parent)
-    : ZB::COddEvenRowTable(tableId, parent, tableOptions), metaID(metaIdOfRecords),
+    : ZB::COddEvenRowTable(tableId, parent, tableOptions), keyToRow(std::make_unique<Index>()), metaID(metaIdOfRecords),
       totals(std::make_unique<ColumnTotals>()), sinceSums(std::make_unique<QElapsedTimer>())
 {
     addOptions(alternatingRows);
@@ -40,8 +52,7 @@ void CDataTable::repaint(bool flag)
 
 CDataTable::Entry *CDataTable::entryOf(const std::string &key) const
 {
-    const auto found = keyToRow.find(key);
-    return found == keyToRow.end() ? nullptr : found->second;
+    return keyToRow->find(hashOf(key), [&key](const Entry &entry) { return entry.first == key; });
 }
 
 CDataTable::Entry &CDataTable::store(const RecordPtr &record)
@@ -50,7 +61,7 @@ CDataTable::Entry &CDataTable::store(const RecordPtr &record)
     Entry *entry = entryOf(key);
     if (!entry) {
         entry = &*records.emplace(std::move(key), Stored()).first;
-        keyToRow.emplace(entry->first, entry);
+        keyToRow->insert(hashOf(entry->first), entry);
     }
     entry->second.record = record;
     return *entry;
@@ -178,7 +189,7 @@ int CDataTable::removeDataByKey(std::string key)
     const int row = entry->second.row;
     sumAnew();
     removeRow(row);
-    keyToRow.erase(key);
+    keyToRow->remove(hashOf(key), entry);
     rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
     records.erase(key);
     return row;
@@ -187,7 +198,7 @@ int CDataTable::removeDataByKey(std::string key)
 void CDataTable::clear()
 {
     forgetRows();
-    keyToRow.clear();
+    keyToRow->clear();
     records.clear();
     boldColumns.clear();
     clearRows();

@@ -7,8 +7,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "kdservice/evxtradertype.h"
@@ -165,6 +163,7 @@ private:
         int row = -1;
     };
     using Entry = std::pair<const std::string, Stored>;
+    class Index;
     /// A row and what it was given to show last. No entry for a row that a derived table has added on its own.
     struct ShownRow
     {
@@ -204,8 +203,8 @@ private:
     std::map<int, CustomFilter> customFilters; ///< by column
     bool immediateUpdate = true;
     std::map<int, int> fieldToColumn;
-    std::unordered_map<std::string_view, Entry *> keyToRow; ///< of all that is stored; the row stands in the entry
-    std::vector<ShownRow> rowToKey;                         ///< by ascending row
+    std::unique_ptr<Index> keyToRow; ///< of all that is stored; the row stands in the entry
+    std::vector<ShownRow> rowToKey;  ///< by ascending row
     std::map<std::string, Stored> records;
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
     std::set<int> boldColumns;
