@@ -1,3 +1,4 @@
+#include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <algorithm>
 
@@ -35,7 +36,7 @@ void CBaseHighPerformanceTable::Private::install(const boost::shared_ptr<IBaseHp
     grid->setSource(nullptr);
     grid->setSource(&source);
     if (model)
-        model->setChangeListener(wakeUp.listener());
+        model->setChangeListener(wakeUp.listener(), q);
     for (int column = 0; model && column < model->columnCount(); ++column)
         initColumn(column);
     frame = CBaseTableFrameSetting();
@@ -53,7 +54,7 @@ void CBaseHighPerformanceTable::Private::install(const boost::shared_ptr<IBaseHp
 void CBaseHighPerformanceTable::Private::releaseModel()
 {
     if (shared)
-        shared->setChangeListener(nullptr);
+        shared->setChangeListener(nullptr, q);
     source.setModel(nullptr, nullptr);
     model = nullptr;
     shared.reset();
@@ -87,6 +88,7 @@ void CBaseHighPerformanceTable::Private::housekeep()
         model->onSecondTimer();
         updateStatistics();
     }
+    source.takeWhenSettled();
     grid->refresh();
     updateMarks();
     updateFollow();
@@ -114,6 +116,20 @@ void CBaseHighPerformanceTable::Private::settle()
         return;
     HpfModelAccess::step(*model, settleMilliseconds);
     grid->refresh();
+}
+
+/// A model that somebody else owns may go at any event, so no other thread can wait for its order. False when the table
+/// has gone meanwhile.
+bool CBaseHighPerformanceTable::Private::waitForOrder()
+{
+    const QPointer<CBaseHighPerformanceTable> self(q);
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, &QEventLoop::quit);
+    poll.start(settleMilliseconds);
+    while (self && model && !shared && !source.isPaused() && !HpfModelAccess::step(*model, 0))
+        loop.exec();
+    return self;
 }
 
 void CBaseHighPerformanceTable::Private::updateMarks()

@@ -52,6 +52,7 @@ public:
     /// @{
     void housekeep();
     void settle();
+    bool waitForOrder();
     void updateMarks();
     void updateFollow();
     void updatePaging();

@@ -61,6 +61,8 @@ bool CBaseHighPerformanceTable::exportData(QString path)
         return false;
     d->restoreNow();
     d->settle();
+    if (!d->waitForOrder() || !d->model)
+        return false;
     return d->transfer.exportTo(path, d->exportColumns(d->grid->visibleColumns()), d->source.allRows());
 }
 

@@ -28,6 +28,7 @@ struct HpfModelStatus
     int shown = 0;          ///< rows that pass the filters
     int all = 0;
     bool pending = false; ///< a sort, a filter or a sum was asked for and is not carried out yet
+    quint64 marks = 0;    ///< how often the model was marked as updated
 };
 
 /// How the tables of this folder read a model while others change it.

@@ -41,7 +41,8 @@ std::shared_ptr<const HpfModelPlan> newestPlan(const IBaseHpfTableModel &model, 
 struct HpfDistinctTexts::Private
 {
     Private(const IBaseHpfTableModel &model, HpfModelState &modelState, const HpfModelColumn &countedColumn)
-        : state(modelState), column(countedColumn), reader(newestPlan(model, modelState))
+        : state(modelState), column(countedColumn), ownTexts(model.textContext(countedColumn.number()) < 0),
+          reader(newestPlan(model, modelState))
     {
         const auto &filters = reader.plan()->filters();
         for (std::size_t i = 0; i < filters.size(); ++i) {
@@ -56,11 +57,11 @@ struct HpfDistinctTexts::Private
             if (!reader.passesFilter(row, filter))
                 return;
         }
-        const int *const known = places.find(column, row);
+        const int *const known = ownTexts ? nullptr : places.find(column, row);
         const int place = known ? *known : placeOf(row);
         if (place < 0)
             return;
-        if (!known)
+        if (!known && !ownTexts)
             places.remember(place);
         ++found[static_cast<std::size_t>(place)].value.count;
     }
@@ -95,6 +96,7 @@ struct HpfDistinctTexts::Private
 
     HpfModelState &state;
     const HpfModelColumn column;
+    const bool ownTexts; ///< of every row, whatever its value
     HpfModelPlan::Reader reader;
     std::vector<std::size_t> otherFilters;
     HpfAnswersByValue<int> places;

@@ -74,14 +74,17 @@ class HpfModelFilter
 public:
     using Answers = HpfAnswersByValue<bool>;
 
-    HpfModelFilter(const HpfModelColumn &filteredColumn, const core::ValueFilter &filter);
+    /// newContext: IBaseHpfTableModel::textContext of the column.
+    HpfModelFilter(const HpfModelColumn &filteredColumn, int newContext, const core::ValueFilter &filter);
 
     const HpfModelColumn &source() const { return column; }
+    int textContext() const { return context; }
     /// Whether a row passes; `answers` are those that this filter gave before, and belong to the caller's thread.
     bool passes(IBaseHpfTableData &row, Answers &answers) const;
 
 private:
     const HpfModelColumn column;
+    const int context;
     const core::ValueFilter conditions;
 };
 

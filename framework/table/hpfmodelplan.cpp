@@ -36,15 +36,18 @@ HpfModelPlan::HpfModelPlan(const IBaseHpfTableModel &model, const HpfModelWish &
     }
     for (auto it = madeOf.filters.cbegin(); it != madeOf.filters.cend(); ++it) {
         const HpfModelColumn column = columnOf(model, it.key());
+        const int context = model.textContext(it.key());
         const auto shared = [&]() -> FilterPtr {
             if (!former || former->madeOf.filters.value(it.key()) != it.value())
                 return nullptr;
-            const auto same = std::find_if(former->columnFilters.begin(), former->columnFilters.end(),
-                                           [&](const FilterPtr &filter) { return filter->source() == column; });
+            const auto same =
+                std::find_if(former->columnFilters.begin(), former->columnFilters.end(), [&](const FilterPtr &filter) {
+                    return filter->source() == column && filter->textContext() == context;
+                });
             return same == former->columnFilters.end() ? nullptr : *same;
         }();
-        columnFilters.push_back(shared ? shared
-                                       : std::make_shared<const HpfModelFilter>(column, conditionsOf(it.value())));
+        columnFilters.push_back(
+            shared ? shared : std::make_shared<const HpfModelFilter>(column, context, conditionsOf(it.value())));
     }
     for (const int column : madeOf.sums) {
         const HpfModelColumn read = columnOf(model, column);
@@ -78,7 +81,10 @@ bool HpfModelPlan::fits(const IBaseHpfTableModel &model) const
     return std::all_of(sort.begin(), sort.end(),
                        [&](const SortField &field) { return field.custom || unchanged(field.column); }) &&
            std::all_of(columnFilters.begin(), columnFilters.end(),
-                       [&](const FilterPtr &filter) { return unchanged(filter->source()); }) &&
+                       [&](const FilterPtr &filter) {
+                           return unchanged(filter->source()) &&
+                                  model.textContext(filter->source().number()) == filter->textContext();
+                       }) &&
            std::all_of(madeOf.sums.begin(), madeOf.sums.end(), [&](int column) {
                const HpfModelColumn present = columnOf(model, column);
                const HpfModelColumn *const known = sumOf(column);

@@ -40,7 +40,7 @@ public:
     core::Arrangement arrangement() const;
 
     /// Whether the model's columns still have the types that the plan was made for, those also that had no sum because
-    /// of theirs. Asks the model.
+    /// of theirs, and filtered ones their text context. Asks the model.
     bool fits(const IBaseHpfTableModel &model) const;
     /// Whether rows arranged by this plan are all that the other one asks for; it may keep more sums.
     bool covers(const HpfModelPlan &other) const;

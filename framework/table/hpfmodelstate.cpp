@@ -46,7 +46,7 @@ bool HpfModelState::appendSeq() const
 HpfModelStatus HpfModelState::status() const
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    return {orderEpoch, dataEpoch, arrivals, content->view->shownCount(), content->slots.size(), pending()};
+    return {orderEpoch, dataEpoch, arrivals, content->view->shownCount(), content->slots.size(), pending(), marks};
 }
 
 HpfModelState::Row HpfModelState::rowOfKey(const std::string &key) const
@@ -206,27 +206,33 @@ void HpfModelState::setUpdated(bool updated)
         updatedFlag = false;
         return;
     }
+    ++marks;
     if (updatedFlag.exchange(true))
         return;
-    std::shared_ptr<const std::function<void()>> called;
+    std::vector<Listener> called;
     {
         const std::lock_guard<std::mutex> lock(listenerMutex);
-        if (!listener)
+        if (listeners.empty())
             return;
-        called = listener;
+        for (const auto &[owner, listener] : listeners)
+            called.push_back(listener);
         ++listenerCalls;
     }
-    (*called)();
+    for (const Listener &listener : called)
+        (*listener)();
     const std::lock_guard<std::mutex> lock(listenerMutex);
     --listenerCalls;
     listenerReturned.notify_all();
 }
 
-/// Once it returns the former listener is not called any more.
-void HpfModelState::setListener(std::function<void()> newListener)
+/// Once it returns the owner's former listener is not called any more.
+void HpfModelState::setListener(std::function<void()> newListener, const void *owner)
 {
     Lock lock(listenerMutex);
-    listener = newListener ? std::make_shared<const std::function<void()>>(std::move(newListener)) : nullptr;
+    if (newListener)
+        listeners[owner] = std::make_shared<const std::function<void()>>(std::move(newListener));
+    else
+        listeners.erase(owner);
     listenerReturned.wait(lock, [this] { return listenerCalls == 0; });
 }
 

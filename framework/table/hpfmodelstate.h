@@ -3,6 +3,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -102,7 +103,7 @@ public:
     /// @{
     void setUpdated(bool updated);
     bool updated() const { return updatedFlag; }
-    void setListener(std::function<void()> newListener);
+    void setListener(std::function<void()> newListener, const void *owner);
     /// @}
 
 private:
@@ -180,10 +181,12 @@ private:
     quint64 arrivals = 0;
 
     std::atomic<bool> updatedFlag{false};
+    std::atomic<quint64> marks{0}; ///< how often it was set
 
-    std::mutex listenerMutex; ///< guards the listener and the number of its calls
+    using Listener = std::shared_ptr<const std::function<void()>>;
+    std::mutex listenerMutex; ///< guards the listeners and the number of their calls
     std::condition_variable listenerReturned;
-    std::shared_ptr<const std::function<void()>> listener;
+    std::map<const void *, Listener> listeners; ///< by owner
     int listenerCalls = 0;
 };
 

@@ -117,6 +117,11 @@ void IBaseHpfTableModel::onResourceChanged()
     onTimer();
 }
 
+int IBaseHpfTableModel::textContext(int) const
+{
+    return 0;
+}
+
 IBaseHpfTableModel::Row IBaseHpfTableModel::getData(int row) const
 {
     state->settle();
@@ -158,6 +163,16 @@ int IBaseHpfTableModel::size() const
 int IBaseHpfTableModel::allSize() const
 {
     return state->status().all;
+}
+
+bool IBaseHpfTableModel::isPending() const
+{
+    return state->isPending();
+}
+
+quint64 IBaseHpfTableModel::changeCount() const
+{
+    return state->status().dataEpoch;
 }
 
 int IBaseHpfTableModel::indexOfKey(const std::string &key) const
@@ -233,8 +248,9 @@ bool IBaseHpfTableModel::isFlashChange(int row, int column) const
 {
     if (!columnFlashChange(column))
         return false;
-    const Row shown = getData(row);
-    return shown && shown->isFlashChange(column);
+    std::vector<HpfShownRow> rows;
+    state->fetch(row, 1, rows);
+    return !rows.empty() && rows.front().row->isFlashChange(column);
 }
 
 void IBaseHpfTableModel::setUpdated(bool updated)
@@ -247,9 +263,9 @@ bool IBaseHpfTableModel::updated() const
     return state->updated();
 }
 
-void IBaseHpfTableModel::setChangeListener(std::function<void()> listener)
+void IBaseHpfTableModel::setChangeListener(std::function<void()> listener, const void *owner)
 {
-    state->setListener(std::move(listener));
+    state->setListener(std::move(listener), owner);
 }
 
 void IBaseHpfTableModel::setColumnStatEnable(int column, bool enable)

@@ -4,6 +4,7 @@
 #include <QtCore/QRunnable>
 #include <QtCore/QThread>
 #include <QtCore/QThreadPool>
+#include <limits>
 
 namespace ZB {
 
@@ -62,10 +63,11 @@ RowSnapshot snapshotOf(std::vector<HpfShownRow> rows, std::shared_ptr<SharedMode
     return RowSnapshot(kept, &kept->rows);
 }
 
+/// Without asking for their number first: rows that come in between at the top would push the last ones out.
 std::vector<HpfShownRow> allRows(const IBaseHpfTableModel &model)
 {
     std::vector<HpfShownRow> rows;
-    HpfModelAccess::fetch(model, 0, HpfModelAccess::rowCount(model), rows);
+    HpfModelAccess::fetch(model, 0, std::numeric_limits<int>::max(), rows);
     return rows;
 }
 
@@ -93,9 +95,13 @@ RowSnapshot makeSnapshot(std::vector<HpfShownRow> rows, const SharedModel &model
 
 RowTaker takerOfAll(const IBaseHpfTableModel &model, const SharedModel &shared)
 {
-    if (!shared || std::size_t(HpfModelAccess::rowCount(model)) <= fewRows)
+    const HpfModelStatus status = HpfModelAccess::status(model);
+    if (!shared || (!status.pending && std::size_t(status.shown) <= fewRows))
         return takerOfTaken(allRows(model), shared);
-    return [hold = heldForGui(shared)] { return snapshotOf(allRows(**hold), hold); };
+    return [hold = heldForGui(shared)] {
+        (*hold)->size(); // finishes a sort or a filter that is under way
+        return snapshotOf(allRows(**hold), hold);
+    };
 }
 
 RowTaker takerOf(std::vector<quint64> ids, const IBaseHpfTableModel &model, const SharedModel &shared)

@@ -23,8 +23,9 @@ FRAMEWORK_API RowSnapshot makeSnapshot(std::vector<HpfShownRow> rows, const Shar
 /// Takes rows when it is called, on any thread and once. It holds the model as a snapshot does.
 using RowTaker = std::function<RowSnapshot()>;
 
-/// All shown rows of a model. A shared model is asked when the taker is called, since a million rows take their time;
-/// one that somebody else owns at once.
+/// All shown rows of a model. A shared model is asked when the taker is called, since a million rows take their time
+/// and a sort or a filter that is under way is finished first. One that somebody else owns is asked at once, for the
+/// order that it has.
 FRAMEWORK_API RowTaker takerOfAll(const IBaseHpfTableModel &model, const SharedModel &shared);
 /// The rows of these ids as far as they exist, in this order.
 FRAMEWORK_API RowTaker takerOf(std::vector<quint64> ids, const IBaseHpfTableModel &model, const SharedModel &shared);

@@ -27,7 +27,9 @@ void TableSource::setModel(IBaseHpfTableModel *newModel, const SharedModel &newS
     before.clear();
     windowMarks.clear();
     statisticsTexts.clear();
-    lastData = model ? HpfModelAccess::status(*model).dataEpoch : 0;
+    const HpfModelStatus status = model ? HpfModelAccess::status(*model) : HpfModelStatus();
+    lastData = status.dataEpoch;
+    lastMarks = status.marks;
     touch();
 }
 
@@ -51,21 +53,23 @@ void TableSource::setPlainBackground(const QColor &background)
     touch();
 }
 
-/// The mark is taken off before the state is read: what comes in between wakes the table once more. A mark without a
-/// change of rows means that something else is different that rows show (a computed column), so all is asked again.
+/// The mark is taken off before the state is read: what comes in between wakes the table once more. Other tables over
+/// the model take it off too, so that it is told by its number. A mark without a change of rows means that something
+/// else is different that rows show (a computed column), so all is asked again.
 quint64 TableSource::revision() const
 {
     if (heldRows())
         return (touches << touchShift) + holding->data;
     quint64 data = 0;
     if (model) {
-        const bool marked = model->updated();
-        if (marked)
+        if (model->updated())
             model->setUpdated(false);
-        data = HpfModelAccess::status(*model).dataEpoch;
-        if (marked && data == lastData)
+        const HpfModelStatus status = HpfModelAccess::status(*model);
+        data = status.dataEpoch;
+        if (status.marks != lastMarks && data == lastData)
             ++touches;
         lastData = data;
+        lastMarks = status.marks;
     }
     return (touches << touchShift) + data;
 }
@@ -117,7 +121,6 @@ void TableSource::fetch(qint64 first, int count, GridWindow &gridWindow)
 {
     std::swap(window, before);
     fetchRows(first, count, window);
-    windowFirst = first;
     windowMarks.assign(window.size(), unknownMark);
     takeWindow(first, gridWindow);
 }

@@ -24,9 +24,12 @@ public:
 
     /// @name Pause
     /// @{
-    /// Keeps the rows as they are now, with their order. Very many rows of a shared model are taken in the background,
-    /// and shown as they were a moment later; `taken` is called when they are there.
+    /// Keeps the rows as they are now, with their order; while a sort or a filter is under way, as they are when it is
+    /// finished. Very many rows of a shared model are taken in the background, and shown as they were a moment later;
+    /// `taken` is called when they are there.
     void pause(const std::function<void()> &taken);
+    /// Takes the rows of a model that is not shared, if a pause waits for them and nothing is under way any more.
+    void takeWhenSettled();
     void resume();
     bool isPaused() const;
     /// Rows that the model has got since the pause began.
@@ -78,6 +81,7 @@ private:
     void takeWindow(qint64 first, GridWindow &window);
     const QColor *columnBackground(int column);
     int markOf(std::size_t windowRow);
+    bool isFlashing(const HpfShownRow &shown, int column) const;
     GridFlash direction(const IBaseHpfTableModel::Row &row, GridRowId id, int column) const;
 
     IBaseHpfTableModel *model = nullptr;
@@ -85,7 +89,6 @@ private:
     std::vector<HpfShownRow> window; ///< the rows of the last fetch
     std::vector<HpfShownRow> before; ///< those of the fetch before it: tells in which direction a value changed
     std::vector<int> windowMarks;    ///< index of the rule of each row of the window, -1 for none
-    qint64 windowFirst = 0;
 
     std::shared_ptr<Pause> holding;                           ///< there during a pause
     mutable std::vector<std::pair<quint64, int>> pausedIndex; ///< id and row, by id; made when first asked for
@@ -97,6 +100,7 @@ private:
 
     mutable quint64 touches = 1;
     mutable quint64 lastData = 0;
+    mutable quint64 lastMarks = 0;
     mutable std::unordered_map<int, QString> statisticsTexts; ///< as they were when no work was pending
 };
 

@@ -62,10 +62,18 @@ GridFlash TableSource::flash(int windowRow, int column)
     if (!model || windowRow < 0 || at >= window.size() || !window[at].row)
         return GridFlash::None;
     const IBaseHpfTableModel::Row &row = window[at].row;
-    const bool settled = !holding && !isSettling();
-    const bool wanted = settled ? model->isFlashChange(int(windowFirst) + windowRow, column)
-                                : model->columnFlashChange(column) && row->isFlashChange(column);
-    return wanted ? direction(row, window[at].id, column) : GridFlash::None;
+    return isFlashing(window[at], column) ? direction(row, window[at].id, column) : GridFlash::None;
+}
+
+/// A model answers for an index, at which another row may stand by now, or while it is answering; then the row speaks
+/// for itself.
+bool TableSource::isFlashing(const HpfShownRow &shown, int column) const
+{
+    const int index = holding ? -1 : HpfModelAccess::indexOf(*model, shown.id);
+    const bool answer = index >= 0 && model->isFlashChange(index, column);
+    if (index >= 0 && HpfModelAccess::indexOf(*model, shown.id) == index)
+        return answer;
+    return model->columnFlashChange(column) && shown.row->isFlashChange(column);
 }
 
 /// Rows that do not know by how much they changed are compared with the row that stood there before.

@@ -20,10 +20,10 @@ void TableSource::pause(const std::function<void()> &taken)
     holding = std::make_shared<Pause>();
     holding->arrivals = status.arrivals;
     holding->data = status.dataEpoch;
-    if (!sharedModel || status.shown <= rowsTakenAtOnce) {
-        std::vector<HpfShownRow> rows;
-        HpfModelAccess::fetch(*model, 0, status.shown, rows);
-        holding->rows = makeSnapshot(std::move(rows), sharedModel);
+    if (!sharedModel)
+        return takeWhenSettled();
+    if (!status.pending && status.shown <= rowsTakenAtOnce) {
+        holding->rows = takerOfAll(*model, sharedModel)();
         return;
     }
     const auto keep = [this, taken, run = std::weak_ptr<Pause>(holding)](const RowSnapshot &rows) {
@@ -39,6 +39,14 @@ void TableSource::pause(const std::function<void()> &taken)
             QMetaObject::invokeMethod(
                 application, [rows, keep] { keep(rows); }, Qt::QueuedConnection);
     }));
+}
+
+void TableSource::takeWhenSettled()
+{
+    if (!holding || holding->rows || !model || sharedModel || HpfModelAccess::status(*model).pending)
+        return;
+    holding->rows = takerOfAll(*model, sharedModel)();
+    touch();
 }
 
 void TableSource::resume()

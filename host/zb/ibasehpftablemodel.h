@@ -68,7 +68,7 @@ public:
     /// Narrows: rows must pass this filter and every filter set before, also one on the same column.
     virtual void filterColumnCombin(int column, QPair<EFilterType, QSet<QString>> &filter);
     /// Whether the cell of a shown row flashes when it changes; the column's and the row's own answers unless
-    /// overridden.
+    /// overridden. The row is one of those that are shown at present; nothing that is pending is waited for.
     virtual bool isFlashChange(int row, int column) const;
     /// Below 0 when a goes in front of b, above 0 behind it, 0 when equal. The default compares the values of the sort
     /// columns. An override takes effect when the order is set to SortCustom.
@@ -91,6 +91,11 @@ protected:
     virtual void initColumns(const std::vector<int> &metaIds) = 0;
 
 public:
+    /// What the filter texts of a column follow from besides the raw values of its cells: a number that is another one
+    /// when equal values get other texts (a setting of the user's), 0 unless overridden. Below 0 every row has a text
+    /// of its own (a price with its instrument's decimals), so that filters ask all rows and not all different values.
+    virtual int textContext(int column) const;
+
     static constexpr int SortCustom = -2; ///< sort column id of the order that customSort() defines
 
     /// A row of a known key replaces that row. Rows without a key are refused (false).
@@ -112,6 +117,11 @@ public:
     /// The number of rows that pass the filters; allSize() of all rows.
     int size() const;
     int allSize() const;
+    /// Whether a sort, a filter or a sum was asked for and is not carried out yet. What needs it carried out (size(),
+    /// the shown rows, the sums) takes its time then; this does not.
+    bool isPending() const;
+    /// Grows with every change of rows, order and filters that is carried out, and waits for none.
+    quint64 changeCount() const;
     /// The shown index of a key, -1 when it is unknown or filtered out.
     int indexOfKey(const std::string &key) const;
 
@@ -132,8 +142,8 @@ public:
     void setUpdated(bool updated);
     bool updated() const;
     /// Called on the thread of the change when updated() becomes true; the table posts itself a wake-up from it. Called
-    /// without any lock; must not call back into the model. One listener; an empty function removes it.
-    void setChangeListener(std::function<void()> listener);
+    /// without any lock; must not call back into the model. One listener of each owner; an empty function removes it.
+    void setChangeListener(std::function<void()> listener, const void *owner = nullptr);
 
     /// Starts or stops summing a column over the rows that pass the filters.
     void setColumnStatEnable(int column, bool enable);

@@ -239,6 +239,43 @@ TEST(HpfModel, MakesTextOncePerValueAndNotPerRow)
     EXPECT_EQ(textsMade, 4);
 }
 
+TEST(HpfModel, AsksAnewWhenTheSameValuesHaveOtherTexts)
+{
+    /// Shows its price with decimals of its own.
+    class PriceRow : public ValueRow
+    {
+    public:
+        PriceRow(const char *rowKey, int shownDecimals)
+            : ValueRow(rowKey, {0, 0, 10.5, {}, false}), decimals(shownDecimals)
+        {
+        }
+        QString getFilterQString(int) override { return QString::number(10.5, 'f', decimals); }
+        std::atomic<int> decimals;
+    };
+    const auto two = boost::make_shared<PriceRow>("two", 2);
+    const auto three = boost::make_shared<PriceRow>("three", 3);
+    for (const bool reversed : {false, true}) {
+        ValueModel model;
+        model.context = -1;
+        model.updateDatas(reversed ? QVector<ZB::IBaseHpfTableModel::Row>{three, two}
+                                   : QVector<ZB::IBaseHpfTableModel::Row>{two, three});
+        model.filter(Price, 0, {"10.50"});
+        EXPECT_EQ(shownKeys(model), "two");
+        model.clearFilter();
+        ZB::HpfDistinctTexts texts(model, Price);
+        texts.step(1000);
+        EXPECT_EQ(texts.values().size(), 2u);
+    }
+    ValueModel model;
+    model.filter(Price, 0, {"10.50"});
+    model.updateDatas({two, makeRow("other", 0, 0, 1)});
+    EXPECT_EQ(shownKeys(model), "two");
+    two->decimals = 1;
+    model.context = 1;
+    model.updateData(makeRow("other", 0, 0, 1));
+    EXPECT_EQ(shownKeys(model), "");
+}
+
 TEST(HpfModel, TellsAZeroFromACellWithoutAValue)
 {
     ValueModel model;
@@ -530,6 +567,24 @@ TEST(HpfModel, TellsOfEveryRowAndCallsTheListenerOncePerMark)
     model.clear();
     EXPECT_TRUE(model.updated());
     EXPECT_EQ(calls, 4);
+}
+
+TEST(HpfModel, EveryOwnersListenerIsCalledUntilThatOwnerTakesItAway)
+{
+    ValueModel model;
+    QString called;
+    const int first = 0;
+    const int second = 0;
+    model.setChangeListener([&called] { called += "1"; }, &first);
+    model.setChangeListener([&called] { called += "x"; }, &second);
+    model.setChangeListener([&called] { called += "2"; }, &second);
+    model.setUpdated(true);
+    std::sort(called.begin(), called.end());
+    EXPECT_EQ(called, "12");
+    model.setUpdated(false);
+    model.setChangeListener({}, &first);
+    model.setUpdated(true);
+    EXPECT_EQ(called, "122");
 }
 
 TEST(HpfModel, HooksOfTheTableCallTheTimerUnlessOverridden)

@@ -81,6 +81,7 @@ public:
     void clear() override { clearRows(); }
     void onTimer() override { ++timerCalls; }
     int customSort(const Row &a, const Row &b) const override;
+    int textContext(int) const override { return context; }
 
     using IBaseHpfTableModel::_addStatColumnData;
     using IBaseHpfTableModel::_resetStatMap;
@@ -93,6 +94,7 @@ public:
     std::function<void(const Record &, bool)> onRow; ///< told of rows that come (true) or are replaced
     std::function<void()> onDestruction;
     std::atomic<bool> textColumns{false}; ///< every column is a text column
+    std::atomic<int> context{0};          ///< of the texts of every column
     int timerCalls = 0;
 
 protected:

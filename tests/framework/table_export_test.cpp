@@ -5,10 +5,15 @@
 #include <QtCore/QTimer>
 #include <QtCore/QXmlStreamReader>
 #include <QtTest/QTest>
+#include <atomic>
+#include <future>
+#include <thread>
 
 #include "framework/tablefixture.h"
 #include "popups/taskstrip.h"
 #include "table/csvtablewriter.h"
+#include "table/hpfmodelaccess.h"
+#include "table/rowsnapshot.h"
 #include "table/xlsxcheck.h"
 #include "table/xlsxtablewriter.h"
 #include "table/zipentry.h"
@@ -54,10 +59,47 @@ QString sheetText(const QString &path, const QString &sheet)
     return lines.join(QLatin1Char('\n'));
 }
 
+/// Holds up a filter that asks for its text until it is let go.
+class HeldRow : public OrderRow
+{
+public:
+    HeldRow(Order held, std::shared_future<void> gate) : OrderRow(std::move(held)), opened(std::move(gate)) {}
+
+    QString getFilterQString(int column) override
+    {
+        opened.wait();
+        return OrderRow::getFilterQString(column);
+    }
+
+private:
+    const std::shared_future<void> opened;
+};
+
 class TableExportTest : public TableTest
 {
 protected:
     ~TableExportTest() override { QThreadPool::globalInstance()->waitForDone(); }
+
+    /// Asks for what is bought, which is not carried out before the gate is opened.
+    void filterHalfWay()
+    {
+        const std::shared_future<void> opened = gate.get_future().share();
+        model->updateData(boost::make_shared<HeldRow>(Order{"held", "600900", "长江电力", 2, 1, 1}, opened));
+        QSet<QString> values{QStringLiteral("买入")};
+        table->onFilterTrigger(Side, ZB::FilterExact, values);
+        EXPECT_TRUE(ZB::HpfModelAccess::status(*model).pending);
+    }
+    void openSoon()
+    {
+        QTimer::singleShot(50, window.get(), [this] { gate.set_value(); });
+    }
+    QString codesIn(const QString &file) const
+    {
+        QStringList codes;
+        for (const QString &line : QString::fromUtf8(contentOf(path(file))).split(QStringLiteral("\r\n")).mid(1))
+            codes.append(line.section(QLatin1Char(','), 0, 0));
+        return codes.join(QLatin1Char(' '));
+    }
 
     QString path(const QString &name) const { return folder.filePath(name); }
     QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
@@ -70,6 +112,7 @@ protected:
     }
 
     QTemporaryDir folder;
+    std::promise<void> gate;
 };
 
 TEST_F(TableExportTest, CsvHasTheShownRowsAndColumnsAndNoFormulas)
@@ -101,6 +144,88 @@ TEST_F(TableExportTest, FilterAndSortShapeTheFile)
               QStringLiteral("688293,'=奥浦迈,买入,98.7,50\r\n"
                              "300918,南山智尚,买入,15.93,100\r\n"
                              "600000,浦发银行,买入,10.25,300\r"));
+}
+
+TEST_F(TableExportTest, AFilterThatIsUnderWayIsFinishedFirst)
+{
+    filterHalfWay();
+    table->setSortColumns({{Price, 1}});
+    openSoon();
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(codesIn("out.csv"), "688293 300918 600000 ");
+    // So it is on the way back.
+    table->clearFilter();
+    model->size();
+    gate = std::promise<void>();
+    filterHalfWay();
+    table->clearFilter();
+    openSoon();
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(codesIn("out.csv"), "688293 300918 000001 600000 600900 600000 ");
+}
+
+TEST_F(TableExportTest, AFilterThatIsUnderWayIsFinishedFirstInAModelThatIsNotShared)
+{
+    table->setDataModel(model.get());
+    filterHalfWay();
+    openSoon();
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(codesIn("out.csv"), "600000 300918 688293 ");
+    table->clearFilter();
+    model->size();
+    gate = std::promise<void>();
+    filterHalfWay();
+    QTimer::singleShot(0, window.get(), [this] { delete table; });
+    openSoon();
+    EXPECT_FALSE(table->exportData(path("gone.csv")));
+    EXPECT_EQ(files(), QStringList({"out.csv"}));
+}
+
+TEST_F(TableExportTest, APauseDuringAFilterHoldsTheFilteredRows)
+{
+    int number = 0;
+    for (const bool isShared : {true, false}) {
+        if (!isShared)
+            table->setDataModel(model.get());
+        gate = std::promise<void>();
+        filterHalfWay();
+        table->setPaused(true);
+        gate.set_value();
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            model->put({"new" + std::to_string(number++), "600001", "邯郸钢铁", 0, 3, 3});
+            return grid()->source()->rowCount() < model->size();
+        })) << "the rows are held";
+        for (qint64 row = 0; row < grid()->source()->rowCount(); ++row)
+            EXPECT_EQ(grid()->source()->cellText(row, Side), "买入") << isShared;
+        table->setPaused(false);
+        table->clearFilter();
+        model->size();
+    }
+}
+
+TEST_F(TableExportTest, RowsThatComeInOnTopPushNoneOut)
+{
+    model->setAppendSeq(false);
+    for (int number = 0; number < 5000; ++number)
+        model->put({"old" + std::to_string(number), "1", "n", 0, 1, 1});
+    constexpr int rounds = 1000;
+    std::atomic<int> round{0};
+    std::thread feed([&] {
+        for (int number = 1; number <= rounds; ++number) {
+            const auto row =
+                boost::make_shared<OrderRow>(Order{"new" + std::to_string(number), "1", "n", 0, 1, number});
+            while (round < number)
+                std::this_thread::yield();
+            model->updateData(row);
+        }
+    });
+    int whole = 0;
+    while (round < rounds) {
+        ++round;
+        whole += ZB::takerOfAll(*model, nullptr)()->back().row->key() == "e" ? 1 : 0;
+    }
+    feed.join();
+    EXPECT_EQ(whole, rounds) << "times the oldest row was the last one";
 }
 
 TEST_F(TableExportTest, WorkbooksHaveTypedCells)

@@ -6,8 +6,10 @@
 
 #include "model/chpfdata.h"
 #include "model/chpfextradatamodel.h"
+#include "records/fieldids.h"
 #include "records/record.h"
 #include "records/typecatalogue.h"
+#include "services/instruments.h"
 #include "services/userconfig.h"
 #include "testrecords.h"
 #include "zb/cuiresource.h"
@@ -369,6 +371,63 @@ TEST(HpfDataModel, AColumnThatComesAfterItsSortSortsByItsOwnType)
     EXPECT_EQ(shownKeys(*model), "a b") << "as texts";
     model->addColumn(namedColumn("计算", QVariant::Double), QStringLiteral("-"), true);
     EXPECT_EQ(shownKeys(*model), "b a");
+}
+
+TEST(HpfDataModel, FiltersAskRowsWhoseTextsFollowFromMoreThanTheirValues)
+{
+    using namespace kdservice;
+    constexpr int metaPriced = 990210;
+    enum Field : int
+    {
+        Name = 1,
+        Decimals,
+        Price,
+        Volume
+    };
+    refhost::FieldDef name{Name, ExtString, "名称"};
+    name.funcs = {{DisplayInstrumentName, ""}};
+    refhost::FieldDef price{Price, ExtDouble, "价格", 2};
+    price.funcs = {{DisplayPrice, std::to_string(int(Decimals))}};
+    refhost::TypeCatalogue::instance().registerType(
+        {metaPriced, refhost::RecordKind::Plain, {name, {Decimals, ExtInt, "小数"}, price, {Volume, ExtLong, "数量"}}});
+    auto config = std::make_unique<refhost::UserConfig>();
+    refhost::UserConfig *const user = config.get();
+    user->setSegmentedFormat(true);
+    refhost::setUserConfig(std::move(config));
+    const Guarded<> model(metaPriced);
+    const auto put = [&model](const char *key, int decimals) {
+        const PlainPtr record = refhost::makePlain(metaPriced, key);
+        record->setData(Name, std::string("990210.SH"));
+        record->setData(Decimals, decimals);
+        record->setData(Price, 10.5);
+        record->setData(Volume, qint64(1200));
+        addRows(model.pointer(), {record});
+    };
+    const auto filter = [&model](int field, const QString &text) {
+        QPair<ZB::EFilterType, QSet<QString>> condition(ZB::FilterExact, {text});
+        model->clearFilter();
+        model->filterColumn(model->fieldColumnMap().value(field), condition);
+        return shownKeys(*model);
+    };
+    put("fund", 3);
+    put("share", 2);
+    EXPECT_EQ(filter(Price, QStringLiteral("10.50")), "share");
+    EXPECT_EQ(filter(Price, QStringLiteral("10.500")), "fund");
+
+    EXPECT_EQ(filter(Name, QStringLiteral("新名字")), "");
+    const auto instrument = refhost::makePlain(refhost::MetaInstrument, "990210.SH");
+    instrument->setData(refhost::InstrumentCode, std::string("990210.SH"));
+    instrument->setData(refhost::InstrumentName, std::string("新名字"));
+    refhost::Instruments::put(instrument);
+    put("share", 2);
+    EXPECT_EQ(shownKeys(*model), "share");
+
+    EXPECT_EQ(filter(Volume, QStringLiteral("1,200")), "fund share");
+    user->setSegmentedFormat(false);
+    put("share", 2);
+    EXPECT_EQ(shownKeys(*model), "");
+    EXPECT_EQ(filter(Volume, QStringLiteral("1200")), "fund share");
+    refhost::setUserConfig(nullptr);
 }
 
 TEST(HpfDataModel, NewColumnsDropAddedOnesAndKeepOverlays)

@@ -4,8 +4,11 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
+#include <chrono>
+#include <future>
 
 #include "model/chpfextradatamodel.h"
 #include "model/chpfsorttimedata.h"
@@ -359,6 +362,7 @@ TEST_F(HpfDataTable, SumsOfExtraColumnsFollowTheFilters)
     table->updateTable();
     EXPECT_EQ(statistics(), "||3210|600|6.75|||0");
     filter(*table->getDataModel(), ColumnSide, {QStringLiteral("卖出")});
+    table->count(); // the filter is through
     table->updateTable();
     EXPECT_EQ(statistics(), "||3010|400|4.50|||0");
     extra->addData(QStringLiteral("b"), ColumnLots, 7, nullptr);
@@ -368,6 +372,74 @@ TEST_F(HpfDataTable, SumsOfExtraColumnsFollowTheFilters)
     table->onTimer();
     EXPECT_EQ(statistics(), "||20|100|1.25|||0");
     table->clearFilter();
+    table->count();
     table->onTimer();
     EXPECT_EQ(statistics(), "||27|300|3.50|||0");
+}
+
+TEST_F(HpfDataTable, AFilterThatIsUnderWayHoldsUpNothing)
+{
+    /// Holds up whoever asks for its text to filter it.
+    class HeldRow : public KV::CHpfData
+    {
+    public:
+        HeldRow(const RecordPtr &heldRecord, const boost::shared_ptr<KV::CHpfDataModel> &model,
+                std::shared_future<void> gate)
+            : CHpfData(heldRecord, model->fieldColumnMap(), model), opened(std::move(gate))
+        {
+        }
+        QString getFilterQString(int column) override
+        {
+            opened.wait_for(std::chrono::seconds(10));
+            return CHpfData::getFilterQString(column);
+        }
+
+    private:
+        const std::shared_future<void> opened;
+    };
+    const auto model = table->getDataModel();
+    auto *extra = table->getExtraDataModel();
+    extra->addColumn(ColumnLots, KV::CExtraColumnInfo());
+    table->setColumnStatEnable(ColumnLots, true);
+    extra->addData(QStringLiteral("a"), ColumnLots, 10, nullptr);
+    extra->addData(QStringLiteral("held"), ColumnLots, 200, nullptr);
+    std::promise<void> gate;
+    model->updateData(makeRow(model, fullTicket("a", 1)));
+    model->updateData(boost::make_shared<HeldRow>(fullTicket("held", 9), model, gate.get_future().share()));
+    filter(*model, ColumnText, {QStringLiteral("第1")});
+    table->updateTable();
+    table->onTimer();
+    table->tryFirstAdjustVisibleWidth();
+    EXPECT_TRUE(model->isPending());
+    gate.set_value();
+    EXPECT_EQ(table->count(), 1);
+    table->onTimer();
+    EXPECT_EQ(extra->getStatData(ColumnLots), 10);
+}
+
+TEST_F(HpfDataTable, SumsOfManyExtraValuesAreCountedBesideTheWindow)
+{
+    constexpr int rows = 5000;
+    const auto model = table->getDataModel();
+    auto *extra = table->getExtraDataModel();
+    extra->addColumn(ColumnLots, KV::CExtraColumnInfo());
+    table->setColumnStatEnable(ColumnLots, true);
+    RecordList records;
+    for (int row = 0; row < rows; ++row) {
+        records.append(fullTicket("k" + std::to_string(row), row % 7));
+        extra->addData(QStringLiteral("k%1").arg(row), ColumnLots, 1, nullptr);
+    }
+    table->updateDatas(records, true);
+    table->onTimer();
+    EXPECT_EQ(extra->getStatData(ColumnLots), rows);
+    filter(*model, ColumnText, {QStringLiteral("第3")});
+    const int shownRows = table->count();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        table->onTimer();
+        return extra->getStatData(ColumnLots) == shownRows;
+    }));
+    extra->addData(QStringLiteral("k3"), ColumnLots, 11, nullptr);
+    extra->addData(QStringLiteral("k4"), ColumnLots, 11, nullptr);
+    EXPECT_EQ(extra->getStatData(ColumnLots), shownRows + 10);
+    QThreadPool::globalInstance()->waitForDone();
 }

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <limits>
 #include <map>
 #include <random>
 #include <set>
+#include <thread>
 
 #include "model/chpfdata.h"
 #include "testrecords.h"
@@ -258,4 +260,38 @@ TEST_F(HpfExtraDataModel, SumsFollowAnySequenceOfChanges)
             ASSERT_EQ(extra.getStatData(summed), expected) << "step " << step << " column " << summed;
         }
     }
+}
+
+TEST_F(HpfExtraDataModel, ValuesThatChangeDuringACountAreInTheSum)
+{
+    const Guarded<> model;
+    constexpr int rows = 4000;
+    extra.setColumnStatEnable(1, true);
+    QList<ZB::IBaseHpfTableModel::Row> shown;
+    for (int row = 0; row < rows; ++row) {
+        const std::string key = "k" + std::to_string(row);
+        add(key.c_str(), 1, 1);
+        if (row % 2 == 0)
+            shown.append(makeRow(model.pointer(), makeTicket(key)));
+    }
+    std::atomic<bool> ends{false};
+    std::thread counting([&] {
+        for (int round = 0; round < 20; ++round)
+            extra.reCalcStatOnFilter(shown);
+        ends = true;
+    });
+    int turns = 0;
+    do {
+        add(("k" + std::to_string(turns * 37 % rows)).c_str(), 1, turns % 5);
+        const double sum = extra.getStatData(1);
+        EXPECT_TRUE(sum > 500 && sum < 8100) << "half a sum is told: " << sum;
+        ++turns;
+    } while (!ends);
+    counting.join();
+    double expected = 0;
+    for (const auto &row : shown)
+        expected += extra.getInt(row->qsKey(), 1);
+    EXPECT_EQ(extra.getStatData(1), expected);
+    extra.reCalcStatOnFilter({});
+    EXPECT_EQ(extra.getStatData(1), 0);
 }

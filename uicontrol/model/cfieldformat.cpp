@@ -120,6 +120,12 @@ void CFieldFormat::rememberEnumTexts()
         enumTexts.append(types->getEnumItemName(enumName, value, trader));
 }
 
+bool CFieldFormat::textFollowsValue() const
+{
+    const bool instrumentsDecimals = shown == Shown::Price && argumentField >= 0;
+    return !instrumentsDecimals && shown != Shown::OptionName && shown != Shown::InstrumentName;
+}
+
 QString CFieldFormat::unitOf(const QString &text) const
 {
     constexpr auto unitFlags = utils::FormatUnit | utils::FormatPercent;

@@ -50,6 +50,9 @@ public:
 
     /// `holder` is the record that has the field itself.
     QString text(const kdservice::IData &holder) const;
+    /// Whether records with the same value in the field have the same text: not where the decimals or a name are those
+    /// of the record's instrument.
+    bool textFollowsValue() const;
     /// What a text made by text() has as its unit: "万", "亿", "%" or nothing.
     QString unitOf(const QString &text) const;
     /// Resource key of the text's colour; a literal.

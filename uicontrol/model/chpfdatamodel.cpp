@@ -87,6 +87,17 @@ const QColor *CHpfDataModel::getBackgroundColor(int) const
     return background;
 }
 
+/// The user's grouping goes into all numbers; extra values and texts that need a look at another record are the row's
+/// own, whatever its value is.
+int CHpfDataModel::textContext(int column) const
+{
+    const CUserConfig *config = getUserConfig();
+    const int grouping = config == nullptr ? 0 : static_cast<int>(config->getSegmentedFormatFlag().value());
+    const CColumnPlan::Column *planned = columnPlan().column(column);
+    const bool follows = planned == nullptr || planned->format.textFollowsValue();
+    return follows && !extraDataModel->exist(column) ? grouping : -1 - grouping;
+}
+
 void CHpfDataModel::clear()
 {
     clearRows();

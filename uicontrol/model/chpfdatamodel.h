@@ -37,6 +37,7 @@ public:
     QString getStatDispalyQString(int column) const override;
     bool columnFlashChange(int column) const override;
     const QColor *getBackgroundColor(int column) const override;
+    int textContext(int column) const override;
     /// The field's flags, with digits in groups for numbers when the user wants so.
     ZB::CFlags<utils::EFormatNumberFlag> columnFlag(int column) const override;
     /// Removes every row and ends the statistics of the extra columns.

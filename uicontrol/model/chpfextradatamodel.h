@@ -5,6 +5,7 @@
 #include <QtCore/QMap>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
+#include <QtCore/QVector>
 #include <atomic>
 #include <boost/shared_ptr.hpp>
 #include <boost/thread/mutex.hpp>
@@ -74,7 +75,7 @@ public:
     /// The sum, rounded once; the largest double for a column without statistics.
     double getStatData(int column) const;
     /// Sums the values of these rows only, from now on; rows without a value count for nothing. Costs about 0.3 us per
-    /// row.
+    /// row, the lock being let go in between; the former sums are told until it is through.
     void reCalcStatOnFilter(const QList<boost::shared_ptr<ZB::IBaseHpfTableData>> &rows);
     /// The rows that have values, in no order.
     QStringList keys() const;
@@ -97,6 +98,10 @@ private:
     bool isMember(const Cell &cell) const;
     bool isLeftOut(const Cell &cell) const;
     void discount(const Cell &cell);
+    bool isBeingCounted(int column) const;
+    unsigned beginRecount();
+    bool countSome(unsigned run, const QVector<QString> &keys, int first);
+    void endRecount(unsigned run);
     void publishColumns();
     void publishStatistics();
     void notify() const;
@@ -106,6 +111,7 @@ private:
     QHash<QString, Cells> values;
     QMap<int, std::shared_ptr<Accumulator>> statistics;
     unsigned generation = 0;               ///< of the newest sum
+    unsigned recounts = 0;                 ///< begun so far
     const QColor *defaultColor;            ///< of "clr_text_default"
     std::atomic<quint64> describedColumns; ///< bit n: column n; the highest bit: any column from 63 on
     std::atomic<int> summed;               ///< columns with statistics

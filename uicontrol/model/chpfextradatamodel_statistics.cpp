@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <boost/thread/lock_guard.hpp>
 #include <limits>
 
@@ -10,6 +11,8 @@ namespace KV {
 namespace {
 
 using Lock = boost::lock_guard<boost::mutex>;
+
+constexpr int rowsPerPiece = 1024; ///< counted under one lock: a third of a millisecond
 
 /// False for values that sums leave out.
 bool numberOf(const QVariant &value, double &number)
@@ -93,7 +96,9 @@ double CHpfExtraDataModel::getStatData(int column) const
 {
     const Lock lock(mutex);
     const auto accumulator = statistics.constFind(column);
-    return accumulator == statistics.constEnd() ? std::numeric_limits<double>::max() : (*accumulator)->sum.value();
+    if (accumulator == statistics.constEnd())
+        return std::numeric_limits<double>::max();
+    return (*accumulator)->told.value_or((*accumulator)->sum.value());
 }
 
 void CHpfExtraDataModel::reCalcStatOnFilter(const QList<boost::shared_ptr<ZB::IBaseHpfTableData>> &rows)
@@ -105,20 +110,62 @@ void CHpfExtraDataModel::reCalcStatOnFilter(const QList<boost::shared_ptr<ZB::IB
         if (row)
             keys.append(row->qsKey());
 
+    const unsigned run = beginRecount();
+    bool goesOn = true;
+    for (int first = 0; first < keys.size() && goesOn; first += rowsPerPiece)
+        goesOn = countSome(run, keys, first);
+    endRecount(run);
+}
+
+/// The sums of before are told until the new ones are whole.
+unsigned CHpfExtraDataModel::beginRecount()
+{
     const Lock lock(mutex);
     for (const auto &accumulator : qAsConst(statistics)) {
+        if (!accumulator->told)
+            accumulator->told = accumulator->sum.value();
         accumulator->sum.clear();
         accumulator->generation = ++generation;
         accumulator->judged = true;
     }
-    for (const QString &key : qAsConst(keys)) {
-        const auto cells = values.find(key);
+    return ++recounts;
+}
+
+/// A sum that was begun anew meanwhile counts for itself.
+bool CHpfExtraDataModel::isBeingCounted(int column) const
+{
+    const auto accumulator = statistics.constFind(column);
+    return accumulator != statistics.constEnd() && (*accumulator)->told;
+}
+
+/// False when another count has begun: it counts all that this one would.
+bool CHpfExtraDataModel::countSome(unsigned run, const QVector<QString> &keys, int first)
+{
+    const Lock lock(mutex);
+    if (run != recounts)
+        return false;
+    const int end = std::min(keys.size(), first + rowsPerPiece);
+    for (int i = first; i < end; ++i) {
+        const auto cells = values.find(keys[i]);
         if (cells == values.end())
             continue;
         for (Cell &cell : *cells)
-            if (!isMember(cell))
+            if (isBeingCounted(cell.column) && !isMember(cell))
                 count(cell);
     }
+    return true;
+}
+
+void CHpfExtraDataModel::endRecount(unsigned run)
+{
+    {
+        const Lock lock(mutex);
+        if (run != recounts)
+            return;
+        for (const auto &accumulator : qAsConst(statistics))
+            accumulator->told.reset();
+    }
+    notify();
 }
 
 QStringList CHpfExtraDataModel::keys() const

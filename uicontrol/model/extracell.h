@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "model/chpfextradatamodel.h"
 #include "stats/exactsum.h"
 
@@ -18,8 +20,9 @@ struct CHpfExtraDataModel::Cell
 struct CHpfExtraDataModel::Accumulator
 {
     core::ExactSum sum;
-    unsigned generation = 0; ///< differs from every earlier sum of any column
-    bool judged = false;     ///< the rows that count were named; others stay out until the next time
+    unsigned generation = 0;    ///< differs from every earlier sum of any column
+    std::optional<double> told; ///< instead of the sum, while that is being counted anew
+    bool judged = false;        ///< the rows that count were named; others stay out until the next time
 };
 
 } // namespace KV

@@ -4,6 +4,7 @@
 #include <QtCore/QPair>
 #include <QtCore/QTimer>
 #include <QtCore/QVector>
+#include <atomic>
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <vector>
@@ -136,6 +137,7 @@ private:
     void takeColored(const ColoredRecords &records, bool redraw);
     void takeRow(const RowPtr &row, bool redraw);
     void recountExtraSums();
+    void recount();
     bool canFit() const;
     void fitFirst();
     void sortPages(int column);
@@ -163,11 +165,13 @@ private:
     QList<AbsentColumn> absentColumns;
 
     /// What the sums of the extra columns were last counted for.
+    quint64 countedChanges = 0;
     int countedRows = -1;
     int countedAllRows = -1;
     int countedExtraRows = -1;
     QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> countedFilters;
     QElapsedTimer sinceRecount;
+    std::shared_ptr<std::atomic<bool>> recounting; ///< a worker is at it
 };
 
 } // namespace KV

@@ -1,8 +1,11 @@
 #include <QtCore/QPointer>
+#include <QtCore/QRunnable>
+#include <QtCore/QThreadPool>
 #include <algorithm>
 
 #include "model/chpfdatamodel.h"
 #include "model/chpfextradatamodel.h"
+#include "model/modelrelease.h"
 #include "pagemodel/chpfpagedatamodel.h"
 #include "table/chpfdatatable.h"
 #include "zb/cuiresource.h"
@@ -91,29 +94,48 @@ void CHpfDataTable::onTimer()
 
 void CHpfDataTable::updateTable()
 {
-    recountExtraSums();
     Base::updateTable();
+    recountExtraSums(); // when they are others, the model wakes the table once more
     tryFirstAdjustVisibleWidth();
 }
 
-/// Sums of extra columns are the model's own business only while no row is left out by a filter.
+/// Sums of extra columns are the model's own business only while no row is left out by a filter. While one is under way
+/// there is nothing to count yet.
 void CHpfDataTable::recountExtraSums()
 {
-    if (!dataModel || !dataModel->getExtraDataModel()->hasStatistics())
+    if (!dataModel || !dataModel->getExtraDataModel()->hasStatistics() || dataModel->isPending())
         return;
     const auto filters = dataModel->columnFilters();
-    const bool changed = dataModel->size() != countedRows || dataModel->allSize() != countedAllRows ||
-                         dataModel->getExtraDataModel()->keyCount() != countedExtraRows || filters != countedFilters;
+    const quint64 changes = dataModel->changeCount();
+    const int extraRows = dataModel->getExtraDataModel()->keyCount();
+    const bool others = dataModel->size() != countedRows || dataModel->allSize() != countedAllRows ||
+                        extraRows != countedExtraRows || filters != countedFilters;
     // Two rows can change places at a filter without a trace in these numbers.
-    const bool due = !filters.isEmpty() && (!sinceRecount.isValid() || sinceRecount.elapsed() >= recountMilliseconds);
-    if (!changed && !due)
+    const bool due = !filters.isEmpty() && changes != countedChanges &&
+                     (!sinceRecount.isValid() || sinceRecount.elapsed() >= recountMilliseconds);
+    if ((!others && !due) || (recounting && *recounting))
         return;
-    dataModel->reCalcExStat();
+    countedChanges = changes;
     countedRows = dataModel->size();
     countedAllRows = dataModel->allSize();
-    countedExtraRows = dataModel->getExtraDataModel()->keyCount();
+    countedExtraRows = extraRows;
     countedFilters = filters;
     sinceRecount.start();
+    recount();
+}
+
+/// Many rows are counted on a worker thread, which shows in the sums when it is through.
+void CHpfDataTable::recount()
+{
+    constexpr int fewRows = 2000;
+    if (dataModel->getExtraDataModel()->keyCount() <= fewRows)
+        return dataModel->reCalcExStat();
+    recounting = std::make_shared<std::atomic<bool>>(true);
+    QThreadPool::globalInstance()->start(QRunnable::create([model = dataModel, running = recounting]() mutable {
+        model->reCalcExStat();
+        *running = false;
+        releaseModel(std::move(model));
+    }));
 }
 
 void CHpfDataTable::showEvent(QShowEvent *event)
@@ -124,8 +146,8 @@ void CHpfDataTable::showEvent(QShowEvent *event)
 
 void CHpfDataTable::tryFirstAdjustVisibleWidth()
 {
-    // The number of shown rows comes last: asking for it finishes a filter that is under way.
-    if (canFit() && dataModel->size() > 0)
+    // A filter that is under way is not waited for: the timer comes back.
+    if (canFit() && !dataModel->isPending() && dataModel->size() > 0)
         fitFirst();
 }
 

@@ -1,0 +1,58 @@
+#include <QtTest/QTest>
+
+#include "framework/tablefixture.h"
+#include "grid/gridsource.h"
+
+namespace tabletest {
+
+namespace {
+
+using TableRowsTest = TableTest;
+
+/// Only the row "a" flashes, wherever it stands.
+class FlashingModel : public OrderModel
+{
+public:
+    bool isFlashChange(int row, int) const override
+    {
+        const auto shown = getData(row);
+        return shown && shown->key() == "a";
+    }
+};
+
+TEST_F(TableRowsTest, ARowIsAskedForItsFlashWhereItStandsNow)
+{
+    rebuild(boost::make_shared<FlashingModel>());
+    for (const Order &order : fiveOrders())
+        model->put(order);
+    settle();
+    EXPECT_NE(grid()->source()->flash(0, Price), ZB::GridFlash::None);
+    EXPECT_EQ(grid()->source()->flash(1, Price), ZB::GridFlash::None);
+    model->setAppendSeq(false);
+    model->put({"new", "600001", "n", 0, 1, 1}); // not fetched yet
+    EXPECT_NE(grid()->source()->flash(0, Price), ZB::GridFlash::None);
+    EXPECT_EQ(grid()->source()->flash(1, Price), ZB::GridFlash::None);
+}
+
+TEST_F(TableRowsTest, TwoTablesOverOneModelBothSeeItsChanges)
+{
+    auto *other = new ZB::CBaseHighPerformanceTable(tableId + 1, window.get(), ZB::MenuAll);
+    window->layout()->addWidget(other);
+    other->installDataModel(model);
+    QCoreApplication::processEvents();
+    other->updateTable();
+    settle();
+    ZB::GridSource *const sources[] = {grid()->source(), other->findChild<ZB::GridView *>()->source()};
+    for (const ZB::GridSource *source : sources)
+        source->revision();
+    const quint64 before[] = {sources[0]->epoch(), sources[1]->epoch()};
+    model->setUpdated(true); // as a computed column does
+    for (int i = 0; i < 2; ++i) {
+        sources[i]->revision();
+        EXPECT_GT(sources[i]->epoch(), before[i]) << "table " << i;
+    }
+}
+
+} // namespace
+
+} // namespace tabletest
