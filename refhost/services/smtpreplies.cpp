@@ -9,6 +9,7 @@ namespace {
 constexpr int mostReplyBytes = 4096;
 constexpr int firstRefusal = 400;
 constexpr int codeLength = 3;
+constexpr int tooBig = 552; ///< to the sender as well: the size is told with it
 
 } // namespace
 
@@ -64,6 +65,8 @@ net::MailResult SmtpReplies::result(int code, const MailSettings &settings) cons
 
 QString SmtpReplies::refusal() const
 {
+    if (replyCode() == tooBig && stage != Stage::Recipient)
+        return QStringLiteral("邮件太大，邮件服务器不接收");
     switch (stage) {
     case Stage::StartTls:
         return QStringLiteral("邮件服务器不能加密连接（TLS），没有发送任何内容");

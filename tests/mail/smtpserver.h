@@ -10,7 +10,8 @@
 
 /// A mail server on the loopback with a certificate of its own, started for one test. Its moods are those of
 /// smtpserver.py: "starttls", "tls", "login", "refuse-sender", "full", "drop", "silent", "hang-up", "busy",
-/// "stall-at-the-end". The user is "trader" with "口令 123".
+/// "stall-at-the-end", "stop-reading", "tls-stall",
+/// "two-lines", "small". The user is "trader" with "口令 123".
 class SmtpServer
 {
 public:

@@ -25,6 +25,8 @@ class Mailbox:
     async def handle_MAIL(self, server, session, envelope, address, options):
         if "refuse-sender" in moods:
             return "550 5.7.1 Sender is not known here"
+        if "two-lines" in moods:
+            return "554-5.7.1 Not from here\r\n554 5.7.1 ask the help desk"
         envelope.mail_from = address
         return "250 OK"
 
@@ -80,7 +82,8 @@ def protocol():
     login = "login" in moods
     return SMTP(Mailbox(), hostname="test", tls_context=context, require_starttls=context is not None,
                 authenticator=authenticate if login else None, auth_required=login,
-                auth_require_tls=login and context is not None, data_size_limit=2**30)
+                auth_require_tls=login and context is not None,
+                data_size_limit=1000 if "small" in moods else 2**30)
 
 
 async def silent(reader, writer):
@@ -95,6 +98,27 @@ async def hang_up(reader, writer):
     writer.close()
 
 
+async def talk_until(reader, writer, last, answer):
+    """Agrees to everything up to a command, answers that, and neither reads nor says anything more."""
+    writer.write(b"220 test\r\n")
+    while True:
+        command = (await reader.readline()).upper()
+        if not command:
+            return
+        if command.startswith(last):
+            writer.write(answer)
+            await asyncio.sleep(3600)
+        writer.write(b"250-test\r\n250 STARTTLS\r\n" if command.startswith(b"EHLO") else b"250 OK\r\n")
+
+
+async def stop_reading(reader, writer):
+    await talk_until(reader, writer, b"DATA", b"354 go on\r\n")
+
+
+async def tls_stall(reader, writer):
+    await talk_until(reader, writer, b"STARTTLS", b"220 go on\r\n")
+
+
 async def busy(reader, writer):
     writer.write(b"421 4.3.2 Too busy today\r\n")
     await writer.drain()
@@ -103,7 +127,7 @@ async def busy(reader, writer):
 
 async def main():
     loop = asyncio.get_running_loop()
-    raw = {"silent": silent, "hang-up": hang_up, "busy": busy}
+    raw = {"silent": silent, "hang-up": hang_up, "busy": busy, "stop-reading": stop_reading, "tls-stall": tls_stall}
     wanted = [raw[mood] for mood in moods if mood in raw]
     if wanted:
         server = await asyncio.start_server(wanted[0], "127.0.0.1", 0)

@@ -165,6 +165,12 @@ TEST_F(Mail, TellsEachFailureInTheServersOwnWords)
         {{"hang-up"}, {}, {}, "与邮件服务器 HOST 的连接中断|"},
         {{"silent"}, {{"mail/timeoutSeconds", 1}}, {}, "邮件服务器 HOST 在 1 秒内没有反应|"},
         {{"stall-at-the-end"}, {{"mail/timeoutSeconds", 1}}, {}, "邮件服务器 HOST 在 1 秒内没有反应|"},
+        {{"tls-stall"},
+         {{"mail/timeoutSeconds", 1}, {"mail/security", "starttls"}},
+         {},
+         "邮件服务器 HOST 在 1 秒内没有反应|"},
+        {{"two-lines"}, {}, {}, "邮件服务器拒绝发件人|554-5.7.1 Not from here 554 5.7.1 ask the help desk"},
+        {{"small"}, {}, {}, "邮件太大，邮件服务器不接收|552 Error: message size exceeds fixed maximum message size"},
         {{}, {{"mail/server", "no-such-host.invalid"}}, {}, "找不到邮件服务器 no-such-host.invalid|"},
         {{}, {{"mail/server", "bad host/name"}}, {}, "找不到邮件服务器 bad host/name|"},
         {{}, {{"mail/port", 1}}, {}, "无法连接邮件服务器 localhost:1|"},
@@ -198,6 +204,21 @@ TEST_F(Mail, TellsEachFailureInTheServersOwnWords)
     EXPECT_EQ(answer(), "附件超过 1 MB|");
     file.remove();
     EXPECT_TRUE(answer().startsWith("无法读取附件："));
+}
+
+TEST_F(Mail, AServerThatStopsReadingInTheMiddleIsGivenUp)
+{
+    const SmtpServer server({"stop-reading"});
+    server.configure(*config);
+    config->setValue("mail/timeoutSeconds", 1);
+    QFile file(message.attachmentPath);
+    ASSERT_TRUE(file.resize(19 << 20)); // more than the system takes on trust
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(answer(), QStringLiteral("邮件服务器 localhost:%1 在 1 秒内没有反应|").arg(server.port()));
+    EXPECT_GT(told, 0);
+    EXPECT_LT(told, 19 << 20);
+    EXPECT_LT(time.elapsed(), 15000);
 }
 
 TEST_F(Mail, CancelledOrLeftBehindIsBrokenOffAtOnceAndLetsGoOfItsFile)
