@@ -44,6 +44,17 @@ bool isReadable(const QString &path)
     return settings->status() == QSettings::NoError;
 }
 
+/// Passwords may stand in it: nobody but the user reads it. On Windows the user's folder sees to that.
+void makePrivate(const QString &path)
+{
+    const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup |
+                                            QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    const QFileDevice::Permissions owners = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    QFile file(path);
+    if (file.exists() && (file.permissions() & others) && !file.setPermissions(file.permissions() & owners))
+        warn(QStringLiteral("配置文件 %1 其他用户也能读取：%2").arg(path, file.errorString()));
+}
+
 void keepAside(const QString &path)
 {
     const QString aside = path + QStringLiteral(".broken");
@@ -67,9 +78,12 @@ UserConfig::UserConfig() : state(std::make_unique<State>()) {}
 
 UserConfig::UserConfig(const QString &iniPath) : state(std::make_unique<State>())
 {
+    makePrivate(iniPath);
     if (!isReadable(iniPath))
         keepAside(iniPath);
     QDir().mkpath(QFileInfo(iniPath).absolutePath());
+    if (QFile created(iniPath); created.open(QIODevice::Append)) // a file that is written anew keeps its permissions
+        makePrivate(iniPath);
     state->settings = openSettings(iniPath);
     if (!state->settings->isWritable())
         warn(QStringLiteral("配置文件 %1 无法写入，更改不会保存").arg(iniPath));

@@ -17,7 +17,8 @@ public:
     /// In memory, for tests and for programs without a display.
     UserConfig();
     /// A file that cannot be read is kept aside under its name with ".broken" behind, with a warning in the log, and an
-    /// empty configuration takes its place. A file that cannot be written costs a warning.
+    /// empty configuration takes its place. A file that cannot be written costs a warning. Passwords stand in it as
+    /// they are: a file that others may read is made the user's alone, where the file system knows users.
     explicit UserConfig(const QString &iniPath);
     ~UserConfig() override;
 

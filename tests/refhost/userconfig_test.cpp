@@ -100,6 +100,32 @@ TEST(UserConfig, ABrokenFileIsKeptAsideAndReplaced)
     }
 }
 
+#ifdef Q_OS_UNIX
+/// Passwords stand in it.
+TEST(UserConfig, NobodyButTheUserReadsTheFile)
+{
+    QTemporaryDir folder;
+    const auto permissions = [](const QString &path) { return int(QFile::permissions(path)) & 0x7077; };
+    const QString path = folder.filePath(QStringLiteral("config.ini"));
+    for (const char *contents : {"[mail]\npassword=x\n", "no line of an ini file\n"}) {
+        write(path, contents);
+        ASSERT_TRUE(QFile::setPermissions(path, QFileDevice::Permissions(0x6664)));
+        testing::internal::CaptureStderr();
+        {
+            UserConfig config(path);
+            EXPECT_EQ(permissions(QFile::exists(path) ? path : path + ".broken"), 0x6000) << contents;
+            config.setValue(QStringLiteral("b"), 2);
+        }
+        testing::internal::GetCapturedStderr();
+        EXPECT_EQ(permissions(path), 0x6000) << contents; // written anew
+    }
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::ReadGroup);
+    const UserConfig config(path);
+    EXPECT_EQ(permissions(path), 0x4000); // one that the user has locked stays so
+    EXPECT_EQ(config.value(QStringLiteral("b")), 2);
+}
+#endif
+
 TEST(UserConfig, AFileThatCannotBeWrittenCostsAWarningOnly)
 {
     QTemporaryDir folder;
