@@ -1,3 +1,4 @@
+#include <QtGui/QAccessible>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollBar>
 #include <random>
@@ -226,6 +227,20 @@ TEST_F(ColumnSettingWindow, WhatTheUserArrangesIsKeptAndTheDefaultComesBack)
     make();
     popup->setDefaultColumns(columnsOf("*账号 总资产 可用 -冻结"));
     EXPECT_EQ(shown(), "*账号 总资产 可用 -冻结");
+    EXPECT_FALSE(KV::getUserConfig()->value("accountlist/7/columns").isValid());
+    make();
+    popup->setDefaultColumns(columnsOf("*账号 可用 市值 总资产")); // what a later program shows at first
+    EXPECT_EQ(shown(), "*账号 可用 市值 总资产");
+}
+
+TEST_F(ColumnSettingWindow, ScreenReadersHearWhichColumnsAreLockedAndShown)
+{
+    open("*账号 总资产 -可用");
+    QStringList heard;
+    QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(list);
+    for (int line = 0; line < reader->childCount(); ++line)
+        heard << reader->child(line)->text(QAccessible::Name);
+    EXPECT_EQ(heard.join("|"), "账号，已锁定|总资产|可用，未显示");
 }
 
 TEST_F(ColumnSettingWindow, ATableFollowsAtOnce)

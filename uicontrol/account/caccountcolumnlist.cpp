@@ -61,6 +61,9 @@ void CAccountColumnList::showColumns(const QVector<CAccountListColumn> &columns)
             column.locked ? QStringLiteral("%1（已锁定：固定在最前，不能隐藏或移动）").arg(column.name) : column.name);
         item(line)->setCheckState(column.visible ? Qt::Checked : Qt::Unchecked);
         item(line)->setData(CAccountColumnDelegate::LockedRole, column.locked);
+        item(line)->setData(Qt::AccessibleTextRole, column.locked    ? QStringLiteral("%1，已锁定").arg(column.name)
+                                                    : column.visible ? column.name
+                                                                     : QStringLiteral("%1，未显示").arg(column.name));
     }
     if (currentRow() < 0 && count() > 0)
         setCurrentRow(0);

@@ -118,8 +118,16 @@ int CAccountColumnOrder::move(int place, int gap)
     return target;
 }
 
+void CAccountColumnOrder::restoreDefaults()
+{
+    list = defaults;
+    absent.clear();
+}
+
 QStringList CAccountColumnOrder::saved() const
 {
+    if (isDefault() && absent.isEmpty())
+        return {};
     QStringList lines;
     for (const CAccountListColumn &column : list)
         lines << identity(column) + separator + (column.locked ? lockedMark : column.visible ? shownMark : hiddenMark);

@@ -28,10 +28,11 @@ public:
     /// Puts a column in front of the one at `gap` (the number of columns for the end), among the unlocked ones.
     /// Returns its new place, -1 when nothing changed.
     int move(int place, int gap);
-    void restoreDefaults() { list = defaults; }
+    void restoreDefaults();
 
     /// @name The arrangement as texts, a column each
     /// @{
+    /// Empty for the default, so that a later program's default shows.
     QStringList saved() const;
     /// Takes what fits the columns there are and ignores the rest. Lines of columns that are not there now are kept
     /// for saved().

@@ -139,8 +139,9 @@ void CAccountListColumnSettingWidget::changed(int currentLine)
 
 void CAccountListColumnSettingWidget::keep() const
 {
+    const QStringList saved = order.saved();
     if (CUserConfig *config = getUserConfig())
-        config->setValue(path(), order.saved());
+        config->setValue(path(), saved.isEmpty() ? QVariant() : QVariant(saved));
 }
 
 void CAccountListColumnSettingWidget::turnVisible(int line)
