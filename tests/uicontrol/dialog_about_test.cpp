@@ -158,7 +158,9 @@ TEST_F(AboutDialog, LinksOpenInTheBrowserAndAnythingElseIsOnlyCopied)
     for (int line = 0; line < components->topLevelItemCount(); ++line)
         EXPECT_FALSE(components->topLevelItem(line)->text(2).isEmpty()) << line;
     components->setCurrentItem(components->topLevelItem(1));
+    components->setFocus();
     QTest::keyClick(components, Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(browser.opened,
               QStringList({"https://example.invalid/agreement", "https://spdx.org/licenses/BSL-1.0.html"}));
     QDesktopServices::unsetUrlHandler("https");
@@ -198,6 +200,16 @@ TEST_F(AboutDialog, FollowsThemeAndScaleWhileItIsOpen)
         }
     }
     EXPECT_LT(qGray(images[0].pixel(2, 2)), qGray(images[2].pixel(2, 2)));
+    EXPECT_NEAR(images[2].width(), images[0].width(), 8); // back to its size when the scale is
+    EXPECT_NEAR(images[2].height(), images[0].height(), 8);
+    dialog.resize(dialog.size() + QSize(100, 40)); // what the user makes of it stays
+    const QSize larger = dialog.size();
+    dialog.close();
+    dialog.show();
+    theme.setTheme("dark");
+    EXPECT_EQ(dialog.size(), larger);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
     theme.setScale(1);
     theme.setTheme("dark");
 }

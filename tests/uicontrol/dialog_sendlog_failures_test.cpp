@@ -10,6 +10,10 @@
 #include "services/strandservice.h"
 #include "uicontrol/sendlogwindow.h"
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 namespace {
 
 /// Bytes that do not get smaller by packing.
@@ -121,7 +125,7 @@ TEST_F(SendLogWindow, ClosedOrStoppedInTheMiddleItLeavesNothingBehind)
     description()->setFocus();
     widget->saveTo(folder.filePath("mine.zip"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !labels("正在保存").isEmpty(); }, 20000));
-    QTest::keyClick(widget.get(), Qt::Key_Escape);
+    QTest::keyClick(description(), Qt::Key_Escape); // wherever the focus is
     EXPECT_EQ(outcome(), "已停止");
     refhost::finishStrands();
     for (const QFileInfo &left : QDir(folder.path()).entryInfoList({"mine.zip*"}, QDir::Files | QDir::Hidden))
@@ -155,6 +159,29 @@ TEST_F(SendLogWindow, TheGuiThreadNeverWaitsWhileFilesArePacked)
     EXPECT_LT(longest, 1000); // packing takes longer, on an idle machine too
     EXPECT_TRUE(outcome().startsWith(QStringLiteral("已保存"))) << outcome().toStdString();
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(SendLogWindow, AFileThatCannotBeReadIsShownWithTheReasonAndLeftOut)
+{
+    const SmtpServer server({});
+    server.configure(*config);
+    writeLog("good.log", "2026-11-21 good\n");
+    writeLog("secret.log", "2026-11-21 secret\n");
+    for (const QString &path : {folder.path(), folder.filePath("logs")})
+        QFile::setPermissions(path, QFileDevice::Permissions(0x7755));
+    QFile::setPermissions(folder.filePath("logs/secret.log"), QFileDevice::Permissions());
+    const bool isRoot = geteuid() == 0;
+    ASSERT_EQ(isRoot ? seteuid(65534) : 0, 0);
+    open();
+    ASSERT_EQ(isRoot ? seteuid(0) : 0, 0);
+    ASSERT_EQ(shownFiles().size(), 2);
+    EXPECT_EQ(shownFiles().filter("- secret.log 无法读取：").size(), 1) << shownFiles().join("|").toStdString();
+    EXPECT_EQ(labels("已选").join(""), "已选 1 个文件，压缩前共 16 B");
+    press(QStringLiteral("发送"));
+    EXPECT_TRUE(outcome().startsWith(QStringLiteral("已发送到"))) << outcome().toStdString();
+    EXPECT_EQ(filesIn(server.mail(1)).keys(), QStringList("good.log"));
+}
+#endif
 
 TEST_F(SendLogWindow, NothingToSendIsSaidBeforeAnythingIsTried)
 {

@@ -157,6 +157,8 @@ TEST_F(SendLogWindow, WhatIsLookedAtIsWhatGoesOut)
     EXPECT_EQ(text->toPlainText(), QString::fromUtf8(firstMasked));
     const QString folderOfShots = qEnvironmentVariable("SHOTS_DIR");
     if (!folderOfShots.isEmpty())
+        QCoreApplication::processEvents();
+    if (!folderOfShots.isEmpty())
         preview->grab().save(folderOfShots + "/preview.png");
     delete preview;
     writeLog("terminal.log", firstLog + "one more line\n");
@@ -168,6 +170,39 @@ TEST_F(SendLogWindow, WhatIsLookedAtIsWhatGoesOut)
     EXPECT_TRUE(outcome().startsWith(QStringLiteral("已发送到"))) << outcome().toStdString();
     EXPECT_EQ(filesIn(server.mail(2))["terminal.log"], firstMasked + "one more line\n");
     EXPECT_TRUE(isCleanSoon());
+}
+
+TEST_F(SendLogWindow, AFileOfAnyLengthCanBeLookedAtToItsEnd)
+{
+    QByteArray lines;
+    for (int line = 0; lines.size() < 600 << 10; ++line)
+        lines += QStringLiteral("第 %1 行\n").arg(line).toUtf8();
+    lines += "last 密码=geheim";
+    writeLog("terminal.log", lines);
+    open();
+    press(QStringLiteral("查看将要发送的内容"));
+    outcome();
+    auto *preview = widget->findChild<KV::CLogPreview *>();
+    ASSERT_NE(preview, nullptr);
+    auto *text = preview->findChild<QPlainTextEdit *>();
+    preview->findChild<QListWidget *>()->setCurrentRow(1);
+    QPushButton *more = nullptr;
+    for (QPushButton *each : preview->findChildren<QPushButton *>())
+        if (each->text() == QStringLiteral("继续显示"))
+            more = each;
+    ASSERT_NE(more, nullptr);
+    EXPECT_TRUE(text->toPlainText().startsWith(QStringLiteral("第 0 行\n第 1 行\n")));
+    EXPECT_EQ(text->textCursor().position(), 0);
+    int pieces = 1;
+    for (; more->isVisible() && pieces < 9; ++pieces) {
+        EXPECT_TRUE(text->toPlainText().endsWith(QStringLiteral(" 行\n"))); // never half a line
+        QTest::mouseClick(more, Qt::LeftButton);
+    }
+    EXPECT_EQ(pieces, 3);
+    EXPECT_TRUE(text->toPlainText() == QString::fromUtf8(lines.replace("geheim", "***")));
+    preview->findChild<QListWidget *>()->setCurrentRow(0);
+    EXPECT_FALSE(more->isVisible());
+    EXPECT_TRUE(text->toPlainText().startsWith(QStringLiteral("收件人：")));
 }
 
 TEST_F(SendLogWindow, SavesThePackWithoutAnyMailService)
@@ -219,6 +254,8 @@ TEST_F(SendLogWindow, FollowsThemeAndScaleWhileItIsOpen)
         }
     }
     EXPECT_LT(qGray(images[0].pixel(2, 2)), qGray(images[2].pixel(2, 2)));
+    EXPECT_NEAR(images[2].width(), images[0].width(), 8); // back to its size when the scale is
+    EXPECT_NEAR(images[2].height(), images[0].height(), 8);
     theme.setScale(1);
     theme.setTheme("dark");
 }

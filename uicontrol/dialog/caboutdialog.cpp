@@ -4,6 +4,7 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QPixmap>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
@@ -48,13 +49,21 @@ void CAboutDialog::applyLook()
     const int margin = ZB::scaled(16);
     layout()->setContentsMargins(margin, margin, margin, ZB::scaled(12));
     layout()->setSpacing(ZB::scaled(8));
-    resize(ZB::scaled(dialogWidth), ZB::scaled(dialogHeight));
     components->header()->setFixedHeight(ZB::scaled(26));
     components->header()->resizeSection(1, ZB::scaled(90));
     components->header()->resizeSection(2, ZB::scaled(130));
     validityIcon->setVisible(!validityImage.isEmpty());
     if (!validityImage.isEmpty())
         validityIcon->setPixmap(*ZB::CUiResource::instance()->getPixmap(validityImage));
+    fitToScale(this, QSize(dialogWidth, dialogHeight));
+}
+
+/// The list passes Return on although a licence was opened with it; the dialog would press its default button.
+void CAboutDialog::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReturn || focusWidget() != components)
+        QDialog::keyPressEvent(event);
 }
 
 void CAboutDialog::showEvent(QShowEvent *event)

@@ -4,10 +4,12 @@
 
 #include <QtCore/QIODevice>
 #include <QtGui/QFont>
+#include <QtGui/QTextCursor>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
 
 #include "dialog/dialoglook.h"
 #include "zb/cuiresource.h"
@@ -16,7 +18,7 @@ namespace KV {
 
 namespace {
 
-constexpr qint64 shownBytes = 256 << 10; ///< of each file
+constexpr qint64 pieceBytes = 256 << 10; ///< read and shown at a time
 constexpr int listWidth = 170;
 constexpr int dialogWidth = 820;
 constexpr int dialogHeight = 520;
@@ -24,7 +26,8 @@ constexpr int dialogHeight = 520;
 } // namespace
 
 CLogPreview::CLogPreview(const QString &mailText, const std::shared_ptr<const LogPack> &shownPack, QWidget *parent)
-    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint), mail(mailText), pack(shownPack)
+    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint), mail(mailText), pack(shownPack),
+      zip(std::make_unique<KZip>(shownPack->path))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("将要发送的内容"));
@@ -40,11 +43,21 @@ CLogPreview::CLogPreview(const QString &mailText, const std::shared_ptr<const Lo
     row->addWidget(list);
     row->addWidget(contents, 1);
     column->addLayout(row, 1);
-    column->addWidget(note);
+    moreButton = new QPushButton(QStringLiteral("继续显示"), this);
+    moreButton->setFlat(true);
+    moreButton->setAutoDefault(false);
+    auto *bottom = new QHBoxLayout;
+    auto *closeButton = new QPushButton(QStringLiteral("关闭"), this);
+    bottom->addWidget(note);
+    bottom->addWidget(moreButton);
+    bottom->addStretch();
+    bottom->addWidget(closeButton);
+    column->addLayout(bottom);
     list->addItem(QStringLiteral("邮件正文"));
-    KZip zip(pack->path);
-    if (zip.open(QIODevice::ReadOnly))
-        list->addItems(zip.directory()->entries());
+    if (zip->open(QIODevice::ReadOnly))
+        list->addItems(zip->directory()->entries());
+    connect(moreButton, &QPushButton::clicked, this, &CLogPreview::showMore);
+    connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(list, &QListWidget::currentRowChanged, this, &CLogPreview::showLine);
     applyLook();
     list->setCurrentRow(0);
@@ -65,28 +78,52 @@ void CLogPreview::applyLook()
                                 .arg(mono.family())
                                 .arg(mono.pixelSize()));
     list->setFixedWidth(ZB::scaled(listWidth));
-    resize(ZB::scaled(dialogWidth), ZB::scaled(dialogHeight));
+    fitToScale(this, QSize(dialogWidth, dialogHeight));
 }
 
 void CLogPreview::showLine(int line)
 {
+    contents->clear();
     note->clear();
-    contents->setPlainText(line <= 0 ? mail : fileText(list->item(line)->text()));
+    file.reset();
+    rest.clear();
+    moreButton->hide();
+    if (line <= 0)
+        contents->setPlainText(mail);
+    else
+        openFile(list->item(line)->text());
 }
 
-QString CLogPreview::fileText(const QString &name)
+void CLogPreview::openFile(const QString &name)
 {
-    KZip zip(pack->path);
-    const KArchiveFile *file = zip.open(QIODevice::ReadOnly) ? zip.directory()->file(name) : nullptr;
-    const std::unique_ptr<QIODevice> device(file == nullptr ? nullptr : file->createDevice());
-    if (device == nullptr) {
-        note->setText(QStringLiteral("无法读取压缩文件：%1").arg(zip.errorString()));
-        return {};
+    const KArchiveFile *entry = zip->isOpen() ? zip->directory()->file(name) : nullptr;
+    file.reset(entry == nullptr ? nullptr : entry->createDevice());
+    if (file == nullptr) {
+        note->setText(QStringLiteral("无法读取压缩文件：%1").arg(zip->errorString()));
+        return;
     }
-    const QString total = sizeText(file->size());
-    note->setText(file->size() > shownBytes ? QStringLiteral("%1，显示开头 %2").arg(total, sizeText(shownBytes))
-                                            : total);
-    return QString::fromUtf8(device->read(shownBytes));
+    fileSize = entry->size();
+    shownSize = 0;
+    showMore();
+    contents->moveCursor(QTextCursor::Start);
+}
+
+/// Whole lines, where they are not longer than a piece.
+void CLogPreview::showMore()
+{
+    const QByteArray more = file->read(pieceBytes);
+    shownSize += more.size();
+    rest += more;
+    const bool isAll = more.isEmpty() || shownSize >= fileSize;
+    const int lineEnd = rest.lastIndexOf('\n') + 1;
+    const int end = isAll || lineEnd == 0 ? rest.size() : lineEnd;
+    QTextCursor cursor(contents->document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QString::fromUtf8(rest.left(end)));
+    rest.remove(0, end);
+    moreButton->setVisible(!isAll);
+    note->setText(isAll ? sizeText(fileSize)
+                        : QStringLiteral("%1，已显示 %2").arg(sizeText(fileSize), sizeText(shownSize)));
 }
 
 } // namespace KV

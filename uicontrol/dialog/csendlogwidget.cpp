@@ -61,7 +61,6 @@ CSendLogWidget::CSendLogWidget(QWidget *parent) : ZB::CBaseWidget(parent, QStrin
     setWindowTitle(QStringLiteral("发送日志"));
     build();
     applyLook();
-    resize(ZB::scaled(windowWidth), ZB::scaled(windowHeight));
     pollTimer.setInterval(pollMs);
     connect(&pollTimer, &QTimer::timeout, this, &CSendLogWidget::slotPoll);
     setState(State::Ready);
@@ -82,15 +81,14 @@ void CSendLogWidget::applyLook()
     fileList->header()->setFixedHeight(ZB::scaled(26));
     fileList->header()->resizeSection(1, ZB::scaled(190));
     fileList->header()->resizeSection(2, ZB::scaled(90));
+    fitToScale(this, QSize(windowWidth, windowHeight));
     update();
 }
 
 void CSendLogWidget::themeChanged()
 {
-    if (sendButton == nullptr)
-        return;
-    applyLook();
-    resize(ZB::scaled(windowWidth), ZB::scaled(windowHeight));
+    if (sendButton != nullptr)
+        applyLook();
 }
 
 void CSendLogWidget::paintEvent(QPaintEvent *)

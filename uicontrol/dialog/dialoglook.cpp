@@ -1,11 +1,13 @@
 #include "dialog/dialoglook.h"
 
+#include <QtCore/QSize>
 #include <QtCore/QVariant>
 #include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtGui/QFontInfo>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStyle>
+#include <QtWidgets/QWidget>
 
 #include "zb/cstylesheetcenter.h"
 #include "zb/cuiresource.h"
@@ -15,6 +17,8 @@ namespace KV {
 namespace {
 
 const char lookProperty[] = "look";
+const char scaleProperty[] = "fittedScale";
+constexpr int fullScale = 1000;
 
 QString fontRule(const char *key)
 {
@@ -51,6 +55,18 @@ void setLabelLook(QLabel *label, const QString &look)
     label->setProperty(lookProperty, look);
     label->style()->unpolish(label);
     label->style()->polish(label);
+}
+
+/// The least size is still that of the old measures: the layout sets the new one when it comes to it.
+void fitToScale(QWidget *window, const QSize &usual)
+{
+    const int scale = ZB::scaled(fullScale);
+    const int former = window->property(scaleProperty).toInt();
+    if (scale == former)
+        return;
+    window->setProperty(scaleProperty, scale);
+    window->setMinimumSize(0, 0);
+    window->resize(former == 0 ? usual * scale / fullScale : window->size() * scale / former);
 }
 
 } // namespace KV

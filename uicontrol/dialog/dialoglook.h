@@ -3,6 +3,8 @@
 #include <QtCore/QString>
 
 class QLabel;
+class QSize;
+class QWidget;
 
 namespace KV {
 
@@ -11,5 +13,9 @@ namespace KV {
 QString dialogStyleSheet();
 /// Gives a label one of these; an empty text for none.
 void setLabelLook(QLabel *label, const QString &look);
+
+/// Gives a window its size when the scale has changed since the last call: at first the usual one (pixels at 100 %),
+/// then the size that the user has given it, scaled.
+void fitToScale(QWidget *window, const QSize &usual);
 
 } // namespace KV
