@@ -80,6 +80,18 @@ const std::vector<State> &states()
              window.form->setQuantity(3);
              window.click(window.button("开"));
          }},
+        {"hovered",
+         [](TicketWindow &window) {
+             fillCredit(window);
+             for (QWidget *each : window.form->findChildren<QWidget *>())
+                 each->setAttribute(Qt::WA_UnderMouse);
+         }},
+        {"pressed",
+         [](TicketWindow &window) {
+             fillCredit(window);
+             for (QAbstractButton *each : window.form->findChildren<QAbstractButton *>())
+                 each->setDown(true);
+         }},
         {"fault-account", sendNow},
         {"fault-code",
          [](TicketWindow &window) {

@@ -1,11 +1,7 @@
 #include "account/caccountstree.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QPointer>
-#include <QtGui/QCursor>
-#include <QtGui/QKeyEvent>
 #include <QtGui/QPixmap>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QTreeWidgetItemIterator>
@@ -25,6 +21,15 @@ constexpr int popupHeight = 180;
 constexpr int frameMargin = 1;
 constexpr int iconSize = 16;
 constexpr int indentation = 16;
+
+/// Icons of the style grow no larger than they are drawn, which would set them beside those of the theme.
+QIcon fitted(const QIcon &icon)
+{
+    const QSize size(ZB::scaled(iconSize), ZB::scaled(iconSize));
+    if (icon.actualSize(size) == size)
+        return icon;
+    return QIcon(icon.pixmap(size).scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
 
 QString textOf(const AccountEntry &account)
 {
@@ -62,9 +67,24 @@ CAccountsTree::~CAccountsTree() = default;
 
 void CAccountsTree::createIcons()
 {
-    groupIcon = QIcon(style()->standardPixmap(QStyle::SP_DirIcon));
-    composedIcon = QIcon(style()->standardPixmap(QStyle::SP_DirLinkIcon));
+    groupIcon = fitted(style()->standardIcon(QStyle::SP_DirIcon));
+    composedIcon = fitted(style()->standardIcon(QStyle::SP_DirLinkIcon));
     accountIcon = QIcon(*ZB::CUiResource::instance()->getPixmap(QStringLiteral("kv_img_setting_tree_icon_account")));
+}
+
+/// None for what is no choice.
+QIcon CAccountsTree::iconOf(int kind) const
+{
+    switch (kind) {
+    case SelectedAccountGroup:
+        return groupIcon;
+    case SelectedAccount:
+        return accountIcon;
+    case SelectedComposedAccount:
+        return composedIcon;
+    default:
+        return {};
+    }
 }
 
 void CAccountsTree::applySizes()
@@ -82,8 +102,7 @@ void CAccountsTree::themeChanged()
     tree->setStyleSheet(ZB::CStyleSheetCenter::getStyle(ZB::ControlTree));
     createIcons();
     for (QTreeWidgetItemIterator item(tree); *item != nullptr; ++item)
-        if ((*item)->type() == SelectedAccount)
-            (*item)->setIcon(0, accountIcon);
+        (*item)->setIcon(0, iconOf((*item)->type()));
     update();
 }
 
@@ -135,29 +154,28 @@ void CAccountsTree::fill(const QVector<AccountEntry> &composed)
     const QVector<AccountGroup> groups =
         accountData == nullptr ? QVector<AccountGroup>() : accountData->groups(traderType);
     for (const AccountGroup &group : groups) {
-        QTreeWidgetItem *top = newItem(SelectedAccountGroup, group.name, group.name, groupIcon);
+        QTreeWidgetItem *top = newItem(SelectedAccountGroup, group.name, group.name);
         tree->addTopLevelItem(top);
         for (const AccountEntry &account : accounts)
             if (group.accountIds.contains(account.id))
-                top->addChild(newItem(SelectedAccount, account.id, textOf(account), accountIcon));
+                top->addChild(newItem(SelectedAccount, account.id, textOf(account)));
         top->setExpanded(true);
     }
     for (const AccountEntry &account : composed)
-        tree->addTopLevelItem(newItem(SelectedComposedAccount, account.id, textOf(account), composedIcon));
+        tree->addTopLevelItem(newItem(SelectedComposedAccount, account.id, textOf(account)));
     for (const AccountEntry &account : accounts)
-        tree->addTopLevelItem(newItem(SelectedAccount, account.id, textOf(account), accountIcon));
+        tree->addTopLevelItem(newItem(SelectedAccount, account.id, textOf(account)));
     if (tree->topLevelItemCount() == 0)
         sayEmpty();
     markReported();
 }
 
-QTreeWidgetItem *CAccountsTree::newItem(ESelectedAccountType kind, const QString &id, const QString &text,
-                                        const QIcon &icon) const
+QTreeWidgetItem *CAccountsTree::newItem(ESelectedAccountType kind, const QString &id, const QString &text) const
 {
     auto *item = new QTreeWidgetItem(kind);
     item->setText(0, text);
     item->setToolTip(0, text);
-    item->setIcon(0, icon);
+    item->setIcon(0, iconOf(kind));
     item->setData(0, Qt::UserRole, id);
     return item;
 }
@@ -213,107 +231,6 @@ void CAccountsTree::hideEvent(QHideEvent *event)
     ZB::CBaseWidget::hideEvent(event);
     QCoreApplication::instance()->removeEventFilter(this);
     changeItemText();
-}
-
-/// The box looks pressed while its popup is open. A popup that was clicked into has the window system's activation: it
-/// goes back to where the combo box is. (A tool window's isActiveWindow() is true also while its parent's window is
-/// active.)
-void CAccountsTree::setVisible(bool visible)
-{
-    const QPointer<QWidget> box(parentWidget());
-    const bool wasActive = QApplication::activeWindow() == this;
-    ZB::CBaseWidget::setVisible(visible);
-    if (box == nullptr)
-        return;
-    box->update();
-    if (!visible && wasActive)
-        box->activateWindow();
-}
-
-/// Whether an object is the box, or a widget that moves it by moving.
-bool CAccountsTree::isAround(const QObject *object) const
-{
-    const QWidget *box = parentWidget();
-    const auto *widget = qobject_cast<const QWidget *>(object);
-    return box != nullptr && widget != nullptr && (widget == box || widget->isAncestorOf(box));
-}
-
-bool CAccountsTree::isLeft() const
-{
-    const QWidget *active = QApplication::activeWindow();
-    return active != this && parentWidget() != nullptr && active != parentWidget()->window();
-}
-
-bool CAccountsTree::eventFilter(QObject *watched, QEvent *event)
-{
-    const QWidget *box = parentWidget();
-    const bool isMoved = event->type() == QEvent::Move && isAround(watched);
-    const bool isResized =
-        event->type() == QEvent::Resize && box != nullptr && (watched == box || watched == box->window());
-    const bool isDeactivated = event->type() == QEvent::WindowDeactivate && isAround(watched) && isLeft();
-    if (isMoved || isResized || isDeactivated)
-        hide();
-    return false;
-}
-
-/// Whoever clicked into the popup and goes on to another place leaves it. A press on the combo box closes it itself.
-void CAccountsTree::changeEvent(QEvent *event)
-{
-    ZB::CBaseWidget::changeEvent(event);
-    if (event->type() != QEvent::ActivationChange || QApplication::activeWindow() == this || !isVisible())
-        return;
-    const QPoint cursor = QCursor::pos();
-    const QWidget *box = parentWidget();
-    const bool isOnBox = box != nullptr && box->rect().contains(box->mapFromGlobal(cursor));
-    if (isLeft() || (!isOnBox && !rect().contains(mapFromGlobal(cursor))))
-        hide();
-}
-
-void CAccountsTree::keyPressEvent(QKeyEvent *event)
-{
-    switch (event->key()) {
-    case Qt::Key_Escape:
-        tree->setCurrentItem(clicked);
-        hide();
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        hide();
-        break;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-        if (QTreeWidgetItem *item = tree->currentItem())
-            item->setExpanded(event->key() == Qt::Key_Right);
-        break;
-    default:
-        if (QTreeWidgetItem *item = itemByKey(event->key()))
-            tree->setCurrentItem(item);
-    }
-}
-
-/// Null where the key leads nowhere.
-QTreeWidgetItem *CAccountsTree::itemByKey(int key) const
-{
-    QTreeWidgetItem *first = tree->topLevelItem(0);
-    QTreeWidgetItem *last = first;
-    while (last != nullptr && tree->itemBelow(last) != nullptr)
-        last = tree->itemBelow(last);
-    if (first == nullptr || !(first->flags() & Qt::ItemIsSelectable))
-        return nullptr;
-    QTreeWidgetItem *current = tree->currentItem();
-    switch (key) {
-    case Qt::Key_Down:
-        return current == nullptr ? first : tree->itemBelow(current);
-    case Qt::Key_Up:
-        return current == nullptr ? last : tree->itemAbove(current);
-    case Qt::Key_Home:
-        return first;
-    case Qt::Key_End:
-        return last;
-    default:
-        return nullptr;
-    }
 }
 
 } // namespace KV

@@ -57,10 +57,10 @@ private Q_SLOTS:
 
 private:
     void createIcons();
+    QIcon iconOf(int kind) const;
     void rebuild();
     void fill(const QVector<AccountEntry> &composed);
-    QTreeWidgetItem *newItem(ESelectedAccountType kind, const QString &id, const QString &text,
-                             const QIcon &icon) const;
+    QTreeWidgetItem *newItem(ESelectedAccountType kind, const QString &id, const QString &text) const;
     void sayEmpty();
     /// The item that was reported last looks selected when the tree opens again; it is not current, so that closing the
     /// popup without a choice reports nothing.
