@@ -3,6 +3,7 @@
 #include <QtCore/qglobal.h>
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -105,9 +106,9 @@ public:
     void clear();
 
     /// Replaces everything by `size` entries, entryAt(i) giving the i-th: about 10 ns for each. Chunks are left with
-    /// room.
+    /// room. False, and empty, when called off.
     template <typename EntryAt>
-    void assign(int size, EntryAt entryAt);
+    bool assign(int size, EntryAt entryAt, const std::atomic<bool> *cancelled = nullptr);
 
     /// For tests: chunks, counts, homes and starts agree.
     bool checkConsistency() const;
@@ -237,12 +238,16 @@ void ChunkedSequence::insertSorted(const Entry &entry, IsBefore isBefore)
 }
 
 template <typename EntryAt>
-void ChunkedSequence::assign(int size, EntryAt entryAt)
+bool ChunkedSequence::assign(int size, EntryAt entryAt, const std::atomic<bool> *cancelled)
 {
     clear();
     std::vector<int> sizes;
     std::vector<int> markedSizes;
     for (int first = 0; first < size; first += assignedFill) {
+        if (cancelled && *cancelled) {
+            clear();
+            return false;
+        }
         chunks.push_back(std::make_unique<Chunk>());
         Chunk &chunk = *chunks.back();
         const auto number = static_cast<quint32>(chunks.size() - 1);
@@ -266,6 +271,7 @@ void ChunkedSequence::assign(int size, EntryAt entryAt)
     renumber(0);
     counts.assign(std::move(sizes));
     markedCounts.assign(std::move(markedSizes));
+    return true;
 }
 
 } // namespace core

@@ -192,19 +192,22 @@ void RowView::noteArrival(quint32 slot)
     lastArrival = arrival;
 }
 
-void RowView::place(const std::vector<quint32> &slots)
+bool RowView::place(const std::vector<quint32> &slots, const SlotSort::CancelFlag *cancelled)
 {
     constexpr std::size_t ahead = 16;
-    sequence.assign(static_cast<int>(slots.size()), [&](int index) {
+    const auto entryAt = [&](int index) {
         const auto at = static_cast<std::size_t>(index);
         if (at + ahead < slots.size())
             prefetch(slots[at + ahead]);
         return ChunkedSequence::Entry{leadingWord(slots[at]), slots[at], passes(slots[at])};
-    });
+    };
+    if (!sequence.assign(static_cast<int>(slots.size()), entryAt, cancelled))
+        return false;
     for (quint32 slot = 0; slot < states.size(); ++slot) {
         if (hasState(slot, KeptRows::present))
             noteArrival(slot);
     }
+    return true;
 }
 
 } // namespace core

@@ -96,8 +96,8 @@ public:
     /// Moves the misplaced slots of a list to where they belong; the others must be in order. False when called off.
     bool mergeMisplaced(std::vector<quint32> &slots, const std::vector<quint32> &misplaced,
                         const Compare &customCompare, const SlotSort::CancelFlag &cancelled) const;
-    /// Makes adopted slots the rows, in the order given.
-    void place(const std::vector<quint32> &slots);
+    /// Makes adopted slots the rows, in the order given. False, and without rows, when called off.
+    bool place(const std::vector<quint32> &slots, const SlotSort::CancelFlag *cancelled = nullptr);
 
     bool hasCustomField() const { return custom; }
     const std::vector<quint32> &misplacedSlots() const { return misplaced; }

@@ -219,9 +219,9 @@ bool HpfModelJob::arrange(const std::vector<quint32> &changedSlots, const IBaseH
     return finished;
 }
 
-void HpfModelJob::place()
+bool HpfModelJob::place()
 {
-    view->place(order);
+    return view->place(order, &cancelled);
 }
 
 bool HpfModelJob::applyNoted()

@@ -57,8 +57,8 @@ public:
     void adopt(Batch &batch);
     /// Puts the adopted rows in order but for those that have changed since; false when cancelled.
     bool arrange(const std::vector<quint32> &changedSlots, const IBaseHpfTableModel &model);
-    /// The arranged rows become the view. Call it once, before applyNoted().
-    void place();
+    /// The arranged rows become the view; false when cancelled. Call it once, before applyNoted().
+    bool place();
 
     /// @name Under the model's lock
     /// @{

@@ -304,10 +304,7 @@ bool HpfModelState::place(HpfModelJob &started)
         const std::lock_guard<std::mutex> lock(mutex);
         changed = started.noted().slots();
     }
-    if (!started.arrange(changed, model))
-        return false;
-    started.place();
-    return true;
+    return started.arrange(changed, model) && started.place();
 }
 
 /// Changes keep coming in between the pieces; the last piece makes the new view the present one.

@@ -212,7 +212,10 @@ TEST(RowView, AgreesWithSortingEverythingAfterAnyChanges)
         made.adopt(4000, kept.words(0), kept.texts(0), true);
         made.remove(4000);
         ASSERT_TRUE(made.order(slots, nullptr, goOn));
-        made.place(slots);
+        const std::atomic<bool> calledOff{true};
+        EXPECT_FALSE(made.place(slots, &calledOff));
+        EXPECT_EQ(made.rows().size(), 0);
+        ASSERT_TRUE(made.place(slots));
         ASSERT_TRUE(made.checkConsistency());
         EXPECT_EQ(lines(made), plain.lines());
         EXPECT_EQ(ColumnSum::bitsOf(made.sum(1).toDouble()), ColumnSum::bitsOf(view.sum(1).toDouble()));

@@ -20,3 +20,18 @@ TEST(HpfModelRandom, AgreesWithThePlainestModelAfterAnyOperations)
         }
     }
 }
+
+TEST(HpfModelRandom, AgreesWithThePlainestModelAlsoWhereTwoThreadsRead)
+{
+    const quint64 seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    ModelTwins twins([&random](int limit) { return choose(random, limit); }, 250);
+    twins.fill(24000);
+    for (int step = 0; step < 120; ++step) {
+        twins.changeSomething();
+        if (step % 15 == 14) {
+            ASSERT_EQ(twins.difference().toStdString(), "") << "step " << step;
+        }
+    }
+}

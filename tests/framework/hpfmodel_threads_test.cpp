@@ -163,7 +163,8 @@ TEST(HpfModelThreads, WritersReadersAndUsersAtOnceEndInTheStateThatWasWrittenLas
     model.clearFilter();
     model.setSortColumns({{Quantity, 0}});
     EXPECT_EQ(model.size(), static_cast<int>(plain.rows.size()));
-    EXPECT_EQ(model.getStatColumnDouble(Price), plain.sumOf(Price));
+    plain.sums = {Price};
+    EXPECT_TRUE(sameNumber(model.getStatColumnDouble(Price), plain.realSumOf(Price)));
     // Ties keep the order of arrival, which only the model knows: compare what is certain.
     QList<ZB::IBaseHpfTableModel::Row> rows;
     model.getDatas(rows);

@@ -1,18 +1,25 @@
 #include "plainmodel.h"
 
 #include <algorithm>
+#include <boost/multiprecision/cpp_bin_float.hpp>
 #include <cmath>
 
 namespace modeltest {
 
 namespace {
 
+/// Wide enough for every sum of the doubles in these tests.
+using Exact =
+    boost::multiprecision::number<boost::multiprecision::cpp_bin_float<2400, boost::multiprecision::digit_base_2>,
+                                  boost::multiprecision::et_off>;
+
 /// A number that orders records by a column, with whether there is none.
-std::pair<double, bool> numberOf(const Record &record, int column)
+std::pair<long double, bool> numberOf(const Record &record, int column)
 {
+    static_assert(std::numeric_limits<long double>::digits >= 63, "holds every 64-bit integer");
     switch (column) {
     case Quantity:
-        return {static_cast<double>(record.quantity), record.quantity == noQuantity};
+        return {static_cast<long double>(record.quantity), record.quantity == noQuantity};
     case Status:
         return {record.status, record.status == noStatus};
     case Price:
@@ -120,15 +127,46 @@ QString PlainModel::allKeys() const
     return join(keys);
 }
 
-double PlainModel::sumOf(int column) const
+double PlainModel::realSumOf(int column) const
 {
-    double sum = 0;
+    if (!sums.contains(column))
+        return noPrice;
+    Exact sum = 0;
+    double beyond = 0; ///< what infinities and NaN come to
     for (const Row &row : rows) {
         const auto [value, none] = numberOf(row.record, column);
-        if (passes(row.record) && (!none || std::isnan(value)))
+        if (!passes(row.record))
+            continue;
+        if (!std::isfinite(value))
+            beyond += static_cast<double>(value);
+        else if (!none)
             sum += value;
     }
-    return sum;
+    if (beyond != 0)
+        return beyond;
+    const auto rounded = sum.convert_to<double>();
+    return rounded == noPrice ? std::nextafter(noPrice, 0.0) : rounded;
+}
+
+qint64 PlainModel::integerSumOf(int column) const
+{
+    if (!sums.contains(column))
+        return noQuantity;
+    Exact sum = 0;
+    for (const Row &row : rows) {
+        const auto [value, none] = numberOf(row.record, column);
+        if (!none && passes(row.record))
+            sum += value;
+    }
+    const qint64 least = std::numeric_limits<qint64>::min();
+    if (sum <= Exact(least))
+        return least;
+    return sum >= Exact(noQuantity) ? noQuantity - 1 : sum.convert_to<qint64>();
+}
+
+bool sameNumber(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
 }
 
 int choose(std::mt19937_64 &random, int limit)
@@ -139,12 +177,20 @@ int choose(std::mt19937_64 &random, int limit)
 Record chosenRecord(const Choice &below)
 {
     static const QString names[] = {"", "浦发银行", "贵州茅台", "600519", "600519A", "6005", "abc", "ABC"};
-    static const double prices[] = {noPrice, 0x1p30, -0x1p30, 1 + 1.0 / 1024};
+    static const double prices[] = {noPrice, noPrice, 0x1p30, -0x1p30, 1 + 1.0 / 1024, 0.1,     1e17,
+                                    -1e17,   1e-200,  -1e300, 1e300,   -0.0,           -noPrice};
+    static const double extremes[] = {std::nan(""), HUGE_VAL, -HUGE_VAL, std::nextafter(noPrice, 0.0)};
+    static const qint64 quantities[] = {noQuantity,     noQuantity,  noQuantity - 1,
+                                        noQuantity - 2, -noQuantity, std::numeric_limits<qint64>::min()};
+    static const int statuses[] = {noStatus, noStatus, noStatus - 1, std::numeric_limits<int>::min()};
+    const auto oneOf = [&below](const auto &values) { return values[below(static_cast<int>(std::size(values)))]; };
     Record record;
-    record.quantity = below(10) == 0 ? noQuantity : below(9) - 4;
-    record.status = below(10) == 0 ? noStatus : below(5);
-    record.price = below(8) == 0 ? prices[below(4)] : below(20) * 0.25 - 2;
-    record.name = names[below(static_cast<int>(std::size(names)))];
+    record.quantity = below(10) == 0 ? oneOf(quantities) : below(9) - 4;
+    record.status = below(10) == 0 ? oneOf(statuses) : below(5);
+    record.price = below(8) == 0 ? oneOf(prices) : below(20) * 0.25 - 2;
+    if (below(200) == 0)
+        record.price = oneOf(extremes); // seldom: a sum with one in tells nothing of the other rows
+    record.name = oneOf(names);
     return record;
 }
 

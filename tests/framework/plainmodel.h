@@ -26,6 +26,7 @@ public:
     std::vector<Row> rows; ///< in the order of arrival
     QVector<QPair<int, int>> sort;
     QMap<int, QVector<QPair<int, QSet<QString>>>> filters;
+    QSet<int> sums; ///< columns
 
     void put(const std::string &key, const Record &record);
     void remove(const std::string &key);
@@ -34,7 +35,10 @@ public:
     std::vector<Row> sorted() const;
     QString shownKeys() const;
     QString allKeys() const;
-    double sumOf(int column) const;
+    /// Exact and rounded once; of integers the end of their range where the sum lies outside. Without statistics what
+    /// means that there is none.
+    double realSumOf(int column) const;
+    qint64 integerSumOf(int column) const;
 
     /// The custom order of these tests: by the length of the name.
     static int compareCustom(const Record &a, const Record &b);
@@ -47,7 +51,11 @@ private:
 using Choice = std::function<int(int)>;
 
 int choose(std::mt19937_64 &random, int limit);
-/// A record of few values, so that much of it collides; sums of them are exact in doubles too.
+/// NaN is the same as NaN.
+bool sameNumber(double a, double b);
+
+/// A record of few values, so that much of it collides, the ends of every type among them; no sum of doubles in a plain
+/// loop has all of them in it.
 Record chosenRecord(const Choice &below);
 
 } // namespace modeltest
