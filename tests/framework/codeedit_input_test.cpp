@@ -12,6 +12,7 @@
 #include "printtext.h"
 #include "records/record.h"
 #include "services/instruments.h"
+#include "theme/themeservice.h"
 #include "zb/clineedit.h"
 
 using namespace refhost;
@@ -244,6 +245,44 @@ TEST(CodeEditInput, ADisabledFieldTakesNoCharacters)
     window.field->setEnabled(true);
     window.field->inputStockCodeChar("c");
     EXPECT_EQ(window.shown(), QStringLiteral("c"));
+}
+
+TEST(CodeEditInput, LooksDifferentInEveryState)
+{
+    for (const char *theme : {"dark", "light"}) {
+        ThemeService::instance().setTheme(QLatin1String(theme));
+        CodeWindow window;
+        window.field->setStockCode("600519.SH", false);
+        QCoreApplication::processEvents();
+        QStringList names;
+        QList<QImage> pictures;
+        const auto take = [&](const char *name) {
+            const QImage picture = window.field->grab().toImage();
+            EXPECT_FALSE(pictures.contains(picture))
+                << theme << ": " << name << " is like " << names.value(pictures.indexOf(picture)).toStdString();
+            pictures << picture;
+            names << QLatin1String(name);
+        };
+        take("normal");
+        window.field->setAttribute(Qt::WA_UnderMouse);
+        take("hovered");
+        window.field->setAttribute(Qt::WA_UnderMouse, false);
+        window.field->setWarning(true);
+        take("wrong");
+        window.field->setStockCode("601963.SH", false);
+        take("another code"); // is not wrong
+        window.field->setStockCode("600519.SH", false);
+        EXPECT_EQ(window.field->grab().toImage(), pictures[0]);
+        window.field->setEnabled(false);
+        take("disabled");
+        window.field->setEnabled(true);
+        window.enter();
+        take("with the keyboard");
+        window.type("qqqq");
+        window.press(Qt::Key_Return);
+        take("an entry that leads nowhere");
+    }
+    ThemeService::instance().setTheme(QStringLiteral("dark"));
 }
 
 TEST(CodeEditInput, SettingsDecideWhatIsOffered)
