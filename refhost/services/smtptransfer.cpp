@@ -123,6 +123,9 @@ void SmtpTransfer::Session::setServer(const MailSettings &settings)
         set(CURLOPT_CAINFO, QFile::encodeName(settings.caFile).constData());
     set(CURLOPT_FORBID_REUSE, 1L); // the parting belongs to the transfer and its thread
     set(CURLOPT_NOSIGNAL, 1L);
+#if LIBCURL_VERSION_NUM >= 0x075700
+    set(CURLOPT_QUICK_EXIT, 1L); // a stopped transfer does not wait until the system has given up looking for a name
+#endif
     set(CURLOPT_VERBOSE, 1L); // or the function is not called
     set(CURLOPT_DEBUGFUNCTION, noteTalk);
     set(CURLOPT_DEBUGDATA, &replies);

@@ -12,6 +12,30 @@
 #include "services/mailservice.h"
 #include "services/mailtext.h"
 
+#ifdef Q_OS_LINUX
+#include <dlfcn.h>
+#include <netdb.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstring>
+
+static std::atomic<int> slowLookUps{0};
+
+/// Takes the place of the system's: one name takes longer than anybody waits.
+extern "C" Q_DECL_EXPORT int getaddrinfo(const char *name, const char *service, const addrinfo *hints,
+                                         addrinfo **result)
+{
+    using Function = int (*)(const char *, const char *, const addrinfo *, addrinfo **);
+    static const auto systems = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    if (name == nullptr || std::strcmp(name, "slow.example") != 0)
+        return systems(name, service, hints, result);
+    ++slowLookUps;
+    sleep(8);
+    return EAI_AGAIN;
+}
+#endif
+
 namespace {
 
 class Mail : public testing::Test
@@ -247,6 +271,31 @@ TEST_F(Mail, CancelledOrLeftBehindIsBrokenOffAtOnceAndLetsGoOfItsFile)
     EXPECT_EQ(answers.size(), 0);
     EXPECT_TRUE(net::getMailService() == nullptr);
 }
+
+#ifdef Q_OS_LINUX
+TEST_F(Mail, ANameThatIsLookedUpForLongHoldsNobodyUp)
+{
+    config->setValue("mail/server", "slow.example");
+    config->setValue("mail/from", "terminal@example.com");
+    config->setValue("mail/to", "support@example.com");
+    auto owner = std::make_shared<int>(0);
+    const std::weak_ptr<int> file = owner;
+    message.attachmentOwner = owner;
+    const int id = send();
+    owner.reset();
+    message.attachmentOwner.reset();
+    ASSERT_TRUE(QTest::qWaitFor([] { return slowLookUps > 0; }));
+    service->cancel(id);
+    EXPECT_TRUE(QTest::qWaitFor([&file] { return file.expired(); }, 3000));
+
+    send();
+    ASSERT_TRUE(QTest::qWaitFor([] { return slowLookUps > 1; }));
+    QElapsedTimer time;
+    time.start();
+    refhost::setMailService(nullptr); // the program ends
+    EXPECT_LT(time.elapsed(), 3000);
+}
+#endif
 
 TEST_F(Mail, ACancelledOneIsNeverTakenForAWholeOne)
 {
