@@ -189,6 +189,7 @@ void HpfModelState::runScheduledTurn()
 
 bool HpfModelState::cancel()
 {
+    const bool fits = presentPlan()->fits(model);
     {
         Lock lock(mutex);
         const HpfModelWish &present = plan->wish();
@@ -196,7 +197,7 @@ bool HpfModelState::cancel()
             return false;
         wished.sort = present.sort;
         wished.filters = present.filters;
-        wished.revision = wished.sums == present.sums ? present.revision : ++lastRevision;
+        wished.revision = fits && wished.sums == present.sums ? present.revision : ++lastRevision;
         stopWork(lock);
     }
     return true;

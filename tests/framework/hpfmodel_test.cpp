@@ -397,6 +397,11 @@ TEST(HpfModel, AColumnOfAnotherTypeIsReadAnew)
     model.textColumns = true;
     model.columnsChanged();
     EXPECT_EQ(shownKeys(model), "b c a");
+    model.textColumns = false;
+    model.columnsChanged();
+    model.setSortColumns({{Name, 1}});
+    EXPECT_TRUE(HpfModelAccess::cancel(model));
+    EXPECT_EQ(shownKeys(model), "c a b") << "the former sort, by the new type";
     model.clear();
     model.textColumns = false;
     model.addData(makeRow("a", 9));
