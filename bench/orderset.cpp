@@ -139,4 +139,13 @@ OrderPtr withOtherFill(const OrderPtr &order, std::mt19937 &random)
     return changed;
 }
 
+OrderPtr withOtherDeal(const OrderPtr &order, std::mt19937 &random)
+{
+    const OrderPtr changed = withOtherFill(withOtherPrice(order, random), random);
+    changed->setData(refhost::OrderAveragePrice, drawPrice(random));
+    changed->setData(refhost::OrderStatus, 48 + draw(random, 0, 9));
+    changed->setData(refhost::OrderUpdateTime, order->getLong(refhost::OrderUpdateTime) + draw(random, 0, 3600000));
+    return changed;
+}
+
 } // namespace bench

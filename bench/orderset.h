@@ -22,5 +22,7 @@ OrderPtr makeOrder(int number, std::mt19937 &random);
 OrderPtr withOtherPrice(const OrderPtr &order, std::mt19937 &random);
 /// A new record under the same key with another filled quantity.
 OrderPtr withOtherFill(const OrderPtr &order, std::mt19937 &random);
+/// The same after a deal at another price: seven fields are others for the most part.
+OrderPtr withOtherDeal(const OrderPtr &order, std::mt19937 &random);
 
 } // namespace bench
