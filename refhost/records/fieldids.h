@@ -75,6 +75,7 @@ enum FieldId : int
     DealCommission,     ///< D, own deals only
     DealContract,       ///< S, the broker's number of the order, own deals only
     DealDay,            ///< I, trading day yyyymmdd, own deals only
+    DealRealised,       ///< D, profit of what a deal closed, before fees, own deals only
 
     PositionCode = 1620501, ///< S, with exchange
     PositionExchange,       ///< I, enumeration "exchange"
@@ -91,6 +92,8 @@ enum FieldId : int
     PositionMargin,         ///< D
     PositionAccount,        ///< S
     PositionInstrument,     ///< R, MetaInstrument
+    PositionSideName,       ///< S, the side in words, where positions of stocks and futures stand together
+    PositionDayProfit,      ///< D, since the last settlement, not realised; of stocks since they were bought
 
     FundsAccount = 1620601, ///< S
     FundsName,              ///< S
@@ -103,6 +106,7 @@ enum FieldId : int
     FundsMargin,            ///< D
     FundsProfitToday,       ///< D
     FundsRiskRatio,         ///< D, 0.01 is one per cent
+    FundsFloating,          ///< D, profit of the positions that is not realised
 
     QuoteCode = 1620801, ///< S, with exchange
     QuoteLast,           ///< D

@@ -40,6 +40,7 @@ std::vector<FieldDef> positionFields()
         {PositionCode,        ExtString, "证券代码",  0, AlignCentre | Filterable,         Everybody,         0,                {}, {{DerivativeTraders, "合约代码"}}, TextStore::Shared},
         {PositionInstrument,  ExtData,   "证券",      0, 0,                                Everybody,         0,                {}, {}, TextStore::Own, MetaInstrument, {InstrumentName}},
         {PositionSide,        ExtChar,   "持仓方向",  0, AlignCentre | Filterable,         DerivativeTraders, 0,                display::enumeration("side")},
+        {PositionSideName,    ExtString, "多空",      0, AlignCentre | Filterable,         Everybody,         0,                {}, {}, TextStore::Shared},
         {PositionQuantity,    ExtLong,   "持仓数量",  0, AlignRight | Sum | GroupedSum | Flash, Everybody,         0,                {}, {{FutureTraders, "持仓手数"}, {OptionTraders, "持仓张数"}}},
         {PositionAvailable,   ExtLong,   "可用数量",  0, AlignRight | Sum | GroupedSum | Flash, Everybody,         0,                {}, {{FutureTraders, "可平手数"}, {OptionTraders, "可平张数"}}},
         {PositionFrozen,      ExtLong,   "冻结数量",  0, AlignRight | Sum | GroupedSum | SumFromZero, Everybody,         0,                {}, {{FutureTraders, "冻结手数"}, {OptionTraders, "冻结张数"}}},
@@ -49,7 +50,8 @@ std::vector<FieldDef> positionFields()
         {PositionValue,       ExtDouble, "市值",      2, Money | Flash | Bold,             Everybody,         0,                {}, {{FutureTraders, "合约价值"}}},
         {PositionProfit,      ExtDouble, "浮动盈亏",  2, Money | Flash | Bold,             Everybody,         Signed,           display::change()},
         {PositionProfitRatio, ExtDouble, "盈亏比例",  2, AlignRight | NoSumText,           Everybody,         Signed | Percent, display::change()},
-        {PositionMargin,      ExtDouble, "保证金",    2, Money,                            DerivativeTraders, 0,                {}},
+        {PositionDayProfit,   ExtDouble, "持仓盈亏",  2, Money | Flash,                    Everybody,         Signed,           display::change()},
+        {PositionMargin,      ExtDouble, "保证金",    2, Money,                            Everybody,         0,                {}},
         {PositionExchange,    ExtInt,    "交易所",    0, AlignCentre | Filterable,         Everybody,         0,                display::enumeration("exchange")},
     };
 }
@@ -66,7 +68,8 @@ std::vector<FieldDef> fundsFields()
         {FundsFrozen,        ExtDouble, "冻结资金",  2, Money | SumFromZero,      Everybody,         0,       {}},
         {FundsWithdrawable,  ExtDouble, "可取资金",  2, Money,                    Everybody,         0,       {}},
         {FundsPositionValue, ExtDouble, "持仓市值",  2, Money | Flash,            Everybody,         0,       {}},
-        {FundsMargin,        ExtDouble, "占用保证金", 2, Money,                   DerivativeTraders, 0,       {}},
+        {FundsMargin,        ExtDouble, "占用保证金", 2, Money,                   Everybody,         0,       {}},
+        {FundsFloating,      ExtDouble, "持仓盈亏",  2, Money | Flash,            Everybody,         Signed,  display::change()},
         {FundsProfitToday,   ExtDouble, "当日盈亏",  2, Money | Flash | Bold,     Everybody,         Signed,  display::change()},
         {FundsRiskRatio,     ExtDouble, "风险度",    2, AlignRight | NoSumText,   DerivativeTraders, Percent, {}},
     };

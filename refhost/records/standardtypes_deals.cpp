@@ -22,6 +22,7 @@ using namespace kdservice;
 constexpr int Hidden = Nobody;
 constexpr int Unit = utils::FormatUnit;
 constexpr int Name = utils::FormatNoGroups; ///< of a number that only names
+constexpr int Signed = utils::FormatSign;
 
 std::vector<Line> table()
 {
@@ -43,6 +44,7 @@ std::vector<Line> table()
         {Market, {DealBuyOrder,     ExtLong,   "买方委托",  0, AlignRight,                     Everybody,         Name, {}}},
         {Market, {DealSellOrder,    ExtLong,   "卖方委托",  0, AlignRight,                     Everybody,         Name, {}}},
         {Own,    {DealOrder,        ExtLong,   "委托编号",  0, AlignRight,                     Everybody,         Name, {}}},
+        {Own,    {DealRealised,     ExtDouble, "平仓盈亏",  2, AlignRight | Sum,               Everybody,         Signed, display::change()}},
         {Own,    {DealContract,     ExtString, "合同编号",  0, AlignLeft,                      Everybody,         0,    {}}},
         {Own,    {DealAccount,      ExtString, "资金账号",  0, AlignCentre | Filterable,       Everybody,         0,    {}, {}, TextStore::Shared}},
         {Both,   {DealChannel,      ExtInt,    "通道",      0, AlignRight,                     Everybody,         Name, {}}},

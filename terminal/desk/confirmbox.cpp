@@ -15,7 +15,7 @@ namespace {
 
 bool boxesShown = true;
 
-void buildBox(QDialog &box, const QString &text, const QString &yes)
+void buildBox(QDialog &box, const QString &text, const QString &yes, EnterMeans enter)
 {
     const ZB::PopupLook look = ZB::PopupLook::fromResources();
     box.setFont(look.font);
@@ -35,8 +35,9 @@ void buildBox(QDialog &box, const QString &text, const QString &yes)
     row->setSpacing(ZB::scaled(8));
     auto *accept = new QPushButton(yes, &box);
     auto *reject = new QPushButton(QStringLiteral("取消"), &box);
-    accept->setDefault(true);
-    accept->setFocus();
+    QPushButton *chosen = enter == EnterMeans::Yes ? accept : reject;
+    chosen->setDefault(true);
+    chosen->setFocus();
     row->addStretch();
     row->addWidget(accept);
     row->addWidget(reject);
@@ -47,7 +48,7 @@ void buildBox(QDialog &box, const QString &text, const QString &yes)
 
 } // namespace
 
-bool askToConfirm(QWidget *parent, const QString &title, const QString &text, const QString &yes)
+bool askToConfirm(QWidget *parent, const QString &title, const QString &text, const QString &yes, EnterMeans enter)
 {
     if (!boxesShown)
         return true;
@@ -55,7 +56,7 @@ bool askToConfirm(QWidget *parent, const QString &title, const QString &text, co
     const QPointer<QDialog> box(new QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint));
     box->setObjectName(QStringLiteral("confirmBox"));
     box->setWindowTitle(title);
-    buildBox(*box, text, yes);
+    buildBox(*box, text, yes, enter);
     const bool isAccepted = box->exec() == QDialog::Accepted;
     if (!box)
         return false;

@@ -43,6 +43,7 @@ DeskControl::DeskControl(TradeDesk &tradeDesk, FeedPump &feedPump, TradePage &tr
     addKeys(page);
     joinDesk();
     joinPage();
+    page.window()->installEventFilter(this);
 }
 
 DeskControl::~DeskControl() = default;
@@ -52,14 +53,14 @@ void DeskControl::addPanels(TradePage &owner)
     ordersPanel = new OwnOrdersPanel;
     dealsPanel = new OwnDealsPanel;
     positionsPanel = new OwnPositionsPanel;
-    fundsPanel = new FundsPanel(OwnFundsTable);
+    fundsPanel = new FundsPanel(OwnFundsTable, nullptr, /* hasFutures */ true);
     orderHistoryPanel = new HistoryPanel(trading::HistoryQuery::Kind::Orders);
     dealHistoryPanel = new HistoryPanel(trading::HistoryQuery::Kind::Deals);
     for (Panel *panel : {static_cast<Panel *>(ordersPanel), static_cast<Panel *>(dealsPanel),
                          static_cast<Panel *>(positionsPanel), static_cast<Panel *>(fundsPanel),
                          static_cast<Panel *>(orderHistoryPanel), static_cast<Panel *>(dealHistoryPanel)})
         owner.addBottomPanel(panel, panel->caption());
-    new AccountFollower(desk, *fundsPanel, *positionsPanel); // belongs to the panel of funds
+    new AccountFollower(desk.toldAccounts(), *fundsPanel, *positionsPanel); // belongs to the panel of funds
 }
 
 void DeskControl::addKeys(TradePage &owner)
@@ -85,7 +86,8 @@ void DeskControl::joinDesk()
     for (OwnRecordsPanel *panel :
          {static_cast<OwnRecordsPanel *>(ordersPanel), static_cast<OwnRecordsPanel *>(dealsPanel)})
         connect(&desk, &TradeDesk::dayBegan, panel, &OwnRecordsPanel::beginDay);
-    connect(&desk, &TradeDesk::storageProblemChanged, ordersPanel, &OwnRecordsPanel::say);
+    connect(&desk, &TradeDesk::storageProblemChanged, ordersPanel, &OwnRecordsPanel::setMark);
+    connect(&desk, &TradeDesk::ended, this, [this](qint64 order) { commands->orderEnded(order); });
     connect(&desk, &TradeDesk::dayBegan, this,
             [this](const QString &, int day) { ordersPanel->say(QStringLiteral("已进入交易日 %1").arg(day)); });
     connect(&desk, &TradeDesk::filled, this, [this] { makeSoundIfWanted(true); });
@@ -103,8 +105,9 @@ void DeskControl::joinPage()
     ticket.setFundsSource([this](const OrderDraft &draft) { return ticketorders::funds(draft, desk); });
     connect(&page, &TradePage::ladderClicked, this, [this](int event, int level, int side, const QString &code) {
         if (event == ladderCancel)
-            commands->cancelInLadder(level, side, code);
+            commands->cancelInLadder(level, side, code, page.ladder().shownPrice(level, side));
     });
+    page.ladder().setCancelsShown(true);
     connect(&page, &TradePage::currentCodeChanged, this, &DeskControl::refreshLadder);
     connect(ordersPanel, &OwnRecordsPanel::activated, this, [this](qint64 order) { commands->cancel(order); });
     connect(ordersPanel, &OwnOrdersPanel::commanded, this, [this](Command wanted) { commands->run(wanted); });
@@ -116,6 +119,27 @@ void DeskControl::openHistory(const QString &path)
 {
     orderHistoryPanel->open(path);
     dealHistoryPanel->open(path);
+}
+
+void DeskControl::setUnsaved(const QString &why)
+{
+    ordersPanel->setMark(why.isEmpty() ? QStringLiteral("没有用 --desk 指定交易桌面文件，交易不保存")
+                                       : QStringLiteral("交易不保存：") + why);
+    guard.setUnsaved(why);
+}
+
+/// What the file could not take yet would be gone.
+bool DeskControl::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Close || desk.desk().storageProblem().isEmpty())
+        return QObject::eventFilter(watched, event);
+    const bool isWanted = askToConfirm(
+        &page, QStringLiteral("退出"),
+        QStringLiteral("%1\n\n最近的委托和成交还没有保存，现在退出就会丢失。").arg(desk.desk().storageProblem()),
+        QStringLiteral("仍然退出"), EnterMeans::No);
+    if (!isWanted)
+        event->ignore();
+    return !isWanted;
 }
 
 void DeskControl::setSettings(const DeskSettings &settings)

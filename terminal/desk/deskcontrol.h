@@ -36,6 +36,8 @@ public:
 
     /// The file that past days are read from.
     void openHistory(const QString &path);
+    /// Nothing is kept. why: what is wrong with the file that was named; empty when the user has named none.
+    void setUnsaved(const QString &why);
 
     OwnOrdersPanel &orders() const { return *ordersPanel; }
     OwnDealsPanel &deals() const { return *dealsPanel; }
@@ -47,6 +49,9 @@ public:
     void setSettings(const DeskSettings &settings);
     /// Makes the sound of a fill (true), or of an order that was rejected or not even sent.
     void setSound(std::function<void(bool isFill)> sound) { makeSound = std::move(sound); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void addPanels(TradePage &page);
@@ -67,7 +72,7 @@ private:
     FeedPump &pump;
     TradePage &page;
     TicketForm &ticket;
-    const OrderGuard guard;
+    OrderGuard guard;
     DeskSettings present;
     OwnOrdersPanel *ordersPanel;
     OwnDealsPanel *dealsPanel;

@@ -1,12 +1,12 @@
 #include "desk/desklog.h"
 
 #include "desk/desktexts.h"
-#include "trading/desk.h"
+#include "desk/toldaccounts.h"
 #include "utils/clogcenter.h"
 
 namespace terminal {
 
-DeskLog::DeskLog(const trading::Desk &logged) : desk(logged) {}
+DeskLog::DeskLog(const ToldAccounts &told) : accounts(told) {}
 
 void DeskLog::say(const QString &text)
 {
@@ -53,7 +53,7 @@ void DeskLog::take(const trading::Settlement &settled)
 
 void DeskLog::takeFunds(const std::string &account) const
 {
-    const trading::Funds funds = desk.broker().accounts().at(account).funds();
+    const trading::Funds funds = accounts.books().at(account).funds();
     say(QStringLiteral("资金 %1：总额 %2，可用 %3，冻结 %4")
             .arg(QString::fromStdString(account), trading::moneyText(funds.total), trading::moneyText(funds.available),
                  trading::moneyText(funds.frozen)));

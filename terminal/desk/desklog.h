@@ -4,17 +4,15 @@
 
 #include "trading/desktypes.h"
 
-namespace trading {
-class Desk;
-}
-
 namespace terminal {
+
+class ToldAccounts;
 
 /// Writes what happens on a desk to the log of the program. GUI thread.
 class DeskLog
 {
 public:
-    explicit DeskLog(const trading::Desk &desk);
+    explicit DeskLog(const ToldAccounts &accounts);
 
     static void say(const QString &text);
     static void sayError(const QString &text);
@@ -27,7 +25,7 @@ private:
     static void take(const trading::Settlement &settled);
     void takeFunds(const std::string &account) const;
 
-    const trading::Desk &desk;
+    const ToldAccounts &accounts;
 };
 
 } // namespace terminal

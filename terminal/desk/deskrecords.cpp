@@ -96,6 +96,8 @@ DeskRecords::Record DeskRecords::dealRecord(const trading::PaperDeal &deal)
     record->setData(DealQuantity, deal.quantity);
     record->setData(DealAmount, trading::yuanOf(deal.amount));
     record->setData(DealCommission, trading::yuanOf(deal.charges.total()));
+    if (deal.offset != trading::Offset::Open)
+        record->setData(DealRealised, trading::yuanOf(deal.realised));
     record->setData(DealTime, deal.time);
     record->setData(DealNumber, deal.id);
     record->setData(DealOrder, deal.order);

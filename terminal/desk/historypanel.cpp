@@ -42,6 +42,7 @@ HistoryPanel::HistoryPanel(Kind kind, QWidget *parent)
                         {DealQuantity, 84},
                         {DealAmount, 96},
                         {DealCommission, 76},
+                        {DealRealised, 96},
                         {DealAccount, 84},
                         {DealNumber, 84},
                         {DealOrder, 84}},

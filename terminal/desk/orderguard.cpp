@@ -1,5 +1,8 @@
 #include "desk/orderguard.h"
 
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
+
 #include "desk/confirmbox.h"
 #include "desk/desktexts.h"
 #include "desk/tradedesk.h"
@@ -101,15 +104,25 @@ QString OrderGuard::summary(const std::vector<trading::OrderRequest> &requests) 
 }
 
 bool OrderGuard::isWanted(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings,
-                          QWidget &page) const
+                          QWidget &page)
 {
+    const QPointer<QWidget> self(&page);
     const QString question = summary(requests);
+    const auto ask = [&](const QString &title, const QString &why, const QString &yes, EnterMeans enter) {
+        const QString text = why.isEmpty() ? question : why + QStringLiteral("\n\n") + question;
+        return askToConfirm(&page, title, text, yes, enter) && self;
+    };
+    const QString anyway = QStringLiteral("仍然委托");
+    if (!unsaved.isEmpty()) {
+        if (!ask(QStringLiteral("交易不保存"), unsaved, anyway, EnterMeans::No))
+            return false;
+        unsaved.clear();
+    }
     if (settings.confirms && warning(requests).isEmpty() &&
-        !askToConfirm(&page, QStringLiteral("确认委托"), question, QStringLiteral("委托")))
+        !ask(QStringLiteral("确认委托"), {}, QStringLiteral("委托"), EnterMeans::Yes))
         return false;
     const QString silent = warning(requests);
-    return silent.isEmpty() || askToConfirm(&page, QStringLiteral("行情提醒"),
-                                            silent + QStringLiteral("\n\n") + question, QStringLiteral("仍然委托"));
+    return silent.isEmpty() || ask(QStringLiteral("行情提醒"), silent, anyway, EnterMeans::No);
 }
 
 } // namespace terminal

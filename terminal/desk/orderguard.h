@@ -29,14 +29,16 @@ public:
     QString summary(const std::vector<trading::OrderRequest> &requests) const;
     /// Asks over `page`, where the user wants to be asked, and in any case before orders go out on a market that is not
     /// heard, also when it falls silent while he thinks. Everything may have gone when it returns, `page` included.
-    bool isWanted(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings,
-                  QWidget &page) const;
+    bool isWanted(const std::vector<trading::OrderRequest> &requests, const DeskSettings &settings, QWidget &page);
+    /// Nothing that is done is kept, for this reason: the user is asked once whether he wants orders all the same.
+    void setUnsaved(const QString &reason) { unsaved = reason; }
 
 private:
     QString limitRefusal(const trading::OrderRequest &request, const DeskSettings &settings) const;
 
     const TradeDesk &desk;
     const FeedPump &pump;
+    QString unsaved; ///< empty once the user has agreed
 };
 
 } // namespace terminal

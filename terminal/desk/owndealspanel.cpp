@@ -21,6 +21,7 @@ OwnDealsPanel::OwnDealsPanel(QWidget *parent)
                     {DealQuantity, 84},
                     {DealAmount, 100},
                     {DealCommission, 84},
+                    {DealRealised, 96},
                     {DealAccount, 72},
                     {DealNumber, 72},
                     {DealOrder, 72}},

@@ -1,7 +1,5 @@
 #include "desk/ownpositionspanel.h"
 
-#include <QtCore/QStringList>
-
 #include "window/tableids.h"
 
 namespace terminal {
@@ -12,7 +10,9 @@ constexpr int activatedEvent = 69;
 
 } // namespace
 
-OwnPositionsPanel::OwnPositionsPanel(QWidget *parent) : PositionsPanel(OwnPositionsTable, parent) {}
+OwnPositionsPanel::OwnPositionsPanel(QWidget *parent) : PositionsPanel(OwnPositionsTable, parent, /* hasFutures */ true)
+{
+}
 
 OwnPositionsPanel::~OwnPositionsPanel() = default;
 
@@ -20,9 +20,12 @@ bool OwnPositionsPanel::handleEvent(int event, int, int, QString text, void *)
 {
     if (event != activatedEvent)
         return false;
-    const QStringList parts = text.split(QLatin1Char('/')); // account, code, side
-    if (parts.size() == 3 && parts[2].size() == 1)
-        Q_EMIT activated(parts[0], parts[1], static_cast<trading::PositionSide>(parts[2][0].toLatin1()));
+    // Account, code, side; an account may have a stroke in its name.
+    const int side = text.lastIndexOf(QLatin1Char('/'));
+    const int code = side > 0 ? text.lastIndexOf(QLatin1Char('/'), side - 1) : -1;
+    if (code > 0 && text.size() == side + 2)
+        Q_EMIT activated(text.left(code), text.mid(code + 1, side - code - 1),
+                         static_cast<trading::PositionSide>(text.back().toLatin1()));
     return true;
 }
 

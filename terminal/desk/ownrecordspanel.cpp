@@ -38,11 +38,18 @@ void OwnRecordsPanel::say(const QString &text)
     refresh();
 }
 
+void OwnRecordsPanel::setMark(const QString &text)
+{
+    mark = text;
+    refresh();
+}
+
 void OwnRecordsPanel::refresh()
 {
     TablePanel::refresh();
-    if (!message.isEmpty())
-        setSummary(summary() + QStringLiteral(" · ") + message);
+    for (const QString &part : {mark, message})
+        if (!part.isEmpty())
+            setSummary(summary() + QStringLiteral(" · ") + part);
 }
 
 bool OwnRecordsPanel::handleEvent(int event, int, int, QString text, void *)

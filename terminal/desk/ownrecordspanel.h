@@ -17,6 +17,8 @@ public:
     void beginDay(const QString &account, int day);
     /// Stands in the title until the next; empty for nothing.
     void say(const QString &text);
+    /// Stands in front of that for good, as something that must not be forgotten; empty for nothing.
+    void setMark(const QString &text);
     void refresh() override;
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
 
@@ -31,6 +33,7 @@ private:
     const int accountField;
     const int dayField;
     QString message;
+    QString mark;
 };
 
 } // namespace terminal

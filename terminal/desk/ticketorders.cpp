@@ -104,11 +104,19 @@ void addClosing(std::vector<OrderRequest> &requests, OrderRequest request, const
     }
 }
 
-/// More than one order may hold goes out as several.
-void addInPieces(std::vector<OrderRequest> &requests, OrderRequest request, qint64 most)
+/// More than one order may hold goes out as several. A single lot that is too much stays one order, to be refused.
+void addInPieces(std::vector<OrderRequest> &requests, OrderRequest request, const feed::Instrument &instrument,
+                 qint64 exchangesMost, const DeskSettings &settings)
 {
+    const bool isFuture = instrument.kind == feed::InstrumentKind::Future;
+    const double lotAmount = request.price * instrument.multiplier;
+    qint64 most = std::min(exchangesMost, isFuture ? settings.mostLots : settings.mostShares);
+    if (lotAmount > 0)
+        most = std::min(most, qint64(std::min(settings.mostAmount / lotAmount, 1e15)));
+    const qint64 step = std::max(1, instrument.lot);
+    most = std::max(step, most / step * step);
     for (qint64 left = request.quantity; left > 0; left -= request.quantity) {
-        request.quantity = most > 0 ? std::min(left, most) : left;
+        request.quantity = std::min(left, most);
         requests.push_back(request);
     }
 }
@@ -184,31 +192,34 @@ TicketFunds funds(const OrderDraft &draft, const TradeDesk &desk)
     return least;
 }
 
-Made closeAll(const TradeDesk &desk)
+Made closeAll(const TradeDesk &desk, const DeskSettings &settings)
 {
     Made made;
     QStringList left;
     for (const auto &[id, book] : desk.books())
         for (const auto &[key, position] : book.positions()) {
             const feed::Instrument *instrument = desk.desk().broker().instrument(key.first);
+            const QString code = QString::fromStdString(key.first);
             OrderRequest request;
             request.account = id;
             request.code = key.first;
             request.side = key.second == PositionSide::Long ? feed::Side::Sell : feed::Side::Buy;
             request.price = oppositePrice(desk, key.first, request.side);
             if (!instrument || request.price == absent<double>) {
-                left += QString::fromStdString(key.first);
+                left += QStringLiteral("%1 没有对手价，未平").arg(code);
                 continue;
             }
+            if (const qint64 held = position.old.held + position.today.held; held > 0)
+                left += QStringLiteral("%1 另有 %2 已在平仓委托中").arg(code).arg(held);
             request.quantity = allClosable(book, *instrument, key.second);
             std::vector<OrderRequest> parts;
             if (request.quantity > 0)
                 addClosing(parts, request, book, *instrument);
             for (const OrderRequest &part : parts)
-                addInPieces(made.requests, part, desk.desk().broker().largestQuantity(part));
+                addInPieces(made.requests, part, *instrument, desk.desk().broker().largestQuantity(part), settings);
         }
     if (!left.isEmpty())
-        made.problem = QStringLiteral("%1 没有对手价，未平").arg(left.join(QStringLiteral("、")));
+        made.problem = left.join(QStringLiteral("；"));
     else if (made.requests.empty())
         made.problem = QStringLiteral("没有可以平的持仓");
     return made;

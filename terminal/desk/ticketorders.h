@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 #include <vector>
 
+#include "desk/desksettings.h"
 #include "trading/desktypes.h"
 #include "window/orderdraft.h"
 
@@ -31,9 +32,10 @@ QString noCredit();
 /// it buys. Of several accounts the one with the least counts.
 TicketFunds funds(const OrderDraft &draft, const TradeDesk &desk);
 
-/// Orders that close all that can be closed of all positions, at the best price of the other side. What has no price is
-/// left out and named in `problem`.
-Made closeAll(const TradeDesk &desk);
+/// Orders that close all that can be closed of all positions, at the best price of the other side, each within what the
+/// exchange and the user let one order hold. What has no price, or is being closed already, is left out and named in
+/// `problem`.
+Made closeAll(const TradeDesk &desk, const DeskSettings &settings);
 
 /// The best price of the side that such an order would take; absent without one.
 double oppositePrice(const TradeDesk &desk, const std::string &code, feed::Side side);

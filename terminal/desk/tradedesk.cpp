@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "feed/instrumentrules.h"
 #include "kv/caccountdata.h"
 
 namespace terminal {
 
-TradeDesk::TradeDesk(Market playedMarket, QObject *parent) : QObject(parent), market(playedMarket), log(paper)
+TradeDesk::TradeDesk(Market playedMarket, QObject *parent)
+    : QObject(parent), market(playedMarket), told(paper.broker()), log(told)
 {
     programClock.start();
     connect(&paper, &trading::Desk::changed, this, &TradeDesk::take);
@@ -38,9 +40,15 @@ QString TradeDesk::open(const QString &path)
 
 void TradeDesk::begin()
 {
+    const trading::DeskState &state = paper.initialState();
+    trading::DeskChange initial;
+    initial.accounts = state.accounts;
+    initial.orders = state.orders;
+    initial.positions = state.positions;
+    told.take(initial);
+    tell(state.orders, state.deals);
     openAccounts(trading::AccountKind::Stock);
     openAccounts(trading::AccountKind::Future);
-    tell(paper.initialState().orders, paper.initialState().deals);
 }
 
 void TradeDesk::openAccounts(trading::AccountKind kind)
@@ -62,25 +70,23 @@ void TradeDesk::openAccounts(trading::AccountKind kind)
 void TradeDesk::setRules(const trading::TradingRules &rules)
 {
     paper.setRules(rules);
-    for (const auto &[id, book] : books())
-        changes.accounts.insert(id);
+    told.rulesChanged();
 }
 
-QString TradeDesk::refuse(const trading::Refusal &refusal)
+QString TradeDesk::refuse(const QString &text)
 {
-    DeskLog::say(QStringLiteral("委托未报出：%1").arg(refusal.text));
+    DeskLog::say(QStringLiteral("委托未报出：%1").arg(text));
     Q_EMIT refused();
-    return refusal.text;
+    return text;
 }
 
 QString TradeDesk::send(const std::vector<trading::OrderRequest> &requests)
 {
-    for (const trading::OrderRequest &request : requests)
-        if (const trading::Refusal refusal = paper.broker().check(request))
-            return refuse(refusal);
+    if (const trading::Refusal refusal = paper.broker().check(requests))
+        return refuse(refusal.text);
     for (const trading::OrderRequest &request : requests)
         if (const trading::PaperBroker::Answer answer = paper.submit(request); answer.refusal)
-            return refuse(answer.refusal);
+            return refuse(answer.refusal.text);
     return {};
 }
 
@@ -102,19 +108,6 @@ std::vector<qint64> TradeDesk::openOrders(const Choice &choice) const
     return chosen;
 }
 
-int TradeDesk::cancelAll(const Choice &choice, QString &refusal)
-{
-    int cancelled = 0;
-    for (const qint64 order : openOrders(choice)) {
-        const QString problem = cancel(order);
-        if (problem.isEmpty())
-            ++cancelled;
-        else
-            refusal = problem;
-    }
-    return cancelled;
-}
-
 std::optional<trading::OrderRequest> TradeDesk::remainder(qint64 id, double price) const
 {
     const auto found = paper.broker().orders().find(id);
@@ -128,16 +121,34 @@ std::optional<trading::OrderRequest> TradeDesk::remainder(qint64 id, double pric
     request.offset = order.offset;
     request.price = price;
     request.quantity = order.openQuantity();
+    const feed::Instrument *known = paper.broker().instrument(order.code);
+    if (known && order.opensPosition()) {
+        // A level or a deal that is no whole lot leaves a rest that nobody may order.
+        const auto quantities = trading::QuantityRules::of(*known, paper.broker().tradingRules());
+        request.quantity -= request.quantity % quantities.step;
+        if (request.quantity < quantities.least)
+            request.quantity = 0;
+    }
     return request;
 }
 
-QString TradeDesk::reprice(qint64 id, double price)
+QString TradeDesk::repriceRefusal(qint64 id, double price) const
 {
     const std::optional<trading::OrderRequest> request = remainder(id, price);
     if (!request)
         return QStringLiteral("委托 %1 已经结束，不能改价").arg(id);
-    if (const trading::Refusal refusal = paper.broker().checkReplacement(id, *request))
+    if (!paper.storageProblem().isEmpty())
+        return QStringLiteral("新委托无法保存，委托 %1 没有改价。%2").arg(id).arg(paper.storageProblem());
+    if (request->quantity == 0)
+        return QStringLiteral("委托 %1 的剩余数量不足一手，不能改价，请撤单").arg(id);
+    return paper.broker().checkReplacement(id, *request).text;
+}
+
+QString TradeDesk::reprice(qint64 id, double price)
+{
+    if (const QString refusal = repriceRefusal(id, price); !refusal.isEmpty())
         return refuse(refusal);
+    const std::optional<trading::OrderRequest> request = remainder(id, price);
     if (const QString refusal = cancel(id); !refusal.isEmpty())
         return refusal;
     const QString refusal = send({*request});
@@ -172,7 +183,6 @@ TradeDesk::Heard *TradeDesk::hear(int instrument)
     if (instrument < 0 || size_t(instrument) >= codes.size())
         return nullptr;
     const std::string &code = codes[size_t(instrument)];
-    pricedCodes.insert(code);
     Heard &of = heard[code];
     of.at = programClock.elapsed();
     return &of;
@@ -188,7 +198,8 @@ void TradeDesk::takeInstrument(const feed::Instrument &instrument)
 
 void TradeDesk::takeDeal(const feed::Deal &deal)
 {
-    hear(deal.instrument);
+    if (hear(deal.instrument))
+        told.setLastPrice(codes[size_t(deal.instrument)], feed::priceUnits(deal.price));
     feed::Deal at = deal;
     at.time = moved(deal.time);
     paper.takeDeal(at);
@@ -201,62 +212,41 @@ void TradeDesk::takeQuote(const feed::QuoteSnapshot &given)
     if (Heard *of = hear(given.instrument)) {
         of->quote = at;
         of->hasQuote = true;
+        if (at.last != feed::absent<double> && at.last > 0)
+            told.setLastPrice(codes[size_t(at.instrument)], feed::priceUnits(at.last));
     }
     paper.takeQuote(at);
 }
 
-trading::AccountChanges TradeDesk::takeChanges()
-{
-    if (!std::exchange(toldAll, true))
-        for (const auto &[id, book] : books()) {
-            changes.accounts.insert(id);
-            for (const auto &[key, position] : book.positions())
-                changes.positions.insert({id, key});
-        }
-    for (const auto &[id, book] : books())
-        for (const auto &[key, position] : book.positions())
-            if (pricedCodes.count(key.first) > 0) {
-                changes.accounts.insert(id);
-                changes.positions.insert({id, key});
-            }
-    pricedCodes.clear();
-    return std::exchange(changes, {});
-}
-
 void TradeDesk::take(const trading::DeskChange &change)
 {
-    for (const trading::Account &account : change.accounts)
-        changes.accounts.insert(account.id);
-    for (const trading::Position &position : change.positions)
-        changes.positions.insert({position.account, {position.code, position.side}});
-    for (const trading::PaperOrder &order : change.orders) {
-        changes.accounts.insert(order.account); // money and shares that it sets aside
-        for (const auto side : {trading::PositionSide::Long, trading::PositionSide::Short})
-            changes.positions.insert({order.account, {order.code, side}});
-    }
+    told.take(change);
     log.take(change);
     tell(change.orders, change.deals);
     for (const trading::DayClose &closed : change.days)
         Q_EMIT dayBegan(QString::fromStdString(closed.account), books().at(closed.account).account().day);
     for (const trading::PaperDeal &deal : change.deals)
         Q_EMIT filled(deal);
-    for (const trading::PaperOrder &order : change.orders)
+    for (const trading::PaperOrder &order : change.orders) {
         if (order.status == feed::OrderStatus::Rejected)
             Q_EMIT rejected(order);
+        if (!order.isOpen())
+            Q_EMIT ended(order.id);
+    }
 }
 
 void TradeDesk::tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals)
 {
-    FeedPump::Records told;
+    FeedPump::Records made;
     for (const trading::PaperOrder &order : orders)
-        told.append(records.orderRecord(order));
-    if (!told.isEmpty())
-        Q_EMIT ordersChanged(told);
-    told.clear();
+        made.append(records.orderRecord(order));
+    if (!made.isEmpty())
+        Q_EMIT ordersChanged(made);
+    made.clear();
     for (const trading::PaperDeal &deal : deals)
-        told.append(records.dealRecord(deal));
-    if (!told.isEmpty())
-        Q_EMIT dealsMade(told);
+        made.append(records.dealRecord(deal));
+    if (!made.isEmpty())
+        Q_EMIT dealsMade(made);
 }
 
 } // namespace terminal

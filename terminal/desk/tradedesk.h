@@ -8,7 +8,7 @@
 #include "desk/desklog.h"
 #include "desk/deskrecords.h"
 #include "desk/exchangedays.h"
-#include "trading/accountsource.h"
+#include "desk/toldaccounts.h"
 #include "trading/desk.h"
 #include "window/feedpump.h"
 #include "window/marketlistener.h"
@@ -20,7 +20,7 @@ namespace terminal {
 ///
 /// The simulated exchange begins with the same day each time. Its days are moved here, so that those of the desk follow
 /// each other: the first one to the day that the file stands at.
-class TradeDesk : public QObject, public MarketListener, public trading::AccountSource
+class TradeDesk : public QObject, public MarketListener
 {
     Q_OBJECT
 
@@ -57,10 +57,11 @@ public:
         qint64 price = 0; ///< feed::priceUnits
     };
     std::vector<qint64> openOrders(const Choice &choice) const;
-    /// Withdraws them; what stood in the way of those that stay goes to `refusal`.
-    int cancelAll(const Choice &choice, QString &refusal);
-    /// What is left of an order, at another price; empty for one that has ended.
+    /// What is left of an order, at another price: of one that opens, as much as may be ordered. Empty for an order
+    /// that has ended.
     std::optional<trading::OrderRequest> remainder(qint64 order, double price) const;
+    /// Why an order cannot be withdrawn and its remainder sent; empty when both can.
+    QString repriceRefusal(qint64 order, double price) const;
     /// Withdraws an order and sends its remainder; an order whose remainder would be refused stays.
     QString reprice(qint64 order, double price);
 
@@ -69,8 +70,10 @@ public:
     /// Milliseconds since the market was last heard of a code; absent when it never was.
     qint64 silence(const std::string &code) const;
 
-    const std::map<std::string, trading::AccountBook> &books() const override { return paper.broker().accounts(); }
-    trading::AccountChanges takeChanges() override;
+    /// The books as they are, for judging orders.
+    const std::map<std::string, trading::AccountBook> &books() const { return paper.broker().accounts(); }
+    /// The books as the user may see them: without what is not stored yet.
+    ToldAccounts &toldAccounts() { return told; }
 
     void takeInstrument(const feed::Instrument &instrument) override;
     void takeDeal(const feed::Deal &deal) override;
@@ -81,6 +84,8 @@ Q_SIGNALS:
     void dealsMade(const terminal::FeedPump::Records &deals);
     /// The account has come to another trading day: what was told of the day before is past.
     void dayBegan(const QString &account, int day);
+    /// An order has ended, in whatever way.
+    void ended(qint64 order);
     /// An order was filled, in whole or in part; or rejected.
     void filled(const trading::PaperDeal &deal);
     void rejected(const trading::PaperOrder &order);
@@ -98,7 +103,7 @@ private:
     };
 
     void take(const trading::DeskChange &change);
-    QString refuse(const trading::Refusal &refusal);
+    QString refuse(const QString &text);
     void tell(const std::vector<trading::PaperOrder> &orders, const std::vector<trading::PaperDeal> &deals);
     void openAccounts(trading::AccountKind kind);
     qint64 moved(qint64 time);
@@ -106,14 +111,12 @@ private:
 
     const Market market;
     trading::Desk paper;
+    ToldAccounts told;
     const DeskLog log;
     DeskRecords records;
     QElapsedTimer programClock;
     std::vector<std::string> codes; ///< by the feed's index
     std::unordered_map<std::string, Heard> heard;
-    trading::AccountChanges changes;
-    std::set<std::string> pricedCodes; ///< since takeChanges()
-    bool toldAll = false;
     ExchangeDays days; ///< simulated
 };
 

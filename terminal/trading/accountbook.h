@@ -26,6 +26,8 @@ public:
     /// The same with the last price in it.
     const Position *pricedPosition(const PositionKey &key);
     Funds funds() const;
+    /// What a position of a future binds; from its value at the last settlement.
+    Money margin(const Position &position) const { return rules.margin(position.code, position.basis()); }
     /// 0 where no price has been told.
     qint64 lastPrice(const std::string &code) const;
 

@@ -99,6 +99,25 @@ Refusal PaperBroker::check(const OrderRequest &request) const
                       {traded, books.at(request.account), rules, clock == feed::absent<qint64> ? 0 : clock});
 }
 
+Refusal PaperBroker::check(const std::vector<OrderRequest> &requests) const
+{
+    std::map<std::string, AccountBook> tried;
+    qint64 number = lastOrder;
+    for (const OrderRequest &request : requests) {
+        if (Refusal refusal = checkPlace(request))
+            return refusal;
+        const feed::Instrument &traded = *instrument(request.code);
+        AccountBook &accountBook = tried.try_emplace(request.account, books.at(request.account)).first->second;
+        PaperOrder order = orderOf(request, traded);
+        order.id = ++number;
+        if (Refusal refusal =
+                checkOrder(order, {traded, accountBook, rules, clock == feed::absent<qint64> ? 0 : clock}))
+            return refusal;
+        accountBook.reserve(order, traded);
+    }
+    return {};
+}
+
 PaperBroker::Answer PaperBroker::submit(const OrderRequest &request)
 {
     if (Refusal refusal = check(request))

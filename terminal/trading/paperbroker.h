@@ -50,6 +50,9 @@ public:
     Answer submit(const OrderRequest &request);
     /// What submit() would refuse the request for; reserves nothing.
     Refusal check(const OrderRequest &request) const;
+    /// The same for requests that are to be submitted one after the other: each is judged with what those before it set
+    /// aside.
+    Refusal check(const std::vector<OrderRequest> &requests) const;
     /// The order is stored: it goes into the market. Nothing for one that has ended meanwhile.
     void confirm(qint64 order);
     /// Ends an order that is not confirmed, which then was never sent.
@@ -67,6 +70,8 @@ public:
     const std::map<qint64, PaperOrder> &orders() const { return dayOrders; }
     /// Null for a code that the feed has not told.
     const feed::Instrument *instrument(const std::string &code) const;
+    /// Valid as long as the broker; others after setRules().
+    const TradingRules &tradingRules() const { return rules; }
     /// What the code alone tells, for an instrument that the feed has not told.
     static feed::Instrument instrumentByCode(const std::string &code, const std::string &exchange);
     /// The market's clock; absent before the first event.

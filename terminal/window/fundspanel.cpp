@@ -13,24 +13,21 @@ using trading::yuanOf;
 
 } // namespace
 
-FundsPanel::FundsPanel(int tableId, QWidget *parent)
+FundsPanel::FundsPanel(int tableId, QWidget *parent, bool hasFutures)
     : RecordPanel(QStringLiteral("资金"), QStringLiteral("个账户"), new KV::CDataTable(tableId, MetaFunds, nullptr),
                   parent)
 {
     table().setEmptyText(QStringLiteral("没有账户"));
-    arrangeColumns({{FundsAccount, 86},
-                    {FundsName, 96},
-                    {FundsTotal, 132},
-                    {FundsAvailable, 132},
-                    {FundsFrozen, 110},
-                    {FundsWithdrawable, 132},
-                    {FundsPositionValue, 132},
-                    {FundsProfitToday, 124}},
-                   1);
-    columns = new ColumnsButton(table(),
-                                {FundsAccount, FundsName, FundsTotal, FundsAvailable, FundsFrozen, FundsWithdrawable,
-                                 FundsPositionValue, FundsProfitToday},
-                                1, this);
+    std::vector<Column> shown = {{FundsAccount, 80},        {FundsName, 92},        {FundsTotal, 120},
+                                 {FundsAvailable, 120},     {FundsFrozen, 104},     {FundsWithdrawable, 120},
+                                 {FundsPositionValue, 120}, {FundsProfitToday, 112}};
+    if (hasFutures)
+        shown.insert(shown.end() - 1, {{FundsMargin, 108}, {FundsFloating, 112}});
+    arrangeColumns(shown, 1);
+    std::vector<int> fields;
+    for (const Column &column : shown)
+        fields.push_back(column.fieldId);
+    columns = new ColumnsButton(table(), fields, 1, this);
     addTitleWidget(columns);
     columns->setLook(WindowLook::fromResources());
     RecordPanel::refresh();
@@ -77,7 +74,9 @@ void FundsPanel::show(const trading::AccountBook &book)
     record->setData(FundsFrozen, yuanOf(funds.frozen));
     record->setData(FundsWithdrawable, yuanOf(funds.withdrawable));
     record->setData(FundsPositionValue, yuanOf(funds.positionValue));
-    record->setData(FundsMargin, yuanOf(funds.margin));
+    if (account.kind == trading::AccountKind::Future)
+        record->setData(FundsMargin, yuanOf(funds.margin));
+    record->setData(FundsFloating, yuanOf(funds.floating));
     record->setData(FundsProfitToday, yuanOf(funds.profitToday));
     table().updateData(record, /* flag */ false);
 }

@@ -22,7 +22,8 @@ class FundsPanel : public RecordPanel
 
 public:
     /// tableId: under which the user's settings of the table are kept.
-    explicit FundsPanel(int tableId, QWidget *parent = nullptr);
+    /// hasFutures: with the columns that accounts of stocks have no use for.
+    explicit FundsPanel(int tableId, QWidget *parent = nullptr, bool hasFutures = false);
     ~FundsPanel() override;
 
     /// Shows the accounts that have changed as they stand now, with the next frame.

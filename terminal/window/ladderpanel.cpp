@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 
+#include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"
 #include "window/barbutton.h"
 #include "window/ladderheader.h"
@@ -79,9 +80,11 @@ LadderPanel::LadderPanel(QWidget *parent) : Panel(QStringLiteral("盘口"), pare
     contents->setFocusProxy(list);
     setContents(contents);
     addKindButtons();
+    graph = list->findChild<KV::CQuotesGraphWidget *>();
     list->setQuoteType(kind);
     list->setSilenceLimit(silenceMs);
     list->installEventFilter(this);
+    graph->installEventFilter(this);
     applyLook();
 }
 
@@ -111,15 +114,29 @@ void LadderPanel::setInstrument(const feed::Instrument &shown)
     title->setInstrument(code, QString::fromStdString(shown.name));
     list->setTradeType(isFuture ? kdservice::TraderFuture : kdservice::TraderStock);
     list->setStockCode(code);
+    latest = painted = {};
     for (const KindButton &each : kindButtons)
         each.button->setEnabled(!isFuture);
 }
 
 void LadderPanel::setQuote(const feed::QuoteSnapshot &quote, qint64 age)
 {
+    latest = quote;
     list->setQuoterAllData(ladderQuote(quote, instrument), ladderDetail(quote, instrument));
     if (age > 0)
         list->setQuoteAge(age);
+}
+
+double LadderPanel::shownPrice(int level, int side) const
+{
+    const auto &levels = side == int(feed::Side::Buy) ? painted.bids : painted.asks;
+    return level >= 1 && level <= feed::QuoteSnapshot::depth ? levels[size_t(level - 1)].price : feed::absent<double>;
+}
+
+void LadderPanel::setCancelsShown(bool shown)
+{
+    showsCancels = shown;
+    setLayoutKind(kind);
 }
 
 void LadderPanel::setQuotesExpected(bool expected)
@@ -131,6 +148,7 @@ void LadderPanel::setLayoutKind(KV::EQuoteType chosen)
 {
     kind = chosen;
     list->setQuoteType(kind);
+    list->setShowCancelOrder(showsCancels && kind != KV::QuoteNormal);
     for (const KindButton &each : kindButtons)
         each.button->setChecked(each.kind == kind);
 }
@@ -174,6 +192,8 @@ bool LadderPanel::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == list && event->type() == QEvent::Resize)
         fitWidth();
+    else if (watched == graph && event->type() == QEvent::Paint)
+        painted = latest;
     return Panel::eventFilter(watched, event);
 }
 

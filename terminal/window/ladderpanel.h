@@ -35,7 +35,12 @@ public:
     /// Of the instrument that is shown; `age` milliseconds old.
     void setQuote(const feed::QuoteSnapshot &quote, qint64 age);
     /// Whether quotes are to be expected at present: only then silence is told.
+    /// The price of a level, from 1, as the user saw it last; absent where there was none.
+    double shownPrice(int level, int side) const;
     void setQuotesExpected(bool expected);
+
+    /// Whether each level has a mark that withdraws what stands there, in the layouts that have room for it.
+    void setCancelsShown(bool shown);
 
     /// Futures have the ordinary layout only; the choice comes back with the next stock.
     void setLayoutKind(KV::EQuoteType kind);
@@ -63,10 +68,14 @@ private:
     LadderHeader *title;
     QScrollArea *scroll;
     KV::CQuotesPricesList *list;
+    QWidget *graph;
     std::vector<KindButton> kindButtons;
     QColor background;
     feed::Instrument instrument;
     KV::EQuoteType kind = KV::QuoteNormal;
+    bool showsCancels = false;
+    feed::QuoteSnapshot latest;
+    feed::QuoteSnapshot painted; ///< what the user sees, and clicks on
 };
 
 } // namespace terminal

@@ -43,22 +43,20 @@ double ratioOf(trading::Money part, trading::Money whole)
 
 } // namespace
 
-PositionsPanel::PositionsPanel(int tableId, QWidget *parent)
+PositionsPanel::PositionsPanel(int tableId, QWidget *parent, bool hasFutures)
     : RecordPanel(QStringLiteral("持仓"), QStringLiteral("条"), new PositionTable(tableId, nullptr), parent)
 {
     table().setEmptyText(QStringLiteral("没有持仓"));
-    arrangeColumns({{PositionAccount, 86},
-                    {PositionCode, 86},
-                    {InstrumentName, 80},
-                    {PositionQuantity, 96},
-                    {PositionAvailable, 96},
-                    {PositionToday, 96},
-                    {PositionCostPrice, 84},
-                    {PositionLastPrice, 80},
-                    {PositionValue, 124},
-                    {PositionProfit, 124},
-                    {PositionProfitRatio, 84}},
-                   3);
+    std::vector<Column> columns = {{PositionAccount, 70},   {PositionCode, 84},       {InstrumentName, 76},
+                                   {PositionQuantity, 72},  {PositionAvailable, 72},  {PositionToday, 72},
+                                   {PositionCostPrice, 80}, {PositionLastPrice, 76},  {PositionValue, 108},
+                                   {PositionProfit, 104},   {PositionProfitRatio, 72}};
+    if (hasFutures) {
+        columns.insert(columns.begin() + 3, {PositionSideName, 48});
+        columns.push_back({PositionDayProfit, 104});
+        columns.push_back({PositionMargin, 92});
+    }
+    arrangeColumns(columns, 3);
     RecordPanel::refresh();
 }
 
@@ -115,9 +113,14 @@ void PositionsPanel::fill(PlainRecord &record, const trading::AccountBook &book,
     record.setData(PositionAccount, position.account);
     record.setData(PositionCode, position.code);
     record.setData(PositionSide, static_cast<int>(position.side));
+    record.setData(PositionSideName, std::string(position.kind != feed::InstrumentKind::Future ? "持有"
+                                                 : isShort                                     ? "空"
+                                                                                               : "多"));
     record.setData(PositionQuantity, quantity);
     record.setData(PositionFrozen, position.old.held + position.today.held);
     const bool sellsToday = sellsOnSameDay || trading::sellsOnSameDay(position.kind);
+    if (position.kind == feed::InstrumentKind::Future)
+        record.setData(PositionMargin, yuanOf(book.margin(position)));
     record.setData(PositionAvailable,
                    (sellsToday ? quantity - position.today.held : position.old.quantity) - position.old.held);
     record.setData(PositionToday, position.today.quantity);
@@ -129,6 +132,8 @@ void PositionsPanel::fill(PlainRecord &record, const trading::AccountBook &book,
     record.setData(PositionLastPrice, feed::priceOfUnits(price));
     record.setData(PositionValue, yuanOf(*value));
     record.setData(PositionProfit, yuanOf(profit));
+    const trading::Money dayProfit = isShort ? position.basis() - *value : *value - position.basis();
+    record.setData(PositionDayProfit, yuanOf(dayProfit));
     record.setData(PositionProfitRatio, ratioOf(profit, position.openCost));
 }
 

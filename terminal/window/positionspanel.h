@@ -20,7 +20,8 @@ class PositionsPanel : public RecordPanel
 
 public:
     /// tableId: under which the user's settings of the table are kept.
-    explicit PositionsPanel(int tableId, QWidget *parent = nullptr);
+    /// hasFutures: with the columns that stocks have no use for, such as the side.
+    explicit PositionsPanel(int tableId, QWidget *parent = nullptr, bool hasFutures = false);
     ~PositionsPanel() override;
 
     /// Whether what was bought on the day counts as available also where the exchange lets it be sold on the next only.

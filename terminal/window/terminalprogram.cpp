@@ -163,13 +163,13 @@ bool TerminalProgram::makeDesk()
     pump->addListener(*desk);
     auto *control = new DeskControl(*desk, *pump, window->tradePage(), window->ticketPanel().form()); // the page's
     if (options.deskFile.isEmpty()) {
-        control->orders().say(QStringLiteral("没有用 --desk 指定交易桌面文件，交易不保存"));
+        control->setUnsaved({});
     } else if (const QString problem = desk->open(options.deskFile); problem.isEmpty()) {
         control->openHistory(options.deskFile);
     } else {
         if (options.headless)
             return false;
-        control->orders().say(problem + QStringLiteral("。本次交易不保存"));
+        control->setUnsaved(problem);
         ZB::showInformation(window.get(), QStringLiteral("交易桌面"), problem + QStringLiteral("\n本次交易不保存。"));
     }
     desk->begin();

@@ -118,9 +118,23 @@ TEST_F(DeskOrders, ClosingTakesTodaysLotsWhereThoseFromBeforeDoNotSuffice)
     order.quantity = 4;
     EXPECT_EQ(made(order), "F1 1 1 3500 3\nF1 1 3 3500 1\n");
     EXPECT_EQ(ticketorders::funds(order, *desk).sellable, 5);
-    EXPECT_EQ(text(ticketorders::closeAll(*desk)), "F1 1 1 3500 3\nF1 1 3 3500 2\n");
+    EXPECT_EQ(text(ticketorders::closeAll(*desk, {})), "F1 1 1 3500 3\nF1 1 3 3500 2\n");
     desk->takeQuote(quote(1, at(tuesday, 10, 1), {}, {{3501, 5}}, 3500));
-    EXPECT_EQ(text(ticketorders::closeAll(*desk)), "rb2410 没有对手价，未平");
+    EXPECT_EQ(text(ticketorders::closeAll(*desk, {})), "rb2410 没有对手价，未平");
+}
+
+TEST_F(DeskOrders, WhatIsClosedGoesOutInPiecesThatTheUserLetsGoOut)
+{
+    open("F1", 8);
+    showMarket(tuesday);
+    DeskSettings settings;
+    settings.mostLots = 3;
+    EXPECT_EQ(text(ticketorders::closeAll(*desk, settings)), "F1 1 1 3500 3\nF1 1 1 3500 3\nF1 1 1 3500 2\n");
+    settings.mostLots = 100;
+    settings.mostAmount = 180'000; // five lots of 35,000
+    EXPECT_EQ(text(ticketorders::closeAll(*desk, settings)), "F1 1 1 3500 5\nF1 1 1 3500 3\n");
+    desk->send({{"F1", "rb2410", feed::Side::Sell, trading::Offset::Close, 3600, 6}});
+    EXPECT_EQ(text(ticketorders::closeAll(*desk, {})), "F1 1 1 3500 2\nrb2410 另有 6 已在平仓委托中");
 }
 
 TEST_F(DeskOrders, MoneyIsToldAsWhatItBuysChargesAndMarginIncluded)

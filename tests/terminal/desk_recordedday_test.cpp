@@ -2,15 +2,20 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <cmath>
 #include <gtest/gtest.h>
 
 #include "desk/deskcontrol.h"
 #include "desk/tradedesk.h"
+#include "feed/instrumentrules.h"
 #include "feed/replay/replayfeed.h"
+#include "order/equotetype.h"
 #include "services/accounts.h"
 #include "services/userconfig.h"
 #include "theme/themeservice.h"
 #include "trading/deskstore.h"
+#include "window/ladderpanel.h"
 #include "window/mainwindow.h"
 #include "window/paneltabs.h"
 #include "window/ticketform.h"
@@ -24,7 +29,7 @@ namespace {
 
 constexpr int recordedMorning = 10 * 60 + 30; ///< minutes after midnight at which the market is paused
 
-/// A trader who buys at once, waits in the queue, changes his mind and sells, by the market's clock.
+/// A trader who buys at once, waits in the queue and changes his mind, by the market's clock.
 class Trader : public MarketListener
 {
 public:
@@ -77,12 +82,14 @@ private:
 void takeShots(MainWindow &window, const QString &folder)
 {
     ThemeService &service = ThemeService::instance();
+    service.styleApplication(*qApp);
     auto *tabs = window.findChild<PanelTabs *>();
     for (const char *theme : {"dark", "light"})
         for (const int percent : {100, 150}) {
             service.setTheme(QLatin1String(theme));
             service.setScale(percent / 100.0);
             window.resizeScaled({1680, 945});
+            window.tradePage().ladder().setLayoutKind(percent == 100 ? KV::QuoteLevel2Vertical : KV::QuoteNormal);
             for (int tab = 0; tab < tabs->titles().size(); ++tab) {
                 tabs->showPanel(tab);
                 QTest::qWait(200);
@@ -158,4 +165,106 @@ TEST(DeskRecordedDay, FundsPositionsAndDealsReconcileInTheMiddleOfIt)
         EXPECT_EQ(position.quantity(), shares[position.code]) << position.code;
     for (const trading::PaperOrder &order : state.orders)
         EXPECT_EQ(order.filled.quantity, filled[order.id]) << order.id;
+}
+
+namespace {
+
+/// Opens and closes both sides of a future, a step a minute, at the price that the other side asks.
+class FuturesTrader : public MarketListener
+{
+public:
+    explicit FuturesTrader(TradeDesk &traded) : desk(traded) {}
+
+    void takeInstrument(const feed::Instrument &instrument) override
+    {
+        code = instrument.code;
+        multiplier = instrument.multiplier;
+    }
+    void takeQuote(const feed::QuoteSnapshot &quote) override
+    {
+        if (quote.last != feed::absent<double> && quote.last > 0)
+            last = quote.last;
+        const qint64 minute = quote.time / 60'000;
+        if (minute <= lastMinute || quote.bids[0].price == feed::absent<double> ||
+            quote.asks[0].price == feed::absent<double>)
+            return;
+        lastMinute = minute;
+        const struct
+        {
+            feed::Side side;
+            trading::Offset offset;
+            qint64 quantity;
+        } steps[] = {{feed::Side::Buy, trading::Offset::Open, 2},
+                     {feed::Side::Sell, trading::Offset::Open, 1},
+                     {feed::Side::Sell, trading::Offset::Close, 1},
+                     {feed::Side::Buy, trading::Offset::Close, 1}};
+        const auto &step = steps[minute % 4];
+        desk.send({{"88002", code, step.side, step.offset,
+                    step.side == feed::Side::Buy ? quote.asks[0].price : quote.bids[0].price, step.quantity}});
+    }
+
+    std::string code;
+    int multiplier = 1;
+    double last = 0;
+
+private:
+    TradeDesk &desk;
+    qint64 lastMinute = 0;
+};
+
+} // namespace
+
+/// Apples: five yuan a lot, twenty for one that is closed on the day on which it was opened, and ten tonnes a lot.
+TEST(DeskRecordedDay, AFuturesAccountComesToWhatItsDealsAndTheTableOfFeesSay)
+{
+    const QString recorded = QStringLiteral(SHARED_DATA_DIR "/snapshots/ctp_tick_2020-08-03_AP010.csv.gz");
+    if (!QFileInfo::exists(recorded))
+        GTEST_SKIP() << "no recorded data";
+    setUserConfig(std::make_unique<UserConfig>());
+    auto accounts = std::make_unique<Accounts>();
+    accounts->putAccount({QStringLiteral("88002"), QStringLiteral("期货"), kdservice::TraderFuture, {}});
+    setAccountData(std::move(accounts));
+    {
+        FeedPump pump(std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(QStringList{recorded}),
+                                                         feed::MarketFeed::maxSpeed, 1));
+        TradeDesk desk(TradeDesk::Market::Recorded);
+        FuturesTrader trader(desk);
+        std::vector<trading::PaperDeal> deals;
+        QObject::connect(&desk, &TradeDesk::filled, [&](const trading::PaperDeal &deal) { deals.push_back(deal); });
+        pump.addListener(desk);
+        pump.addListener(trader);
+        desk.begin();
+        pump.start();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isFinished(); }, 60'000));
+
+        long long cents = 100'000'000;
+        long long lots = 0;
+        int closed = 0;
+        for (const trading::PaperDeal &deal : deals) {
+            const bool isBuy = deal.side == feed::Side::Buy;
+            const long long amount = std::llround(feed::priceOfUnits(deal.price) * 100) * deal.quantity * 10;
+            cents += isBuy ? -amount : amount;
+            cents -= (deal.offset == trading::Offset::Open ? 500 : 2000) * deal.quantity;
+            lots += isBuy ? deal.quantity : -deal.quantity;
+            closed += deal.offset != trading::Offset::Open;
+        }
+        cents += std::llround(trader.last * 100) * lots * 10;
+        ASSERT_EQ(trader.multiplier, 10);
+        EXPECT_GT(deals.size(), 40u);
+        EXPECT_GT(closed, 10);
+        const trading::Funds funds = desk.books().at("88002").funds();
+        EXPECT_EQ(funds.total, cents * trading::cent);
+        EXPECT_EQ(desk.toldAccounts().books().at("88002").funds().total, cents * trading::cent);
+        qint64 held = 0;
+        trading::Money margin = 0;
+        for (const auto &[key, position] : desk.books().at("88002").positions()) {
+            held += key.second == trading::PositionSide::Long ? position.quantity() : -position.quantity();
+            margin += position.basis() / 10;
+        }
+        EXPECT_EQ(held, lots);
+        EXPECT_NEAR(double(funds.margin), double(margin), double(2 * trading::cent)) << "a tenth";
+        pump.stop();
+    }
+    setAccountData(nullptr);
+    setUserConfig(nullptr);
 }

@@ -122,10 +122,26 @@ TEST_F(TradeDeskTest, AnotherPriceThatWouldBeRefusedLeavesTheOrderWhereItStands)
     EXPECT_EQ(orderRows(), before);
 }
 
+/// Of the recorded days every sixtieth level is no whole lot.
+TEST_F(TradeDeskTest, ARestThatIsNoWholeLotIsLeftOutAtAnotherPrice)
+{
+    begin(TradeDesk::Market::Recorded);
+    desk->send({buy(9.98, 1000)});
+    desk->takeDeal(deal(0, at(monday, 10, 1), 9.97, 137, feed::DealKind::SellerInitiated));
+    EXPECT_EQ(desk->reprice(1, 9.95).toStdString(), "");
+    EXPECT_EQ(orderRows(), "2 买入 9.95 800 0 已报 \n1 买入 9.98 1,000 137 部撤 \n");
+    desk->takeDeal(deal(0, at(monday, 10, 2), 9.94, 763, feed::DealKind::SellerInitiated));
+    EXPECT_EQ(desk->reprice(2, 9.96).toStdString(), "委托 2 的剩余数量不足一手，不能改价，请撤单");
+    EXPECT_EQ(desk->openOrders({}), (std::vector<qint64>{2}));
+}
+
 TEST_F(TradeDeskTest, OrdersThatBelongTogetherGoOutTogetherOrNotAtAll)
 {
     begin(TradeDesk::Market::Recorded);
     EXPECT_NE(desk->send({buy(9.9, 100), buy(9.9, 150)}).toStdString(), "");
+    EXPECT_EQ(orderRows(), "");
+    EXPECT_NE(desk->send({buy(10, 60'000), buy(10, 60'000)}).toStdString().find("可用资金"), std::string::npos)
+        << "each by itself could be paid";
     EXPECT_EQ(orderRows(), "");
 }
 
@@ -146,10 +162,8 @@ TEST_F(TradeDeskTest, OpenOrdersAreWithdrawnBySideAndPriceAndRepriced)
     EXPECT_EQ(orderRows(), "5 买入 9.95 100 0 已报 \n4 买入 9.80 100 0 已撤 \n3 买入 9.90 100 0 已报 \n"
                            "2 卖出 10.10 200 0 已报 \n");
     EXPECT_EQ(desk->reprice(4, 9.9).toStdString(), "委托 4 已经结束，不能改价");
-    QString refusal;
-    EXPECT_EQ(desk->cancelAll({{}, feed::Side::Sell, 0}, refusal), 1);
-    EXPECT_EQ(desk->cancelAll({}, refusal), 2);
-    EXPECT_EQ(refusal.toStdString(), "");
+    for (const qint64 order : desk->openOrders({}))
+        EXPECT_EQ(desk->cancel(order).toStdString(), "");
     EXPECT_TRUE(desk->openOrders({}).empty());
     EXPECT_NE(desk->reprice(5, 9.9).toStdString(), "");
 }
@@ -237,14 +251,16 @@ TEST_F(TradeDeskTest, OpensTheAccountsOfTheProgramAndTellsWhatChangesAboutThem)
     begin(TradeDesk::Market::Recorded);
     ASSERT_EQ(desk->books().size(), 2u);
     EXPECT_EQ(desk->books().at("88002").account().kind, trading::AccountKind::Future);
-    EXPECT_EQ(desk->takeChanges().accounts, (std::set<std::string>{"88001", "88002"})) << "all, at first";
-    EXPECT_TRUE(desk->takeChanges().accounts.empty());
+    ToldAccounts &told = desk->toldAccounts();
+    EXPECT_EQ(told.takeChanges().accounts, (std::set<std::string>{"88001", "88002"})) << "all, at first";
+    EXPECT_TRUE(told.takeChanges().accounts.empty());
     desk->send({buy(10, 300)});
-    const trading::AccountChanges bought = desk->takeChanges();
+    const trading::AccountChanges bought = told.takeChanges();
     EXPECT_EQ(bought.accounts, (std::set<std::string>{"88001"}));
     EXPECT_EQ(bought.positions.count({"88001", {"600001.SH", trading::PositionSide::Long}}), 1u);
-    showMarket(monday, 1);
-    EXPECT_EQ(desk->takeChanges().accounts, (std::set<std::string>{"88001"})) << "its stock has a price again";
+    desk->takeQuote(quote(0, at(monday, 10, 1), {{10.1, 500}}, {{10.2, 500}}, 10.2));
+    EXPECT_EQ(told.takeChanges().accounts, (std::set<std::string>{"88001"})) << "its stock has another price";
+    EXPECT_EQ(told.books().at("88001").funds().total, desk->books().at("88001").funds().total);
 }
 
 TEST_F(TradeDeskTest, SettingsAreKeptAndSenselessOnesAreNot)

@@ -204,12 +204,15 @@ TEST_F(DeskTrading, KeysAndTheLadderWithdrawRepriceAndClose)
     window->tradePage().setFocus();
     press(Qt::Key_F8);
     EXPECT_EQ(open(), 2u);
-    EXPECT_EQ(control->orders().summary().toStdString(), "4 笔 · 已撤 1 笔");
+    settle();
+    EXPECT_EQ(control->orders().summary().toStdString(), "4 笔 · 已撤委托 6");
 
     page().setCurrentCode(QStringLiteral("600000.SH"));
     page().ladder().setLayoutKind(KV::QuoteLevel2Vertical);
     clickLadder(graph().places().cancelBuy.center());
     EXPECT_EQ(open(), 0u);
+    settle();
+    EXPECT_EQ(control->orders().summary().toStdString(), "4 笔 · 已撤 2 笔");
     press(Qt::Key_F9);
     EXPECT_NE(control->orders().summary().toStdString().find("没有可撤的委托"), std::string::npos);
 

@@ -5,6 +5,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 
 #include "account/caccountscombobox.h"
 #include "desk/deskcontrol.h"
@@ -170,15 +171,29 @@ void DeskWindow::send()
     press(Qt::Key_Return, Qt::ControlModifier);
 }
 
-void DeskWindow::answerBox(bool yes)
+void DeskWindow::whenBoxOpens(const std::function<void(QDialog &)> &answer)
 {
-    QTimer::singleShot(5, window.get(), [this, yes] {
+    QTimer::singleShot(5, window.get(), [this, answer] {
         auto *box = window->findChild<QDialog *>(QStringLiteral("confirmBox"));
         if (!box)
-            return answerBox(yes);
+            return whenBoxOpens(answer);
         asked = box->windowTitle() + QLatin1Char('|') + box->findChild<QLabel *>()->text();
-        QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
+        answer(*box);
     });
+}
+
+void DeskWindow::answerBox(bool yes)
+{
+    whenBoxOpens([yes](QDialog &box) {
+        for (QPushButton *button : box.findChildren<QPushButton *>())
+            if ((button->text() != QStringLiteral("取消")) == yes)
+                return QTest::mouseClick(button, Qt::LeftButton);
+    });
+}
+
+void DeskWindow::answerBoxByKey(int key)
+{
+    whenBoxOpens([key](QDialog &box) { QTest::keyClick(&box, static_cast<Qt::Key>(key)); });
 }
 
 void DeskWindow::withoutQuestions()

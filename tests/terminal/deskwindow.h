@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QtCore/QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
 #include "desk/tradedesk.h"
 #include "window/marketrecords.h"
+
+class QDialog;
 
 namespace KV {
 class CQuotesGraphWidget;
@@ -36,6 +39,8 @@ protected:
     void close();
     void tell(const feed::Instrument &instrument);
     void tell(const feed::QuoteSnapshot &quote);
+    /// Calls back with the box that comes next.
+    void whenBoxOpens(const std::function<void(QDialog &)> &answer);
     /// A stock at 9.99 to 10.00 and a future at 3500 to 3501, at ten o'clock and so many minutes.
     void showMarket(int day, int minute);
     void settle();
@@ -51,8 +56,9 @@ protected:
     void clickLadder(const QPoint &point);
     void clickPrice(const KV::QuoteValuePlace &place);
     void send();
-    /// Answers the box that comes next; what it asks goes to `asked`.
+    /// Answers the box that comes next by its buttons, or by a key; what it asks goes to `asked`.
     void answerBox(bool yes);
+    void answerBoxByKey(int key);
     void withoutQuestions();
     /// On a cell of a shown row.
     static void doubleClick(ZB::GridView &grid, int row, int column);

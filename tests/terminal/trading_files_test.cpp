@@ -4,15 +4,14 @@
 #include <QtSql/QSqlDatabase>
 #include <QtSql/QSqlQuery>
 #include <QtTest/QTest>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <random>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
+#include "filesizelimit.h"
 #include "trading/desk.h"
 #include "trading/deskstore.h"
 #include "trading_random.h"
@@ -92,28 +91,6 @@ std::string text(const QString &path, const char *what)
 {
     return "交易桌面文件 " + path.toStdString() + "：" + what;
 }
-
-/// Files cannot grow beyond that many bytes while it lives: a write that comes there fails as on a bad disk.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(qint64 bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before);
-        rlimit limit = before;
-        limit.rlim_cur = rlim_t(bytes);
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-
-private:
-    rlimit before{};
-    void (*handler)(int);
-};
 
 class TradingFiles : public ::testing::Test
 {

@@ -169,6 +169,7 @@ TEST_F(FieldCatalogue, Deals)
                                   "手续费: 1,234,567.89 default | -5.43 default | - second\n"
                                   "成交编号: 1234567 default | -5 default | - second\n"
                                   "委托编号: 1234567 default | -5 default | - second\n"
+                                  "平仓盈亏: +1,234,567.89 rise | -5.43 fall | - second\n"
                                   "合同编号: abc default |  default\n"
                                   "资金账号: abc default |  default\n"
                                   "通道: 1234567 default | -5 default | - second\n"
@@ -182,6 +183,7 @@ TEST_F(FieldCatalogue, PositionsAndFunds)
     EXPECT_EQ(table(MetaPosition), "资金账号: abc default |  default\n"
                                    "证券代码: abc default |  default\n"
                                    "持仓方向: 多 default | - second\n"
+                                   "多空: abc default |  default\n"
                                    "持仓数量: 1 234 567 default | -5 default | - second\n"
                                    "可用数量: 1 234 567 default | -5 default | - second\n"
                                    "冻结数量: 1 234 567 default | -5 default | - second\n"
@@ -191,6 +193,7 @@ TEST_F(FieldCatalogue, PositionsAndFunds)
                                    "市值: 1 234 567.89 default | -5.43 default | - second\n"
                                    "浮动盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
                                    "盈亏比例: +123,456,789.12% rise [%] | -543.21% fall [%] | - second\n"
+                                   "持仓盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
                                    "保证金: 1 234 567.89 default | -5.43 default | - second\n"
                                    "交易所: 上交所 default | - second\n");
     EXPECT_EQ(table(MetaFunds), "资金账号: abc default |  default\n"
@@ -202,6 +205,7 @@ TEST_F(FieldCatalogue, PositionsAndFunds)
                                 "可取资金: 1 234 567.89 default | -5.43 default | - second\n"
                                 "持仓市值: 1 234 567.89 default | -5.43 default | - second\n"
                                 "占用保证金: 1 234 567.89 default | -5.43 default | - second\n"
+                                "持仓盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
                                 "当日盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
                                 "风险度: 123,456,789.12% default [%] | -543.21% default [%] | - second\n");
 }

@@ -1,0 +1,143 @@
+#include <QtTest/QTest>
+#include <gtest/gtest.h>
+#include <log4cxx/appenderskeleton.h>
+#include <log4cxx/helpers/transcoder.h>
+#include <log4cxx/logger.h>
+#include <log4cxx/spi/loggingevent.h>
+
+#include "desk/deskcontrol.h"
+#include "deskwindow.h"
+#include "kv/cstockcodelineedit.h"
+#include "table/chpfdatatable.h"
+#include "trading_support.h"
+#include "utils/clogcenter.h"
+#include "window/mainwindow.h"
+#include "window/ticketform.h"
+#include "zb/clineedit.h"
+
+using namespace terminal;
+using namespace tradingtest;
+
+namespace {
+
+class DeskRefusals : public DeskWindow
+{
+protected:
+    /// Sends what the ticket holds, and reads the line under the button.
+    std::string sendNow()
+    {
+        QTest::qWait(600); // the button rests after a click
+        ticket().setFocus();
+        send();
+        settle();
+        return ticket().message().toStdString();
+    }
+};
+
+} // namespace
+
+TEST_F(DeskRefusals, EveryMistakeIsSaidUnderTheButtonAndNothingIsSent)
+{
+    open();
+    withoutQuestions();
+    ticket().setCode(QStringLiteral("600000.SH"));
+    ticket().setPrice(10);
+    ticket().setQuantity(100);
+    EXPECT_EQ(sendNow(), "请选择账号");
+    chooseAccount();
+
+    const struct
+    {
+        bool isBuy;
+        double price;
+        qint64 quantity;
+        const char *words; ///< that the line contains
+    } stocks[] = {
+        {true, 11.01, 100, "高于涨停价 11.00"},          {true, 8.99, 100, "低于跌停价 9.00"},
+        {true, feed::absent<double>, 100, "请输入价格"}, {true, 10, 0, "请输入数量"},
+        {true, 10, 150, "买入数量须为 100 的整数倍"},    {true, 10, 999'999'900, "超过单笔上限"},
+        {true, 10, 100'000, "可用资金 1000000.00 元"},   {false, 10, 100, "没有持仓"},
+    };
+    for (const auto &each : stocks) {
+        ticket().setBuy(each.isBuy);
+        ticket().setPrice(each.price);
+        ticket().setQuantity(each.quantity);
+        const std::string said = sendNow();
+        EXPECT_NE(said.find(each.words), std::string::npos) << said << " / " << each.words;
+    }
+
+    ticket().setBuy(true);
+    ticket().setPrice(10);
+    ticket().setQuantity(100);
+    tell(quote(0, at(monday, 11, 30), {{9.99, 500}}, {{10, 500}}, 10));
+    EXPECT_NE(sendNow().find("未开市，不能委托，请在 9:15-9:25、9:30-11:30、13:00-15:00 委托"), std::string::npos);
+
+    ticket().setCode(QStringLiteral("rb2410"));
+    chooseAccount();
+    tell(quote(1, at(monday, 13, 30), {{3500, 50}}, {{3501, 50}}, 3500));
+    ticket().setPrice(3500);
+    ticket().setQuantity(300);
+    EXPECT_NE(sendNow().find("可用资金"), std::string::npos);
+    ticket().setQuantity(1);
+    ticket().setOpen(false);
+    EXPECT_NE(sendNow().find("没有持仓"), std::string::npos);
+
+    auto *codes = ticket().findChild<KV::CStockCodeLineEdit *>();
+    codes->getLineEdit()->setFocus();
+    codes->getLineEdit()->selectAll();
+    QTest::keyClicks(codes->getLineEdit(), QStringLiteral("999999"));
+    send();
+    EXPECT_NE(ticket().message().toStdString(), "");
+    EXPECT_TRUE(desk->desk().broker().orders().empty());
+    EXPECT_EQ(control->orders().table().count(), 0);
+    EXPECT_EQ(trading::moneyText(desk->books().at("88001").funds().available).toStdString(), "1000000.00");
+    EXPECT_GT(rejectSounds, 2) << "it can be heard too";
+}
+
+namespace {
+
+/// Collects what goes to the log of the program.
+class LogLines : public log4cxx::AppenderSkeleton
+{
+public:
+    std::string text;
+
+    void close() override {}
+    bool requiresLayout() const override { return false; }
+
+protected:
+    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
+    {
+        std::string line;
+        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
+        text += line + '\n';
+    }
+};
+
+} // namespace
+
+TEST_F(DeskRefusals, TheLogTellsOrdersDealsMoneyAndRefusalsInTheirOrder)
+{
+    open();
+    auto *collected = new LogLines;
+    const log4cxx::AppenderPtr appender(collected);
+    const log4cxx::LoggerPtr logger = utils::getStdLogger();
+    logger->addAppender(appender);
+    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 10, 300}});
+    settle();
+    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 10, 150}});
+    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.5, 100}});
+    settle();
+    desk->cancel(2);
+    settle();
+    logger->removeAppender(appender);
+    EXPECT_EQ(collected->text,
+              "委托 1 待报：账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股\n"
+              "委托 1 已成：账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股，已成 300\n"
+              "成交 1：委托 1，账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股，金额 3000.00，费用 5.03\n"
+              "资金 88001：总额 999994.97，可用 996994.97，冻结 0.00\n"
+              "委托未报出：浦发银行 600000.SH 委托数量 150 股不合规定：须为 100 股的整数倍\n"
+              "委托 2 待报：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股\n"
+              "委托 2 已报：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股\n"
+              "委托 2 已撤：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股，已撤 100\n");
+}
