@@ -1,4 +1,5 @@
 #include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
 #include <algorithm>
 
 #include "grid/gridaccessible.h"
@@ -38,8 +39,12 @@ void GridViewPrivate::showFrame(bool forced)
 {
     if (!forced && !q->isVisible())
         return; // shown with the next showEvent or paintEvent
+    if (takingFrame)
+        return; // the frame that is being taken asks for one more
     sync();
     pacer.done();
+    if (source && holds == 0 && source->revision() != seenRevision)
+        requestFrame(); // who fills a cell may change others
     if (body.isFlashing() && q->isVisible())
         pacer.requestIn(fadeMilliseconds);
     const QPointer<GridView> guard(q);
@@ -75,6 +80,9 @@ void GridViewPrivate::updateRows()
 
 QRegion GridViewPrivate::takeFrame()
 {
+    if (takingFrame)
+        return QRegion();
+    const QScopedValueRollback<bool> taking(takingFrame, true);
     if (!qFuzzyCompare(q->devicePixelRatioF(), ratio))
         applyLook();
     const quint64 revision = source ? source->revision() : 0;

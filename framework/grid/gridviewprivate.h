@@ -128,6 +128,7 @@ private:
     bool headerTouched = true;
     bool rowsTouched = true;
     bool overlayTouched = false;
+    bool takingFrame = false;
     Told told;
 };
 

@@ -87,6 +87,7 @@ QString CBaseNormalTable::cellText(int row, int column)
     RecordRow *found = d->rowOf(row);
     if (!found || !d->source.hasColumn(column))
         return QString();
+    const RecordRowPtr keep = found->shared_from_this();
     const RecordCell &cell = d->source.shownCell(*found, column);
     return cell.text + cell.unit;
 }
@@ -94,7 +95,10 @@ QString CBaseNormalTable::cellText(int row, int column)
 const QColor *CBaseNormalTable::cellColor(int row, int column)
 {
     RecordRow *found = d->rowOf(row);
-    return found && d->source.hasColumn(column) ? d->source.shownCell(*found, column).color : nullptr;
+    if (!found || !d->source.hasColumn(column))
+        return nullptr;
+    const RecordRowPtr keep = found->shared_from_this();
+    return d->source.shownCell(*found, column).color;
 }
 
 void CBaseNormalTable::setCellValue(int row, int column, const QVariant &value)

@@ -41,7 +41,7 @@ public:
     void setCell(RecordRow &row, int column, const QString &text, const QColor *color, const QString &unit);
     void markRow(RecordRow &row);
     void markCell(RecordRow &row, int column);
-    /// The cell with its present content.
+    /// The cell with its present content. Filling it may take the row away: hold the row for as long as the cell.
     const RecordCell &shownCell(RecordRow &row, int column) const;
     /// @}
 

@@ -68,6 +68,7 @@ void RecordSource::content(int index, int column, GridContent &content)
     RecordRow *row = windowRow(index);
     if (!row || !hasColumn(column))
         return;
+    const RecordRowPtr keep = row->shared_from_this();
     const RecordCell &cell = shownCell(*row, column);
     content.text = cell.text;
     content.unit = cell.unit;
@@ -100,6 +101,7 @@ GridFlash RecordSource::flash(int index, int column)
 
 TableRows::Row RecordSource::copyOf(RecordRow &row) const
 {
+    const RecordRowPtr keep = row.shared_from_this();
     std::vector<RecordRowCopy::Cell> cells(columns.size());
     for (const int column : takenColumns ? takenColumns() : std::vector<int>()) {
         const RecordCell &cell = shownCell(row, column);

@@ -246,6 +246,23 @@ TEST_F(CDataTable, StatisticsSkipMissingValuesAndFollowTheFieldsFormat)
     EXPECT_EQ(table->statText(ColumnValue), "非法值");
 }
 
+TEST_F(CDataTable, RowsOfADerivedTablesOwnAreSummedToo)
+{
+    addTickets(2);
+    const int own = table->beginRow();
+    table->setCellValue(own, ColumnLots, 40);
+    table->endRow();
+    table->updateData(fullTicket("c", 3), false);
+    table->updateSums();
+    EXPECT_EQ(table->statText(ColumnLots), "46");
+    EXPECT_EQ(table->removeDataByID(own), -1);
+    const auto nameless = fullTicket("", 7);
+    table->updateData(nameless, false);
+    EXPECT_EQ(table->getData(own), nameless) << "a row without a record has the empty key";
+    EXPECT_EQ(table->removeDataByID(own), -1) << "but shows no record";
+    EXPECT_EQ(table->size(), 4);
+}
+
 TEST_F(CDataTable, SumsAreExactWhateverTheOrder)
 {
     for (int i = 0; i < 1000; ++i) {
@@ -303,9 +320,11 @@ TEST_F(CDataTable, CellsAreWorkedOutWhenTheyAreNeededAndThroughTheHook)
     table->updateTable();
     EXPECT_GT(table->shownFields.size(), 10u);
     EXPECT_LT(table->shownFields.size(), 100u);
+    EXPECT_TRUE(table->changedFields.empty());
     table->shownFields.clear();
     table->updateDataField(table->getData(0), TicketLots, true);
     EXPECT_EQ(table->shownFields, std::vector<int>{TicketLots});
+    EXPECT_EQ(table->changedFields, std::vector<int>{TicketLots});
     table->shownFields.clear();
     table->setImmediateUpdate(false);
     table->updateDataField(table->getData(0), TicketLots, true);

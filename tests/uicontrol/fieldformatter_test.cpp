@@ -189,9 +189,9 @@ TEST_F(FieldFormatter, TimesShowThePartThatTheirFieldAsksFor)
     EXPECT_EQ(shown(13, morning), "09:30:00.120 default  1689039000120");
     EXPECT_EQ(shown(14, morning), "2023-07-11 default  1689039000120");
     EXPECT_EQ(shown(15, morning), "2023-07-11 09:30:00 default  1689039000120");
-    EXPECT_EQ(shown(12, qint64(-5)), "- default  0");
+    EXPECT_EQ(shown(12, qint64(-5)), "- second  0");
     EXPECT_EQ(shown(16, 3725), "1:02:05 default  3725");
-    EXPECT_EQ(shown(16, -1), "- default  0");
+    EXPECT_EQ(shown(16, -1), "- second  0");
 }
 
 TEST_F(FieldFormatter, PricesTakeTheDecimalsOfTheirInstrument)
@@ -212,7 +212,8 @@ TEST_F(FieldFormatter, PricesTakeTheDecimalsOfTheirInstrument)
     EXPECT_EQ(shown(18, 2.5), "2.50 default  2.5");
     record->setData(8, "510050.SH");
     EXPECT_EQ(shown(18), "2.500 default  2.5");
-    EXPECT_EQ(shown(18, 0.0), "- default  0");
+    EXPECT_EQ(shown(18, 0.0), "- second  0");
+    EXPECT_EQ(shown(18, notANumber), "- second  0");
 }
 
 TEST_F(FieldFormatter, AComparedPriceTakesTheColourOfItsMove)
@@ -221,6 +222,7 @@ TEST_F(FieldFormatter, AComparedPriceTakesTheColourOfItsMove)
     EXPECT_EQ(shown(19, 10.01), "10.01 rise  10.01");
     EXPECT_EQ(shown(19, 9.99), "9.99 fall  9.99");
     EXPECT_EQ(shown(19, 10.000001), "10.00 equal  10.000001");
+    EXPECT_EQ(shown(19, 0.0), "- second  0") << "no price has not fallen";
     record->setData(5, noDouble);
     EXPECT_EQ(shown(19, 10.01), "10.01 equal  10.01");
 }

@@ -9,12 +9,16 @@ namespace testrecords {
 
 bool OpenTable::passFilter(const RecordPtr &record, int, int type, QString text) const
 {
+    if (whilePassing)
+        whilePassing(record);
     return type != 7 || record->getInt(TicketLots) >= text.toInt();
 }
 
 void OpenTable::showData(const RecordPtr &record, int row, int firstColumn)
 {
     ++shownRecords;
+    if (whileShowing)
+        whileShowing(record);
     KV::CDataTable::showData(record, row, firstColumn);
 }
 
@@ -22,6 +26,10 @@ void OpenTable::showDataFieldImpl(bool flag, const RecordPtr &record, int row, i
                                   const kdservice::FieldDes *field, int fieldId, int trader)
 {
     shownFields.push_back(fieldId);
+    if (flag)
+        changedFields.push_back(fieldId);
+    if (whileFilling)
+        whileFilling(row);
     KV::CDataTable::showDataFieldImpl(flag, record, row, column, field, fieldId, trader);
 }
 

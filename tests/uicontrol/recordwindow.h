@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 #include "../eventwindow.h"
@@ -24,10 +25,13 @@ public:
     using KV::CDataTable::showFilterMenu;
     using KV::CDataTable::testShowData;
 
-    /// Columns whose filter type 7 lets lots from this number on pass.
-    int leastLots = 0;
+    /// What a derived table might do in its hooks, for the record that the hook is called with.
+    std::function<void(const RecordPtr &)> whileShowing;
+    std::function<void(const RecordPtr &)> whilePassing;
+    std::function<void(int row)> whileFilling;
     int shownRecords = 0;
     std::vector<int> shownFields;
+    std::vector<int> changedFields; ///< those that the hook was told to have changed
 
 protected:
     bool passFilter(const RecordPtr &record, int column, int type, QString text) const override;

@@ -1,6 +1,7 @@
 #include "model/cfieldformat.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -20,6 +21,7 @@ using utils::ETimeText;
 
 constexpr int noInt = std::numeric_limits<int>::max();
 constexpr qint64 noLong = std::numeric_limits<qint64>::max();
+constexpr double nearlyZero = 1e-05;      ///< a price up to it is none
 constexpr int rememberedEnumValues = 128; ///< one-character codes fit in
 
 /// -1 when the argument is no field id.
@@ -135,19 +137,33 @@ QString CFieldFormat::unitOf(const QString &text) const
     return last == QChar(u'万') || last == QChar(u'亿') || last == QLatin1Char('%') ? QString(last) : QString();
 }
 
+/// What shows as "-".
 bool CFieldFormat::isAbsentNumber(const IData &holder) const
 {
     switch (description->dataType) {
-    case kdservice::ExtInt:
     case kdservice::ExtChar:
         return holder.getInt(id) == noInt;
-    case kdservice::ExtLong:
-        return holder.getLong(id) == noLong;
-    case kdservice::ExtDouble:
-        return isAbsent(holder.getDouble(id));
+    case kdservice::ExtInt: {
+        const int value = holder.getInt(id);
+        return value == noInt || isNoTime(value);
+    }
+    case kdservice::ExtLong: {
+        const qint64 value = holder.getLong(id);
+        return value == noLong || isNoTime(value);
+    }
+    case kdservice::ExtDouble: {
+        const double value = holder.getDouble(id);
+        const bool isPrice = shown == Shown::Price && colored != Colored::Change;
+        return isAbsent(value) || (isPrice && !(std::isfinite(value) && std::fabs(value) > nearlyZero));
+    }
     default:
         return false;
     }
+}
+
+bool CFieldFormat::isNoTime(qint64 value) const
+{
+    return (shown == Shown::Time && value <= 0) || (shown == Shown::Duration && (value < 0 || value >= noInt));
 }
 
 double CFieldFormat::number(const IData &holder) const

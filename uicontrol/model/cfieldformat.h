@@ -81,6 +81,7 @@ private:
     bool hasFunc(kdservice::EDisplayFunc func, std::string *argument = nullptr) const;
     void readFuncs();
     bool isAbsentNumber(const kdservice::IData &holder) const;
+    bool isNoTime(qint64 value) const;
     double number(const kdservice::IData &holder) const;
     utils::CFlags<utils::EFormatNumberFlag> numberFlags() const;
     QString integerText(qint64 value) const;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 #include <unordered_map>
+#include <utility>
 
 #include "model/cfieldformat.h"
 #include "rows/pointerindex.h"
@@ -95,20 +96,36 @@ int CDataTable::testShowData(const RecordPtr &record, bool flag)
     return entry ? showStored(*entry, flag) : -1;
 }
 
-int CDataTable::showStored(Entry &entry, bool flag)
+/// The entry of a record after hooks were called, which may have done anything to what is stored; null when another
+/// record or none stands under its key.
+CDataTable::Entry *CDataTable::stillStored(Entry &entry, const RecordPtr &record, quint64 removalsBefore) const
 {
-    const RecordPtr record = entry.second.record;
-    int row = entry.second.row;
-    if (!passData(record))
+    Entry *const now = removals == removalsBefore ? &entry : entryOf(record->getKey());
+    return now && now->second.record == record ? now : nullptr;
+}
+
+int CDataTable::showStored(Entry &known, bool flag)
+{
+    const RecordPtr record = known.second.record;
+    const quint64 removalsBefore = removals;
+    const bool passes = passData(record);
+    Entry *const entry = stillStored(known, record, removalsBefore);
+    if (!entry)
+        return keyToRowID(record->getKey());
+    int row = entry->second.row;
+    if (!passes)
         return row;
+    const quint64 forgottenBefore = rowsForgotten;
     if (row >= 0) {
-        showData(record, row, 0);
+        showRow(record, row);
     } else if ((row = beginRow(record->hashKey())) >= 0) {
-        giveRow(entry, record, row);
+        giveRow(*entry, row);
+        showRow(record, row);
         endRow();
     }
     repaint(flag);
-    return row;
+    const bool isThere = removals == removalsBefore && rowsForgotten == forgottenBefore;
+    return isThere ? row : keyToRowID(record->getKey());
 }
 
 int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
@@ -123,6 +140,7 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
         return row;
     ShownRow &shown = rowFor(row);
     shown.shown = record;
+    shown.hasChanged = true;
     takeSummed(field, shown);
     markCell(row, fieldID2columnID(field));
     repaint(flag);
@@ -131,44 +149,98 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
 
 void CDataTable::refreshDatas()
 {
-    const Records all = getAllDatas(); // showing may lead anywhere
-    for (const auto &[key, record] : all)
-        refreshData(record, true);
+    forEachStored([this](Entry &entry) { showStored(entry, true); });
 }
 
-void CDataTable::giveRow(Entry &entry, const RecordPtr &record, int row)
+/// In the order of their keys. Records may come and go meanwhile.
+void CDataTable::forEachStored(const std::function<void(Entry &)> &visit)
+{
+    for (auto next = records.begin(); next != records.end();) {
+        const RecordPtr record = next->second.record;
+        const quint64 removalsBefore = removals;
+        visit(*next);
+        next = removals == removalsBefore ? std::next(next) : records.upper_bound(record->getKey());
+    }
+}
+
+void CDataTable::giveRow(Entry &entry, int row)
 {
     entry.second.row = row;
     rowFor(row).entry = &entry;
+}
+
+void CDataTable::showRow(const RecordPtr &record, int row)
+{
+    const int before = std::exchange(showingRow, row);
     showData(record, row, 0);
+    showingRow = before;
 }
 
 QVector<int> CDataTable::updateDatas(const QVector<RecordPtr> &list)
 {
-    std::vector<std::pair<Entry *, RecordPtr>> newOnes;
-    std::unordered_map<const Entry *, std::size_t> placeOfNew;
-    QVector<quint64> identities;
+    std::vector<NewRecord> passed;
+    const quint64 removalsBefore = removals;
     for (const RecordPtr &record : list) {
         if (!record)
             continue;
-        Entry &entry = store(record);
-        if (!passData(record))
+        Entry &stored = store(record);
+        const quint64 removalsSoFar = removals;
+        const bool passes = passData(record);
+        Entry *const entry = stillStored(stored, record, removalsSoFar);
+        if (!entry || !passes)
             continue;
-        if (entry.second.row >= 0) {
-            showData(record, entry.second.row, 0);
-        } else if (const auto [known, isNew] = placeOfNew.emplace(&entry, newOnes.size()); isNew) {
-            newOnes.emplace_back(&entry, record);
-            identities.append(record->hashKey());
-        } else {
-            newOnes[known->second].second = record;
-        }
+        if (entry->second.row >= 0)
+            showRow(record, entry->second.row);
+        else
+            passed.push_back({entry, record});
     }
-    const QVector<int> rowsOfNew = addRows(identities);
-    for (int at = 0; at < rowsOfNew.size(); ++at)
-        giveRow(*newOnes[static_cast<std::size_t>(at)].first, newOnes[static_cast<std::size_t>(at)].second,
-                rowsOfNew[at]);
+    const QVector<int> rowsOfNew = showNew(withoutRows(passed, removals != removalsBefore));
     sortNow();
     return rowsOfNew;
+}
+
+/// The later one of a key counts.
+std::vector<CDataTable::NewRecord> CDataTable::withoutRows(const std::vector<NewRecord> &passed, bool lookUp) const
+{
+    std::vector<NewRecord> found;
+    std::unordered_map<const Entry *, std::size_t> placeOf;
+    for (const auto &[known, record] : passed) {
+        Entry *const entry = lookUp ? entryOf(record->getKey()) : known;
+        if (!entry || entry->second.row >= 0)
+            continue;
+        const auto [place, isNew] = placeOf.emplace(entry, found.size());
+        if (isNew)
+            found.push_back({entry, record});
+        else
+            found[place->second].record = record;
+    }
+    return found;
+}
+
+/// All have their rows before the first is shown, so that what a hook does to one of them meets it in its row.
+QVector<int> CDataTable::showNew(const std::vector<NewRecord> &newOnes)
+{
+    QVector<quint64> identities;
+    for (const NewRecord &one : newOnes)
+        identities.append(one.record->hashKey());
+    const QVector<int> rowsOfNew = addRows(identities);
+    for (int at = 0; at < rowsOfNew.size(); ++at)
+        giveRow(*newOnes[static_cast<std::size_t>(at)].entry, rowsOfNew[at]);
+    const quint64 removalsBefore = removals;
+    const quint64 forgottenBefore = rowsForgotten;
+    const auto isAsBefore = [&] { return removals == removalsBefore && rowsForgotten == forgottenBefore; };
+    QVector<int> rowsNow;
+    for (int at = 0; at < rowsOfNew.size() && rowsForgotten == forgottenBefore; ++at) {
+        const RecordPtr &record = newOnes[static_cast<std::size_t>(at)].record;
+        if (isAsBefore() || keyToRowID(record->getKey()) == rowsOfNew[at])
+            showRow(record, rowsOfNew[at]);
+    }
+    if (isAsBefore())
+        return rowsOfNew;
+    for (const NewRecord &one : newOnes)
+        if (const int row = keyToRowID(one.record->getKey()); row >= 0)
+            rowsNow.append(row);
+    return rowsNow;
 }
 
 int CDataTable::removeData(const RecordPtr &record)
@@ -178,7 +250,8 @@ int CDataTable::removeData(const RecordPtr &record)
 
 int CDataTable::removeDataByID(int row)
 {
-    return removeData(getData(row));
+    const ShownRow *shown = shownRow(row);
+    return shown && shown->entry ? removeDataByKey(shown->entry->first) : -1;
 }
 
 int CDataTable::removeDataByKey(std::string key)
@@ -190,6 +263,7 @@ int CDataTable::removeDataByKey(std::string key)
     sumAnew();
     removeRow(row);
     keyToRow->remove(hashOf(key), entry);
+    ++removals;
     rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
     records.erase(key);
     return row;
@@ -199,6 +273,7 @@ void CDataTable::clear()
 {
     forgetRows();
     keyToRow->clear();
+    ++removals;
     records.clear();
     boldColumns.clear();
     clearRows();
@@ -240,7 +315,7 @@ CDataTable::ShownRow &CDataTable::rowFor(int row)
         return rowToKey[static_cast<std::size_t>(known - rowToKey.data())];
     const auto place = std::lower_bound(rowToKey.begin(), rowToKey.end(), row,
                                         [](const ShownRow &one, int wanted) { return one.row < wanted; });
-    return *rowToKey.insert(place, {row, nullptr, RecordPtr()});
+    return *rowToKey.insert(place, {row, false, nullptr, RecordPtr()});
 }
 
 /// No row is any record's any more.
@@ -250,6 +325,7 @@ void CDataTable::forgetRows()
         if (row.entry)
             row.entry->second.row = -1;
     rowToKey.clear();
+    ++rowsForgotten;
     sumAnew();
 }
 

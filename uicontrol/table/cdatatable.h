@@ -4,6 +4,7 @@
 #include <QtCore/QSet>
 #include <QtCore/QVector>
 #include <boost/shared_ptr.hpp>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -35,7 +36,7 @@ class ColumnTotals;
 ///
 /// Threading: GUI thread. Row ids stay with their record until it loses its row or all records are filtered anew.
 /// Derived tables change what is shown by the protected virtuals; showDataFieldImpl() is called for a cell when it is
-/// needed, showData() for every record that gets a row or changes.
+/// needed, showData() for every record that gets a row or changes. They may add, remove and filter records meanwhile.
 class UICONTROL_API CDataTable : public ZB::COddEvenRowTable
 {
     Q_OBJECT
@@ -87,8 +88,8 @@ public:
     /// A column at the end whose cells a derived table sets. id: under which fieldID2columnID() finds it; below 0 for
     /// none. Returns the column.
     int addExtraColumn(int id, const QString &header);
-    /// Puts a widget over the cell of the row that is being built, or else of the row that came last; the table owns it
-    /// from then on.
+    /// Puts a widget over the cell of the row that is being built or that showData() is called for, or else of the row
+    /// that came last; the table owns it from then on.
     void addComboPushButton(int column, ZB::CComboPushButton *button);
     void addRadioButtonGroup(int column, ZB::CRadioButtonGroup *group);
     bool isColBoldFont(int column) const;
@@ -126,8 +127,8 @@ protected:
     virtual void showData(const RecordPtr &record, int row, int firstColumn);
     /// Finds who holds the field and shows it.
     void showDataField(bool flag, const RecordPtr &record, int row, int column, int field);
-    /// Sets the text and colour of one cell. record: the record that has the field itself. flag: the value has changed
-    /// while the row was there.
+    /// Sets the text and colour of one cell. record: the record that has the field itself. flag: it has changed since
+    /// the row came.
     virtual void showDataFieldImpl(bool flag, const RecordPtr &record, int row, int column,
                                    const kdservice::FieldDes *field, int fieldId, int tradeType);
     /// Shows a stored record where it belongs: in its row if it still passes, in a new one if it has none.
@@ -168,8 +169,15 @@ private:
     struct ShownRow
     {
         int row;
+        bool hasChanged; ///< since it came
         Entry *entry;
         RecordPtr shown;
+    };
+
+    struct NewRecord
+    {
+        Entry *entry;
+        RecordPtr record;
     };
 
     bool passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const;
@@ -182,7 +190,12 @@ private:
     Entry &store(const RecordPtr &record);
     Entry *takeOver(const RecordPtr &record);
     int showStored(Entry &entry, bool flag);
-    void giveRow(Entry &entry, const RecordPtr &record, int row);
+    void giveRow(Entry &entry, int row);
+    void showRow(const RecordPtr &record, int row);
+    Entry *stillStored(Entry &entry, const RecordPtr &record, quint64 removalsBefore) const;
+    std::vector<NewRecord> withoutRows(const std::vector<NewRecord> &passed, bool lookUp) const;
+    QVector<int> showNew(const std::vector<NewRecord> &newOnes);
+    void forEachStored(const std::function<void(Entry &)> &visit);
     void forgetRows();
     const ShownRow *shownRow(int row) const;
     ShownRow &rowFor(int row);
@@ -193,6 +206,7 @@ private:
     void showSum(const kdservice::FieldDes &field, int column, double sum);
     double keptSumOf(int field, int column);
     double sumOf(int column) const;
+    std::vector<double> numbersIn(int column) const;
     double numberIn(const ShownRow &row, int column) const;
     /// The largest double where there is none.
     static double numberOf(const kdservice::IData &record, int field);
@@ -206,6 +220,9 @@ private:
     std::unique_ptr<Index> keyToRow; ///< of all that is stored; the row stands in the entry
     std::vector<ShownRow> rowToKey;  ///< by ascending row
     std::map<std::string, Stored> records;
+    quint64 removals = 0;      ///< of stored records, up to now: entries that were known before may be gone
+    quint64 rowsForgotten = 0; ///< how often all rows have gone
+    int showingRow = -1;       ///< the one that showData() is called for
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
     std::set<int> boldColumns;
     const int metaID;

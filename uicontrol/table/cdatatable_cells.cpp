@@ -44,9 +44,12 @@ const CFieldFormat *CDataTable::formatOfColumn(int column) const
 
 void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
 {
+    if (!hasRow(row))
+        return;
     ShownRow &shown = rowFor(row);
     const bool isNew = !shown.shown;
     shown.shown = record;
+    shown.hasChanged = !isNew;
     if (isNew)
         sumAnew();
     for (auto field = summedFields.begin(); !isNew && field != summedFields.end(); ++field)
@@ -66,7 +69,7 @@ void CDataTable::showCell(int row, int column)
     const ShownRow *shown = shownRow(row);
     const CFieldFormat *format = formatOfColumn(column);
     if (shown && format)
-        showDataField(false, RecordPtr(shown->shown), row, column, format->fieldId());
+        showDataField(shown->hasChanged, RecordPtr(shown->shown), row, column, format->fieldId());
 }
 
 void CDataTable::showDataField(bool flag, const RecordPtr &record, int row, int column, int field)

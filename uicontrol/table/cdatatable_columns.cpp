@@ -89,7 +89,9 @@ int CDataTable::addExtraColumn(int id, const QString &header)
 
 int CDataTable::rowForWidgets() const
 {
-    return buildingRow() >= 0 ? buildingRow() : lastAddedRow();
+    if (buildingRow() >= 0)
+        return buildingRow();
+    return showingRow >= 0 ? showingRow : lastAddedRow();
 }
 
 void CDataTable::addComboPushButton(int column, ZB::CComboPushButton *button)

@@ -70,19 +70,27 @@ void CDataTable::filterColumn()
     reFilterDatas();
 }
 
+/// A hook that filters anew itself has given all rows before this goes on.
 void CDataTable::reFilterDatas()
 {
     clearRows();
     forgetRows();
     rowToKey.reserve(records.size());
-    for (Entry &entry : records) {
-        const RecordPtr record = entry.second.record;
-        if (!passData(record))
-            continue;
-        if (const int row = beginRow(record->hashKey()); row >= 0)
-            giveRow(entry, record, row);
+    const quint64 forgottenBefore = rowsForgotten;
+    forEachStored([this, forgottenBefore](Entry &stored) {
+        const RecordPtr record = stored.second.record;
+        const quint64 removalsBefore = removals;
+        if (rowsForgotten != forgottenBefore || !passData(record))
+            return;
+        Entry *const entry = stillStored(stored, record, removalsBefore);
+        if (!entry || entry->second.row >= 0 || rowsForgotten != forgottenBefore)
+            return;
+        if (const int row = beginRow(record->hashKey()); row >= 0) {
+            giveRow(*entry, row);
+            showRow(record, row);
+        }
         endRow();
-    }
+    });
 }
 
 bool CDataTable::passAllBut(const RecordPtr &record, int column) const
@@ -99,19 +107,21 @@ void CDataTable::showFilterMenu(int column, QRect header)
     const CFieldFormat *format = formatOfColumn(column);
     if (!format || !columnFilterable(column))
         return;
+    const int fieldId = format->fieldId();
     const kdservice::EXT_DATA_TYPE type = format->field()->dataType;
     const bool ofNumbers = type == kdservice::ExtInt || type == kdservice::ExtLong || type == kdservice::ExtDouble;
     std::map<QString, int> counts;
     std::map<QString, double> numbers;
-    for (const auto &[key, stored] : records) {
-        const RecordPtr &record = stored.record;
+    forEachStored([&](Entry &entry) {
+        const RecordPtr record = entry.second.record;
         QString text;
-        if (!passAllBut(record, column) || !getDataByFieldID(record, format->fieldId(), text))
-            continue;
+        if (!passAllBut(record, column))
+            return;
+        getDataByFieldID(record, fieldId, text); // an empty text for a record that does not have the field
         ++counts[text];
         if (ofNumbers && numbers.count(text) == 0)
-            numbers[text] = numberOf(*record, format->fieldId());
-    }
+            numbers[text] = numberOf(*record, fieldId);
+    });
     QVector<QPair<QString, int>> texts;
     for (const auto &[text, count] : counts)
         texts.append({text, count});

@@ -101,14 +101,30 @@ double CDataTable::keptSumOf(int field, int column)
     if (const core::ExactSum *kept = totals->sum(field))
         return kept->value();
     const auto hasRecord = [](const ShownRow &row) { return row.shown != nullptr; };
-    if (!formatOfColumn(column) || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
+    const bool onlyRecords = static_cast<int>(rowToKey.size()) == rowCount();
+    if (!formatOfColumn(column) || !onlyRecords || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
         return sumOf(column);
-    std::vector<double> values;
-    values.reserve(rowToKey.size());
-    for (const ShownRow &row : rowToKey)
-        values.push_back(numberIn(row, column));
-    totals->count(field, std::move(values));
+    totals->count(field, numbersIn(column));
     return totals->sum(field)->value();
+}
+
+/// By row id, those of rows too that a derived table has added on its own.
+std::vector<double> CDataTable::numbersIn(int column) const
+{
+    std::vector<double> numbers;
+    numbers.reserve(static_cast<std::size_t>(rowCount()));
+    if (static_cast<int>(rowToKey.size()) == rowCount()) {
+        for (const ShownRow &row : rowToKey)
+            numbers.push_back(numberIn(row, column));
+        return numbers;
+    }
+    QVector<int> ids = rows();
+    std::sort(ids.begin(), ids.end());
+    for (const int id : ids) {
+        const ShownRow *known = shownRow(id);
+        numbers.push_back(numberIn(known ? *known : ShownRow{id, false, nullptr, RecordPtr()}, column));
+    }
+    return numbers;
 }
 
 double CDataTable::numberIn(const ShownRow &row, int column) const
@@ -148,8 +164,7 @@ double CDataTable::sumOf(int column) const
     core::ExactSum sum;
     std::vector<double> logged;
     const bool logging = utils::CLogCenter::instance()->isDebugIdEnabled(sumLogId);
-    for (const ShownRow &row : rowToKey) {
-        const double value = numberIn(row, column);
+    for (const double value : numbersIn(column)) {
         if (isAbsent(value))
             continue;
         sum.add(value);

@@ -1,0 +1,221 @@
+#include <QtTest/QTest>
+#include <random>
+
+#include "popups/filterpopup.h"
+#include "recordwindow.h"
+#include "zb/ccombopushbutton.h"
+
+namespace {
+
+using namespace testrecords;
+
+/// Tables whose hooks lead back into the table.
+class CDataTableHooks : public RecordWindow
+{
+protected:
+    /// What a hook does when it meets the record of this key for the first time.
+    void onceAt(std::function<void(const RecordPtr &)> &hook, const std::string &key, std::function<void()> action)
+    {
+        hook = [this, key, action, &hook](const RecordPtr &record) {
+            if (record->getKey() != key || isDone)
+                return;
+            isDone = true;
+            action();
+        };
+        isDone = false;
+    }
+
+    /// Every row has a record of its own, and is that record's row.
+    void checkRows() const
+    {
+        std::set<std::string> seen;
+        for (const int row : table->rows()) {
+            const auto record = table->getData(row);
+            ASSERT_TRUE(record) << "row " << row;
+            ASSERT_TRUE(seen.insert(record->getKey()).second) << record->getKey() << " twice";
+            ASSERT_EQ(table->keyToRowID(record->getKey()), row);
+        }
+        for (const auto &[key, record] : table->getAllDatas())
+            ASSERT_EQ(table->keyToRowID(key) >= 0, seen.count(key) > 0) << key;
+    }
+
+    bool isDone = false;
+};
+
+} // namespace
+
+TEST_F(CDataTableHooks, MayRemoveAndAddRecordsWhileAllAreFiltered)
+{
+    addTickets(6);
+    onceAt(table->whileShowing, "b", [this] {
+        table->removeDataByKey("b");
+        table->removeDataByKey("a");
+        table->updateData(fullTicket("bb", 3), false);
+        table->updateData(fullTicket("e", 9), false);
+    });
+    table->filterColumn();
+    EXPECT_EQ(keys(), "bb e c d f") << "e had its row before its turn";
+    EXPECT_EQ(table->size(), 5);
+    checkRows();
+
+    onceAt(table->whileShowing, "c", [this] { table->filterColumn(); });
+    table->filterColumn();
+    EXPECT_EQ(keys(), "bb c d e f");
+    checkRows();
+
+    onceAt(table->whileShowing, "d", [this] { table->clear(); });
+    table->filterColumn();
+    EXPECT_EQ(keys(), "");
+    EXPECT_EQ(table->size(), 0);
+}
+
+TEST_F(CDataTableHooks, MayRemoveTheRecordThatTheyAreAskedAbout)
+{
+    table->onFilter(ColumnLots, 7, "0");
+    addTickets(4);
+    onceAt(table->whilePassing, "b", [this] { table->removeDataByKey("b"); });
+    table->refreshDatas();
+    EXPECT_EQ(keys(), "a c d");
+    onceAt(table->whilePassing, "n", [this] { table->updateData(fullTicket("n", 8), false); });
+    const int row = table->updateData(fullTicket("n", 7), false);
+    EXPECT_EQ(row, table->keyToRowID("n"));
+    EXPECT_EQ(table->cellText(table->keyToRowID("n"), ColumnLots), "8") << "the one that came last";
+    onceAt(table->whileShowing, "x", [this] { table->removeDataByKey("x"); });
+    EXPECT_EQ(table->updateData(fullTicket("x", 7), false), -1);
+    table->updateSums();
+    EXPECT_EQ(table->statText(ColumnLots), "16") << "a row that has gone counts for nothing";
+    checkRows();
+}
+
+TEST_F(CDataTableHooks, MayDoSoInTheMiddleOfABatch)
+{
+    addTickets(2);
+    onceAt(table->whileShowing, "m", [this] {
+        table->removeDataByKey("n");
+        table->removeDataByKey("a");
+        table->updateData(fullTicket("o", 9), false);
+    });
+    const QVector<int> rows = table->updateDatas(
+        {fullTicket("l", 1), fullTicket("m", 2), fullTicket("n", 3), fullTicket("o", 4), fullTicket("m", 5)});
+    EXPECT_EQ(keys(), "b l m o");
+    EXPECT_EQ(rows, (QVector<int>{table->keyToRowID("l"), table->keyToRowID("m"), table->keyToRowID("o")}));
+    checkRows();
+    onceAt(table->whileShowing, "p", [this] { table->filterColumn(); });
+    EXPECT_EQ(table->updateDatas({fullTicket("p", 1), fullTicket("c", 2)}).size(), 2);
+    EXPECT_EQ(keys(), "b c l m o p");
+    checkRows();
+}
+
+TEST_F(CDataTableHooks, MayRemoveRecordsWhileTheTextsOfAFilterBoxAreGathered)
+{
+    addTickets(5);
+    table->onFilter(ColumnLots, 7, "0");
+    table->setColumnFilterable(ColumnText, true);
+    onceAt(table->whilePassing, "c", [this] {
+        table->removeDataByKey("c");
+        table->removeDataByKey("d");
+    });
+    table->showFilterMenu(ColumnText, QRect(0, 0, 80, 28));
+    auto *box = table->findChild<ZB::FilterPopup *>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([box] { return box->isGathered(); }));
+    EXPECT_EQ(keys(), "a b e");
+    EXPECT_EQ(box->texts().count("第5"), 1);
+    EXPECT_EQ(box->texts().count("第4"), 0);
+}
+
+TEST_F(CDataTableHooks, MayTakeTheRowAwayWhoseCellTheyFill)
+{
+    addTickets(3);
+    table->whileFilling = [this](int) { table->clear(); };
+    EXPECT_EQ(table->cellText(1, ColumnLots), "");
+    EXPECT_EQ(table->size(), 0);
+    addTickets(3);
+    EXPECT_EQ(table->cellColor(1, ColumnSide), nullptr);
+    table->whileFilling = nullptr;
+    addTickets(3);
+    table->whileFilling = [this](int row) {
+        table->whileFilling = nullptr;
+        table->removeDataByID(row);
+        table->updateTable();
+    };
+    table->updateTable();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return keys() == "b c"; }));
+}
+
+TEST_F(CDataTableHooks, PutWidgetsIntoTheRowTheyAreCalledFor)
+{
+    const auto add = [this](const RecordPtr &record) {
+        auto *button = new ZB::CComboPushButton(QString(), 5, 4, 20, 1, 12, nullptr);
+        button->setObjectName(QString::fromStdString(record->getKey()));
+        table->addComboPushButton(ColumnOpen, button);
+    };
+    const auto widgets = [this] {
+        std::string names;
+        for (const int row : table->rows()) {
+            const QWidget *widget = table->cellWidget(row, ColumnOpen);
+            names += table->getData(row)->getKey() + '=' + (widget ? widget->objectName().toStdString() : "") + ' ';
+        }
+        return names;
+    };
+    table->whileShowing = add;
+    table->updateDatas({fullTicket("a", 1), fullTicket("b", 2), fullTicket("c", 3)});
+    EXPECT_EQ(widgets(), "a=a b=b c=c ");
+    table->whileShowing = [&](const RecordPtr &record) {
+        add(record);
+        if (record->getKey() == "a" && table->size() < 4)
+            table->updateData(fullTicket("d", 4), false);
+        add(record);
+    };
+    table->updateData(fullTicket("a", 5), false);
+    EXPECT_EQ(widgets(), "a=a b=b c=c d=d ") << "also when a row was built meanwhile";
+    table->filterColumn();
+    EXPECT_EQ(widgets(), "a=a b=b c=c d=d ");
+}
+
+TEST_F(CDataTableHooks, LeaveRowsAndMapsInAgreementWhateverTheyDo)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    const auto anyTicket = [&below] { return fullTicket("k" + std::to_string(below(30)), below(12)); };
+    int depth = 0;
+    const auto act = [&] {
+        switch (below(12)) {
+        case 0:
+            return table->filterColumn();
+        case 1:
+            return table->onFilter(ColumnLots, 7, QString::number(below(6)));
+        case 2:
+            return table->refreshDatas();
+        case 3:
+            return below(4) == 0 ? table->clear() : table->updateTable();
+        case 4:
+        case 5:
+        case 6:
+            table->removeDataByKey("k" + std::to_string(below(30)));
+            return;
+        case 7:
+        case 8:
+            table->updateDatas({anyTicket(), anyTicket(), anyTicket(), anyTicket()});
+            return;
+        default:
+            table->updateData(anyTicket(), below(4) == 0);
+        }
+    };
+    const auto hook = [&](const RecordPtr &) {
+        if (depth >= 2 || below(12) != 0)
+            return;
+        ++depth;
+        act();
+        --depth;
+    };
+    table->whileShowing = hook;
+    table->whilePassing = hook;
+    table->whileFilling = [&](int) { hook(RecordPtr()); };
+    for (int step = 0; step < 600; ++step) {
+        act();
+        ASSERT_NO_FATAL_FAILURE(checkRows()) << "step " << step;
+    }
+}
