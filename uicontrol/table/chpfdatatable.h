@@ -129,8 +129,6 @@ protected:
 private:
     void leaveModel(const boost::shared_ptr<CHpfDataModel> &former);
     void applyColumnProperties(int column);
-    template <typename RowClass>
-    boost::shared_ptr<RowClass> makeRow(const RecordPtr &record, const QString &colorKey = QString()) const;
     template <typename Records>
     void takeRecords(const Records &records, bool redraw);
     template <typename RowClass>

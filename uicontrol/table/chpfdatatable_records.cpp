@@ -14,16 +14,19 @@ namespace {
 /// Records of so many rows are still in the processor's cache when the model reads them again.
 constexpr int rowsPerPiece = 256;
 
-} // namespace
-
+/// columns: of the model, asked for once for many rows.
 template <typename RowClass>
-boost::shared_ptr<RowClass> CHpfDataTable::makeRow(const RecordPtr &record, const QString &colorKey) const
+boost::shared_ptr<RowClass> makeRow(const boost::shared_ptr<CHpfDataModel> &model, const QMap<int, int> &columns,
+                                    const boost::shared_ptr<kdservice::IData> &record,
+                                    const QString &colorKey = QString())
 {
-    auto row = boost::make_shared<RowClass>(record, dataModel->fieldColumnMap(), dataModel);
+    auto row = boost::make_shared<RowClass>(record, columns, model);
     if (!colorKey.isEmpty())
         row->setAllColorKey(colorKey);
     return row;
 }
+
+} // namespace
 
 void CHpfDataTable::takeRow(const RowPtr &row, bool redraw)
 {
@@ -35,38 +38,41 @@ void CHpfDataTable::takeRow(const RowPtr &row, bool redraw)
 void CHpfDataTable::updateData(const RecordPtr &record, bool redraw)
 {
     if (record && dataModel)
-        takeRow(makeRow<CHpfData>(record), redraw);
+        takeRow(makeRow<CHpfData>(dataModel, dataModel->fieldColumnMap(), record), redraw);
 }
 
 void CHpfDataTable::updateDataFixColor(const RecordPtr &record, const QString &colorKey, bool redraw)
 {
     if (record && dataModel)
-        takeRow(makeRow<CHpfData>(record, colorKey), redraw);
+        takeRow(makeRow<CHpfData>(dataModel, dataModel->fieldColumnMap(), record, colorKey), redraw);
 }
 
 void CHpfDataTable::updateDataFixColorForSortTime(const RecordPtr &record, const QString &colorKey, bool redraw)
 {
     if (record && dataModel)
-        takeRow(makeRow<CHpfSortTimeData>(record, colorKey), redraw);
+        takeRow(makeRow<CHpfSortTimeData>(dataModel, dataModel->fieldColumnMap(), record, colorKey), redraw);
 }
 
 template <typename Records>
 void CHpfDataTable::takeRecords(const Records &records, bool redraw)
 {
-    if (!dataModel)
+    const boost::shared_ptr<CHpfDataModel> model = dataModel; // whoever hears of rows may set another one
+    if (!model)
         return;
+    QMap<int, int> columns = model->fieldColumnMap();
     const int piece = std::min(rowsPerPiece, static_cast<int>(records.size()));
     QVector<RowPtr> rows;
     rows.reserve(piece);
     for (const RecordPtr &record : records) {
         if (record)
-            rows.append(makeRow<CHpfData>(record));
+            rows.append(makeRow<CHpfData>(model, columns, record));
         if (rows.size() == piece) {
-            dataModel->updateDatas(rows);
+            model->updateDatas(rows);
             rows.clear();
+            columns = model->fieldColumnMap();
         }
     }
-    dataModel->updateDatas(rows);
+    model->updateDatas(rows);
     if (redraw)
         updateTable();
 }
@@ -76,11 +82,12 @@ void CHpfDataTable::takeColored(const ColoredRecords &records, bool redraw)
 {
     if (!dataModel)
         return;
+    const QMap<int, int> &columns = dataModel->fieldColumnMap();
     QVector<RowPtr> rows;
     rows.reserve(records.size());
     for (const auto &[record, colorKey] : records)
         if (record)
-            rows.append(makeRow<RowClass>(record, colorKey));
+            rows.append(makeRow<RowClass>(dataModel, columns, record, colorKey));
     dataModel->updateDatas(rows);
     if (redraw)
         updateTable();
