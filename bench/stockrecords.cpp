@@ -1,9 +1,13 @@
 #include "stockrecords.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QColor>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QStyledItemDelegate>
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "kdservice/typemanager.h"
 #include "model/fieldformatter.h"
@@ -15,7 +19,22 @@ namespace bench {
 
 namespace {
 
-/// Sorts by its number.
+constexpr int flashProperty = 6;
+constexpr int flashMilliseconds = 500;
+constexpr int flashSteps = 16;
+constexpr int strongestFlash = 90; ///< of 255
+
+qint64 now()
+{
+    static const QElapsedTimer clock = [] {
+        QElapsedTimer started;
+        started.start();
+        return started;
+    }();
+    return clock.elapsed();
+}
+
+/// Sorts by its number, and flashes by the direction in which that has changed.
 class NumberItem : public QTableWidgetItem
 {
 public:
@@ -23,7 +42,47 @@ public:
     {
         return number < static_cast<const NumberItem &>(other).number;
     }
+    /// How strong the flash still is, to 0.
+    int flashStep() const
+    {
+        const qint64 left = flashMilliseconds - std::min<qint64>(now() - changedAt, flashMilliseconds);
+        return static_cast<int>((left * flashSteps + flashMilliseconds - 1) / flashMilliseconds);
+    }
+
     double number = 0;
+    double change = 0;
+    qint64 changedAt = -flashMilliseconds;
+    int shownStep = 0; ///< as the view was asked to paint it last
+};
+
+/// Paints the flash as the background of the cell.
+class FlashDelegate : public QStyledItemDelegate
+{
+public:
+    FlashDelegate(QTableWidget *shown)
+        : QStyledItemDelegate(shown), table(shown), rise(colorOf("clr_global_rise")), fall(colorOf("clr_global_fall"))
+    {
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto *item = static_cast<const NumberItem *>(table->item(index.row(), index.column()));
+        const int step = item->flashStep();
+        if (step == 0)
+            return;
+        QColor color = item->change > 0 ? rise : fall;
+        color.setAlpha(strongestFlash * step / flashSteps);
+        option->backgroundBrush = color;
+    }
+
+private:
+    static QColor colorOf(const char *key) { return *ZB::CUiResource::instance()->getColor(QLatin1String(key)); }
+
+    QTableWidget *const table;
+    const QColor rise;
+    const QColor fall;
 };
 
 boost::shared_ptr<kdservice::IData> holderOf(const OrderPtr &order, int fieldId)
@@ -52,8 +111,11 @@ double numberOf(const OrderPtr &order, const kdservice::FieldDes &field)
 StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), table(new QTableWidget)
 {
     for (kdservice::FieldDes *field :
-         kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock))
+         kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock)) {
+        if (field->getProperty(flashProperty))
+            flashingColumns.push_back(static_cast<int>(fields.size()));
         fields.push_back(field);
+    }
     const int columns = static_cast<int>(fields.size());
     table->setRowCount(static_cast<int>(orders.size()));
     table->setColumnCount(columns);
@@ -72,6 +134,7 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
     table->horizontalHeader()->setDefaultSectionSize(columnWidth);
     table->setFont(*ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_table_text_default")));
+    table->setItemDelegate(new FlashDelegate(table.get()));
     table->resize(viewWidth, viewHeight);
     table->show();
     QCoreApplication::processEvents();
@@ -109,7 +172,12 @@ void StockRecords::updateField(const OrderPtr &order, int fieldId)
     QVariant value;
     KV::formatField(order, &field, fieldId, text, colorKey, unit, value, kdservice::TraderStock);
     auto *item = static_cast<NumberItem *>(table->item(table->row(keyItems[place]), column));
-    item->number = numberOf(order, field);
+    const double number = numberOf(order, field);
+    if (field.getProperty(flashProperty)) {
+        item->change = number - item->number;
+        item->changedAt = now();
+    }
+    item->number = number;
     item->setText(text);
 }
 
@@ -144,8 +212,23 @@ void StockRecords::sortBy(int column, Qt::SortOrder order)
     table->setSortingEnabled(true);
 }
 
+/// Asks for the cells in sight whose flash has faded by a step.
+void StockRecords::fade()
+{
+    const int first = table->rowAt(0);
+    const int last = table->rowAt(table->viewport()->height() - 1);
+    for (int row = std::max(first, 0); row <= (last < 0 ? table->rowCount() - 1 : last); ++row)
+        for (const int column : flashingColumns) {
+            auto *item = static_cast<NumberItem *>(table->item(row, column));
+            const int step = item->flashStep();
+            if (std::exchange(item->shownStep, step) != step)
+                table->viewport()->update(table->visualItemRect(item));
+        }
+}
+
 void StockRecords::paint()
 {
+    fade();
     QCoreApplication::processEvents();
 }
 

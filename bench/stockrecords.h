@@ -12,7 +12,7 @@
 namespace bench {
 
 /// The stock Qt way of a small table: a QTableWidget with one item per cell, texts and colours by the same formatter as
-/// ours, shown at the same size; only the item of the changed field is set.
+/// ours, shown at the same size; only the item of the changed field is set, and flashes as ours does.
 class StockRecords
 {
 public:
@@ -29,10 +29,12 @@ public:
     void paint();
 
 private:
+    void fade();
     void setCell(QTableWidgetItem &item, const OrderPtr &order, const kdservice::FieldDes &field);
 
     std::vector<OrderPtr> orders;
     std::vector<kdservice::FieldDes *> fields;
+    std::vector<int> flashingColumns;
     std::vector<QTableWidgetItem *> keyItems; ///< by order: in its row, wherever that is
     QHash<quint64, int> placeOfKey;
     std::unique_ptr<QTableWidget> table;

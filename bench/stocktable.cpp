@@ -13,6 +13,8 @@ namespace bench {
 
 namespace {
 
+constexpr int summedProperty = 1;
+
 /// The record that holds the field: the order itself or its instrument.
 boost::shared_ptr<kdservice::IData> holderOf(const OrderPtr &order, int fieldId)
 {
@@ -31,6 +33,11 @@ StockModel::StockModel(std::vector<OrderPtr> list) : orders(std::move(list))
     rowOfKey.reserve(static_cast<int>(orders.size()));
     for (std::size_t row = 0; row < orders.size(); ++row)
         rowOfKey.insert(orders[row]->hashKey(), static_cast<int>(row));
+    for (const kdservice::FieldDes *field : fields)
+        if (field->getProperty(summedProperty))
+            sums.emplace_back(field, 0.0);
+    for (const OrderPtr &order : orders)
+        count(order, 1);
 }
 
 StockModel::~StockModel() = default;
@@ -113,6 +120,8 @@ void StockModel::update(const OrderPtr &order)
     const int row = rowOfKey.value(order->hashKey(), -1);
     if (row < 0)
         return;
+    count(orders[static_cast<std::size_t>(row)], -1);
+    count(order, 1);
     orders[static_cast<std::size_t>(row)] = order;
     Q_EMIT dataChanged(index(row, 0), index(row, static_cast<int>(fields.size()) - 1));
 }
@@ -124,6 +133,23 @@ void StockModel::append(const OrderPtr &order)
     orders.push_back(order);
     rowOfKey.insert(order->hashKey(), row);
     endInsertRows();
+    count(order, 1);
+}
+
+/// Adds the order's values to the sums, or takes them away.
+void StockModel::count(const OrderPtr &order, int sign)
+{
+    for (auto &[field, sum] : sums)
+        sum += sign * (field->dataType == kdservice::ExtDouble ? order->getDouble(field->fieldId)
+                                                               : static_cast<double>(order->getLong(field->fieldId)));
+}
+
+double StockModel::sumOf(int fieldId) const
+{
+    for (const auto &[field, sum] : sums)
+        if (field->fieldId == fieldId)
+            return sum;
+    return 0;
 }
 
 StockProxy::StockProxy(QObject *parent) : QSortFilterProxyModel(parent)

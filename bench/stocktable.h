@@ -6,6 +6,7 @@
 #include <QtCore/QSortFilterProxyModel>
 #include <QtWidgets/QTableView>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "kdservice/fielddes.h"
@@ -14,7 +15,7 @@
 namespace bench {
 
 /// The stock Qt way, as a careful Qt programmer writes it: records in a vector, one dataChanged per changed record,
-/// texts by the same formatter as ours, sorting on raw values.
+/// texts by the same formatter as ours, sorting on raw values, a running sum of doubles for each summed column.
 class StockModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -35,14 +36,18 @@ public:
     /// Replaces the record of the same key.
     void update(const OrderPtr &order);
     void append(const OrderPtr &order);
+    /// Of all rows, kept up to date with every change; 0 for a field that is not summed.
+    double sumOf(int fieldId) const;
 
 private:
+    void count(const OrderPtr &order, int sign);
     QVariant text(const OrderPtr &order, int column) const;
     QVariant rawValue(const OrderPtr &order, int column) const;
 
     std::vector<OrderPtr> orders;
     std::vector<kdservice::FieldDes *> fields;
     QHash<quint64, int> rowOfKey;
+    std::vector<std::pair<const kdservice::FieldDes *, double>> sums;
 };
 
 /// Passes the rows whose text in one column is in a set.
