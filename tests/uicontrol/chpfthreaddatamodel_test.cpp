@@ -233,9 +233,10 @@ TEST(HpfThreadDataModel, LoadingReadingAndChangingGoOnAtTheSameTime)
     constexpr int batchSize = 500;
     quint64 seen = 0;
     for (int batch = 0; batch < batches; ++batch) {
-        model->addDatas(tickets(batch * batchSize / 2, batchSize));
+        // In front of the batch, since it removes all rows, and the last batch may be loaded already when it is called.
         if (batch % 5 == 4)
             model->setTradeType(batch % 2 == 0 ? kdservice::TraderFuture : kdservice::TraderStock);
+        model->addDatas(tickets(batch * batchSize / 2, batchSize));
         model->updateDataFixColorForSortTime(QStringLiteral("T7"), fullTicket("T7", batch),
                                              QStringLiteral("clr_global_rise"));
         for (int row = 0; row < 40; ++row) {
