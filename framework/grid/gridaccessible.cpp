@@ -215,9 +215,15 @@ int GridAccessible::selectedCellCount() const
 {
     if (!view().chooser.selection().hasBlocks())
         return selectedRowCount() * columnCount();
-    int count = 0;
-    for (const GridCells &block : static_cast<const GridView *>(object())->selectedCells())
-        count += static_cast<int>(block.rows.size() * block.columns.size());
+    const auto *grid = static_cast<const GridView *>(object());
+    const GridCells table = grid->selectedTable();
+    const auto selected = grid->selectedTableCells();
+    if (!selected)
+        return static_cast<int>(table.rows.size() * table.columns.size());
+    int count = 0; // blocks may share cells
+    for (const GridRowId row : table.rows)
+        count += static_cast<int>(std::count_if(table.columns.begin(), table.columns.end(),
+                                                [&](int column) { return selected(row, column); }));
     return count;
 }
 

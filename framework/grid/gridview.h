@@ -3,6 +3,7 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 #include <boost/shared_ptr.hpp>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -152,8 +153,13 @@ public:
     bool isRowSelected(GridRowId row) const;
     /// Selected rows that are shown, in shown order. Costs O(k log k) for k selected rows.
     std::vector<GridRowId> selectedRows() const;
-    /// What a copy takes: the selected rows with all visible columns, or, where cells are selected, those.
+    /// The selected rows with all visible columns, or, where cells are selected, those: block by block, in the order of
+    /// selecting. Blocks may share cells.
     std::vector<GridCells> selectedCells() const;
+    /// What a copy takes: the smallest table that holds every selected cell, each row and each column once.
+    GridCells selectedTable() const;
+    /// Which cells of selectedTable() are selected, as it is now and for any thread. Empty when all of them are.
+    std::function<bool(GridRowId row, int column)> selectedTableCells() const;
     bool hasSelection() const;
     /// @}
 

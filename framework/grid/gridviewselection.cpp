@@ -6,6 +6,22 @@
 
 namespace ZB {
 
+namespace {
+
+/// Those of the visible columns in which a block has cells.
+std::vector<int> columnsOf(const std::vector<GridSelection::Block> &blocks, const std::vector<int> &visible)
+{
+    std::vector<int> columns;
+    for (const int column : visible)
+        if (std::any_of(blocks.begin(), blocks.end(), [column](const GridSelection::Block &block) {
+                return std::binary_search(block.columns.begin(), block.columns.end(), column);
+            }))
+            columns.push_back(column);
+    return columns;
+}
+
+} // namespace
+
 GridRowId GridView::currentRow() const
 {
     return d->chooser.isCurrentShown() ? d->chooser.current().row : NoGridRow;
@@ -68,10 +84,7 @@ std::vector<GridCells> GridView::selectedCells() const
     const GridSelection &selection = d->chooser.selection();
     const std::vector<int> visible = visibleColumns();
     for (const GridSelection::Block &block : selection.cellBlocks()) {
-        GridCells cells{GridSelection::inShownOrder(*d->source, block.rows), {}};
-        std::copy_if(visible.begin(), visible.end(), std::back_inserter(cells.columns), [&](int column) {
-            return std::binary_search(block.columns.begin(), block.columns.end(), column);
-        });
+        const GridCells cells{GridSelection::inShownOrder(*d->source, block.rows), columnsOf({block}, visible)};
         if (!cells.rows.empty() && !cells.columns.empty())
             result.push_back(cells);
     }
@@ -81,6 +94,34 @@ std::vector<GridCells> GridView::selectedCells() const
             result.push_back({rows, visible});
     }
     return result;
+}
+
+GridCells GridView::selectedTable() const
+{
+    GridCells table;
+    if (!d->source)
+        return table;
+    const std::vector<int> visible = visibleColumns();
+    const GridSelection &selection = d->chooser.selection();
+    if (!selection.hasBlocks())
+        return {selectedRows(), visible};
+    GridRowSet rows;
+    for (const GridSelection::Block &block : selection.cellBlocks()) {
+        if (columnsOf({block}, visible).empty())
+            continue; // it is in hidden columns
+        rows.reserve(rows.size() + block.rows.size());
+        for (const GridRowId row : block.rows.ids())
+            rows.insert(row);
+    }
+    return {GridSelection::inShownOrder(*d->source, rows), columnsOf(selection.cellBlocks(), visible)};
+}
+
+std::function<bool(GridRowId, int)> GridView::selectedTableCells() const
+{
+    const GridSelection &selection = d->chooser.selection();
+    if (selection.cellBlocks().size() < 2)
+        return nullptr;
+    return [selection](GridRowId row, int column) { return selection.isCellSelected(row, column); };
 }
 
 bool GridView::hasSelection() const

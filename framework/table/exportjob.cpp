@@ -13,8 +13,19 @@ constexpr int shareOfRows = 850; ///< thousandths of the time that rows take, th
 
 } // namespace
 
-ExportJob::ExportJob(WriterFactory factory, std::vector<ExportColumn> exportColumns, RowTaker rowTaker)
-    : makeWriter(std::move(factory)), columns(std::move(exportColumns)), takeRows(std::move(rowTaker))
+void takeCells(const HpfShownRow &row, const std::vector<ExportColumn> &columns, const CellChooser &chosen,
+               std::vector<CellValue> &values)
+{
+    values.resize(columns.size());
+    std::transform(columns.begin(), columns.end(), values.begin(), [&row, &chosen](const ExportColumn &column) {
+        return !chosen || chosen(row.id, column.column) ? cellValue(*row.row, column.column, column.type) : CellValue();
+    });
+}
+
+ExportJob::ExportJob(WriterFactory factory, std::vector<ExportColumn> exportColumns, RowTaker rowTaker,
+                     CellChooser chooser)
+    : makeWriter(std::move(factory)), columns(std::move(exportColumns)), chosen(std::move(chooser)),
+      takeRows(std::move(rowTaker))
 {
 }
 
@@ -69,11 +80,9 @@ bool ExportJob::write()
     const auto writeAll = [this, &rows, &writer] {
         if (!writer->begin(columns, rowCount))
             return false;
-        std::vector<CellValue> values(columns.size());
+        std::vector<CellValue> values;
         for (const HpfShownRow &row : *rows) {
-            std::transform(columns.begin(), columns.end(), values.begin(), [&row](const ExportColumn &column) {
-                return cellValue(*row.row, column.column, column.type);
-            });
+            takeCells(row, columns, chosen, values);
             if (cancelled || !writer->writeRow(values))
                 return false;
             ++written;

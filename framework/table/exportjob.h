@@ -12,6 +12,13 @@
 
 namespace ZB {
 
+/// Says which cells go along; the others are blank. Empty when all do. Any thread.
+using CellChooser = std::function<bool(quint64 row, int column)>;
+
+/// The values of the columns of one row.
+void takeCells(const HpfShownRow &row, const std::vector<ExportColumn> &columns, const CellChooser &chosen,
+               std::vector<CellValue> &values);
+
 /// Writes rows on a worker thread of Qt's global pool: to a file, or to a text for the clipboard.
 ///
 /// Made and watched on the GUI thread. The worker holds what it needs: whoever started it may be deleted meanwhile.
@@ -21,7 +28,8 @@ public:
     /// Makes the writer, on the worker. The flag says that the user has cancelled.
     using WriterFactory = std::function<std::unique_ptr<TableWriter>(const std::atomic<bool> &cancelled)>;
 
-    ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, RowTaker takeRows);
+    ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, RowTaker takeRows,
+              CellChooser chosen = nullptr);
     ~ExportJob();
 
     /// finished: called on the GUI thread, unless the job has been cancelled and dropped before.
@@ -43,6 +51,7 @@ private:
 
     const WriterFactory makeWriter;
     const std::vector<ExportColumn> columns;
+    const CellChooser chosen;
     RowTaker takeRows; ///< the worker's, as soon as it runs
     std::atomic<qint64> rowCount{0};
     std::function<void()> finishedCallback;

@@ -144,22 +144,15 @@ std::vector<ExportColumn> TableShell::exportColumns(const std::vector<int> &show
     return all;
 }
 
-/// Cells of different columns in different rows go as one block per stretch of rows, each with its own columns.
+/// Blocks of cells go as one table, in the order of the screen; what is not selected between them is blank.
 void TableShell::copySelection(bool withHeader)
 {
-    const std::vector<GridCells> blocks = grid->selectedCells();
-    if (!isShowing() || blocks.empty())
+    GridCells cells = grid->selectedTable();
+    if (!isShowing() || cells.rows.empty() || cells.columns.empty())
         return;
-    std::vector<int> copied;
-    std::vector<GridRowId> ids;
-    for (const GridCells &block : blocks) {
-        for (const int column : block.columns)
-            if (std::find(copied.begin(), copied.end(), column) == copied.end())
-                copied.push_back(column);
-        ids.insert(ids.end(), block.rows.begin(), block.rows.end());
-    }
-    const auto count = qint64(ids.size());
-    transfer.copy(withHeader, exportColumns(copied), count, rows->rowsOfIds(std::move(ids)));
+    const auto count = qint64(cells.rows.size());
+    transfer.copy(withHeader, exportColumns(cells.columns), count, rows->rowsOfIds(std::move(cells.rows)),
+                  grid->selectedTableCells());
 }
 
 } // namespace ZB

@@ -16,15 +16,15 @@ namespace {
 constexpr qint64 cellsCopiedAtOnce = 20000;
 constexpr int progressMilliseconds = 100;
 
-void copyNow(bool withHeader, const std::vector<ExportColumn> &columns, const RowSnapshot &rows)
+void copyNow(bool withHeader, const std::vector<ExportColumn> &columns, const RowSnapshot &rows,
+             const CellChooser &chosen)
 {
     const auto text = std::make_shared<QString>();
     TextTableWriter writer(withHeader, text);
     writer.begin(columns, qint64(rows->size()));
-    std::vector<CellValue> values(columns.size());
+    std::vector<CellValue> values;
     for (const HpfShownRow &row : *rows) {
-        std::transform(columns.begin(), columns.end(), values.begin(),
-                       [&row](const ExportColumn &column) { return cellValue(*row.row, column.column, column.type); });
+        takeCells(row, columns, chosen, values);
         writer.writeRow(values);
     }
     writer.finish();
@@ -88,16 +88,17 @@ bool TableTransfer::exportTo(const QString &path, std::vector<ExportColumn> colu
     return whole;
 }
 
-void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows)
+void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows,
+                         CellChooser chosen)
 {
     if (rowCount * qint64(columns.size()) <= cellsCopiedAtOnce)
-        return copyNow(withHeader, columns, rows());
+        return copyNow(withHeader, columns, rows(), chosen);
     if (job)
         return;
     const auto text = std::make_shared<QString>();
     const auto running = std::make_shared<ExportJob>(
         [withHeader, text](const std::atomic<bool> &) { return std::make_unique<TextTableWriter>(withHeader, text); },
-        std::move(columns), std::move(rows));
+        std::move(columns), std::move(rows), std::move(chosen));
     begin(running, QStringLiteral("正在复制"));
     running->start([self = QPointer<TableTransfer>(this), running, text] {
         if (!self || self->job != running)

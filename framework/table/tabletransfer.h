@@ -24,7 +24,7 @@ public:
     /// are handled meanwhile.
     bool exportTo(const QString &path, std::vector<ExportColumn> columns, RowTaker rows);
     /// Few rows at once, many in the background.
-    void copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows);
+    void copy(bool withHeader, std::vector<ExportColumn> columns, qint64 rowCount, RowTaker rows, CellChooser chosen);
     /// Why the last export failed; empty when it did not or was cancelled.
     QString errorText() const;
     bool wasCancelled() const;

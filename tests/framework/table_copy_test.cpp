@@ -1,5 +1,6 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QMenu>
 
@@ -26,6 +27,40 @@ TEST_F(TableCopyTest, SelectedRowsGoAsTabSeparatedText)
     EXPECT_EQ(copied(), QStringLiteral("000001\t平安银行\t卖出\t12.5\t1200000\n600000\t浦发银行\t卖出\t\t700\n"));
     QTest::keyClick(grid(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(copied().section(QLatin1Char('\n'), 0, 0), QStringLiteral("代码\t名称\t方向\t价格\t数量"));
+}
+
+TEST_F(TableCopyTest, BlocksOfCellsGoAsOneTableWithNothingBetweenThem)
+{
+    const auto drag = [this](int row, int column, int toRow, int toColumn, Qt::KeyboardModifiers modifiers) {
+        const auto at = [this](int place, int of) {
+            std::vector<ZB::GridRowId> ids;
+            grid()->source()->rowIds(place, 1, ids);
+            return grid()->cellRect(ids.at(0), of).center();
+        };
+        QTest::mousePress(grid(), Qt::LeftButton, modifiers, at(row, column));
+        QMouseEvent move(QEvent::MouseMove, at(toRow, toColumn), Qt::NoButton, Qt::LeftButton, modifiers);
+        QCoreApplication::sendEvent(grid(), &move);
+        QTest::mouseRelease(grid(), Qt::LeftButton, modifiers, at(toRow, toColumn));
+    };
+    drag(3, Quantity, 4, Price, Qt::NoModifier);
+    drag(0, Code, 1, Name, Qt::ControlModifier);
+    table->copySelection(true);
+    EXPECT_EQ(copied(), QStringLiteral("代码\t名称\t价格\t数量\n"
+                                       "600000\t浦发银行\t\t\n"
+                                       "000001\t平安银行\t\t\n"
+                                       "\t\t\t700\n"
+                                       "\t\t98.7\t50\n"));
+    drag(1, Name, 3, Name, Qt::ControlModifier);
+    table->copySelection(false);
+    EXPECT_EQ(copied(), QStringLiteral("600000\t浦发银行\t\t\n"
+                                       "000001\t平安银行\t\t\n"
+                                       "\t南山智尚\t\t\n"
+                                       "\t浦发银行\t\t700\n"
+                                       "\t\t98.7\t50\n"));
+    table->setColumnVisible(Price, false);
+    table->setColumnVisible(Quantity, false);
+    table->copySelection(false);
+    EXPECT_EQ(copied(), QStringLiteral("600000\t浦发银行\n000001\t平安银行\n\t南山智尚\n\t浦发银行\n"));
 }
 
 TEST_F(TableCopyTest, HiddenColumnsStayAndTheOrderOnTheScreenCounts)
