@@ -32,6 +32,8 @@ bool ValueFilter::meets(const Condition &condition, const QString &text)
     case containsType:
         return std::any_of(condition.needles.begin(), condition.needles.end(),
                            [&text](const QString &needle) { return text.contains(needle, Qt::CaseInsensitive); });
+    case exceptType:
+        return !condition.values.contains(text);
     default:
         return false;
     }

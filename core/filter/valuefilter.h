@@ -13,6 +13,7 @@ namespace core {
 /// |---|---|
 /// | 0 | the set holds exactly this text, case included |
 /// | 1 | the text contains a non-empty string of the set, case ignored |
+/// | 2 | the set does not hold this text |
 /// | any other | never |
 ///
 /// A condition with an empty set, of whatever type, filters nothing and is not kept. A value type; reading is safe on
@@ -22,6 +23,7 @@ class ValueFilter
 public:
     static constexpr int exactType = 0;
     static constexpr int containsType = 1;
+    static constexpr int exceptType = 2;
 
     ValueFilter() = default;
     ValueFilter(int type, const QSet<QString> &values) { narrow(type, values); }

@@ -90,7 +90,7 @@ void FilterPopup::gatherOn()
 /// A value that the filter holds is offered also where no row has it any more, or applying would lose it.
 QStringList FilterPopup::withFiltered(QStringList texts) const
 {
-    if (present.first != FilterExact)
+    if (present.first == FilterContains)
         return texts;
     QSet<QString> missing = present.second;
     for (const QString &text : qAsConst(texts))
@@ -106,12 +106,16 @@ void FilterPopup::setTexts(const QStringList &offered)
     QHash<QString, int> counts;
     for (const DistinctTexts::Value &value : gatherer->values())
         counts.insert(value.text, value.count);
-    const bool all = !filtered || present.first != FilterExact;
+    const bool exact = filtered && present.first == FilterExact;
+    const bool except = filtered && present.first == FilterExcept;
     std::vector<CheckItem> items;
     textOfItem.assign(texts.begin(), texts.end());
     for (const QString &text : texts)
         items.push_back({shownText(text), countsShown ? QString::number(counts.value(text)) : QString(),
-                         all || present.second.contains(text), int(items.size())});
+                         exact ? present.second.contains(text) : !except || !present.second.contains(text),
+                         int(items.size())});
+    if (gatherer->isTruncated() || except)
+        items.push_back({QStringLiteral("（其余未列出的取值）"), QString(), !exact, restItem});
     list->setItems(std::move(items));
     updateState();
 }
@@ -121,10 +125,17 @@ QSet<QString> FilterPopup::checkedTexts() const
     QSet<QString> checked;
     for (const int index : list->shownItems()) {
         const CheckItem &item = list->items()[std::size_t(index)];
-        if (item.checked)
+        if (item.checked && item.id != restItem)
             checked.insert(textOfItem[std::size_t(item.id)]);
     }
     return checked;
+}
+
+bool FilterPopup::isRestChecked() const
+{
+    const auto &shown = list->shownItems();
+    const CheckItem *last = shown.empty() ? nullptr : &list->items()[std::size_t(shown.back())];
+    return last && last->id == restItem && last->checked;
 }
 
 void FilterPopup::updateState()
@@ -146,8 +157,9 @@ void FilterPopup::updateState()
     remove->setEnabled(filtered);
 }
 
-/// Everything chosen means no filter, so that values which come later show too. What was left as it is stays so, also
-/// where other filters leave nothing else to choose.
+/// Everything chosen means no filter, so that values which come later show too. With the values that are not listed
+/// chosen, those that are not chosen are the filter. What was left as it is stays so, also where other filters leave
+/// nothing else to choose.
 void FilterPopup::apply()
 {
     QSet<QString> values;
@@ -158,12 +170,13 @@ void FilterPopup::apply()
     if (!accept->isEnabled())
         return;
     values = checkedTexts();
+    if (isRestChecked())
+        return finish(FilterExcept, QSet<QString>(textOfItem.begin(), textOfItem.end()) - values);
     if (filtered && present.first == FilterExact && values == present.second) {
         close();
         return;
     }
-    const bool all = values.size() == int(textOfItem.size()) && !gatherer->isTruncated();
-    finish(FilterExact, all ? QSet<QString>() : values);
+    finish(FilterExact, values.size() == int(list->items().size()) ? QSet<QString>() : values);
 }
 
 void FilterPopup::takeOff()

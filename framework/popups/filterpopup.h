@@ -20,7 +20,8 @@ namespace ZB {
 class CheckList;
 
 /// The filter box of a column: its different texts with how often each occurs, a search in them, and a condition by
-/// contained text. Gathers the texts in slices while it is open; what they are gathered from must outlive it.
+/// contained text. Where there are more texts than it lists, a line at the end stands for the others. Gathers the texts
+/// in slices while it is open; what they are gathered from must outlive it.
 ///
 /// Keys: typing searches; Down goes into the list; Enter applies, in a search to what the search leaves; Escape closes.
 class FRAMEWORK_API FilterPopup : public PopupFrame
@@ -70,7 +71,9 @@ private:
     void takeOff();
     void finish(int type, const QSet<QString> &values);
     QSet<QString> checkedTexts() const;
+    bool isRestChecked() const;
 
+    static constexpr int restItem = -1; ///< CheckItem::id of the line for the values that are not listed; the last one
     const int filterColumn;
     const ColumnFilter present;
     bool filtered;

@@ -85,7 +85,7 @@ void CBaseHighPerformanceTable::cancelWork()
 
 void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (!d->model || !columnFilterable(column) || (type != FilterExact && type != FilterContains))
+    if (!d->model || !columnFilterable(column) || type < FilterExact || type > FilterExcept)
         return;
     QPair<EFilterType, QSet<QString>> filter(EFilterType(type), values);
     setPaused(false);

@@ -6,6 +6,7 @@
 #include "framework/tablefixture.h"
 #include "popups/checklist.h"
 #include "popups/filterpopup.h"
+#include "table/hpfmodelaccess.h"
 
 namespace tabletest {
 
@@ -212,6 +213,61 @@ TEST_F(TableFilterTest, ABoxThatIsLeftAsItIsChangesNothing)
     QTest::keyClick(box, Qt::Key_Return);
     closePopups();
     EXPECT_EQ(rowCount(), 0);
+}
+
+TEST_F(TableFilterTest, MoreValuesThanAreListedAreChosenByALineOfTheirOwn)
+{
+    constexpr int listed = ZB::HpfDistinctTexts::maximumValues;
+    constexpr int rows = listed + 10;
+    model = boost::make_shared<OrderModel>();
+    for (int row = 0; row < rows; ++row)
+        model->put({std::to_string(row), QString::number(row), QString(), 0, 1.0, row});
+    rebuild(model);
+    const auto press = [this](auto choose) {
+        grid()->scrollToRow(0);
+        settle();
+        ZB::FilterPopup *box = openFilter(Code);
+        choose(box->findChild<ZB::CheckList *>());
+        QTest::keyClick(box, Qt::Key_Return);
+        closePopups();
+        EXPECT_FALSE(popup<ZB::FilterPopup>());
+    };
+    const auto toggle = [](ZB::CheckList *list, Qt::Key key) {
+        QTest::keyClick(list, key);
+        QTest::keyClick(list, Qt::Key_Space);
+    };
+    press([](ZB::CheckList *list) { EXPECT_EQ(list->items().back().text, QStringLiteral("（其余未列出的取值）")); });
+    EXPECT_TRUE(model->columnFilters().isEmpty()) << "nothing was changed";
+    press([&](ZB::CheckList *list) { toggle(list, Qt::Key_Home); });
+    EXPECT_EQ(model->columnFilters().value(Code).first, ZB::FilterExcept);
+    EXPECT_EQ(model->size(), rows - 1);
+    press([](ZB::CheckList *) {});
+    EXPECT_EQ(model->size(), rows - 1);
+    press([&](ZB::CheckList *list) { toggle(list, Qt::Key_End); });
+    EXPECT_EQ(model->columnFilters().value(Code).first, ZB::FilterExact);
+    EXPECT_EQ(model->size(), listed - 1) << "only what is listed and chosen";
+    press([&](ZB::CheckList *list) {
+        list->checkShown(false);
+        toggle(list, Qt::Key_End);
+    });
+    EXPECT_EQ(model->size(), rows - listed);
+    press([](ZB::CheckList *list) { list->checkShown(true); });
+    EXPECT_EQ(model->size(), rows);
+}
+
+TEST_F(TableFilterTest, AFilterThatLeavesValuesOutLetsLaterOnesIn)
+{
+    QSet<QString> values{QStringLiteral("600000"), QStringLiteral("601318")};
+    table->onFilterTrigger(Code, ZB::FilterExcept, values);
+    EXPECT_EQ(rowCount(), 3);
+    model->put({"f", "000002", "", 0, 1.0, 1});
+    EXPECT_EQ(rowCount(), 4);
+    ZB::FilterPopup *box = openFilter(Code);
+    EXPECT_EQ(choices(box), QStringLiteral("x 000001 1\nx 000002 1\nx 300918 1\n  600000 2\nx 688293 1\n"
+                                           "  601318 0\nx （其余未列出的取值） "));
+    QTest::keyClick(box, Qt::Key_Return);
+    closePopups();
+    EXPECT_EQ(model->columnFilters().value(Code), (ZB::IBaseHpfTableModel::ColumnFilter(ZB::FilterExcept, values)));
 }
 
 TEST_F(TableFilterTest, MenuItemsAreTheDistinctTextsInOrder)

@@ -150,8 +150,11 @@ TEST_F(CDataTable, AValueFilterOfTypeOneKeepsTextsThatContainOneOfThem)
     EXPECT_EQ(keys(), "c z");
     filter(ColumnText, ZB::FilterContains, {""});
     EXPECT_EQ(keys(), "") << "an empty text is contained in nothing";
-    filter(ColumnText, 5, {"order"});
-    EXPECT_EQ(keys(), "") << "a type that there is not changes nothing";
+    filter(ColumnText, ZB::FilterExcept, {"Spot ORDER"});
+    EXPECT_EQ(keys(), "a b c d");
+    filter(ColumnText, ZB::FilterContains, {"order"});
+    filter(ColumnText, 5, {"3"});
+    EXPECT_EQ(keys(), "z") << "a type that there is not changes nothing";
 }
 
 TEST_F(CDataTable, AColumnThatIsNotFilterableLetsEverythingPass)
