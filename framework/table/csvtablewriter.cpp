@@ -22,7 +22,7 @@ bool needsQuotes(const QString &text)
 
 } // namespace
 
-CsvTableWriter::CsvTableWriter(const QString &path) : file(path) {}
+CsvTableWriter::CsvTableWriter(const QString &path, StopFlag &flag) : stopFlag(flag), file(path) {}
 
 CsvTableWriter::~CsvTableWriter() = default;
 
@@ -32,6 +32,7 @@ bool CsvTableWriter::begin(const std::vector<ExportColumn> &columns, qint64)
         return false;
     buffer.reserve(bufferSize + bufferSize / 4);
     buffer = QByteArrayLiteral("\xEF\xBB\xBF");
+    lineStart = buffer.size();
     for (const ExportColumn &column : columns) {
         if (&column != &columns.front())
             buffer += ',';
@@ -57,12 +58,14 @@ bool CsvTableWriter::writeRow(const std::vector<CellValue> &values)
 
 bool CsvTableWriter::finish()
 {
-    return flush() && file.commit();
+    return flush() && stopFlag.commit() && file.commit();
 }
 
 QString CsvTableWriter::errorText() const
 {
-    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+    if (file.error() != QFileDevice::NoError)
+        return file.errorString();
+    return failed ? QStringLiteral("磁盘已满，或文件无法写入") : QString();
 }
 
 void CsvTableWriter::appendText(const QString &text)
@@ -80,15 +83,19 @@ void CsvTableWriter::appendText(const QString &text)
 
 bool CsvTableWriter::endLine()
 {
+    if (buffer.size() == lineStart)
+        buffer += "\"\"";
     buffer += "\r\n";
+    lineStart = buffer.size();
     return buffer.size() < bufferSize || flush();
 }
 
 bool CsvTableWriter::flush()
 {
-    const bool written = file.write(buffer) == buffer.size();
+    failed = failed || file.write(buffer) != buffer.size(); // what a full disk cuts short is no error of the file's
     buffer.resize(0);
-    return written;
+    lineStart = 0;
+    return !failed;
 }
 
 } // namespace ZB

@@ -7,11 +7,12 @@
 namespace ZB {
 
 /// Comma-separated values as RFC 4180 has them, in UTF-8 with a byte-order mark. A text that a spreadsheet would run
-/// as a formula gets an apostrophe in front; numbers stay as they are.
+/// as a formula gets an apostrophe in front; numbers stay as they are. A line is never empty, since readers skip such
+/// ones: a single blank cell is "".
 class FRAMEWORK_API CsvTableWriter : public TableWriter
 {
 public:
-    explicit CsvTableWriter(const QString &path);
+    CsvTableWriter(const QString &path, StopFlag &flag);
     ~CsvTableWriter() override;
 
     bool begin(const std::vector<ExportColumn> &columns, qint64 rowCount) override;
@@ -24,8 +25,11 @@ private:
     bool endLine();
     bool flush();
 
+    StopFlag &stopFlag;
     QSaveFile file;
     QByteArray buffer;
+    bool failed = false;
+    int lineStart = 0; ///< of the last line in the buffer
 };
 
 } // namespace ZB

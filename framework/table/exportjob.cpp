@@ -37,9 +37,9 @@ void ExportJob::start(std::function<void()> finished)
     QThreadPool::globalInstance()->start(QRunnable::create([job = shared_from_this()] { job->run(); }));
 }
 
-void ExportJob::cancel()
+bool ExportJob::cancel()
 {
-    cancelled = true;
+    return stopFlag.stop();
 }
 
 bool ExportJob::isFinished() const
@@ -76,14 +76,14 @@ bool ExportJob::write()
 {
     const RowSnapshot rows = std::exchange(takeRows, nullptr)();
     rowCount = qint64(rows->size());
-    const auto writer = makeWriter(cancelled);
+    const auto writer = makeWriter(stopFlag);
     const auto writeAll = [this, &rows, &writer] {
         if (!writer->begin(columns, rowCount))
             return false;
         std::vector<CellValue> values;
         for (const HpfShownRow &row : *rows) {
             takeCells(row, columns, chosen, values);
-            if (cancelled || !writer->writeRow(values))
+            if (stopFlag.isStopped() || !writer->writeRow(values))
                 return false;
             ++written;
         }

@@ -25,8 +25,8 @@ void takeCells(const HpfShownRow &row, const std::vector<ExportColumn> &columns,
 class FRAMEWORK_API ExportJob : public std::enable_shared_from_this<ExportJob>
 {
 public:
-    /// Makes the writer, on the worker. The flag says that the user has cancelled.
-    using WriterFactory = std::function<std::unique_ptr<TableWriter>(const std::atomic<bool> &cancelled)>;
+    /// Makes the writer, on the worker. The flag outlives it.
+    using WriterFactory = std::function<std::unique_ptr<TableWriter>(StopFlag &flag)>;
 
     ExportJob(WriterFactory makeWriter, std::vector<ExportColumn> columns, RowTaker takeRows,
               CellChooser chosen = nullptr);
@@ -34,8 +34,9 @@ public:
 
     /// finished: called on the GUI thread, unless the job has been cancelled and dropped before.
     void start(std::function<void()> finished);
-    /// The worker stops soon and takes back what it wrote.
-    void cancel();
+    /// The worker stops soon and takes back what it wrote; false when it is too late for that, and all is about to be
+    /// written.
+    bool cancel();
 
     bool isFinished() const;
     /// Once finished: whether all is written, and why not.
@@ -56,7 +57,7 @@ private:
     std::atomic<qint64> rowCount{0};
     std::function<void()> finishedCallback;
     std::atomic<qint64> written{0};
-    std::atomic<bool> cancelled{false};
+    StopFlag stopFlag;
     std::atomic<bool> done{false};
     bool succeeded = false; ///< with the error: written before `done`, read after it
     QString error;

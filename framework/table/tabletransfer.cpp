@@ -38,6 +38,8 @@ TableTransfer::TableTransfer(TaskStrip *taskStrip) : strip(taskStrip)
     progress.setInterval(progressMilliseconds);
     connect(&progress, &QTimer::timeout, this, &TableTransfer::showProgress);
     connect(strip, &TaskStrip::cancelRequested, this, [this] {
+        if (!job || !job->cancel())
+            return; // all is written by now
         cancelled = true;
         end();
     });
@@ -65,11 +67,12 @@ bool TableTransfer::wasCancelled() const
 
 bool TableTransfer::exportTo(const QString &path, std::vector<ExportColumn> columns, RowTaker rows)
 {
-    if (job)
+    if (job) {
+        error = QStringLiteral("另一个导出或复制正在进行");
         return false;
-    const auto running =
-        std::make_shared<ExportJob>([path](const std::atomic<bool> &stop) { return TableWriter::forPath(path, stop); },
-                                    std::move(columns), std::move(rows));
+    }
+    const auto running = std::make_shared<ExportJob>(
+        [path](StopFlag &stop) { return TableWriter::forPath(path, stop); }, std::move(columns), std::move(rows));
     QPointer<TableTransfer> self(this);
     QEventLoop loop;
     connect(this, &TableTransfer::stopped, &loop, &QEventLoop::quit);
@@ -93,11 +96,13 @@ void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, qin
 {
     if (rowCount * qint64(columns.size()) <= cellsCopiedAtOnce)
         return copyNow(withHeader, columns, rows(), chosen);
-    if (job)
-        return;
+    if (job) {
+        strip->setTask(task + QStringLiteral("（完成后再复制）"));
+        return showProgress();
+    }
     const auto text = std::make_shared<QString>();
     const auto running = std::make_shared<ExportJob>(
-        [withHeader, text](const std::atomic<bool> &) { return std::make_unique<TextTableWriter>(withHeader, text); },
+        [withHeader, text](StopFlag &) { return std::make_unique<TextTableWriter>(withHeader, text); },
         std::move(columns), std::move(rows), std::move(chosen));
     begin(running, QStringLiteral("正在复制"));
     running->start([self = QPointer<TableTransfer>(this), running, text] {
@@ -109,9 +114,10 @@ void TableTransfer::copy(bool withHeader, std::vector<ExportColumn> columns, qin
     });
 }
 
-void TableTransfer::begin(const std::shared_ptr<ExportJob> &newJob, const QString &task)
+void TableTransfer::begin(const std::shared_ptr<ExportJob> &newJob, const QString &newTask)
 {
     job = newJob;
+    task = newTask;
     cancelled = false;
     error.clear();
     strip->setTask(task);

@@ -9,11 +9,11 @@ TableWriter::TableWriter() = default;
 
 TableWriter::~TableWriter() = default;
 
-std::unique_ptr<TableWriter> TableWriter::forPath(const QString &path, const std::atomic<bool> &cancelled)
+std::unique_ptr<TableWriter> TableWriter::forPath(const QString &path, StopFlag &flag)
 {
     if (path.endsWith(QLatin1String(".xlsx"), Qt::CaseInsensitive))
-        return std::make_unique<XlsxTableWriter>(path, cancelled);
-    return std::make_unique<CsvTableWriter>(path);
+        return std::make_unique<XlsxTableWriter>(path, flag);
+    return std::make_unique<CsvTableWriter>(path, flag);
 }
 
 } // namespace ZB

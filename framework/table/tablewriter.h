@@ -2,12 +2,12 @@
 
 #include <QtCore/QString>
 #include <QtCore/QVariant>
-#include <atomic>
 #include <memory>
 #include <vector>
 
 #include "frameworkexport.h"
 #include "table/cellvalue.h"
+#include "table/stopflag.h"
 
 namespace ZB {
 
@@ -41,8 +41,9 @@ public:
     /// Why it failed, for the user; empty while it did not.
     virtual QString errorText() const = 0;
 
-    /// XLSX for a path that ends so, CSV for all others. `cancelled` is looked at during long steps.
-    static std::unique_ptr<TableWriter> forPath(const QString &path, const std::atomic<bool> &cancelled);
+    /// XLSX for a path that ends so, CSV for all others. The flag, which outlives the writer, is looked
+    /// at during long steps and settled right before the target is replaced.
+    static std::unique_ptr<TableWriter> forPath(const QString &path, StopFlag &flag);
 };
 
 } // namespace ZB

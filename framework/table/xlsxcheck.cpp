@@ -42,16 +42,16 @@ bool hasEnd(const QString &path)
 
 } // namespace
 
-bool isWholeWorkbook(const QString &path, const std::vector<qint64> &cellsOfSheets, const std::atomic<bool> &cancelled)
+bool isWholeWorkbook(const QString &path, const std::vector<qint64> &cellsOfSheets, const StopFlag &flag)
 {
     if (!hasEnd(path))
         return false;
     for (std::size_t sheet = 0; sheet < cellsOfSheets.size(); ++sheet) {
         CellCount cells;
         const QString name = QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet + 1);
-        const bool read = readZipEntry(path, name, [&cells, &cancelled](const char *bytes, int size) {
+        const bool read = readZipEntry(path, name, [&cells, &flag](const char *bytes, int size) {
             cells.add(bytes, size);
-            return !cancelled;
+            return !flag.isStopped();
         });
         if (!read || cells.count() != cellsOfSheets[sheet])
             return false;

@@ -42,8 +42,8 @@ QString withoutCodes(QString text)
 
 } // namespace
 
-XlsxTableWriter::XlsxTableWriter(const QString &path, const std::atomic<bool> &cancelledFlag, int rows)
-    : target(withoutLinks(path)), cancelled(cancelledFlag), rowsPerSheet(std::clamp(rows, 2, 1048576)),
+XlsxTableWriter::XlsxTableWriter(const QString &path, StopFlag &flag, int rows)
+    : target(withoutLinks(path)), stopFlag(flag), rowsPerSheet(std::clamp(rows, 2, 1048576)),
       working(target + QLatin1Char('.') + QUuid::createUuid().toString(QUuid::Id128))
 {
 }
@@ -174,9 +174,9 @@ bool XlsxTableWriter::finish()
     const lxw_error state = workbook_close(whole);
     if (state != LXW_NO_ERROR)
         return fail(QString::fromUtf8(lxw_strerror(state)));
-    if (!isWholeWorkbook(working, cellsOfSheets, cancelled))
+    if (!isWholeWorkbook(working, cellsOfSheets, stopFlag))
         return fail(QStringLiteral("文件写入不完整"));
-    return !cancelled && moveToTarget();
+    return stopFlag.commit() && moveToTarget();
 }
 
 bool XlsxTableWriter::moveToTarget()

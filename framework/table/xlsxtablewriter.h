@@ -16,8 +16,8 @@ namespace ZB {
 class FRAMEWORK_API XlsxTableWriter : public TableWriter
 {
 public:
-    /// cancelled: looked at while the finished file is checked. rowsPerSheet: the header included.
-    XlsxTableWriter(const QString &path, const std::atomic<bool> &cancelled, int rowsPerSheet = 1048576);
+    /// The flag is looked at while the finished file is checked. rowsPerSheet: the header included.
+    XlsxTableWriter(const QString &path, StopFlag &flag, int rowsPerSheet = 1048576);
     ~XlsxTableWriter() override;
 
     bool begin(const std::vector<ExportColumn> &columns, qint64 rowCount) override;
@@ -38,7 +38,7 @@ private:
     bool fail(const QString &reason);
 
     QString target;
-    const std::atomic<bool> &cancelled;
+    StopFlag &stopFlag;
     int rowsPerSheet;
     QString working; ///< the file beside the target that grows
     std::vector<ExportColumn> columns;

@@ -1,19 +1,26 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtCore/QXmlStreamReader>
 #include <QtTest/QTest>
 #include <atomic>
+#include <csignal>
 #include <future>
 #include <thread>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
 
 #include "framework/tablefixture.h"
 #include "popups/taskstrip.h"
-#include "table/csvtablewriter.h"
 #include "table/hpfmodelaccess.h"
 #include "table/rowsnapshot.h"
+#include "table/stopflag.h"
+#include "table/tabletransfer.h"
+#include "table/tablewriter.h"
 #include "table/xlsxcheck.h"
 #include "table/xlsxtablewriter.h"
 #include "table/zipentry.h"
@@ -75,6 +82,29 @@ private:
     const std::shared_future<void> opened;
 };
 
+#ifdef Q_OS_UNIX
+/// No file of this process may grow beyond so many bytes while it lives.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &former);
+        const rlimit small{bytes, former.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &former);
+        std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit former{};
+};
+#endif
+
 class TableExportTest : public TableTest
 {
 protected:
@@ -103,6 +133,12 @@ protected:
 
     QString path(const QString &name) const { return folder.filePath(name); }
     QStringList files() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
 
     void fill(int rows)
     {
@@ -245,7 +281,7 @@ TEST_F(TableExportTest, WorkbooksHaveTypedCells)
 
 TEST_F(TableExportTest, MoreRowsThanASheetHoldsGoOn)
 {
-    const std::atomic<bool> never{false};
+    ZB::StopFlag never;
     std::vector<ZB::ExportColumn> columns(1);
     columns[0].header = QStringLiteral("数量");
     {
@@ -267,8 +303,9 @@ TEST_F(TableExportTest, MoreRowsThanASheetHoldsGoOn)
 TEST_F(TableExportTest, AWorkbookThatLacksACellIsNotTakenForWhole)
 {
     ASSERT_TRUE(table->exportData(path("out.xlsx")));
-    const std::atomic<bool> never{false};
-    const std::atomic<bool> stopped{true};
+    const ZB::StopFlag never;
+    ZB::StopFlag stopped;
+    stopped.stop();
     EXPECT_TRUE(ZB::isWholeWorkbook(path("out.xlsx"), {29}, never));
     EXPECT_FALSE(ZB::isWholeWorkbook(path("out.xlsx"), {30}, never));
     EXPECT_FALSE(ZB::isWholeWorkbook(path("out.xlsx"), {29, 0}, never));
@@ -286,10 +323,7 @@ TEST_F(TableExportTest, AWorkbookThatLacksACellIsNotTakenForWhole)
 TEST_F(TableExportTest, AFailureLeavesTheOldFileAndNothingBeside)
 {
     for (const QString &name : {QStringLiteral("old.csv"), QStringLiteral("old.xlsx")}) {
-        QFile old(path(name));
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        old.write("old");
-        old.close();
+        write(name, "old");
         fill(3000);
         QTimer::singleShot(0, table,
                            [this] { Q_EMIT grid()->findChildren<ZB::TaskStrip *>().last()->cancelRequested(); });
@@ -306,6 +340,99 @@ TEST_F(TableExportTest, AFailureLeavesTheOldFileAndNothingBeside)
     EXPECT_FALSE(table->exportData(QString()));
     EXPECT_EQ(files(), QStringList({"old.csv", "old.xlsx"}));
     EXPECT_TRUE(table->exportData(path("old.csv")));
+}
+
+TEST_F(TableExportTest, AnExportIsEitherStoppedOrItsFileCounts)
+{
+    std::vector<ZB::ExportColumn> columns(1);
+    for (const QString &name : {QStringLiteral("out.csv"), QStringLiteral("out.xlsx")}) {
+        write(name, "old");
+        const auto writeOne = [&](ZB::StopFlag &flag, bool stopLast) {
+            const auto writer = ZB::TableWriter::forPath(path(name), flag);
+            EXPECT_TRUE(writer->begin(columns, 1) && writer->writeRow({QStringLiteral("new")}));
+            EXPECT_EQ(stopLast && flag.stop(), stopLast);
+            return writer->finish();
+        };
+        ZB::StopFlag stopped;
+        EXPECT_FALSE(writeOne(stopped, true)) << qPrintable(name);
+        EXPECT_EQ(contentOf(path(name)), "old");
+        ZB::StopFlag late;
+        EXPECT_TRUE(writeOne(late, false));
+        EXPECT_FALSE(late.stop()) << "the new file is in its place";
+        EXPECT_NE(contentOf(path(name)), "old");
+    }
+    EXPECT_EQ(files(), QStringList({"out.csv", "out.xlsx"}));
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(TableExportTest, AFullDiskFailsAndLeavesTheOldFile)
+{
+    fill(20000);
+    for (const QString &name : {QStringLiteral("old.csv"), QStringLiteral("old.xlsx")}) {
+        write(name, "old");
+        bool whole = true;
+        {
+            const SmallDisk disk(1 << 16);
+            whole = table->exportData(path(name));
+            QThreadPool::globalInstance()->waitForDone();
+        }
+        EXPECT_FALSE(whole) << qPrintable(name);
+        EXPECT_EQ(contentOf(path(name)), "old");
+        EXPECT_TRUE(table->exportData(path(QStringLiteral("new") + name.mid(3)))) << "with room again";
+    }
+    EXPECT_EQ(files(), QStringList({"new.csv", "new.xlsx", "old.csv", "old.xlsx"}));
+}
+
+TEST_F(TableExportTest, AFullDiskIsWhatTheUserReads)
+{
+    std::vector<ZB::ExportColumn> columns(1);
+    for (const char *name : {"out.csv", "out.xlsx"}) {
+        ZB::StopFlag flag;
+        const auto writer = ZB::TableWriter::forPath(path(QLatin1String(name)), flag);
+        ASSERT_TRUE(writer->begin(columns, 1000));
+        const SmallDisk disk(1 << 12);
+        bool whole = true;
+        for (int row = 0; row < 1000 && whole; ++row)
+            whole = writer->writeRow({QString(100, QLatin1Char('x'))});
+        EXPECT_FALSE(whole && writer->finish()) << name;
+        EXPECT_FALSE(writer->errorText().isEmpty()) << name;
+    }
+    EXPECT_EQ(files(), QStringList());
+}
+#endif
+
+TEST_F(TableExportTest, WhoHasToWaitForAnotherExportIsTold)
+{
+    ZB::TaskStrip strip(window.get());
+    ZB::TableTransfer transfer(&strip);
+    QSemaphore taking;
+    const auto noRows = [&taking] {
+        taking.acquire();
+        return ZB::makeSnapshot({}, nullptr);
+    };
+    QTimer::singleShot(0, table, [&] {
+        EXPECT_FALSE(transfer.exportTo(path("second.csv"), {}, noRows));
+        EXPECT_EQ(transfer.errorText(), QStringLiteral("另一个导出或复制正在进行"));
+        EXPECT_FALSE(strip.isVisible()) << "too short to show";
+        transfer.copy(false, std::vector<ZB::ExportColumn>(1), 1000000, noRows, nullptr);
+        EXPECT_TRUE(strip.isVisible()) << "a large copy";
+        taking.release();
+    });
+    EXPECT_TRUE(transfer.exportTo(path("first.csv"), {}, noRows));
+    EXPECT_EQ(transfer.errorText(), QString());
+    EXPECT_FALSE(strip.isVisible());
+    EXPECT_EQ(files(), QStringList({"first.csv"}));
+}
+
+TEST_F(TableExportTest, ALineOfOneBlankCellIsNotEmpty)
+{
+    table->setColumnVisible(Code, false);
+    table->setColumnVisible(Name, false);
+    table->setColumnVisible(Side, false);
+    table->setColumnVisible(Quantity, false);
+    EXPECT_TRUE(table->exportData(path("out.csv")));
+    EXPECT_EQ(QString::fromUtf8(contentOf(path("out.csv"))),
+              QStringLiteral("价格\r\n10.25\r\n12.5\r\n15.93\r\n\"\"\r\n98.7\r\n"));
 }
 
 TEST_F(TableExportTest, TheTableMayGoDuringAnExport)
