@@ -25,22 +25,32 @@ boost::shared_ptr<kdservice::IData> holderOf(const OrderPtr &order, int fieldId)
 
 } // namespace
 
-StockModel::StockModel(std::vector<OrderPtr> list) : orders(std::move(list))
+StockModel::StockModel()
 {
     for (kdservice::FieldDes *field :
          kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock))
         fields.push_back(field);
-    rowOfKey.reserve(static_cast<int>(orders.size()));
-    for (std::size_t row = 0; row < orders.size(); ++row)
-        rowOfKey.insert(orders[row]->hashKey(), static_cast<int>(row));
     for (const kdservice::FieldDes *field : fields)
         if (field->getProperty(summedProperty))
             sums.emplace_back(field, 0.0);
-    for (const OrderPtr &order : orders)
-        count(order, 1);
 }
 
 StockModel::~StockModel() = default;
+
+void StockModel::setOrders(std::vector<OrderPtr> list)
+{
+    beginResetModel();
+    orders = std::move(list);
+    rowOfKey.clear();
+    rowOfKey.reserve(static_cast<int>(orders.size()));
+    for (std::size_t row = 0; row < orders.size(); ++row)
+        rowOfKey.insert(orders[row]->hashKey(), static_cast<int>(row));
+    for (auto &[field, sum] : sums)
+        sum = 0;
+    for (const OrderPtr &order : orders)
+        count(order, 1);
+    endResetModel();
+}
 
 int StockModel::columnOfField(int fieldId) const
 {
@@ -173,8 +183,7 @@ bool StockProxy::filterAcceptsRow(int row, const QModelIndex &parent) const
            accepted.contains(sourceModel()->index(row, valueColumn, parent).data(Qt::DisplayRole).toString());
 }
 
-StockTable::StockTable(std::vector<OrderPtr> orders)
-    : model(new StockModel(std::move(orders))), proxy(new StockProxy), view(new QTableView)
+StockTable::StockTable() : model(new StockModel), proxy(new StockProxy), view(new QTableView)
 {
     proxy->setSourceModel(model.get());
     view->setModel(proxy.get());
@@ -186,6 +195,13 @@ StockTable::StockTable(std::vector<OrderPtr> orders)
     view->resize(viewWidth, viewHeight);
     view->show();
     QCoreApplication::processEvents();
+}
+
+void StockTable::load(std::vector<OrderPtr> orders)
+{
+    model->setOrders(std::move(orders));
+    QCoreApplication::processEvents();
+    view->viewport()->repaint();
 }
 
 } // namespace bench

@@ -23,9 +23,11 @@ class StockModel : public QAbstractTableModel
 public:
     static constexpr int SortRole = Qt::UserRole;
 
-    explicit StockModel(std::vector<OrderPtr> orders);
+    StockModel();
     ~StockModel() override;
 
+    /// Replaces all records.
+    void setOrders(std::vector<OrderPtr> orders);
     int columnOfField(int fieldId) const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -73,7 +75,10 @@ private:
 /// Model, proxy and view together, shown at the size that every table benchmark uses.
 struct StockTable
 {
-    explicit StockTable(std::vector<OrderPtr> orders);
+    /// Without records.
+    StockTable();
+    /// Until they are painted.
+    void load(std::vector<OrderPtr> orders);
 
     std::unique_ptr<StockModel> model;
     std::unique_ptr<StockProxy> proxy;

@@ -34,8 +34,10 @@ OurTable &TableSetting::ours()
 
 StockTable &TableSetting::stock()
 {
-    if (!stockTable)
-        stockTable = std::make_unique<StockTable>(list);
+    if (!stockTable) {
+        stockTable = std::make_unique<StockTable>();
+        stockTable->load(list);
+    }
     return *stockTable;
 }
 
