@@ -78,7 +78,8 @@ void RunLog::tellFiles(const Options &options, const refhost::UserConfig &settin
         info(QStringLiteral("日志文件：%1，详细日志：%2").arg(absolute(logs.value(0)), absolute(logs.value(1))));
     const QString config = settings.path();
     if (!config.isEmpty())
-        info((QFileInfo::exists(config) ? QStringLiteral("设置文件：%1") : QStringLiteral("设置文件：%1（新建）"))
+        // A file that was made a moment ago has nothing in it yet.
+        info((QFileInfo(config).size() > 0 ? QStringLiteral("设置文件：%1") : QStringLiteral("设置文件：%1（新建）"))
                  .arg(absolute(config)));
     if (!options.logFile.isEmpty())
         info(QStringLiteral("显示日志文件：%1").arg(absolute(options.logFile)));
