@@ -19,7 +19,7 @@ QuotePanel::QuotePanel(QWidget *parent) : TablePanel(QStringLiteral("行情"), Q
 {
     table().setEmptyText(QStringLiteral("没有行情"));
     arrangeColumns({{QuoteCode, 80},
-                    {InstrumentName, 76},
+                    {InstrumentName, 92},
                     {QuoteLast, 72},
                     {QuoteChange, 64},
                     {QuoteChangeRatio, 72},
