@@ -1,4 +1,5 @@
 #include <QtGui/QAccessible>
+#include <QtGui/QWindow>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollBar>
 #include <random>
@@ -241,6 +242,45 @@ TEST_F(ColumnSettingWindow, ScreenReadersHearWhichColumnsAreLockedAndShown)
     for (int line = 0; line < reader->childCount(); ++line)
         heard << reader->child(line)->text(QAccessible::Name);
     EXPECT_EQ(heard.join("|"), "账号，已锁定|总资产|可用，未显示");
+}
+
+/// As the window system brings them, through the popup's own way of taking what the mouse does anywhere.
+TEST_F(ColumnSettingWindow, EventsOfTheWindowDragLockCheckAndClose)
+{
+    QString many = QStringLiteral("*账号");
+    for (int column = 1; column < 30; ++column)
+        many += QStringLiteral(" 列%1").arg(column);
+    open(many);
+    QWindow *handle = popup->windowHandle();
+    const auto at = [this](const QPoint &place) { return list->viewport()->mapTo(popup.get(), place); };
+    const auto click = [&](int line, Part part) {
+        QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, at(list->partArea(line, part).center()));
+    };
+    click(2, Part::Lock);
+    click(4, Part::Check);
+    EXPECT_TRUE(shown().startsWith(QStringLiteral("*账号 *列2 列1 列3 -列4 列5"))) << shown().toStdString();
+    QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, at(nameOf(5)));
+    for (int y = nameOf(5).y(); y >= nameOf(2).y() - 9; y -= 3)
+        QTest::mouseMove(handle, at(QPoint(60, y)));
+    EXPECT_EQ(list->insertionGap(), 2);
+    for (const int below : {20, 50}) // out of the window, where the list goes on by itself
+        QTest::mouseMove(handle, QPoint(60, popup->height() + below));
+    QScrollBar *bar = list->verticalScrollBar();
+    EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->value() == bar->maximum(); }));
+    EXPECT_EQ(list->insertionGap(), 30);
+    QTest::mouseMove(handle, QPoint(60, -50));
+    EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 0; }));
+    QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(60, -50));
+    EXPECT_TRUE(popup->isVisible());
+    EXPECT_TRUE(shown().startsWith(QStringLiteral("*账号 *列2 列5 列1 列3 -列4 列6"))) << shown().toStdString();
+
+    QTest::keyClick(handle, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(handle, Qt::Key_Space);
+    EXPECT_TRUE(shown().startsWith(QStringLiteral("*账号 *列2 列1 -列5 列3"))) << shown().toStdString();
+    QTest::keyClick(handle, Qt::Key_L);
+    EXPECT_TRUE(shown().startsWith(QStringLiteral("*账号 *列2 *列5 列1 列3"))) << shown().toStdString();
+    QTest::mouseClick(handle, Qt::LeftButton, Qt::NoModifier, QPoint(-30, -30)); // elsewhere
+    EXPECT_FALSE(popup->isVisible());
 }
 
 TEST_F(ColumnSettingWindow, ATableFollowsAtOnce)
