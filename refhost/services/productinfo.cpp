@@ -1,5 +1,7 @@
 #include "services/productinfo.h"
 
+#include <curl/curl.h>
+
 #include <QtCore/QStringList>
 #include <optional>
 
@@ -28,11 +30,29 @@ QString buildText()
     return QStringLiteral("构建 %1").arg(parts.join(QStringLiteral("，")));
 }
 
+QString spdx(const char *licence)
+{
+    return QStringLiteral("https://spdx.org/licenses/%1.html").arg(QLatin1String(licence));
+}
+
+/// What libcurl encrypts with ("OpenSSL/3.0.17") shows when the program runs.
+void addEncryption(QVector<KV::ComponentLicence> &components)
+{
+    const QString used = QString::fromLatin1(curl_version_info(CURLVERSION_NOW)->ssl_version);
+    const struct
+    {
+        const char *name;
+        const char *licence;
+    } known[] = {{"OpenSSL", "Apache-2.0"}, {"GnuTLS", "LGPL-2.1-or-later"}};
+    for (const auto &each : known)
+        if (used.startsWith(QLatin1String(each.name)))
+            components.push_back({QLatin1String(each.name),
+                                  used.section(QLatin1Char('/'), 1).section(QLatin1Char(' '), 0, 0),
+                                  QLatin1String(each.licence), spdx(each.licence)});
+}
+
 QVector<KV::ComponentLicence> builtWith()
 {
-    const auto spdx = [](const char *licence) {
-        return QStringLiteral("https://spdx.org/licenses/%1.html").arg(QLatin1String(licence));
-    };
     const struct
     {
         const char *name;
@@ -55,6 +75,7 @@ QVector<KV::ComponentLicence> builtWith()
     for (const auto &each : all)
         components.push_back(
             {QLatin1String(each.name), QLatin1String(each.version), QLatin1String(each.licence), spdx(each.licence)});
+    addEncryption(components);
     return components;
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QtCore/QFile>
 #include <QtGui/QClipboard>
 #include <QtGui/QDesktopServices>
 #include <QtGui/QGuiApplication>
@@ -143,6 +144,41 @@ TEST_F(AboutDialog, MarksAnAuthorisationThatEndsOrHasEnded)
     dialog.show();
     EXPECT_EQ(lines(dialog).filter(QStringLiteral("有效期")).join("|"), "warning 有效期未知|dim 有效期");
 }
+
+#ifdef Q_OS_LINUX
+TEST_F(AboutDialog, NamesWhatIsLoadedWithTheProgram)
+{
+    const struct
+    {
+        const char *file;
+        const char *name;
+    } known[] = {{"/libQt5Core.", "Qt"},
+                 {"/libboost_", "Boost"},
+                 {"/libfmt.", "{fmt}"},
+                 {"/liblog4cxx", "Apache log4cxx"},
+                 {"/libicui18n", "ICU"},
+                 {"/libKF5Archive", "KArchive"},
+                 {"/libcurl", "libcurl"},
+                 {"/libssl.", "OpenSSL"},
+                 {"/libxlsxwriter", "libxlsxwriter"},
+                 {"/libminizip", "minizip"},
+                 {"/libz.", "zlib"}};
+    QFile maps("/proc/self/maps");
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    QStringList named;
+    for (const KV::ComponentLicence &each : KV::getProductInfo().components)
+        named << each.name;
+    int found = 0;
+    for (const auto &each : known) {
+        if (!loaded.contains(each.file))
+            continue;
+        ++found;
+        EXPECT_TRUE(named.contains(each.name)) << each.file;
+    }
+    EXPECT_GT(found, 7);
+}
+#endif
 
 TEST_F(AboutDialog, LinksOpenInTheBrowserAndAnythingElseIsOnlyCopied)
 {
