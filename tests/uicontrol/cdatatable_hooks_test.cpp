@@ -44,6 +44,20 @@ protected:
 
 } // namespace
 
+TEST_F(CDataTableHooks, MayChangeASummedFieldOfARowThatIsBeingMade)
+{
+    addTickets(3);
+    table->updateSums();
+    onceAt(table->whileShowing, "d", [this] { table->updateDataField(fullTicket("d", 14), TicketLots, false); });
+    table->updateData(fullTicket("d", 10), false);
+    table->updateSums();
+    int lots = 0;
+    for (const int row : table->rows())
+        lots += table->cellText(row, ColumnLots).toInt();
+    EXPECT_GE(lots, 16);
+    EXPECT_EQ(table->statText(ColumnLots).toInt(), lots);
+}
+
 TEST_F(CDataTableHooks, MayRemoveAndAddRecordsWhileAllAreFiltered)
 {
     addTickets(6);

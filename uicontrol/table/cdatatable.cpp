@@ -165,6 +165,7 @@ void CDataTable::forEachStored(const std::function<void(Entry &)> &visit)
 
 void CDataTable::giveRow(Entry &entry, int row)
 {
+    sumAnew();
     entry.second.row = row;
     rowFor(row).entry = &entry;
 }
