@@ -28,6 +28,8 @@ void nameProduct()
 {
     KV::ProductInfo info = refhost::builtProductInfo();
     info.name = QStringLiteral("模拟交易终端");
+    info.components.push_back({QStringLiteral("SQLite"), QString(), QStringLiteral("blessing"),
+                               QStringLiteral("https://spdx.org/licenses/blessing.html")}); // the desk file, by Qt SQL
     if (const QString file = agreementFile(); !file.isEmpty())
         info.agreementUrl = QUrl::fromLocalFile(file).toString();
     refhost::setProductInfo(info);

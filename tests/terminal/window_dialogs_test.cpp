@@ -58,6 +58,7 @@ TEST(WindowDialogs, OpenByKeyAndByButtonOnceAndGoWithTheWindow)
     refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
     nameProduct();
     EXPECT_EQ(KV::getProductInfo().name, QStringLiteral("模拟交易终端"));
+    EXPECT_EQ(KV::getProductInfo().components.last().name, QStringLiteral("SQLite"));
     EXPECT_TRUE(KV::getProductInfo().agreementUrl.startsWith(QStringLiteral("file:///")));
     {
         FeedPump pump(std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), 1));
