@@ -38,6 +38,8 @@ public:
     GridTarget target(qint64 place, int column) const;
 
     void setCurrent(const GridTarget &cell);
+    /// Keeps the row, shown or not.
+    void setCurrentColumn(int column) { now.column = column; }
     /// A click with its modifiers, or a key that goes there: selects the row, Control toggles it, Shift selects a
     /// stretch.
     void chooseRow(const GridTarget &cell, Qt::KeyboardModifiers modifiers);

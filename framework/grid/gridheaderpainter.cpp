@@ -121,6 +121,8 @@ void GridHeaderPainter::paintCell(GridCanvas &canvas, const GridGeometry &geomet
                           Qt::AlignHCenter, GridCut::Ellipsis, look.dimText.rgb());
     if (!marks.funnel.isEmpty() && !geometry.columns.at(where.column).filtered)
         canvas.fill(marks.funnel & inside, ground(state, where.column).rgb());
+    if (state.current == where.column)
+        canvas.frame(inside, look.accent.rgb());
     const QColor &side = !sorted ? look.line : state.focused ? look.sortLine : look.inactiveSortLine;
     canvas.fill(QRect(inside.right() + 1, rect.top(), look.verticalLine, rect.height()), side.rgb());
     canvas.fill(QRect(rect.left(), inside.bottom() + 1, inside.width(), look.horizontalLine),

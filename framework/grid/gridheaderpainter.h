@@ -18,6 +18,7 @@ struct GridHeaderState
     GridSortMarks sorts;
     int hovered = -1; ///< model column
     int pressed = -1;
+    int current = -1; ///< has the keyboard while there are no rows
     bool funnelHovered = false;
     bool focused = false;
     bool enabled = true;

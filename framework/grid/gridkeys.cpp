@@ -150,8 +150,15 @@ bool GridKeys::pressNavigation(int key, Qt::KeyboardModifiers modifiers)
     if ((!vertical && !isSideways(key)) || (modifiers & (Qt::AltModifier | Qt::MetaModifier)))
         return false;
     view.sync();
-    if (view.geometry.rowCount == 0 || view.geometry.columns.placed().empty())
+    if (view.geometry.columns.placed().empty())
         return true;
+    if (view.geometry.rowCount == 0) {
+        // Its filter, its sort and its menu are still to be reached.
+        view.chooser.setCurrentColumn(columnFor(key));
+        view.showColumn(view.currentColumn());
+        view.touchRows();
+        return true;
+    }
     const bool control = modifiers & Qt::ControlModifier;
     const bool sideways = isSideways(key) && !(control && (key == Qt::Key_Home || key == Qt::Key_End));
     const int column = sideways ? columnFor(key) : view.currentColumn();

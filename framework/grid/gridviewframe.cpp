@@ -112,6 +112,9 @@ QRegion GridViewPrivate::takeFrame()
         }
         bars.update(geometry);
     }
+    const int lit = headerState.focused && geometry.rowCount == 0 ? currentColumn() : -1;
+    headerTouched = headerTouched || lit != headerState.current;
+    headerState.current = lit;
     QRegion damage;
     if (layoutTouched || headerTouched) {
         headers.paintHeader(headerPicture, geometry, headerState, source);

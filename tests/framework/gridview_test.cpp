@@ -88,6 +88,26 @@ TEST_F(GridViewTest, KeysReachWhatTheHeadersDo)
     EXPECT_FALSE(letter.isAccepted()) << "for the table's search";
 }
 
+TEST_F(GridViewTest, KeysReachTheHeadersOfAnEmptyTable)
+{
+    source.reorder([](auto &rows) { rows.clear(); });
+    view.refreshNow();
+    takeSaid();
+    key(Qt::Key_Up, Qt::AltModifier);
+    const QImage first = view.grab(view.headerRect(2)).toImage();
+    key(Qt::Key_Right);
+    key(Qt::Key_Right);
+    key(Qt::Key_Down);
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(takeSaid(), "header menu 0; current 0.1; current 0.2; sort 2; header menu 2");
+    EXPECT_NE(view.grab(view.headerRect(2)).toImage(), first) << "where the keyboard is can be seen";
+    source.insert(0);
+    view.refreshNow();
+    key(Qt::Key_Down);
+    EXPECT_EQ(current(), "101.2");
+}
+
 TEST_F(GridViewTest, TheKeyboardGoesOnWhereTheCurrentRowWas)
 {
     click(cell(4, 0));
