@@ -10,7 +10,7 @@ namespace ZB {
 namespace {
 
 constexpr int sliceMilliseconds = 8;
-constexpr int chunkSize = 128;
+constexpr int rowsPerPiece = 32; ///< between two looks at the clock
 
 } // namespace
 
@@ -22,12 +22,12 @@ TableFinder::TableFinder(const TableRows &tableSource) : source(tableSource)
 void TableFinder::start(const Search &newSearch)
 {
     search = newSearch;
-    chunk.clear();
-    const qint64 row = source.rowOf(search.row);
-    begin = std::max<qint64>(row, 0);
-    if (row < 0)
+    ids.clear();
+    source.rowIds(0, source.rowCount(), ids);
+    const auto begin = std::find(ids.begin(), ids.end(), search.row);
+    if (begin == ids.end())
         search.includeStart = true;
-    at = begin;
+    at = begin == ids.end() ? 0 : std::size_t(begin - ids.begin());
     seen = 0;
     wrapped = false;
     slice.start(0);
@@ -36,7 +36,7 @@ void TableFinder::start(const Search &newSearch)
 void TableFinder::cancel()
 {
     slice.stop();
-    chunk.clear();
+    ids = {};
 }
 
 bool TableFinder::isSearching() const
@@ -46,8 +46,7 @@ bool TableFinder::isSearching() const
 
 int TableFinder::progress() const
 {
-    const qint64 count = source.rowCount();
-    return count ? int(std::min<qint64>(seen * 1000 / count, 1000)) : 1000;
+    return ids.empty() ? 1000 : int(std::min<std::size_t>(seen * 1000 / ids.size(), 1000));
 }
 
 /// The first row is looked at twice: from its start column on, and, when everything else has been seen, up to it.
@@ -55,46 +54,35 @@ void TableFinder::searchOn()
 {
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < sliceMilliseconds) {
-        const qint64 count = source.rowCount();
-        if (count == 0 || seen > count || search.text.isEmpty() || search.columns.empty()) {
+    for (int rows = 0; rows % rowsPerPiece != 0 || clock.elapsed() < sliceMilliseconds; ++rows) {
+        if (ids.empty() || seen > ids.size() || search.text.isEmpty() || search.columns.empty()) {
             cancel();
             Q_EMIT notFound();
             return;
         }
-        if (!rowIsReached()) {
-            advance();
-            continue;
-        }
-        const HpfShownRow row = chunk[std::size_t(at - chunkFirst)];
-        if (searchRow(row, seen == 0, seen == count))
+        const auto row = source.rowOfId(ids[at]);
+        if (row && searchRow(ids[at], *row))
             return;
         advance();
     }
 }
 
-bool TableFinder::rowIsReached()
-{
-    if (at < chunkFirst || at >= chunkFirst + qint64(chunk.size())) {
-        chunkFirst = search.forward ? at : std::max<qint64>(0, at - chunkSize + 1);
-        source.fetchRows(chunkFirst, chunkSize, chunk);
-    }
-    return at >= chunkFirst && at < chunkFirst + qint64(chunk.size());
-}
-
 void TableFinder::advance()
 {
     ++seen;
-    const qint64 count = source.rowCount();
-    at += search.forward ? 1 : -1;
-    if (at < 0 || at >= count) {
-        at = search.forward ? 0 : std::max<qint64>(0, count - 1);
-        wrapped = true;
-    }
+    const std::size_t last = ids.size() - 1;
+    const bool atEnd = at == (search.forward ? last : 0);
+    if (atEnd)
+        at = search.forward ? 0 : last;
+    else
+        at = search.forward ? at + 1 : at - 1;
+    wrapped = wrapped || atEnd;
 }
 
-bool TableFinder::searchRow(const HpfShownRow &row, bool first, bool last)
+bool TableFinder::searchRow(quint64 id, IBaseHpfTableData &row)
 {
+    const bool first = seen == 0;
+    const bool last = seen == ids.size();
     const int size = int(search.columns.size());
     const auto start = std::find(search.columns.begin(), search.columns.end(), search.column);
     int place = start == search.columns.end() ? -1 : int(start - search.columns.begin());
@@ -103,24 +91,24 @@ bool TableFinder::searchRow(const HpfShownRow &row, bool first, bool last)
     for (int step = 0; step < size; ++step) {
         const int index = search.forward ? step : size - 1 - step;
         const bool behindStart = search.forward ? index > place : index < place;
-        if ((first && !behindStart) || (last && behindStart) || !row.row ||
-            !matches(row, search.columns[std::size_t(index)]))
+        if ((first && !behindStart) || (last && behindStart) || !matches(row, search.columns[std::size_t(index)]) ||
+            source.rowOf(id) < 0)
             continue;
         const bool passedEnd = wrapped;
         cancel();
-        Q_EMIT found(row.id, search.columns[std::size_t(index)], passedEnd);
+        Q_EMIT found(id, search.columns[std::size_t(index)], passedEnd);
         return true;
     }
     return false;
 }
 
-bool TableFinder::matches(const HpfShownRow &row, int column) const
+bool TableFinder::matches(IBaseHpfTableData &row, int column) const
 {
-    if (row.row->getDisplayQString(column).contains(search.text, Qt::CaseInsensitive))
+    if (row.getDisplayQString(column).contains(search.text, Qt::CaseInsensitive))
         return true;
     if (column != search.columns.front())
         return false;
-    const QStringList names = row.row->getIndexFromName();
+    const QStringList names = row.getIndexFromName();
     return std::any_of(names.begin(), names.end(),
                        [this](const QString &name) { return name.contains(search.text, Qt::CaseInsensitive); });
 }

@@ -11,8 +11,9 @@ namespace ZB {
 class TableRows;
 
 /// Looks for a text in the shown cells, row by row and in each row column by column, around the end of the table and
-/// back to where it began. Works in slices on the GUI thread, so the table goes on meanwhile; rows that move while it
-/// looks are seen or not. A row is also found by its further names; the first column stands for them.
+/// back to where it began. Works in slices on the GUI thread, so the table goes on meanwhile; it looks at
+/// the rows that are shown when it begins, wherever they move, and at none that comes later. A row is also found by its
+/// further names; the first column stands for them.
 class TableFinder : public QObject
 {
     Q_OBJECT
@@ -45,19 +46,16 @@ Q_SIGNALS:
 
 private:
     void searchOn();
-    bool searchRow(const HpfShownRow &row, bool first, bool last);
-    bool matches(const HpfShownRow &row, int column) const;
-    bool rowIsReached();
+    bool searchRow(quint64 id, IBaseHpfTableData &row);
+    bool matches(IBaseHpfTableData &row, int column) const;
     void advance();
 
     const TableRows &source;
     Search search;
     QTimer slice;
-    std::vector<HpfShownRow> chunk;
-    qint64 chunkFirst = 0;
-    qint64 at = 0;    ///< the row to look at next
-    qint64 begin = 0; ///< the row where it began
-    qint64 seen = 0;
+    std::vector<quint64> ids; ///< the rows to look at
+    std::size_t at = 0;       ///< index of the one to look at next
+    std::size_t seen = 0;
     bool wrapped = false;
 };
 

@@ -92,14 +92,12 @@ void TableOverlay::place()
 
 bool TableOverlay::cancelWork()
 {
-    bool any = false;
-    for (TaskStrip *strip : {work, transfer}) {
-        if (!strip->isVisibleTo(grid))
-            continue;
-        any = true;
-        Q_EMIT strip->cancelRequested();
-    }
-    return any;
+    for (TaskStrip *strip : {work, transfer})
+        if (strip->isVisibleTo(grid)) {
+            Q_EMIT strip->cancelRequested();
+            return true;
+        }
+    return false;
 }
 
 bool TableOverlay::eventFilter(QObject *watched, QEvent *event)

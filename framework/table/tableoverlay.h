@@ -24,7 +24,7 @@ public:
     TaskStrip *workStrip() const;
     /// An export or a large copy.
     TaskStrip *transferStrip() const;
-    /// Stops the work whose progress is on the screen; false when there is none.
+    /// Stops one work whose progress is on the screen, a sort or a filter before an export; false when there is none.
     bool cancelWork();
 
     void setLook(const PopupLook &look);

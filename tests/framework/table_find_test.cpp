@@ -7,6 +7,7 @@
 #include "popups/findbar.h"
 #include "popups/gridbadge.h"
 #include "popups/markpopup.h"
+#include "popups/taskstrip.h"
 
 namespace tabletest {
 
@@ -94,6 +95,37 @@ TEST_F(TableFindTest, ALongSearchRunsInSlicesAndMayLoseItsTable)
     table->find(QStringLiteral("none"), true);
     QCoreApplication::processEvents();
     rebuild(boost::make_shared<OrderModel>());
+}
+
+TEST_F(TableFindTest, ARowThatMovesWhileItIsLookedForIsFound)
+{
+    for (int row = 0; row < 30000; ++row)
+        model->put({std::to_string(row), QString::number(row), QStringLiteral("n"), 0, 1.5, row});
+    table->setSortColumns({{Quantity, 1}});
+    model->put({"last", QStringLiteral("only"), QStringLiteral("n"), 0, 1.5, -5});
+    settle();
+    clickCell(3, Code);
+    table->find(QStringLiteral("only"), true);
+    QCoreApplication::processEvents();
+    ASSERT_NE(table->currentData()->key(), "last") << "it takes more than a slice";
+    model->put({"last", QStringLiteral("only"), QStringLiteral("n"), 0, 1.5, 1000000});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->currentData() && table->currentData()->key() == "last"; }));
+}
+
+TEST_F(TableFindTest, EscapeStopsOneWorkAtATime)
+{
+    QStringList stopped;
+    for (auto *strip : grid()->findChildren<ZB::TaskStrip *>()) {
+        QObject::connect(strip, &ZB::TaskStrip::cancelRequested, table, [&stopped, strip] {
+            stopped.append(strip == strip->parent()->findChildren<ZB::TaskStrip *>().first() ? "sort" : "export");
+            strip->hide();
+        });
+        strip->show();
+    }
+    QTest::keyClick(grid(), Qt::Key_Escape);
+    EXPECT_EQ(stopped, QStringList({"sort"}));
+    QTest::keyClick(grid(), Qt::Key_Escape);
+    EXPECT_EQ(stopped, QStringList({"sort", "export"}));
 }
 
 class TablePauseTest : public TableTest
