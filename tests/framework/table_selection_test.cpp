@@ -1,3 +1,4 @@
+#include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
 #include <algorithm>
 #include <random>
@@ -60,6 +61,56 @@ protected:
         }
     }
 
+    /// Rows are changed, come and go, and are sorted and filtered; nobody chooses anything.
+    void changeRows()
+    {
+        const auto choice = random() % 10;
+        if (choice == 0)
+            table->setSortColumns({{Price, static_cast<int>(random() % 2)}});
+        else if (choice == 1)
+            filterSides();
+        else if (choice == 2)
+            model->clearFilter();
+        else if (choice == 3)
+            removed.insert(removeOne());
+        else
+            put(randomKey());
+        settle();
+    }
+
+    /// A block from one cell to another, both on the screen.
+    void dragBlock(Qt::KeyboardModifiers modifiers)
+    {
+        const int shown = std::min(model->size(), grid()->visibleRowCount());
+        const auto some = [this](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+        const int rows[] = {some(shown), some(shown)};
+        const int columns[] = {some(ColumnCount - 1), ColumnCount - 1};
+        QPoint places[2];
+        for (int end = 0; end < 2; ++end)
+            places[end] = grid()->cellRect(idAt(rows[end]), columns[end]).center();
+        QTest::mousePress(grid(), Qt::LeftButton, modifiers, places[0]);
+        QMouseEvent move(QEvent::MouseMove, places[1], Qt::NoButton, Qt::LeftButton, modifiers);
+        QCoreApplication::sendEvent(grid(), &move);
+        QTest::mouseRelease(grid(), Qt::LeftButton, modifiers, places[1]);
+        for (int row = std::min(rows[0], rows[1]); row <= std::max(rows[0], rows[1]); ++row)
+            for (int column = columns[0]; column <= columns[1]; ++column)
+                cells.insert({model->getData(row)->key(), column});
+    }
+
+    void compareCells() const
+    {
+        std::set<std::pair<std::string, int>> expected;
+        for (const auto &cell : cells)
+            if (model->indexOfKey(cell.first) >= 0 && removed.count(cell.first) == 0)
+                expected.insert(cell);
+        std::set<std::pair<std::string, int>> selected;
+        for (const ZB::GridCells &block : grid()->selectedCells())
+            for (const ZB::GridRowId row : block.rows)
+                for (const int column : block.columns)
+                    selected.insert({keyOf(row), column});
+        ASSERT_EQ(selected, expected);
+    }
+
     void put(const std::string &key)
     {
         model->put({key, QStringLiteral("600000"), QStringLiteral("浦发银行"), static_cast<int>(random() % 2),
@@ -70,6 +121,23 @@ protected:
 
 private:
     static constexpr unsigned keyCount = 60;
+
+    ZB::GridRowId idAt(int row) const
+    {
+        std::vector<ZB::GridRowId> ids;
+        grid()->source()->rowIds(row, 1, ids);
+        return ids.at(0);
+    }
+    std::string keyOf(ZB::GridRowId id) const
+    {
+        return model->getData(static_cast<int>(grid()->source()->rowOf(id)))->key();
+    }
+    std::string removeOne()
+    {
+        const std::string key = randomKey();
+        remove(key);
+        return key;
+    }
 
     std::string randomKey() { return "k" + std::to_string(random() % keyCount); }
 
@@ -109,6 +177,8 @@ private:
             chosen.erase(current);
     }
 
+    std::set<std::pair<std::string, int>> cells;
+    std::set<std::string> removed; ///< since the cells were chosen
     std::set<std::string> chosen;
     std::string current;
 };
@@ -126,6 +196,27 @@ TEST_F(TableSelectionTest, ChosenRowsStayChosenThroughAnyChanges)
         compare();
         if (HasFatalFailure())
             FAIL() << "step " << step;
+    }
+}
+
+TEST_F(TableSelectionTest, BlocksOfCellsStayOnTheirRecordsThroughAnyChanges)
+{
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    random.seed(seed);
+    for (int i = 0; i < 40; ++i)
+        put("k" + std::to_string(i));
+    settle();
+    grid()->scrollToRow(0);
+    settle();
+    dragBlock(Qt::NoModifier);
+    dragBlock(Qt::ControlModifier);
+    dragBlock(Qt::ControlModifier);
+    for (int step = 0; step < 300; ++step) {
+        compareCells();
+        if (HasFatalFailure())
+            FAIL() << "step " << step;
+        changeRows();
     }
 }
 
