@@ -114,8 +114,9 @@ bool CheckList::canMove() const
 void CheckList::findShown()
 {
     shown.clear();
+    shown.reserve(list.size());
     for (std::size_t index = 0; index < list.size(); ++index)
-        if (list[index].text.contains(searched, Qt::CaseInsensitive))
+        if (searched.isEmpty() || list[index].text.contains(searched, Qt::CaseInsensitive))
             shown.push_back(int(index));
     updateScrollBar();
     viewport()->update();

@@ -1,6 +1,7 @@
 #include "popups/filterpopup.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QPointer>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -83,14 +84,17 @@ void FilterPopup::gatherOn()
     }
     step.stop();
     list->setEmptyText(QStringLiteral("没有匹配的取值"));
-    setTexts(texts());
+    const QPointer<FilterPopup> self(this);
+    offered = false;
     Q_EMIT gathered();
+    if (self && gatherer && !offered)
+        setTexts(texts());
 }
 
 /// A value that the filter holds is offered also where no row has it any more, or applying would lose it.
 QStringList FilterPopup::withFiltered(QStringList texts) const
 {
-    if (present.first == FilterContains)
+    if (present.first == FilterContains || present.second.isEmpty())
         return texts;
     QSet<QString> missing = present.second;
     for (const QString &text : qAsConst(texts))
@@ -100,20 +104,46 @@ QStringList FilterPopup::withFiltered(QStringList texts) const
     return texts + rest;
 }
 
-void FilterPopup::setTexts(const QStringList &offered)
+/// Nearly always the texts are those that were gathered, in their order.
+std::vector<int> FilterPopup::countsOf(const QStringList &texts) const
 {
-    const QStringList texts = withFiltered(offered);
-    QHash<QString, int> counts;
-    for (const DistinctTexts::Value &value : gatherer->values())
-        counts.insert(value.text, value.count);
+    const std::vector<DistinctTexts::Value> &values = gatherer->values();
+    QHash<QString, int> elsewhere;
+    std::vector<int> counts;
+    counts.reserve(std::size_t(texts.size()));
+    for (const QString &text : texts) {
+        const std::size_t place = counts.size();
+        if (place < values.size() && values[place].text == text) {
+            counts.push_back(values[place].count);
+            continue;
+        }
+        if (elsewhere.isEmpty())
+            for (const DistinctTexts::Value &value : values)
+                elsewhere.insert(value.text, value.count);
+        counts.push_back(elsewhere.value(text));
+    }
+    return counts;
+}
+
+void FilterPopup::setTexts(const QStringList &wanted)
+{
+    offered = true;
+    const QStringList texts = withFiltered(wanted);
+    const std::vector<int> counts = countsOf(texts);
     const bool exact = filtered && present.first == FilterExact;
     const bool except = filtered && present.first == FilterExcept;
     std::vector<CheckItem> items;
+    items.reserve(std::size_t(texts.size()) + 1);
     textOfItem.assign(texts.begin(), texts.end());
-    for (const QString &text : texts)
-        items.push_back({shownText(text), countsShown ? QString::number(counts.value(text)) : QString(),
+    QString note; // shared by neighbours: a hundred thousand single values need one
+    for (const QString &text : texts) {
+        const std::size_t place = items.size();
+        if (countsShown && (place == 0 || counts[place] != counts[place - 1]))
+            note = QString::number(counts[place]);
+        items.push_back({shownText(text), note,
                          exact ? present.second.contains(text) : !except || !present.second.contains(text),
-                         int(items.size())});
+                         int(place)});
+    }
     if (gatherer->isTruncated() || except)
         items.push_back({QStringLiteral("（其余未列出的取值）"), QString(), !exact, restItem});
     list->setItems(std::move(items));

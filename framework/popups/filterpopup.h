@@ -66,6 +66,7 @@ private:
     QWidget *buildButtonRow();
     void gatherOn();
     QStringList withFiltered(QStringList texts) const;
+    std::vector<int> countsOf(const QStringList &texts) const;
     void updateState();
     void apply();
     void takeOff();
@@ -78,6 +79,7 @@ private:
     const ColumnFilter present;
     bool filtered;
     bool countsShown = true;
+    bool offered = false; ///< somebody has set the texts since they were gathered
     std::unique_ptr<DistinctTexts> gatherer;
     std::vector<QString> textOfItem; ///< by CheckItem::id
     QTimer step;

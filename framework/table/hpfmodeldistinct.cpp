@@ -1,6 +1,9 @@
 #include <QtCore/QElapsedTimer>
-#include <algorithm>
+#include <numeric>
+#include <optional>
+#include <utility>
 
+#include "rows/steppedsort.h"
 #include "table/hpfmodelaccess.h"
 #include "table/hpfmodelstate.h"
 
@@ -18,12 +21,12 @@ struct Found
     QString sortText;
 };
 
-bool goesBefore(const Found &a, const Found &b)
+int compare(const Found &a, const Found &b)
 {
     if (a.sortKey != b.sortKey)
-        return a.sortKey < b.sortKey;
+        return a.sortKey < b.sortKey ? -1 : 1;
     const int bySortText = a.sortText.compare(b.sortText);
-    return bySortText != 0 ? bySortText < 0 : a.value.text < b.value.text;
+    return bySortText != 0 ? bySortText : a.value.text.compare(b.value.text);
 }
 
 /// The filters that were asked for last, whether they are carried out yet or not.
@@ -86,12 +89,42 @@ struct HpfDistinctTexts::Private
         return place;
     }
 
-    void finish()
+    /// Reads on; true when every row has been looked at.
+    bool gather(const QElapsedTimer &timer, int milliseconds)
     {
-        std::sort(found.begin(), found.end(), goesBefore);
-        for (const Found &entry : found)
-            values.push_back(entry.value);
-        finished = true;
+        while (!order) {
+            piece.clear();
+            slotLimit = state.rowsOfSlots(nextSlot, slotsPerPiece, piece);
+            for (const IBaseHpfTableModel::Row &row : piece)
+                count(*row);
+            nextSlot += slotsPerPiece;
+            if (nextSlot >= slotLimit)
+                beginSort();
+            else if (timer.hasExpired(milliseconds))
+                break;
+        }
+        piece.clear();
+        return order.has_value();
+    }
+
+    void beginSort()
+    {
+        std::vector<quint32> unsorted(found.size());
+        std::iota(unsorted.begin(), unsorted.end(), 0u);
+        order.emplace(std::move(unsorted));
+    }
+
+    /// A hundred thousand texts are not sorted within one slice.
+    bool sort(const QElapsedTimer &timer, int milliseconds)
+    {
+        const bool sorted = order->step([this](quint32 a, quint32 b) { return compare(found[a], found[b]); },
+                                        [&] { return timer.hasExpired(milliseconds); });
+        if (sorted) {
+            values.reserve(found.size());
+            for (const quint32 place : order->take())
+                values.push_back(std::move(found[place].value));
+        }
+        return sorted;
     }
 
     HpfModelState &state;
@@ -102,6 +135,7 @@ struct HpfDistinctTexts::Private
     HpfAnswersByValue<int> places;
     QHash<QString, int> placeOfText;
     std::vector<Found> found;
+    std::optional<core::SteppedSort> order; ///< of `found`, once everything has been read
     std::vector<IBaseHpfTableModel::Row> piece;
     quint32 nextSlot = 0;
     quint32 slotLimit = 0;
@@ -122,18 +156,8 @@ bool HpfDistinctTexts::step(int milliseconds)
 {
     QElapsedTimer timer;
     timer.start();
-    while (!d->finished) {
-        d->piece.clear();
-        d->slotLimit = d->state.rowsOfSlots(d->nextSlot, slotsPerPiece, d->piece);
-        for (const IBaseHpfTableModel::Row &row : d->piece)
-            d->count(*row);
-        d->nextSlot += slotsPerPiece;
-        if (d->nextSlot >= d->slotLimit)
-            d->finish();
-        else if (timer.hasExpired(milliseconds))
-            break;
-    }
-    d->piece.clear();
+    if (!d->finished && d->gather(timer, milliseconds))
+        d->finished = d->sort(timer, milliseconds);
     return d->finished;
 }
 

@@ -156,17 +156,9 @@ bool TableSource::isSettling() const
 
 qint64 TableSource::rowOf(GridRowId id) const
 {
-    const auto *held = heldRows();
-    if (!held)
+    if (!heldRows())
         return model ? HpfModelAccess::indexOf(*model, id) : -1;
-    if (pausedIndex.empty()) {
-        pausedIndex.reserve(held->size());
-        for (std::size_t row = 0; row < held->size(); ++row)
-            pausedIndex.emplace_back((*held)[row].id, int(row));
-        std::sort(pausedIndex.begin(), pausedIndex.end());
-    }
-    const auto found = std::lower_bound(pausedIndex.begin(), pausedIndex.end(), std::make_pair(id, 0));
-    return found != pausedIndex.end() && found->first == id ? found->second : -1;
+    return placeOf(id, *holding->places);
 }
 
 void TableSource::rowsOf(const std::vector<GridRowId> &ids, std::vector<qint64> &rows) const

@@ -69,14 +69,20 @@ public:
 private:
     static constexpr int unknownMark = -2;
 
+    /// Where each row is shown, by id.
+    using PlacesOfIds = std::vector<std::pair<quint64, int>>;
+
     struct Pause
     {
-        RowSnapshot rows; ///< empty until they have been taken; the model is shown so long
+        RowSnapshot rows;                          ///< empty until they have been taken; the model is shown so long
+        std::shared_ptr<const PlacesOfIds> places; ///< made with the rows
         quint64 arrivals = 0;
         quint64 data = 0;
     };
 
     const std::vector<HpfShownRow> *heldRows() const;
+    static std::shared_ptr<const PlacesOfIds> placesOf(const RowSnapshot &rows);
+    static qint64 placeOf(GridRowId id, const PlacesOfIds &places);
 
     void takeWindow(qint64 first, GridWindow &window);
     const QColor *columnBackground(int column);
@@ -90,8 +96,7 @@ private:
     std::vector<HpfShownRow> before; ///< those of the fetch before it: tells in which direction a value changed
     std::vector<int> windowMarks;    ///< index of the rule of each row of the window, -1 for none
 
-    std::shared_ptr<Pause> holding;                           ///< there during a pause
-    mutable std::vector<std::pair<quint64, int>> pausedIndex; ///< id and row, by id; made when first asked for
+    std::shared_ptr<Pause> holding; ///< there during a pause
 
     QVector<CTableRowMark> marks;
     std::vector<QColor> markTints;

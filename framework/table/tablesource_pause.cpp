@@ -1,6 +1,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QRunnable>
 #include <QtCore/QThreadPool>
+#include <algorithm>
 
 #include "table/tablesource.h"
 
@@ -9,6 +10,12 @@ namespace ZB {
 namespace {
 
 constexpr int rowsTakenAtOnce = 50000;
+
+struct PartOfSnapshot
+{
+    RowSnapshot whole; ///< goes after the rows, since it knows where the last of them has to go
+    std::vector<HpfShownRow> rows;
+};
 
 } // namespace
 
@@ -24,20 +31,25 @@ void TableSource::pause(const std::function<void()> &taken)
         return takeWhenSettled();
     if (!status.pending && status.shown <= rowsTakenAtOnce) {
         holding->rows = takerOfAll(*model, sharedModel)();
+        holding->places = placesOf(holding->rows);
         return;
     }
-    const auto keep = [this, taken, run = std::weak_ptr<Pause>(holding)](const RowSnapshot &rows) {
+    using Places = std::shared_ptr<const PlacesOfIds>;
+    const auto keep = [this, taken, run = std::weak_ptr<Pause>(holding)](const RowSnapshot &rows,
+                                                                         const Places &places) {
         if (const auto pause = run.lock()) {
             pause->rows = rows;
+            pause->places = places;
             touch();
             taken();
         }
     };
     QThreadPool::globalInstance()->start(QRunnable::create([take = takerOfAll(*model, sharedModel), keep] {
         const RowSnapshot rows = take();
+        const Places places = placesOf(rows);
         if (QCoreApplication *application = QCoreApplication::instance())
             QMetaObject::invokeMethod(
-                application, [rows, keep] { keep(rows); }, Qt::QueuedConnection);
+                application, [rows, places, keep] { keep(rows, places); }, Qt::QueuedConnection);
     }));
 }
 
@@ -46,13 +58,29 @@ void TableSource::takeWhenSettled()
     if (!holding || holding->rows || !model || sharedModel || HpfModelAccess::status(*model).pending)
         return;
     holding->rows = takerOfAll(*model, sharedModel)();
+    holding->places = placesOf(holding->rows);
     touch();
+}
+
+std::shared_ptr<const TableSource::PlacesOfIds> TableSource::placesOf(const RowSnapshot &rows)
+{
+    const auto places = std::make_shared<PlacesOfIds>();
+    places->reserve(rows->size());
+    for (const HpfShownRow &row : *rows)
+        places->emplace_back(row.id, int(places->size()));
+    std::sort(places->begin(), places->end());
+    return places;
+}
+
+qint64 TableSource::placeOf(GridRowId id, const PlacesOfIds &places)
+{
+    const auto found = std::lower_bound(places.begin(), places.end(), std::make_pair(id, 0));
+    return found != places.end() && found->first == id ? found->second : -1;
 }
 
 void TableSource::resume()
 {
     holding.reset();
-    pausedIndex.clear();
 }
 
 bool TableSource::isPaused() const
@@ -81,11 +109,15 @@ RowTaker TableSource::rowsOfIds(std::vector<GridRowId> ids) const
 {
     if (!heldRows())
         return takerOf(std::move(ids), *model, sharedModel);
-    std::vector<HpfShownRow> rows;
-    for (const GridRowId id : ids)
-        if (auto row = rowOfId(id))
-            rows.push_back({id, 0, std::move(row)});
-    return [snapshot = makeSnapshot(std::move(rows), sharedModel)] { return snapshot; };
+    return [ids = std::move(ids), held = holding->rows, places = holding->places] {
+        const auto part = std::make_shared<PartOfSnapshot>();
+        part->whole = held;
+        part->rows.reserve(ids.size());
+        for (const GridRowId id : ids)
+            if (const qint64 place = placeOf(id, *places); place >= 0)
+                part->rows.push_back((*held)[std::size_t(place)]);
+        return RowSnapshot(part, &part->rows);
+    };
 }
 
 } // namespace ZB
