@@ -62,6 +62,11 @@ PositionsPanel::PositionsPanel(int tableId, QWidget *parent, bool hasFutures)
 
 PositionsPanel::~PositionsPanel() = default;
 
+int PositionsPanel::recordCount() const
+{
+    return static_cast<int>(records.size());
+}
+
 void PositionsPanel::take(const trading::AccountSource &source, const trading::AccountChanges &changes)
 {
     for (const auto &[account, key] : changes.positions)

@@ -29,6 +29,10 @@ public:
     /// Shows the positions that have changed as they stand now, with the next frame; those that are gone leave.
     void take(const trading::AccountSource &source, const trading::AccountChanges &changes);
 
+protected:
+    /// The table keeps a position that was closed behind a filter.
+    int recordCount() const override;
+
 private:
     using RecordPtr = boost::shared_ptr<refhost::PlainRecord>;
 

@@ -17,7 +17,7 @@ RecordPanel::~RecordPanel() = default;
 void RecordPanel::refresh()
 {
     const int shown = recordTable->rowCount();
-    const int all = recordTable->size();
+    const int all = recordCount();
     QString text = shown == all ? QStringLiteral("%1 %2").arg(all).arg(rowUnit)
                                 : QStringLiteral("筛选 %1 / %2 %3").arg(shown).arg(all).arg(rowUnit);
     if (const QString more = remark(); !more.isEmpty())
@@ -30,6 +30,11 @@ void RecordPanel::showNow()
     recordTable->updateSums();
     recordTable->updateTable();
     refresh();
+}
+
+int RecordPanel::recordCount() const
+{
+    return recordTable->size();
 }
 
 QString RecordPanel::remark() const

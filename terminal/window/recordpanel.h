@@ -36,6 +36,8 @@ protected:
 
     /// The columns that are shown from the start; the first `frozen` of them do not scroll sideways.
     void arrangeColumns(const std::vector<Column> &columns, int frozen);
+    /// How many records there are, shown or not. What the table stores, unless overridden.
+    virtual int recordCount() const;
     /// What the title says behind the number of rows; empty for nothing.
     virtual QString remark() const;
 

@@ -159,6 +159,8 @@ TEST_F(AccountPageTest, APositionThatIsClosedBehindAFilterDoesNotComeBack)
     QSet<QString> none;
     positions.onFilterTrigger(account, 0, none);
     EXPECT_EQ(positions.rowCount(), 1);
+    page->showNow();
+    EXPECT_EQ(page->positions().summary().toStdString(), "1 条") << "nor does it count";
     deal(10, feed::DealKind::BuyerInitiated, 10, 300);
     page->showNow();
     EXPECT_EQ(positions.rowCount(), 2) << "it can be opened again";
@@ -208,6 +210,7 @@ TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
     const DealRecount recount(played, 5, 50'000'000 * trading::yuan);
     KV::CDataTable &positions = page->positions().table();
     qint64 profitOfAll = 0;
+    std::map<std::string, qint64> valueOf;
     int rows = 0;
     for (const auto &[place, held] : recount.held) {
         const int row = positions.keyToRowID(place.first + '/' + place.second + "/0");
@@ -223,10 +226,26 @@ TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
         EXPECT_EQ(text(PositionQuantity), QString::number(held.quantity));
         EXPECT_EQ(text(PositionValue), cents(value));
         EXPECT_EQ(text(PositionProfit), cents(value - held.cost));
+        EXPECT_EQ(text(PositionCostPrice).toStdString(),
+                  QString::number(double(held.cost) / 10'000 / double(held.quantity), 'f', 3).toStdString());
+        valueOf[place.first] += value;
     }
     EXPECT_EQ(positions.rowCount(), rows);
     EXPECT_GT(rows, 10);
     EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)).remove(' '), cents(profitOfAll));
+
+    KV::CDataTable &funds = page->funds().table();
+    EXPECT_EQ(funds.rowCount(), 5);
+    for (const auto &[account, value] : valueOf) {
+        const auto text = [&funds, row = funds.keyToRowID(account)](int field) {
+            return funds.cellText(row, funds.fieldID2columnID(field)).remove(QRegularExpression("[ ,+]")).toStdString();
+        };
+        const qint64 cash = recount.cash.at(account);
+        EXPECT_EQ(text(FundsAvailable), cents(cash).toStdString()) << account;
+        EXPECT_EQ(text(FundsPositionValue), cents(value).toStdString()) << account;
+        EXPECT_EQ(text(FundsTotal), cents(cash + value).toStdString()) << account;
+        EXPECT_EQ(text(FundsProfitToday), cents(cash + value - 50'000'000 * trading::yuan).toStdString()) << account;
+    }
 }
 
 TEST_F(AccountPageTest, TheColumnsOfTheFundsAreArrangedInAPopupAndComeBack)
