@@ -17,36 +17,58 @@ public:
         return (!buys || record->getInt(TicketSide) == '0') && record->getInt(TicketLots) >= lots;
     }
 
-    void update(const RecordPtr &record)
+    /// These answer with the row as the table does.
+    int update(const RecordPtr &record)
     {
         const std::string key = record->getKey();
         stored[key] = record;
-        if (!passes(record))
-            return;
-        for (auto &row : rows)
-            if (row.first == key) {
-                row.second = record->getInt(TicketLots);
-                return;
-            }
-        rows.emplace_back(key, record->getInt(TicketLots));
+        const auto row = rowOf(key);
+        if (row != rows.end()) {
+            if (passes(record))
+                row->lots = record->getInt(TicketLots);
+            return row->id;
+        }
+        return passes(record) ? append(key, record) : -1;
     }
 
-    void remove(const std::string &key)
+    int remove(const std::string &key)
     {
-        for (std::size_t at = 0; at < rows.size(); ++at)
-            if (rows[at].first == key) {
-                rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(at));
-                stored.erase(key);
-                return;
-            }
+        const auto row = rowOf(key);
+        if (row == rows.end())
+            return -1;
+        const int id = row->id;
+        rows.erase(row);
+        stored.erase(key);
+        return id;
     }
 
     void filter()
     {
         rows.clear();
+        nextId = 0;
         for (const auto &[key, record] : stored)
             if (passes(record))
-                rows.emplace_back(key, record->getInt(TicketLots));
+                append(key, record);
+    }
+
+    void clear()
+    {
+        stored.clear();
+        filter();
+    }
+
+    int idOf(const std::string &key)
+    {
+        const auto row = rowOf(key);
+        return row == rows.end() ? -1 : row->id;
+    }
+
+    std::string sum() const
+    {
+        int sum = 0;
+        for (const Row &row : rows)
+            sum += row.lots;
+        return std::to_string(sum);
     }
 
     /// "key=lots" by row, sorted by lots where asked for.
@@ -55,18 +77,36 @@ public:
         auto sorted = rows;
         if (sort >= 0)
             std::stable_sort(sorted.begin(), sorted.end(), [sort](const auto &a, const auto &b) {
-                return sort == 0 ? a.second < b.second : a.second > b.second;
+                return sort == 0 ? a.lots < b.lots : a.lots > b.lots;
             });
         std::string text;
-        for (const auto &[key, number] : sorted)
-            text += key + '=' + std::to_string(number) + ' ';
+        for (const Row &row : sorted)
+            text += row.key + '=' + std::to_string(row.lots) + ' ';
         return text;
     }
 
+    struct Row
+    {
+        std::string key;
+        int lots;
+        int id;
+    };
     std::map<std::string, RecordPtr> stored;
-    std::vector<std::pair<std::string, int>> rows;
+    std::vector<Row> rows;
 
 private:
+    std::vector<Row>::iterator rowOf(const std::string &key)
+    {
+        return std::find_if(rows.begin(), rows.end(), [&key](const Row &row) { return row.key == key; });
+    }
+
+    int append(const std::string &key, const RecordPtr &record)
+    {
+        rows.push_back({key, record->getInt(TicketLots), nextId});
+        return nextId++;
+    }
+
+    int nextId = 0;
     bool &buys;
     int &lots;
 };
@@ -83,17 +123,20 @@ protected:
     }
 
     /// Each map and its reverse, what is stored, and the table's own rows.
-    void checkMaps(const PlainTable &plain)
+    void checkMaps(PlainTable &plain)
     {
         ASSERT_EQ(table->size(), static_cast<int>(plain.stored.size()));
         ASSERT_EQ(table->rowCount(), static_cast<int>(plain.rows.size()));
         for (const auto &[key, record] : plain.stored)
             ASSERT_EQ(table->getDataByKey(key), record);
-        for (const auto &[key, lots] : plain.rows) {
-            const int row = table->keyToRowID(key);
-            ASSERT_TRUE(table->hasRow(row));
-            ASSERT_EQ(table->getData(row)->getKey(), key);
+        for (const auto &[key, record] : plain.stored)
+            ASSERT_EQ(table->keyToRowID(key), plain.idOf(key)) << key;
+        for (const auto &row : plain.rows) {
+            ASSERT_TRUE(table->hasRow(row.id));
+            ASSERT_EQ(table->getData(row.id)->getKey(), row.key);
         }
+        table->updateSums();
+        ASSERT_EQ(table->statText(ColumnLots).toStdString(), plain.sum());
     }
 };
 
@@ -116,25 +159,34 @@ TEST_F(CDataTableRandom, MapsAndRowsAgreeWithAPlainTableAfterAnySequence)
         if (action < 20) {
             const auto ticket = anyTicket();
             const bool isStored = plain.stored.count(ticket->getKey()) > 0;
-            plain.update(ticket);
+            const int row = plain.update(ticket);
             if (isStored && below(3) == 0)
-                table->updateDataField(ticket, TicketLots, below(10) == 0);
+                ASSERT_EQ(table->updateDataField(ticket, TicketLots, below(10) == 0), row) << "step " << step;
             else
-                table->updateData(ticket, below(10) == 0);
+                ASSERT_EQ(table->updateData(ticket, below(10) == 0), row) << "step " << step;
         } else if (action < 27) {
             QVector<RecordPtr> batch;
+            QVector<int> newRows;
             for (int i = below(9); i >= 0; --i) {
                 batch.append(anyTicket());
-                plain.update(batch.back());
+                const bool hadRow = plain.idOf(batch.back()->getKey()) >= 0;
+                if (const int row = plain.update(batch.back()); row >= 0 && !hadRow)
+                    newRows.append(row);
             }
-            table->updateDatas(batch);
+            ASSERT_EQ(table->updateDatas(batch), newRows) << "step " << step;
         } else if (action < 33) {
             const std::string key = "k" + std::to_string(below(40));
-            plain.remove(key);
-            table->removeDataByKey(key);
+            const int row = plain.remove(key);
+            if (row >= 0 && below(2) == 0)
+                ASSERT_EQ(table->removeDataByID(row), row) << "step " << step;
+            else
+                ASSERT_EQ(table->removeDataByKey(key), row) << "step " << step;
         } else if (action < 35) {
             onlyBuys = below(2) == 0;
-            filter(ColumnSide, ZB::FilterExact, onlyBuys ? QSet<QString>{"买入"} : QSet<QString>());
+            if (onlyBuys && below(2) == 0)
+                filter(ColumnSide, ZB::FilterContains, {"入", ""});
+            else
+                filter(ColumnSide, ZB::FilterExact, onlyBuys ? QSet<QString>{"买入"} : QSet<QString>());
             plain.filter();
         } else if (action < 37) {
             leastLots = below(3) * 3;
@@ -145,8 +197,7 @@ TEST_F(CDataTableRandom, MapsAndRowsAgreeWithAPlainTableAfterAnySequence)
             table->setSortColumns(sort < 0 ? QVector<QPair<int, int>>() : QVector<QPair<int, int>>{{ColumnLots, sort}});
         } else if (below(5) == 0) {
             table->clear();
-            plain.stored.clear();
-            plain.rows.clear();
+            plain.clear();
         }
         ASSERT_EQ(shownByTable(), plain.shown(sort)) << "step " << step;
         ASSERT_NO_FATAL_FAILURE(checkMaps(plain)) << "step " << step;

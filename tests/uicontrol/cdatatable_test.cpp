@@ -79,7 +79,9 @@ TEST_F(CDataTable, ARecordThatIsChangedInPlaceShowsWhenItIsRefreshed)
     hidden->setData(TicketSide, "0");
     EXPECT_EQ(table->refreshData(first, false), table->keyToRowID("a"));
     EXPECT_EQ(text("a", ColumnLots), "7");
+    const quint64 frames = grid()->frameCount();
     table->refreshDatas();
+    EXPECT_EQ(grid()->frameCount(), frames + 1) << "all in one, and at once";
     EXPECT_EQ(text("b", ColumnLots), "8");
     EXPECT_EQ(keys(), "a b c") << "one that passes by now gets a row";
 }
@@ -150,11 +152,13 @@ TEST_F(CDataTable, AValueFilterOfTypeOneKeepsTextsThatContainOneOfThem)
     EXPECT_EQ(keys(), "c z");
     filter(ColumnText, ZB::FilterContains, {""});
     EXPECT_EQ(keys(), "") << "an empty text is contained in nothing";
-    filter(ColumnText, ZB::FilterExcept, {"Spot ORDER"});
-    EXPECT_EQ(keys(), "a b c d");
     filter(ColumnText, ZB::FilterContains, {"order"});
     filter(ColumnText, 5, {"3"});
     EXPECT_EQ(keys(), "z") << "a type that there is not changes nothing";
+    for (const auto type : {ZB::FilterExcept, ZB::EFilterType(5)}) {
+        table->takeColumnFilter(ColumnText, type, {"order"});
+        EXPECT_EQ(keys(), "") << "of the other types none lets anything pass";
+    }
 }
 
 TEST_F(CDataTable, AColumnThatIsNotFilterableLetsEverythingPass)
@@ -390,6 +394,21 @@ TEST_F(CDataTable, TheFilterBoxOffersTheTextsThatPassTheOtherFilters)
     EXPECT_TRUE(table->isColumnFiltered(ColumnSide));
 }
 
+TEST_F(CDataTable, TheFilterBoxOffersRecordsWithoutTheFieldAsBlank)
+{
+    const auto priced = fullTicket("p", 2);
+    priced->setNested(TicketLeft, makeInner(1.5, 7));
+    table->updateDatas({priced, fullTicket("q", 4)});
+    table->setColumnFilterable(ColumnPrice, true);
+    table->showFilterMenu(ColumnPrice, QRect(0, 0, 80, 28));
+    auto *box = table->findChild<ZB::FilterPopup *>();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([box] { return box->isGathered(); }));
+    EXPECT_EQ(box->texts(), (QStringList{"1.500", ""}));
+    Q_EMIT box->chosen(ZB::FilterExact, {""});
+    EXPECT_EQ(keys(), "q");
+}
+
 TEST_F(CDataTable, SelectionAndCurrentRowSurviveAFilter)
 {
     addTickets(4);
@@ -413,6 +432,30 @@ TEST_F(CDataTable, AnotherTraderTypeBringsItsColumnsAndKeepsTheirArrangement)
     EXPECT_EQ(table->columnWidth(price), ZB::scaled(123));
     EXPECT_EQ(table->column(ColumnValue).header, "权益");
     EXPECT_EQ(keys(), "a b");
+}
+
+TEST_F(CDataTable, AnotherTraderTypeLeavesWhatADerivedTableHasAdded)
+{
+    table->initColumns(table->getMetaIDs(MetaTicket, kdservice::TraderStock, {QString::number(MetaWide)}));
+    const int action = table->addExtraColumn(5000, "操作");
+    const int remark = table->addExtraColumn(-1, "附注");
+    table->setColumnWidth(action, ZB::scaled(66));
+    table->setColumnWidth(remark, ZB::scaled(77));
+    addTickets(6);
+    const auto columnOf = [this](int field) { return table->fieldID2columnID(field); }; // others came between
+    table->onFilter(columnOf(TicketLots), 7, "3");
+    table->onFilter(columnOf(TicketOpen), 7, "5");
+    filter(columnOf(TicketSide), ZB::FilterExact, {"买入"});
+    EXPECT_EQ(keys(), "f");
+    table->setTradeType(kdservice::TraderFuture);
+    EXPECT_EQ(keys(), "c d e f") << "the user's filter goes, and the one on a column that has gone";
+    EXPECT_GE(columnOf(WideFirst + 3), 0);
+    const int present = columnOf(5000);
+    ASSERT_EQ(present, action - 1);
+    EXPECT_EQ(table->columnCount(), remark);
+    EXPECT_EQ(table->column(present).header + table->column(present + 1).header, "操作附注");
+    EXPECT_EQ(table->columnWidth(present), ZB::scaled(66));
+    EXPECT_EQ(table->columnWidth(present + 1), ZB::scaled(77));
 }
 
 TEST_F(CDataTable, SettingsOfOtherColumnIdsAreTurnedIntoThePresentOnes)

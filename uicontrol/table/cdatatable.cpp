@@ -149,7 +149,10 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
 
 void CDataTable::refreshDatas()
 {
-    forEachStored([this](Entry &entry) { showStored(entry, true); });
+    if (records.empty())
+        return;
+    forEachStored([this](Entry &entry) { showStored(entry, false); });
+    repaint(true); // once for all
 }
 
 /// In the order of their keys. Records may come and go meanwhile.

@@ -95,7 +95,8 @@ public:
     bool isColBoldFont(int column) const;
     int getMetaID() const;
     kdservice::EVxTraderType getTradeType() const;
-    /// Makes the columns anew for another kind of trader; filters go, records and the columns' arrangement stay.
+    /// Makes the columns anew for another kind of trader; the user's filters go. Records, the columns' arrangement,
+    /// columns of addExtraColumn() and filters of onFilter() on columns that are still there stay.
     void setTradeType(kdservice::EVxTraderType type);
     /// @}
 
@@ -174,6 +175,12 @@ private:
         RecordPtr shown;
     };
 
+    struct ExtraColumn
+    {
+        int id;
+        QString header;
+        int column;
+    };
     struct NewRecord
     {
         Entry *entry;
@@ -199,6 +206,9 @@ private:
     void forgetRows();
     const ShownRow *shownRow(int row) const;
     ShownRow &rowFor(int row);
+    QMap<int, int> newColumnIds(const std::map<int, int> &formerFields) const;
+    void keepExtraColumns(const std::vector<ExtraColumn> &former, QMap<int, int> &newIds);
+    void keepCustomFilters(const std::map<int, CustomFilter> &former, const QMap<int, int> &newIds);
     void mapField(int field, int column);
     void repaint(bool flag);
     void sumAnew();
@@ -227,6 +237,8 @@ private:
     std::set<int> boldColumns;
     const int metaID;
 
+    std::vector<int> columnMetaIds; ///< whose fields make up the columns
+    std::vector<ExtraColumn> extraColumns;
     std::vector<int> fieldOfColumn;                    ///< -1 for columns that no field fills
     std::vector<CFieldFormat> formats;                 ///< by column
     std::map<int, kdservice::FieldDes *> summedFields; ///< of all columns

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "kdservice/typemanager.h"
 #include "model/cfieldformat.h"
@@ -51,6 +52,9 @@ void CDataTable::initColumns(const std::vector<int> &metaIds)
     fieldOfColumn.clear();
     formats.clear();
     summedFields.clear();
+    extraColumns.clear();
+    columnFilters.clear();
+    columnMetaIds = metaIds;
     forgetRows();
     for (kdservice::FieldDes *field : kdservice::TypeManager::instance()->getAllFields(metaIds, tradeType))
         if (field)
@@ -82,6 +86,7 @@ int CDataTable::addExtraColumn(int id, const QString &header)
     ZB::CTableColumn column;
     column.header = header;
     const int added = addColumn(column);
+    extraColumns.push_back({id, header, added});
     if (id >= 0)
         mapField(id, added);
     return added;
@@ -157,19 +162,47 @@ void CDataTable::setTradeType(kdservice::EVxTraderType type)
     if (tradeType == type)
         return;
     ZB::CBaseTableSettingParam setting = getTableSetting();
-    const std::map<int, int> former = fieldToColumn;
+    const std::map<int, int> formerFields = fieldToColumn;
+    const std::vector<ExtraColumn> formerExtra = extraColumns;
+    const std::vector<int> metaIds = columnMetaIds;
     tradeType = type;
-    columnFilters.clear();
-    customFilters.clear();
     boldColumns.clear();
-    initColumns(getMetaIDs(metaID, tradeType, {}));
-    QMap<int, int> newIds;
-    for (const auto &[field, column] : former)
-        if (const int present = fieldID2columnID(field); present >= 0)
-            newIds[column] = present;
+    const auto formerFilters = std::exchange(customFilters, {});
+    initColumns(metaIds);
+    QMap<int, int> newIds = newColumnIds(formerFields);
+    keepExtraColumns(formerExtra, newIds);
+    keepCustomFilters(formerFilters, newIds);
     resetTableColumnID(newIds, setting.frame, setting.columns);
     setTableSetting(setting);
     reFilterDatas();
+}
+
+QMap<int, int> CDataTable::newColumnIds(const std::map<int, int> &formerFields) const
+{
+    QMap<int, int> newIds;
+    for (const auto &[field, column] : formerFields)
+        if (const int present = fieldID2columnID(field); present >= 0)
+            newIds[column] = present;
+    return newIds;
+}
+
+/// A derived table may have added its own again.
+void CDataTable::keepExtraColumns(const std::vector<ExtraColumn> &former, QMap<int, int> &newIds)
+{
+    for (const ExtraColumn &extra : former) {
+        const auto present = std::find_if(extraColumns.begin(), extraColumns.end(), [&extra](const ExtraColumn &now) {
+            return extra.id >= 0 ? now.id == extra.id : now.id < 0 && now.header == extra.header;
+        });
+        newIds[extra.column] = present == extraColumns.end() ? addExtraColumn(extra.id, extra.header) : present->column;
+    }
+}
+
+/// Those that a derived table has set for the new columns count before the former ones.
+void CDataTable::keepCustomFilters(const std::map<int, CustomFilter> &former, const QMap<int, int> &newIds)
+{
+    for (const auto &[column, filter] : former)
+        if (column < 0 || newIds.contains(column))
+            customFilters.emplace(newIds.value(column, column), filter);
 }
 
 ZB::CBaseTableSettingParam CDataTable::getTableSetting()

@@ -34,11 +34,13 @@ bool CDataTable::passFilterByCol(const RecordPtr &record, int column, const Colu
         return false;
     QString text;
     getDataByFieldID(record, field, text);
-    if (filter.first != ZB::FilterContains)
-        return wanted.contains(text) ? filter.first == ZB::FilterExact : filter.first == ZB::FilterExcept;
-    return std::any_of(wanted.begin(), wanted.end(), [&text](const QString &part) {
-        return !part.isEmpty() && text.contains(part, Qt::CaseInsensitive);
-    });
+    if (filter.first == ZB::FilterExact)
+        return wanted.contains(text);
+    // The box of this table lists every value, so that it asks for no other type.
+    return filter.first == ZB::FilterContains &&
+           std::any_of(wanted.begin(), wanted.end(), [&text](const QString &part) {
+               return !part.isEmpty() && text.contains(part, Qt::CaseInsensitive);
+           });
 }
 
 void CDataTable::onFilter(int column, int type, QString text)
