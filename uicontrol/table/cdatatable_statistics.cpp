@@ -98,11 +98,12 @@ void CDataTable::takeSummed(int field, const ShownRow &row)
 /// nothing is kept of columns and rows that have such.
 double CDataTable::keptSumOf(int field, int column)
 {
+    if (static_cast<int>(rowToKey.size()) != rowCount())
+        return sumOf(column); // there are rows of a derived table's own
     if (const core::ExactSum *kept = totals->sum(field))
         return kept->value();
     const auto hasRecord = [](const ShownRow &row) { return row.shown != nullptr; };
-    const bool onlyRecords = static_cast<int>(rowToKey.size()) == rowCount();
-    if (!formatOfColumn(column) || !onlyRecords || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
+    if (!formatOfColumn(column) || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
         return sumOf(column);
     totals->count(field, numbersIn(column));
     return totals->sum(field)->value();
