@@ -48,6 +48,9 @@ QPoint GridMouse::intoBody(const QPoint &point) const
 void GridMouse::extendTo(const QPoint &point)
 {
     const GridTarget cell = view.targetAt(view.geometry.hit(intoBody(point)));
+    const GridTarget &reached = view.chooser.current();
+    if (cell.row == reached.row && cell.column == reached.column)
+        return; // a stretch of a million rows is not gathered anew for every pixel
     if (dragging == Drag::Rows)
         view.chooser.extendRows(cell);
     else

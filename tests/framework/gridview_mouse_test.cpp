@@ -78,6 +78,21 @@ TEST_F(GridViewTest, ADragSelectsCellsAndOneOverRowNumbersSelectsRows)
     EXPECT_EQ(view.selectedRows().size(), 100u);
 }
 
+TEST_F(GridViewTest, ADragChangesTheSelectionOncePerCell)
+{
+    press(cell(2, 1));
+    int changes = 0;
+    QObject::connect(&view, &GridView::selectionChanged, &view, [&changes] { ++changes; });
+    for (int pixel = 0; pixel < 5; ++pixel)
+        drag(cell(4, 2) + QPoint(pixel, 0));
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(selectedCells(), "3 4 5 x 1 2");
+    drag(cell(2, 1)); // back to where it began
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(selectedCells(), "3 x 1");
+    release(cell(2, 1));
+}
+
 TEST_F(GridViewTest, RowsDoNotMoveUnderAPressedButton)
 {
     press(cell(3, 2));
