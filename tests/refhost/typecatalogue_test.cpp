@@ -37,15 +37,15 @@ TEST(TypeCatalogue, OrdersAndDealsHaveTheColumnsOfTheirTraders)
         "更新时间 返回信息 委托类型 资金账号 委托编号 合同编号 通道 备注 交易所 交易日");
     EXPECT_EQ(columns({MetaMarketDeal}, TraderCredit),
               "成交时间 证券代码 证券名称 方向 成交价格 成交数量 成交金额 成交编号 买方委托 卖方委托 通道 交易所");
-    EXPECT_EQ(
-        columns({MetaOwnDeal}, TraderStockOption),
-        "成交时间 合约代码 合约名称 方向 开平 成交价格 成交张数 成交金额 手续费 成交编号 委托编号 平仓盈亏 合同编号 资金账号 "
-        "通道 交易所 交易日");
+    EXPECT_EQ(columns({MetaOwnDeal}, TraderStockOption), "成交时间 合约代码 合约名称 方向 开平 成交价格 成交张数 "
+                                                         "成交金额 手续费 成交编号 委托编号 平仓盈亏 合同编号 资金账号 "
+                                                         "通道 交易所 交易日");
     EXPECT_EQ(columns({MetaPosition}, TraderStock),
               "资金账号 证券代码 证券名称 多空 持仓数量 可用数量 冻结数量 今买数量 成本价 "
               "最新价 市值 浮动盈亏 盈亏比例 持仓盈亏 保证金 交易所");
-    EXPECT_EQ(columns({MetaFunds}, TraderFuture),
-              "资金账号 账户名称 币种 动态权益 可用资金 冻结资金 可取资金 持仓市值 占用保证金 持仓盈亏 当日盈亏 风险度");
+    EXPECT_EQ(
+        columns({MetaFunds}, TraderFuture),
+        "资金账号 账户名称 币种 动态权益 可用资金 冻结资金 可取资金 持仓市值 占用保证金 持仓盈亏 当日盈亏 风险度");
     EXPECT_EQ(columns({4711}, TraderStock), "");
     EXPECT_EQ(columns({}, TraderStock), "");
 }
