@@ -100,7 +100,7 @@ struct OrderState
     qint64 quantity = 0;           ///< filled + cancelled + what is still open
     qint64 filled = 0;
     qint64 cancelled = 0;
-    double amount = 0; ///< sum of price x quantity of its deals
+    double amount = 0; ///< sum of price x quantity x multiplier of its deals
     qint64 firstTime = 0;
     qint64 lastTime = 0;
 

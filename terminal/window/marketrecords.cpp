@@ -111,7 +111,8 @@ MarketRecords::Record MarketRecords::orderRecord(const feed::OrderState &order) 
     record->setData(OrderCancelled, order.cancelled);
     record->setData(OrderUnfilled, order.quantity - order.filled - order.cancelled);
     if (order.filled > 0) {
-        record->setData(OrderAveragePrice, order.amount / static_cast<double>(order.filled));
+        const double units = static_cast<double>(order.filled) * known->instrument.multiplier;
+        record->setData(OrderAveragePrice, order.amount / units);
         record->setData(OrderAmount, order.amount);
     }
     record->setData(OrderStatus, int(order.status));

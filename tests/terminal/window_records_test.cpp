@@ -1,6 +1,7 @@
 #include <QtCore/QString>
 #include <gtest/gtest.h>
 
+#include "feed/instrumentrules.h"
 #include "kdservice/idata.h"
 #include "kv/efilterflag.h"
 #include "records/fieldids.h"
@@ -96,6 +97,18 @@ TEST(MarketRecords, AnOrderTellsAllOfItsStateAndWhatIsNotKnownStaysAbsent)
     EXPECT_EQ(describeOrder(*unpriced), "605581.SH 0 - x 1000 = 0 + 0 + 1000, at - for -, status 2, kind , "
                                         "no 4711 in 5 of 1, entry 7, from 1689038100000 to 1689038101120");
     EXPECT_EQ(describeOrder(*record).find("15.93"), 12u) << "a later state changed the record of an earlier one";
+}
+
+TEST(MarketRecords, TheAveragePriceOfAFutureIsAPriceWhateverAContractHolds)
+{
+    MarketRecords records;
+    feed::Instrument index = *feed::futureInstrument("IF2406", "CFFEX");
+    index.index = 1;
+    records.takeInstrument(index);
+    feed::OrderState state = order();
+    state.filled = 2;
+    state.amount = 2 * 3526.2 * 300;
+    EXPECT_DOUBLE_EQ(records.orderRecord(state)->getDouble(OrderAveragePrice), 3526.2);
 }
 
 TEST(MarketRecords, ADealTakesTheSideThatMovedLastAndAnAuctionHasNone)
