@@ -33,6 +33,13 @@ private:
     QAccessible::UpdateHandler before;
 };
 
+/// What a read may take; sanitizers make everything several times slower.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double readMilliseconds = 20;
+#else
+constexpr double readMilliseconds = 1;
+#endif
+
 /// Milliseconds that a read takes, the middle one of many.
 double millisecondsOf(const std::function<void()> &read);
 
