@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "filter/valuefilter.h"
 #include "kdservice/typemanager.h"
 #include "records/fieldids.h"
 
@@ -20,14 +21,6 @@ QVector<QPair<QString, QVariant>> enumeration(const char *name)
             all.append({text, code});
     }
     return all;
-}
-
-bool passes(const HistoryFilters::Filter &filter, const QString &text)
-{
-    if (filter.first == ZB::FilterExact)
-        return filter.second.contains(text);
-    return std::any_of(filter.second.begin(), filter.second.end(),
-                       [&](const QString &part) { return text.contains(part, Qt::CaseInsensitive); });
 }
 
 std::string textOf(const QVariant &value)
@@ -110,9 +103,10 @@ QStringList HistoryFilters::menu(int field) const
 
 QVariantList HistoryFilters::passing(int field, const Filter &filter) const
 {
+    const core::ValueFilter texts(filter.first, filter.second);
     QVariantList values;
     for (const Choice &choice : choicesOf(field))
-        if (passes(filter, choice.first))
+        if (texts.passes(choice.first))
             values += choice.second;
     return values;
 }

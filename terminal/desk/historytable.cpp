@@ -171,7 +171,7 @@ void HistoryTable::setSortColumns(const QVector<QPair<int, int>> &columns)
 
 void HistoryTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (!columnFilterable(column) || (type != ZB::FilterExact && type != ZB::FilterContains))
+    if (!columnFilterable(column) || type < ZB::FilterExact || type > ZB::FilterExcept)
         return;
     filters.set(fieldOf(column), ZB::EFilterType(type), values);
     applyFilters();

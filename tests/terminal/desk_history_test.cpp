@@ -126,6 +126,8 @@ TEST_F(DeskHistory, FiltersAndSortsOverAllPages)
 
     EXPECT_EQ(table->getMenuItems(columnOf(OrderCode)), (QStringList{"300001.SZ", "600001.SH"}));
     EXPECT_EQ(table->getMenuItems(columnOf(OrderDay)), (QStringList{"20240318", "20240319", "20240320"}));
+    filter(OrderCode, QStringLiteral("300001.SZ"), ZB::FilterExcept);
+    EXPECT_EQ(panel->summary().toStdString(), "1,111 笔");
     filter(OrderCode, QStringLiteral("300001.SZ"));
     EXPECT_EQ(panel->summary().toStdString(), "123 笔");
     EXPECT_EQ(pageText(), "1230..240 100");

@@ -1,13 +1,11 @@
 #include <QtTest/QTest>
 #include <gtest/gtest.h>
-#include <log4cxx/appenderskeleton.h>
-#include <log4cxx/helpers/transcoder.h>
 #include <log4cxx/logger.h>
-#include <log4cxx/spi/loggingevent.h>
 
 #include "desk/deskcontrol.h"
 #include "deskwindow.h"
 #include "kv/cstockcodelineedit.h"
+#include "loggedlines.h"
 #include "table/chpfdatatable.h"
 #include "trading_support.h"
 #include "utils/clogcenter.h"
@@ -94,33 +92,10 @@ TEST_F(DeskRefusals, EveryMistakeIsSaidUnderTheButtonAndNothingIsSent)
     EXPECT_GT(rejectSounds, 2) << "it can be heard too";
 }
 
-namespace {
-
-/// Collects what goes to the log of the program.
-class LogLines : public log4cxx::AppenderSkeleton
-{
-public:
-    std::string text;
-
-    void close() override {}
-    bool requiresLayout() const override { return false; }
-
-protected:
-    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
-    {
-        std::string line;
-        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
-        text += line + '\n';
-    }
-};
-
-} // namespace
-
 TEST_F(DeskRefusals, TheLogTellsOrdersDealsMoneyAndRefusalsInTheirOrder)
 {
     open();
-    auto *collected = new LogLines;
-    const log4cxx::AppenderPtr appender(collected);
+    const auto appender = std::make_shared<LoggedLines>();
     const log4cxx::LoggerPtr logger = utils::getStdLogger();
     logger->addAppender(appender);
     desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 10, 300}});
@@ -131,7 +106,7 @@ TEST_F(DeskRefusals, TheLogTellsOrdersDealsMoneyAndRefusalsInTheirOrder)
     desk->cancel(2);
     settle();
     logger->removeAppender(appender);
-    EXPECT_EQ(collected->text,
+    EXPECT_EQ(appender->text('\n'),
               "委托 1 待报：账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股\n"
               "委托 1 已成：账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股，已成 300\n"
               "成交 1：委托 1，账户 88001 买入 600000.SH 浦发银行 10.00 × 300 股，金额 3000.00，费用 5.03\n"
@@ -139,5 +114,5 @@ TEST_F(DeskRefusals, TheLogTellsOrdersDealsMoneyAndRefusalsInTheirOrder)
               "委托未报出：浦发银行 600000.SH 委托数量 150 股不合规定：须为 100 股的整数倍\n"
               "委托 2 待报：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股\n"
               "委托 2 已报：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股\n"
-              "委托 2 已撤：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股，已撤 100\n");
+              "委托 2 已撤：账户 88001 买入 600000.SH 浦发银行 9.50 × 100 股，已撤 100");
 }

@@ -1,9 +1,9 @@
-#include <log4cxx/appenderskeleton.h>
 #include <log4cxx/logger.h>
 
 #include <limits>
 
 #include "grid/gridview.h"
+#include "loggedlines.h"
 #include "records/typecatalogue.h"
 #include "recordwindow.h"
 #include "utils/clogcenter.h"
@@ -24,22 +24,6 @@ enum SumField : int
     BoldPrice = 51, ///< three decimals, centred, bold
     FineCount = 52, ///< an int whose cells have decimals
     PlainText = 53  ///< summed, but of a type without a sum
-};
-
-class Lines : public log4cxx::AppenderSkeleton
-{
-public:
-    void close() override {}
-    bool requiresLayout() const override { return false; }
-    std::vector<std::string> lines;
-
-protected:
-    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
-    {
-        std::string line;
-        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
-        lines.push_back(line);
-    }
 };
 
 class CDataTableStatistics : public RecordWindow
@@ -102,7 +86,7 @@ TEST_F(CDataTableStatistics, AreWrittenToTheDebugFileValueByValueWhereThatIsWant
 {
     const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
     const log4cxx::LevelPtr levelBefore = logger->getLevel();
-    const auto appender = std::make_shared<Lines>();
+    const auto appender = std::make_shared<LoggedLines>();
     logger->setLevel(log4cxx::Level::getDebug());
     logger->addAppender(appender);
     add("a", 1.25, 3);

@@ -8,14 +8,13 @@
 #include <QtWidgets/QLineEdit>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
-#include <log4cxx/appenderskeleton.h>
-#include <log4cxx/helpers/transcoder.h>
 
 #include <cmath>
 #include <tuple>
 
 #include "codes/codeindexsource.h"
 #include "kv/cstockcodelineedit.h"
+#include "loggedlines.h"
 #include "order/quotevalue.h"
 #include "records/record.h"
 #include "services/instruments.h"
@@ -39,26 +38,6 @@ int themeSize(const char *key)
     return ZB::CUiResource::instance()->getSize(QLatin1String(key));
 }
 
-/// What a logger is told while this stands.
-class LoggedLines : public log4cxx::AppenderSkeleton
-{
-public:
-    void close() override {}
-    bool requiresLayout() const override { return false; }
-    QStringList lines;
-    QSet<int> levels;
-    std::string text() const { return lines.join(QLatin1Char('|')).toStdString(); }
-
-protected:
-    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
-    {
-        std::string line;
-        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
-        lines << QString::fromStdString(line);
-        levels << event->getLevel()->toInt();
-    }
-};
-
 } // namespace
 
 TEST(QuotesPricesList, EveryCodeThatIsSetStandsInTheDetailedLogBetweenTwoRules)
@@ -70,15 +49,15 @@ TEST(QuotesPricesList, EveryCodeThatIsSetStandsInTheDetailedLogBetweenTwoRules)
     logger->addAppender(logged);
     logger->setLevel(log4cxx::Level::getInfo());
     window.list->setStockCode(QStringLiteral("000001.SZ"));
-    EXPECT_EQ(logged->text(), "") << "nobody asked for details";
+    EXPECT_EQ(logged->text('|'), "") << "nobody asked for details";
     logger->setLevel(log4cxx::Level::getDebug());
     window.list->setStockCode(QStringLiteral("000001.SZ"));
     window.list->setStockCode(QStringLiteral("苹果%s"));
     logger->removeAppender(logged);
     logger->setLevel(before);
     const std::string rule(40, '=');
-    EXPECT_EQ(logged->text(), "|" + rule + "|Set stock code to 000001.SZ.|" + rule + "|||" + rule +
-                                  "|Set stock code to 苹果%s.|" + rule + "|");
+    EXPECT_EQ(logged->text('|'), "|" + rule + "|Set stock code to 000001.SZ.|" + rule + "|||" + rule +
+                                     "|Set stock code to 苹果%s.|" + rule + "|");
 }
 
 TEST(QuotesPricesList, EveryClickStandsInTheLogBeforeItIsToldWithWhatItWasMadeWith)
@@ -93,18 +72,18 @@ TEST(QuotesPricesList, EveryClickStandsInTheLogBeforeItIsToldWithWhatItWasMadeWi
     const QuotesLayout places = window.places();
     const QPoint price(places.asks[0].price.right - 4, places.asks[0].band.center().y());
     window.click(price);
-    EXPECT_EQ(logged->text(), "") << "nobody asked for it";
+    EXPECT_EQ(logged->text('|'), "") << "nobody asked for it";
     logger->setLevel(log4cxx::Level::getInfo());
     window.takeEvents();
-    window.whenTold = [&](int event) { logged->lines << QStringLiteral("told %1").arg(event); };
+    window.whenTold = [&](int event) { logged->lines.push_back("told " + std::to_string(event)); };
     window.click(price);
     window.click(places.priceTypes[1].rect.center());
     window.press(Qt::Key_Up);
     window.press(Qt::Key_Return);
-    EXPECT_EQ(logged->levels, (QSet<int>{log4cxx::Level::INFO_INT}));
+    EXPECT_EQ(logged->levels, (std::set<int>{log4cxx::Level::INFO_INT}));
     logger->removeAppender(logged);
     logger->setLevel(before);
-    EXPECT_EQ(logged->text(),
+    EXPECT_EQ(logged->text('|'),
               "[3535] [KV::CQuotesGraphWidget::mouseReleaseEvent] User click price 10.06 in tradeType 1|told 1128|"
               "[3535] [KV::CQuotesGraphWidget::mouseReleaseEvent] User click priceType 3 in tradeType 1|told 1127|"
               "[3535] [KV::CQuotesGraphWidget::keyPressEvent] User click price 10.06 in tradeType 1|told 1128");

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <log4cxx/appenderskeleton.h>
 #include <log4cxx/logger.h>
 
+#include "loggedlines.h"
 #include "pagerecords.h"
 #include "utils/clogcenter.h"
 
@@ -11,25 +11,6 @@ using namespace pagetest;
 namespace {
 
 constexpr int detailId = 911;
-
-/// Lines that were written, with a star in place of the model's address.
-class Lines : public log4cxx::AppenderSkeleton
-{
-public:
-    void close() override {}
-    bool requiresLayout() const override { return false; }
-    std::vector<std::string> lines;
-
-protected:
-    void append(const log4cxx::spi::LoggingEventPtr &event, log4cxx::helpers::Pool &) override
-    {
-        std::string line;
-        log4cxx::helpers::Transcoder::encodeUTF8(event->getMessage(), line);
-        const auto from = line.find("0x");
-        const auto to = line.find(']', from);
-        lines.push_back(from == std::string::npos ? line : line.replace(from, to - from, "*"));
-    }
-};
 
 class PageModelLog : public ::testing::Test
 {
@@ -57,19 +38,29 @@ protected:
         values.status = status;
         model.addData(makeOrder(key, values));
     }
-    /// The lines since the last call, without what all of them begin with.
+    /// The lines since the last call, with a star in place of the model's address.
+    std::vector<std::string> lines() const
+    {
+        std::vector<std::string> taken = std::exchange(appender->lines, {});
+        for (std::string &line : taken)
+            if (const auto from = line.find("0x"); from != std::string::npos)
+                line.replace(from, line.find(']', from) - from, "*");
+        return taken;
+    }
+
+    /// The same as one text, without what all of them begin with.
     std::string written() const
     {
         const std::string start = "[dbg_id=911] [Model] [*] ";
         std::string text;
-        for (const std::string &line : std::exchange(appender->lines, {}))
+        for (const std::string &line : lines())
             text += (line.compare(0, start.size(), start) == 0 ? line.substr(start.size()) : line) + '\n';
         return text;
     }
 
     const log4cxx::LoggerPtr logger = utils::getLogger("KDDbgFile");
     const log4cxx::LevelPtr levelBefore = logger->getLevel();
-    const std::shared_ptr<Lines> appender = std::make_shared<Lines>();
+    const std::shared_ptr<LoggedLines> appender = std::make_shared<LoggedLines>();
     KV::CHpfPageDataModel model;
 };
 
@@ -88,11 +79,11 @@ TEST_F(PageModelLog, DetailsAreWrittenOnlyWhileTheyAreWanted)
     logger->setLevel(log4cxx::Level::getInfo());
     put("C");
     model.filterColumn({});
-    EXPECT_EQ(appender->lines, std::vector<std::string>());
+    EXPECT_EQ(lines(), std::vector<std::string>());
     logger->setLevel(log4cxx::Level::getDebug());
     put("D");
     const std::string line = "[dbg_id=911] [Model] [*] [ADD] key = D, seq = 3 : append.";
-    EXPECT_EQ(appender->lines, std::vector<std::string>(2, line)) << "for the visible list and for the all list";
+    EXPECT_EQ(lines(), std::vector<std::string>(2, line)) << "for the visible list and for the all list";
 }
 
 TEST_F(PageModelLog, AnAddTellsItsPlaceInBothLists)
