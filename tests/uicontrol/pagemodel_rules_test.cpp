@@ -365,7 +365,8 @@ TEST(PageModelRules, AFilterOfAnUnknownTypeRejectsAndAnUnknownColumnHasNoText)
     EXPECT_EQ(shownWith(TextColumn, ZB::FilterExact, {code}), "A");
     EXPECT_EQ(shownWith(TextColumn, ZB::FilterContains, {QStringLiteral("sh")}), "A") << "whatever the case";
     for (const int type : {2, 7, -1})
-        EXPECT_EQ(shownWith(TextColumn, type, {code}), "") << type;
+        for (const QString &text : {code, QStringLiteral("another")})
+            EXPECT_EQ(shownWith(TextColumn, type, {text}), "") << type;
     EXPECT_EQ(shownWith(TextColumn, 2, {}), "A") << "nothing is asked for";
     EXPECT_EQ(shownWith(99, ZB::FilterExact, {code}), "");
     EXPECT_EQ(shownWith(99, ZB::FilterExact, {QString()}), "A");

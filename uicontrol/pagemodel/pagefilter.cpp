@@ -35,6 +35,8 @@ bool contains(const std::string &text, const std::string &part)
     return text.find(part) != std::string::npos;
 }
 
+constexpr int rejectingType = -1; ///< none that the shared matcher knows
+
 } // namespace
 
 void PageFilter::setColumnFilters(const PageColumnFilters &filters)
@@ -42,7 +44,10 @@ void PageFilter::setColumnFilters(const PageColumnFilters &filters)
     filterMap = filters;
     valueFilters.clear();
     for (auto it = filters.cbegin(); it != filters.cend(); ++it) {
-        const core::ValueFilter filter(it.value().first, it.value().second);
+        // The box of a paged table lists every text and never asks for all but some: other types let nothing pass.
+        const int type = it.value().first;
+        const bool isKnown = type == core::ValueFilter::exactType || type == core::ValueFilter::containsType;
+        const core::ValueFilter filter(isKnown ? type : rejectingType, it.value().second);
         if (!filter.isEmpty())
             valueFilters.insert(it.key(), filter);
     }

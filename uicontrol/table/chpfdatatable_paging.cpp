@@ -144,7 +144,7 @@ void CHpfDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
     if (!pageModel)
         return Base::onFilterTrigger(column, type, values);
-    if (!columnFilterable(column) || type < ZB::FilterExact || type > ZB::FilterExcept)
+    if (!columnFilterable(column) || (type != ZB::FilterExact && type != ZB::FilterContains))
         return;
     CHpfPageDataModel::ColumnFilters filters = pageModel->columnFilters();
     if (values.isEmpty())
@@ -198,7 +198,7 @@ QStringList CHpfDataTable::getMenuItems(int column)
         items = Base::getMenuItems(column);
     const auto filters = columnFilters();
     const auto filter = filters.constFind(column);
-    if (filter != filters.constEnd() && filter->first != ZB::FilterContains)
+    if (filter != filters.constEnd() && filter->first == ZB::FilterExact)
         appendMissing(items, filter->second);
     return items;
 }
