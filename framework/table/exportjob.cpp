@@ -1,9 +1,9 @@
 #include "table/exportjob.h"
 
-#include <QtCore/QCoreApplication>
-#include <QtCore/QRunnable>
-#include <QtCore/QThreadPool>
 #include <algorithm>
+
+#include "threads/callqueue.h"
+#include "threads/poolwork.h"
 
 namespace ZB {
 
@@ -34,7 +34,7 @@ ExportJob::~ExportJob() = default;
 void ExportJob::start(std::function<void()> finished)
 {
     finishedCallback = std::move(finished);
-    QThreadPool::globalInstance()->start(QRunnable::create([job = shared_from_this()] { job->run(); }));
+    core::runInPool([job = shared_from_this()] { job->run(); });
 }
 
 bool ExportJob::cancel()
@@ -96,12 +96,10 @@ bool ExportJob::write()
 
 void ExportJob::tellFinished()
 {
-    const auto tell = [job = shared_from_this()] {
+    core::postToApplication([job = shared_from_this()] {
         if (const auto callback = std::move(job->finishedCallback))
             callback();
-    };
-    if (QCoreApplication *application = QCoreApplication::instance())
-        QMetaObject::invokeMethod(application, tell, Qt::QueuedConnection);
+    });
 }
 
 } // namespace ZB

@@ -1,10 +1,11 @@
 #include "table/rowsnapshot.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QRunnable>
 #include <QtCore/QThread>
-#include <QtCore/QThreadPool>
 #include <limits>
+
+#include "threads/callqueue.h"
+#include "threads/poolwork.h"
 
 namespace ZB {
 
@@ -19,13 +20,9 @@ bool isGuiThread()
 }
 
 /// Runs on the GUI thread, at once when this is it; here when there is none any more.
-template <typename Function>
-void onGuiThread(Function function)
+void onGuiThread(const std::function<void()> &function)
 {
-    QCoreApplication *application = QCoreApplication::instance();
-    if (application && !isGuiThread())
-        QMetaObject::invokeMethod(application, std::move(function), Qt::QueuedConnection);
-    else
+    if (isGuiThread() || !core::postToApplication(function))
         function();
 }
 
@@ -52,7 +49,7 @@ void releaseHere(Kept *kept)
 void release(Kept *kept)
 {
     if (isGuiThread() && kept->rows.size() > fewRows)
-        QThreadPool::globalInstance()->start(QRunnable::create([kept] { releaseHere(kept); }));
+        core::runInPool([kept] { releaseHere(kept); });
     else
         releaseHere(kept);
 }

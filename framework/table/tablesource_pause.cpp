@@ -1,9 +1,8 @@
-#include <QtCore/QCoreApplication>
-#include <QtCore/QRunnable>
-#include <QtCore/QThreadPool>
 #include <algorithm>
 
 #include "table/tablesource.h"
+#include "threads/callqueue.h"
+#include "threads/poolwork.h"
 
 namespace ZB {
 
@@ -44,13 +43,11 @@ void TableSource::pause(const std::function<void()> &taken)
             taken();
         }
     };
-    QThreadPool::globalInstance()->start(QRunnable::create([take = takerOfAll(*model, sharedModel), keep] {
+    core::runInPool([take = takerOfAll(*model, sharedModel), keep] {
         const RowSnapshot rows = take();
         const Places places = placesOf(rows);
-        if (QCoreApplication *application = QCoreApplication::instance())
-            QMetaObject::invokeMethod(
-                application, [rows, places, keep] { keep(rows, places); }, Qt::QueuedConnection);
-    }));
+        core::postToApplication([rows, places, keep] { keep(rows, places); });
+    });
 }
 
 void TableSource::takeWhenSettled()

@@ -5,6 +5,7 @@
 
 #include "kv/cuserconfig.h"
 #include "services/smtptransfer.h"
+#include "threads/callqueue.h"
 
 namespace refhost {
 
@@ -37,7 +38,7 @@ struct MailService::Job
     std::thread thread;
 };
 
-MailService::MailService() = default;
+MailService::MailService() : calls(std::make_unique<core::CallQueue>()) {}
 
 MailService::~MailService()
 {
@@ -68,12 +69,7 @@ int MailService::send(const net::MailMessage &message, Progress progress, Done d
     const auto &job =
         jobs.emplace(id, std::make_unique<Job>(settings, message, std::move(progress), std::move(done))).first->second;
     if (const QString reason = settings.problem(); !reason.isEmpty()) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, id, reason] {
-                finish(id, {false, reason, {}});
-            },
-            Qt::QueuedConnection);
+        calls->post([this, id, reason] { finish(id, {false, reason, {}}); });
         return id;
     }
     job->thread = std::thread([this, id, transfer = &job->transfer] {
@@ -85,11 +81,9 @@ int MailService::send(const net::MailMessage &message, Progress progress, Done d
                 return;
             lastSent = sent;
             sinceTold.start();
-            QMetaObject::invokeMethod(
-                this, [this, id, sent, total] { showProgress(id, sent, total); }, Qt::QueuedConnection);
+            calls->post([this, id, sent, total] { showProgress(id, sent, total); });
         });
-        QMetaObject::invokeMethod(
-            this, [this, id, result] { finish(id, result); }, Qt::QueuedConnection);
+        calls->post([this, id, result] { finish(id, result); });
     });
     return id;
 }

@@ -1,20 +1,21 @@
 #pragma once
 
-#include <QtCore/QObject>
 #include <map>
 #include <memory>
 
 #include "net/cmailservice.h"
 #include "refhostexport.h"
 
+namespace core {
+class CallQueue;
+}
+
 namespace refhost {
 
 /// Sends mail by SMTP, with the settings (MailSettings) that the user's configuration has at the time. Each mail has a
 /// thread of its own while it is under way. GUI thread.
-class REFHOST_API MailService : public QObject, public net::CMailService
+class REFHOST_API MailService : public net::CMailService
 {
-    Q_OBJECT
-
 public:
     MailService();
     /// Breaks off what is under way, and tells nobody.
@@ -31,6 +32,7 @@ private:
     void showProgress(int id, qint64 sent, qint64 total);
     void finish(int id, const net::MailResult &result);
 
+    std::unique_ptr<core::CallQueue> calls; ///< of the jobs' threads
     std::map<int, std::unique_ptr<Job>> jobs;
     int lastId = 0;
 };

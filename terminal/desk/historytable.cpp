@@ -71,10 +71,9 @@ void HistoryTable::open(const QString &path)
 {
     setEmptyText(QStringLiteral("没有往日记录"));
     reader = std::make_unique<trading::HistoryReader>(path);
-    connect(reader.get(), &trading::HistoryReader::pageRead, this, &HistoryTable::take, Qt::QueuedConnection);
-    connect(
-        reader.get(), &trading::HistoryReader::choicesRead, this,
-        [this](const trading::HistoryChoices &found) { filters.setChoices(found); }, Qt::QueuedConnection);
+    connect(reader.get(), &trading::HistoryReader::pageRead, this, &HistoryTable::take);
+    connect(reader.get(), &trading::HistoryReader::choicesRead, this,
+            [this](const trading::HistoryChoices &found) { filters.setChoices(found); });
 }
 
 void HistoryTable::renew()

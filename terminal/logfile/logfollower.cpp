@@ -44,7 +44,7 @@ void LogFollower::run()
             continue;
         std::unique_lock<std::mutex> lock(mutex);
         if (!std::exchange(atEnd, true))
-            QMetaObject::invokeMethod(this, &LogFollower::take, Qt::QueuedConnection);
+            calls.post([this] { take(); });
         if (changed.wait_for(lock, pollInterval, [this] { return stopping; }))
             return;
     }
@@ -90,7 +90,7 @@ bool LogFollower::handOver(LogFileNews news)
         return false;
     waiting = std::move(news);
     atEnd = false;
-    QMetaObject::invokeMethod(this, &LogFollower::take, Qt::QueuedConnection);
+    calls.post([this] { take(); });
     return true;
 }
 

@@ -11,6 +11,7 @@
 
 #include "logfile/loglevels.h"
 #include "logfile/logtail.h"
+#include "threads/callqueue.h"
 
 namespace terminal {
 
@@ -64,9 +65,10 @@ private:
     void take();
 
     const QString filePath;
-    LogTail tail;     ///< of the reading thread
-    LogLevels levels; ///< of the reading thread
-    std::mutex mutex; ///< guards everything down to stopping
+    core::CallQueue calls; ///< of the reading thread
+    LogTail tail;          ///< of the reading thread
+    LogLevels levels;      ///< of the reading thread
+    std::mutex mutex;      ///< guards everything down to stopping
     std::condition_variable changed;
     std::optional<LogFileNews> waiting; ///< on its way to the GUI thread
     bool atEnd = false;

@@ -36,7 +36,7 @@ struct ProgramLog::State
     void wake()
     {
         if (!std::exchange(isWoken, true))
-            QMetaObject::invokeMethod(log, &ProgramLog::take, Qt::QueuedConnection);
+            log->calls.post([this] { log->take(); });
     }
 };
 

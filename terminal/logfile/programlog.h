@@ -4,6 +4,8 @@
 #include <QtCore/QString>
 #include <memory>
 
+#include "threads/callqueue.h"
+
 namespace terminal {
 
 /// Brings what the program logs, on whichever thread, to the GUI thread, together with the lines from before. While the
@@ -25,6 +27,7 @@ Q_SIGNALS:
 
 private:
     struct State;
+    core::CallQueue calls;        ///< of whoever logs
     std::shared_ptr<State> state; ///< shared with the listener, which may be at work when this ends
     int listener = 0;
 };

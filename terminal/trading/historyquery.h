@@ -2,7 +2,6 @@
 
 #include "trading/desktypes.h"
 
-#include <QtCore/QMetaType>
 #include <QtCore/QString>
 #include <string>
 #include <vector>
@@ -76,6 +75,3 @@ struct HistoryChoices
 };
 
 } // namespace trading
-
-Q_DECLARE_METATYPE(trading::HistoryPage)
-Q_DECLARE_METATYPE(trading::HistoryChoices)

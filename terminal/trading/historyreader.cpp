@@ -16,8 +16,6 @@ constexpr std::chrono::milliseconds progressPause(100);
 
 HistoryReader::HistoryReader(const QString &path, QObject *parent) : QObject(parent)
 {
-    qRegisterMetaType<HistoryPage>();
-    qRegisterMetaType<HistoryChoices>();
     thread = std::thread([this, path] { run(path); });
 }
 
@@ -56,16 +54,21 @@ void HistoryReader::run(const QString &path)
         if (!problem.isEmpty()) {
             HistoryPage failed;
             failed.problem = problem;
-            Q_EMIT pageRead(request.number, failed);
+            tell(request.number, std::move(failed));
             continue;
         }
         if (request.isAnew)
-            Q_EMIT choicesRead(search.choices());
+            calls.post([this, choices = search.choices()] { Q_EMIT choicesRead(choices); });
         if (request.isAnew || current != request.query)
             search.begin(request.query);
         current = request.query;
         serve(search, request);
     }
+}
+
+void HistoryReader::tell(qint64 number, HistoryPage page)
+{
+    calls.post([this, number, read = std::move(page)] { Q_EMIT pageRead(number, read); });
 }
 
 bool HistoryReader::isOvertaken()
@@ -83,7 +86,7 @@ void HistoryReader::serve(HistorySearch &search, Request &request)
     for (;;) {
         if (search.isSummed() || (search.isComplete() ? !toldRows : Clock::now() >= next)) {
             toldRows = search.isComplete();
-            Q_EMIT pageRead(request.number, search.page(request.start, request.count));
+            tell(request.number, search.page(request.start, request.count));
             next = Clock::now() + progressPause;
         }
         if (search.isSummed() || isOvertaken())

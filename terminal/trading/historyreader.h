@@ -1,5 +1,6 @@
 #pragma once
 
+#include "threads/callqueue.h"
 #include "trading/historyquery.h"
 
 #include <QtCore/QObject>
@@ -13,8 +14,8 @@ namespace trading {
 class HistorySearch;
 
 /// Reads the past of a desk file on a thread of its own, so that nobody waits for the disk. Only what was asked for
-/// last is answered; a search for something else ends within a step. ask() and the destructor belong to one thread,
-/// whose event loop brings the signals when connected to an object that lives there.
+/// last is answered; a search for something else ends within a step. Belongs to the thread that makes it, whose event
+/// loop brings the signals.
 class HistoryReader : public QObject
 {
     Q_OBJECT
@@ -29,7 +30,7 @@ public:
     void ask(const HistoryQuery &query, qint64 start, int count, bool anew);
 
 Q_SIGNALS:
-    /// On the reader's thread. number: of the call of ask() that it answers, from 1.
+    /// number: of the call of ask() that it answers, from 1.
     void pageRead(qint64 number, const trading::HistoryPage &page);
     void choicesRead(const trading::HistoryChoices &choices);
 
@@ -47,6 +48,9 @@ private:
     void serve(HistorySearch &search, Request &request);
     bool isOvertaken();
 
+    void tell(qint64 number, HistoryPage page);
+
+    core::CallQueue calls; ///< of the reading thread
     std::thread thread;
     std::mutex mutex; ///< guards everything below; not held while reading
     std::condition_variable changed;

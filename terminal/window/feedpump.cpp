@@ -71,12 +71,11 @@ void FeedPump::wake()
 {
     if (wakePosted.exchange(true))
         return;
-    const auto look = [this] {
+    calls.post([this] {
         wakePosted = false;
         if (!continuation.isActive())
             work();
-    };
-    QMetaObject::invokeMethod(this, look, Qt::QueuedConnection);
+    });
 }
 
 void FeedPump::timerEvent(QTimerEvent *event)

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "feed/marketfeed.h"
+#include "threads/callqueue.h"
 #include "window/marketlistener.h"
 #include "window/marketrecords.h"
 
@@ -83,6 +84,7 @@ private:
     void putQuotes();
     void completeBatch();
 
+    core::CallQueue calls; ///< of the feed's thread
     std::unique_ptr<feed::MarketFeed> source;
     MarketRecords records;
     Sink orderSink;

@@ -1,7 +1,9 @@
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QThread>
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtCore/QXmlStreamReader>
@@ -66,7 +68,7 @@ QString sheetText(const QString &path, const QString &sheet)
     return lines.join(QLatin1Char('\n'));
 }
 
-/// Holds up a filter that asks for its text until it is let go.
+/// Holds up a filter that asks for its text, and an export that asks for what it shows, until it is let go.
 class HeldRow : public OrderRow
 {
 public:
@@ -76,6 +78,12 @@ public:
     {
         opened.wait();
         return OrderRow::getFilterQString(column);
+    }
+    QString getDisplayQString(int column) override
+    {
+        if (QThread::currentThread() != QCoreApplication::instance()->thread()) // painted while it holds
+            opened.wait();
+        return OrderRow::getDisplayQString(column);
     }
 
 private:
@@ -325,8 +333,13 @@ TEST_F(TableExportTest, AFailureLeavesTheOldFileAndNothingBeside)
     for (const QString &name : {QStringLiteral("old.csv"), QStringLiteral("old.xlsx")}) {
         write(name, "old");
         fill(3000);
-        QTimer::singleShot(0, table,
-                           [this] { Q_EMIT grid()->findChildren<ZB::TaskStrip *>().last()->cancelRequested(); });
+        std::promise<void> written;
+        model->updateData(
+            boost::make_shared<HeldRow>(Order{"2999", "600900", "长江电力", 0, 1, 1}, written.get_future().share()));
+        QTimer::singleShot(0, table, [this, &written] {
+            Q_EMIT grid()->findChildren<ZB::TaskStrip *>().last()->cancelRequested();
+            written.set_value();
+        });
         EXPECT_FALSE(table->exportData(path(name)));
         QThreadPool::globalInstance()->waitForDone();
         EXPECT_EQ(contentOf(path(name)), "old");

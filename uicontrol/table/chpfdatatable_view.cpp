@@ -1,6 +1,4 @@
 #include <QtCore/QPointer>
-#include <QtCore/QRunnable>
-#include <QtCore/QThreadPool>
 #include <algorithm>
 
 #include "model/chpfdatamodel.h"
@@ -8,6 +6,7 @@
 #include "model/modelrelease.h"
 #include "pagemodel/chpfpagedatamodel.h"
 #include "table/chpfdatatable.h"
+#include "threads/poolwork.h"
 #include "zb/cuiresource.h"
 #include "zb/messagebox.h"
 
@@ -131,11 +130,11 @@ void CHpfDataTable::recount()
     if (dataModel->getExtraDataModel()->keyCount() <= fewRows)
         return dataModel->reCalcExStat();
     recounting = std::make_shared<std::atomic<bool>>(true);
-    QThreadPool::globalInstance()->start(QRunnable::create([model = dataModel, running = recounting]() mutable {
+    core::runInPool([model = dataModel, running = recounting]() mutable {
         model->reCalcExStat();
         *running = false;
         releaseModel(std::move(model));
-    }));
+    });
 }
 
 void CHpfDataTable::showEvent(QShowEvent *event)
