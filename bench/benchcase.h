@@ -14,6 +14,7 @@ struct BenchRow
     double ours = 0;
     double stock = 0;
     double ratio = 0;
+    long long records = 0; ///< records or lines that were held all the while; 0 where that is n
 };
 
 /// A group of figures. `quick` asks for smaller n.

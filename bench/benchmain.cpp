@@ -67,19 +67,30 @@ double medianOf(int rounds, const std::function<double()> &measure)
 
 namespace {
 
-void printRow(const BenchRow &row)
+long long recordsOf(const BenchRow &row)
 {
-    std::printf("%-26s %10lld  %14.6g %-10s", row.name.c_str(), row.n, row.ours, row.unit.c_str());
+    return row.records > 0 ? row.records : row.n;
+}
+
+void printRow(const BenchRow &row, bool quick)
+{
+    std::printf("%-26s %10lld of %10lld  %14.6g %-10s", row.name.c_str(), row.n, recordsOf(row), row.ours,
+                row.unit.c_str());
     if (row.stock > 0)
         std::printf(" stock %14.6g  ratio %10.4g", row.stock, row.ratio);
+    if (quick)
+        std::printf("  (quick)");
     std::printf("\n");
     std::fflush(stdout);
 }
 
-QJsonObject toJson(const BenchRow &row)
+/// A short run says so, beside its smaller n and its fewer records.
+QJsonObject toJson(const BenchRow &row, bool quick)
 {
     return {{"name", QString::fromStdString(row.name)},
             {"n", row.n},
+            {"records", recordsOf(row)},
+            {"quick", quick},
             {"unit", QString::fromStdString(row.unit)},
             {"ours", row.ours},
             {"stock", row.stock},
@@ -124,8 +135,8 @@ int main(int argc, char **argv)
         if (!wanted(benchCase.name, chosen))
             continue;
         for (const BenchRow &row : benchCase.run(quick)) {
-            printRow(row);
-            rows.append(toJson(row));
+            printRow(row, quick);
+            rows.append(toJson(row, quick));
         }
     }
     for (const std::function<void()> &letGo : endings())

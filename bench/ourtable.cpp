@@ -1,15 +1,19 @@
 #include "ourtable.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QPixmap>
 #include <boost/make_shared.hpp>
 
+#include "grid/gridview.h"
+#include "model/chpfdata.h"
 #include "stocktable.h"
 
 namespace bench {
 
 OurTable::OurTable()
     : model(boost::make_shared<KV::CHpfThreadDataModel>(orderMetaId(), kdservice::TraderStock)),
-      table(new KV::CHpfDataTable(990, orderMetaId(), nullptr, kdservice::TraderStock, false))
+      table(new KV::CHpfDataTable(990, orderMetaId(), nullptr, kdservice::TraderStock, false)),
+      grid(table->findChild<ZB::GridView *>())
 {
     table->setDataModel(model.get());
     table->resize(viewWidth, viewHeight);
@@ -50,9 +54,38 @@ int OurTable::column(int fieldId) const
     return table->getColumnIdByFileId(fieldId);
 }
 
-int OurTable::visibleCells() const
+std::vector<OurCell> OurTable::cells() const
 {
-    return (viewHeight / rowHeight - 2) * model->columnCount(); // header and statistics row take a row each
+    std::vector<quint64> rows;
+    std::vector<int> columns;
+    const QPoint middle = grid->rect().center();
+    for (int y = 0; y < grid->height(); ++y)
+        if (const auto [row, column] = grid->cellAt(QPoint(middle.x(), y));
+            column >= 0 && (rows.empty() || rows.back() != row))
+            rows.push_back(row);
+    for (int x = 0; x < grid->width(); ++x)
+        if (const int column = grid->cellAt(QPoint(x, middle.y())).second;
+            column >= 0 && (columns.empty() || columns.back() != column))
+            columns.push_back(column);
+    std::vector<OurCell> found;
+    auto shown = static_cast<int>(grid->firstVisibleRow());
+    for (const quint64 row : rows) {
+        for (const int column : columns)
+            found.push_back({shown, column, grid->cellRect(row, column)});
+        ++shown;
+    }
+    return found;
+}
+
+boost::shared_ptr<kdservice::IData> OurTable::recordAt(int row) const
+{
+    const auto data = boost::dynamic_pointer_cast<KV::CHpfData>(model->getData(row));
+    return data ? data->getIData() : nullptr;
+}
+
+QImage OurTable::picture() const
+{
+    return grid->grab().toImage();
 }
 
 } // namespace bench

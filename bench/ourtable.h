@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QRect>
+#include <QtGui/QImage>
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <vector>
@@ -8,9 +10,21 @@
 #include "orderset.h"
 #include "table/chpfdatatable.h"
 
+namespace ZB {
+class GridView;
+}
+
 namespace bench {
 
 using Records = std::vector<boost::shared_ptr<kdservice::IData>>;
+
+/// A cell of which at least a part is on the screen.
+struct OurCell
+{
+    int row; ///< as shown, from 0
+    int column;
+    QRect place; ///< in the grid
+};
 
 /// Our table over a threaded model, shown at the same size as the stock one.
 struct OurTable
@@ -26,10 +40,16 @@ struct OurTable
     /// The same records one by one, as callbacks deliver them.
     void updateEach(const Records &records);
     int column(int fieldId) const;
-    int visibleCells() const;
+    /// Row by row.
+    std::vector<OurCell> cells() const;
+    /// The record of a row as shown, from 0.
+    boost::shared_ptr<kdservice::IData> recordAt(int row) const;
+    /// The grid as it is on the screen.
+    QImage picture() const;
 
     boost::shared_ptr<KV::CHpfThreadDataModel> model;
     std::unique_ptr<KV::CHpfDataTable> table;
+    ZB::GridView *grid; ///< the table's
 };
 
 } // namespace bench

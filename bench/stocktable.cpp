@@ -2,7 +2,9 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QColor>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QHeaderView>
+#include <algorithm>
 
 #include "kdservice/typemanager.h"
 #include "model/fieldformatter.h"
@@ -170,17 +172,17 @@ StockProxy::StockProxy(QObject *parent) : QSortFilterProxyModel(parent)
 
 StockProxy::~StockProxy() = default;
 
-void StockProxy::setValues(int column, const QSet<QString> &values)
+void StockProxy::setValue(int column, const QString &value)
 {
     valueColumn = column;
-    accepted = values;
+    accepted = value;
     invalidateFilter();
 }
 
 bool StockProxy::filterAcceptsRow(int row, const QModelIndex &parent) const
 {
-    return accepted.isEmpty() ||
-           accepted.contains(sourceModel()->index(row, valueColumn, parent).data(Qt::DisplayRole).toString());
+    return valueColumn < 0 ||
+           sourceModel()->index(row, valueColumn, parent).data(StockModel::SortRole).toString() == accepted;
 }
 
 StockTable::StockTable() : model(new StockModel), proxy(new StockProxy), view(new QTableView)
@@ -200,8 +202,31 @@ StockTable::StockTable() : model(new StockModel), proxy(new StockProxy), view(ne
 void StockTable::load(std::vector<OrderPtr> orders)
 {
     model->setOrders(std::move(orders));
+    paint();
+}
+
+void StockTable::paint()
+{
     QCoreApplication::processEvents();
     view->viewport()->repaint();
+}
+
+int StockTable::visibleRows() const
+{
+    const int last = view->rowAt(view->viewport()->height() - 1);
+    return (last < 0 ? proxy->rowCount() : last + 1) - std::max(view->rowAt(0), 0);
+}
+
+int StockTable::visibleCells() const
+{
+    const int last = view->columnAt(view->viewport()->width() - 1);
+    const int columns = (last < 0 ? proxy->columnCount() : last + 1) - std::max(view->columnAt(0), 0);
+    return visibleRows() * columns;
+}
+
+QImage StockTable::picture() const
+{
+    return view->viewport()->grab().toImage();
 }
 
 } // namespace bench

@@ -2,8 +2,8 @@
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QHash>
-#include <QtCore/QSet>
 #include <QtCore/QSortFilterProxyModel>
+#include <QtGui/QImage>
 #include <QtWidgets/QTableView>
 #include <memory>
 #include <utility>
@@ -26,6 +26,7 @@ public:
     StockModel();
     ~StockModel() override;
 
+    const OrderPtr &order(int row) const { return orders[static_cast<std::size_t>(row)]; }
     /// Replaces all records.
     void setOrders(std::vector<OrderPtr> orders);
     int columnOfField(int fieldId) const;
@@ -52,7 +53,7 @@ private:
     std::vector<std::pair<const kdservice::FieldDes *, double>> sums;
 };
 
-/// Passes the rows whose text in one column is in a set.
+/// Passes the rows that have a value in one column; asks for the raw value, without formatting it.
 class StockProxy : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -61,15 +62,15 @@ public:
     explicit StockProxy(QObject *parent = nullptr);
     ~StockProxy() override;
 
-    /// An empty set passes everything.
-    void setValues(int column, const QSet<QString> &values);
+    /// Until the first call everything passes.
+    void setValue(int column, const QString &value);
 
 protected:
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:
     int valueColumn = -1;
-    QSet<QString> accepted;
+    QString accepted;
 };
 
 /// Model, proxy and view together, shown at the size that every table benchmark uses.
@@ -79,6 +80,12 @@ struct StockTable
     StockTable();
     /// Until they are painted.
     void load(std::vector<OrderPtr> orders);
+    /// Handles events and paints all of the rows in sight.
+    void paint();
+    /// Rows and cells of which at least a part is on the screen.
+    int visibleRows() const;
+    int visibleCells() const;
+    QImage picture() const;
 
     std::unique_ptr<StockModel> model;
     std::unique_ptr<StockProxy> proxy;

@@ -1,9 +1,12 @@
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
 
+#include "grid/gridview.h"
 #include "records/fieldids.h"
+#include "tablechecks.h"
 #include "tablesetting.h"
 
 namespace bench {
@@ -13,6 +16,9 @@ namespace {
 constexpr int paintRounds = 31;
 constexpr int pageRows = 40;    ///< a little more than the view shows
 constexpr int flashedRows = 33; ///< with six or seven changed cells in each
+constexpr int wantedFlashes = 200;
+constexpr int flashRounds = 9;
+constexpr int fadedMilliseconds = 600; ///< no flash is left after it
 
 /// Pages that follow no order, so that hardly any text is on two of them.
 class Pages
@@ -40,24 +46,28 @@ std::vector<BenchRow> paint(bool quick)
     TableSetting &s = TableSetting::instance(quick);
     s.sortByPrice();
     OurTable &ours = s.ours();
-    const int cells = ours.visibleCells();
     Pages pages(ours.model->size());
+    QImage before;
     const double jump = medianOf(paintRounds, [&] {
+        before = ours.picture();
         const int row = pages.nextRow();
         return secondsOf([&] {
             goTo(ours, row);
             ours.paint();
         });
     });
+    checkPicture(ours, before);
     const int two[] = {pages.nextRow(), pages.nextRow()};
     int turn = 0;
     const double seen = medianOf(paintRounds, [&] {
+        before = ours.picture();
         const int row = two[turn ^= 1];
         return secondsOf([&] {
             goTo(ours, row);
             ours.paint();
         });
     });
+    checkPicture(ours, before);
     const double theme = medianOf(paintRounds, [&] {
         return secondsOf([&] {
             ours.table->themeChanged();
@@ -66,22 +76,27 @@ std::vector<BenchRow> paint(bool quick)
     });
     double stockJump = 0;
     double stockSeen = 0;
+    double stockCells = 1;
     if (isStockWanted()) {
         StockTable &stock = s.stock();
+        stockCells = stock.visibleCells();
         stockJump = medianOf(paintRounds, [&] {
+            before = stock.picture();
             const int row = pages.nextRow();
             return secondsOf([&] {
                 stock.view->verticalScrollBar()->setValue(row);
                 stock.view->viewport()->repaint();
             });
         });
+        checkRepainted(before, stock.picture(), "the stock table");
         stockSeen = medianOf(paintRounds, [&] { return secondsOf([&] { stock.view->viewport()->repaint(); }); });
     }
-    const double perCell = 1e6 / cells;
-    return {smallerIsBetter("table.repaint", cells, "us/cell", jump * perCell, stockJump * perCell),
-            smallerIsBetter("table.repaint_seen", cells, "us/cell", seen * perCell, stockSeen * perCell),
-            smallerIsBetter("table.jump", 1, "ms", jump * toMilliseconds, stockJump * toMilliseconds),
-            smallerIsBetter("table.theme", 1, "ms", theme * toMilliseconds, 0)};
+    const auto cells = static_cast<int>(ours.cells().size());
+    const auto perCell = [&](const char *name, double ourSeconds, double stockSeconds) {
+        return s.row(name, cells, "us/cell", 1e6 * ourSeconds / cells, 1e6 * stockSeconds / stockCells);
+    };
+    return {perCell("table.repaint", jump, stockJump), perCell("table.repaint_seen", seen, stockSeen),
+            s.milliseconds("table.jump", 1, jump, stockJump), s.milliseconds("table.theme", 1, theme, 0)};
 }
 
 void wheel(QWidget *widget, int delta)
@@ -98,32 +113,69 @@ std::vector<BenchRow> scroll(bool quick)
     constexpr int oneStep = -120;
     TableSetting &s = TableSetting::instance(quick);
     OurTable &ours = s.ours();
+    goTo(ours, 0);
+    ours.paint();
     QWidget *const target = ours.table->childAt(viewWidth / 2, viewHeight / 2);
+    QImage before;
     const double ourTime = medianOf(steps, [&] {
+        before = ours.picture();
         return secondsOf([&] {
             wheel(target, oneStep);
             ours.paint();
         });
     });
-    const double stockTime = medianOf(isStockWanted() ? steps : 1, [&] {
-        return stockSecondsOf([&] {
-            wheel(s.stock().view->viewport(), oneStep);
-            s.stock().view->viewport()->repaint();
+    checkPicture(ours, before);
+    double stockTime = 0;
+    if (isStockWanted()) {
+        StockTable &stock = s.stock();
+        stock.view->verticalScrollBar()->setValue(0);
+        stockTime = medianOf(steps, [&] {
+            return secondsOf([&] {
+                wheel(stock.view->viewport(), oneStep);
+                stock.view->viewport()->repaint();
+            });
         });
-    });
-    return {smallerIsBetter("table.scroll", 1, "ms", ourTime * toMilliseconds, stockTime * toMilliseconds)};
+        const qint64 ourRows = ours.grid->firstVisibleRow();
+        if (ourRows != stock.view->rowAt(0))
+            qFatal("%d steps of the wheel went to row %lld of ours and row %d of the stock table", steps, ourRows,
+                   stock.view->rowAt(0));
+    }
+    return {s.milliseconds("table.scroll", 1, ourTime, stockTime)};
 }
 
-/// What the first rows show, cell by cell.
-std::vector<QString> shownTexts(const OurTable &ours, int rows)
+/// The cells on the screen at one moment.
+struct Screen
 {
-    std::vector<QString> texts;
-    for (int row = 0; row < rows; ++row) {
-        const auto data = ours.model->getData(row);
-        for (int column = 0; column < ours.model->columnCount(); ++column)
-            texts.push_back(data->getDisplayQString(column));
+    explicit Screen(const OurTable &ours) : cells(ours.cells()), picture(ours.picture())
+    {
+        for (const OurCell &cell : cells)
+            texts.push_back(ours.model->getData(cell.row)->getDisplayQString(cell.column));
     }
-    return texts;
+    QRgb ground(std::size_t cell) const { return picture.pixel(cells[cell].place.topLeft() + QPoint(1, 1)); }
+
+    std::vector<OurCell> cells;
+    QImage picture;
+    std::vector<QString> texts;
+};
+
+/// The number of cells that were painted anew; fails loudly unless these are the ones with other texts, and those of
+/// them flash that should.
+int paintedCells(const OurTable &ours, const Screen &before, const Screen &after)
+{
+    int painted = 0;
+    for (std::size_t at = 0; at < after.cells.size(); ++at) {
+        const OurCell &cell = after.cells[at];
+        const bool isOther = before.texts[at] != after.texts[at];
+        if (isOther != (before.picture.copy(cell.place) != after.picture.copy(cell.place)))
+            qFatal("column %d of row %d changed from %s to %s and was%s painted", cell.column, cell.row,
+                   qUtf8Printable(before.texts[at]), qUtf8Printable(after.texts[at]), isOther ? " not" : "");
+        if ((isOther && ours.model->columnFlashChange(cell.column)) != (before.ground(at) != after.ground(at)))
+            qFatal("column %d of row %d does not flash as it should", cell.column, cell.row);
+        painted += isOther ? 1 : 0;
+    }
+    if (painted < wantedFlashes)
+        qFatal("only %d cells changed", painted);
+    return painted;
 }
 
 std::vector<BenchRow> flash(bool quick)
@@ -132,8 +184,7 @@ std::vector<BenchRow> flash(bool quick)
     OurTable &ours = s.ours();
     ours.table->setSortColumns({});
     ours.model->size();
-    ours.table->scrollToKey(s.orders().front()->getKey());
-    ours.paint();
+    goTo(ours, 0);
     std::mt19937 random(3);
     const auto changes = [&] {
         Records list;
@@ -141,18 +192,19 @@ std::vector<BenchRow> flash(bool quick)
             list.push_back(withOtherDeal(s.orders()[i], random));
         return list;
     };
-    int changedCells = 0; // in the last round
-    const double ourTime = medianOf(paintRounds, [&] {
+    int painted = 0; // in the last round
+    const double ourTime = medianOf(flashRounds, [&] {
+        QElapsedTimer fading;
+        for (fading.start(); fading.elapsed() < fadedMilliseconds;)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+        ours.paint();
         const Records list = changes();
-        const std::vector<QString> before = shownTexts(ours, flashedRows);
+        const Screen before(ours);
         const double seconds = secondsOf([&] {
             ours.update(list);
             ours.paint();
         });
-        const std::vector<QString> after = shownTexts(ours, flashedRows);
-        changedCells = 0;
-        for (std::size_t cell = 0; cell < before.size(); ++cell)
-            changedCells += before[cell] != after[cell] ? 1 : 0;
+        painted = paintedCells(ours, before, Screen(ours));
         return seconds;
     });
     double stockTime = 0;
@@ -161,58 +213,25 @@ std::vector<BenchRow> flash(bool quick)
         stock.proxy->sort(-1);
         stock.view->verticalScrollBar()->setValue(0);
         QCoreApplication::processEvents();
-        stockTime = medianOf(paintRounds, [&] {
+        stockTime = medianOf(flashRounds, [&] {
             const Records list = changes();
-            return secondsOf([&] {
+            const QImage before = stock.picture();
+            const double seconds = secondsOf([&] {
                 for (const auto &order : list)
                     stock.model->update(boost::static_pointer_cast<refhost::OrderRecord>(order));
                 stock.view->viewport()->repaint();
             });
+            checkRepainted(before, stock.picture(), "changed cells of the stock table");
+            return seconds;
         });
     }
-    return {smallerIsBetter("table.flash", changedCells, "ms", ourTime * toMilliseconds, stockTime * toMilliseconds)};
-}
-
-/// A desk's day compressed: 100,000 updates a second under a sort and a filter, half of them of the sorted column.
-std::vector<BenchRow> frames(bool quick)
-{
-    constexpr int framesPerSecond = 60;
-    constexpr int perFrame = 100000 / framesPerSecond;
-    TableSetting &s = TableSetting::instance(quick);
-    OurTable &ours = s.ours();
-    s.sortByPrice();
-    const int column = ours.column(refhost::OrderDirection);
-    QPair<ZB::EFilterType, QSet<QString>> filter(ZB::FilterExact, {ours.model->getData(0)->getFilterQString(column)});
-    ours.model->filterColumn(column, filter);
-    ours.model->size();
-    const int seconds = quick ? 5 : 60;
-    std::vector<double> times;
-    for (int frame = 0; frame < seconds * framesPerSecond; ++frame) {
-        Records changes;
-        for (const auto change : {withOtherPrice, withOtherFill})
-            for (const OrderPtr &order : s.changed(perFrame / 2, change))
-                changes.push_back(order);
-        times.push_back(secondsOf([&] {
-            ours.update(changes);
-            ours.paint();
-        }));
-    }
-    ours.model->clearFilter();
-    std::sort(times.begin(), times.end());
-    const auto at = [&](double part) {
-        return times[static_cast<std::size_t>(part * static_cast<double>(times.size() - 1))] * toMilliseconds;
-    };
-    const auto n = static_cast<long long>(times.size());
-    return {smallerIsBetter("table.frames_p50", n, "ms", at(0.5), 0),
-            smallerIsBetter("table.frames_p99", n, "ms", at(0.99), 0),
-            smallerIsBetter("table.frames_worst", n, "ms", at(1), 0)};
+    return {s.milliseconds("table.flash", painted, ourTime, stockTime)};
 }
 
 const BenchRegistration registrations[] = {
     {"table.repaint", paint},
     {"table.scroll", scroll},
     {"table.flash", flash},
-    {"table.frames", frames},
 };
 
 } // namespace

@@ -32,8 +32,17 @@ public:
     /// New records for keys drawn at random.
     using Change = OrderPtr (*)(const OrderPtr &order, std::mt19937 &random);
     std::vector<OrderPtr> changed(int howMany, Change change);
+    std::vector<OrderPtr> changed(const std::vector<std::size_t> &drawn, Change change);
+    /// Places in orders().
+    std::vector<std::size_t> drawn(int howMany);
+    /// Some of the records, from first to last.
+    Records sample() const;
     /// Records under new keys.
     std::vector<OrderPtr> added(int howMany);
+
+    /// A figure that is the better the smaller it is; says how many records the tables had.
+    BenchRow row(const char *name, long long n, const char *unit, double ours, double stock) const;
+    BenchRow milliseconds(const char *name, long long n, double ourSeconds, double stockSeconds) const;
 
     static constexpr int batch = 2000;
 
