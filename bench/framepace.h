@@ -49,7 +49,7 @@ void handleEvents();
 /// is that of `take` and of every event that is there then; between frames the thread sleeps, so that no work of the
 /// table stays uncounted. Who takes longer than a frame misses the next ones, and has to take up to two frames' updates
 /// at once; more than that is left out and shows in the rate. `prepare` makes so many updates, outside of the clock.
-/// Fails loudly when frames were not painted. At least one frame.
+/// Fails loudly when most frames were not painted. At least one frame.
 FrameTimes pacedFrames(const FramePlan &plan, QWidget *painted, const std::function<void(int count)> &prepare,
                        const std::function<void()> &take);
 

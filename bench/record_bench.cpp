@@ -1,6 +1,8 @@
 #include <QtCore/QCoreApplication>
 #include <algorithm>
 
+#include "framepace.h"
+#include "grid/gridview.h"
 #include "records/fieldids.h"
 #include "stockrecords.h"
 #include "table/cdatatable.h"
@@ -11,10 +13,9 @@ namespace bench {
 namespace {
 
 constexpr int recordCount = 10000;
-constexpr int framesPerSecond = 60;
-constexpr int updatesPerFrame = 50000 / framesPerSecond + 1;
-constexpr int framesPerSum = framesPerSecond / 10; ///< sums come ten times a second
+constexpr int updatesPerSecond = 50000;
 constexpr int filterRounds = 15;
+constexpr int stockFilterRounds = 7;
 
 /// Our table with the records in it, as a panel holds them.
 class OurRecords
@@ -48,81 +49,116 @@ struct Update
     int field;
 };
 
-/// What a feed changes in a frame: prices and fills of records drawn at random.
-std::vector<Update> draw(std::vector<OrderPtr> &orders, std::mt19937 &random)
+/// A feed: prices and fills of records drawn at random.
+class Feed
 {
-    std::vector<Update> updates;
-    for (int i = 0; i < updatesPerFrame; ++i) {
-        OrderPtr &order = orders[std::uniform_int_distribution<std::size_t>(0, orders.size() - 1)(random)];
-        const bool isPrice = i % 2 == 0;
-        order = isPrice ? withOtherPrice(order, random) : withOtherFill(order, random);
-        updates.push_back({order, isPrice ? refhost::OrderPrice : refhost::OrderFilled});
-    }
-    return updates;
-}
+public:
+    explicit Feed(std::vector<OrderPtr> list) : orders(std::move(list)), random(5) {}
 
-/// What frames take, in milliseconds.
-struct FrameTimes
-{
-    double median = 0;
-    double p99 = 0; ///< 99 of 100 stay below
+    void prepare(int count)
+    {
+        updates.clear();
+        former.clear();
+        for (int i = 0; i < count; ++i) {
+            OrderPtr &order = orders[std::uniform_int_distribution<std::size_t>(0, orders.size() - 1)(random)];
+            const bool isPrice = i % 2 == 0;
+            former.push_back(order);
+            order = isPrice ? withOtherPrice(order, random) : withOtherFill(order, random);
+            updates.push_back({order, isPrice ? refhost::OrderPrice : refhost::OrderFilled});
+        }
+    }
+    const std::vector<Update> &next() const { return updates; }
+    /// The records as they are after all updates.
+    const std::vector<OrderPtr> &present() const { return orders; }
+
+private:
+    std::vector<OrderPtr> orders;
+    std::mt19937 random;
+    std::vector<Update> updates;
+    std::vector<OrderPtr> former; ///< those that go with these updates: the host lets them go, and not within a frame
 };
 
-template <typename Take, typename Sum>
-FrameTimes frames(int seconds, std::vector<OrderPtr> orders, Take take, Sum sum)
+/// Fails loudly unless a table shows the price and the fill of each record. textOf: what the table shows, by the
+/// record's place and field.
+template <typename TextOf>
+void checkTexts(const std::vector<OrderPtr> &orders, const char *whose, TextOf textOf)
 {
-    std::mt19937 random(5);
-    std::vector<double> times;
-    for (int frame = 0; frame < seconds * framesPerSecond; ++frame) {
-        const std::vector<Update> updates = draw(orders, random);
-        times.push_back(secondsOf([&] {
-            if (frame % framesPerSum == 0)
-                sum();
-            take(updates);
-        }));
-    }
-    std::sort(times.begin(), times.end());
-    return {times[times.size() / 2] * toMilliseconds, times[times.size() * 99 / 100] * toMilliseconds};
+    for (std::size_t place = 0; place < orders.size(); ++place)
+        for (const int field : {refhost::OrderPrice, refhost::OrderFilled}) {
+            const QString wanted = StockRecords::formatted(orders[place], field);
+            if (const QString shown = textOf(place, field); shown != wanted)
+                qFatal("%s table shows %s and not %s in record %zu", whose, qUtf8Printable(shown),
+                       qUtf8Printable(wanted), place);
+        }
+}
+
+/// Fails loudly unless prices fall from row to row. priceOf: by the number of the row.
+template <typename PriceOf>
+void checkFalling(const char *whose, PriceOf priceOf)
+{
+    for (int row = 1; row < recordCount; ++row)
+        if (priceOf(row) > priceOf(row - 1))
+            qFatal("row %d of %s table is out of order", row, whose);
+}
+
+FrameTimes ourFrames(const std::vector<OrderPtr> &orders, bool sorted, double seconds)
+{
+    OurRecords ours(orders);
+    const int price = ours.table.fieldID2columnID(refhost::OrderPrice);
+    if (sorted)
+        ours.table.setSortColumns({{price, 1}});
+    ours.paint();
+    Feed feed(orders);
+    const FrameTimes times = pacedFrames(
+        {seconds, updatesPerSecond}, ours.table.findChild<ZB::GridView *>(), [&](int count) { feed.prepare(count); },
+        [&] {
+            for (const Update &update : feed.next())
+                ours.table.updateDataField(update.order, update.field, false);
+            ours.table.updateTable();
+        });
+    checkTexts(feed.present(), "our", [&](std::size_t place, int field) {
+        return ours.table.cellText(ours.table.keyToRowID(orders[place]->getKey()), ours.table.fieldID2columnID(field));
+    });
+    const QVector<int> rows = ours.table.rows();
+    if (sorted)
+        checkFalling("our", [&](int row) { return ours.table.getData(rows[row])->getDouble(refhost::OrderPrice); });
+    return times;
+}
+
+FrameTimes stockFrames(const std::vector<OrderPtr> &orders, bool sorted, double seconds)
+{
+    StockRecords stock(orders);
+    if (sorted)
+        stock.sortBy(stock.columnOfField(refhost::OrderPrice), Qt::DescendingOrder);
+    Feed feed(orders);
+    const FrameTimes times = pacedFrames(
+        {seconds, updatesPerSecond}, stock.viewport(), [&](int count) { feed.prepare(count); },
+        [&] {
+            for (const Update &update : feed.next())
+                stock.updateField(update.order, update.field);
+            stock.fade();
+        });
+    checkTexts(feed.present(), "the stock", [&](std::size_t place, int field) { return stock.text(place, field); });
+    if (sorted)
+        checkFalling("the stock", [&](int row) { return stock.numberAt(row, refhost::OrderPrice); });
+    return times;
 }
 
 std::vector<BenchRow> updateFields(bool quick)
 {
     const std::vector<OrderPtr> orders = makeOrders(recordCount, 17);
-    const int seconds = quick ? 2 : 20;
-    const int stockSeconds = 2;
     std::vector<BenchRow> rows;
     for (const bool sorted : {false, true}) {
-        OurRecords ours(orders);
-        const int column = ours.table.fieldID2columnID(refhost::OrderPrice);
-        if (sorted)
-            ours.table.setSortColumns({{column, 1}});
-        ours.paint();
-        const FrameTimes ourTimes = frames(
-            seconds, orders,
-            [&](const std::vector<Update> &updates) {
-                for (const Update &update : updates)
-                    ours.table.updateDataField(update.order, update.field, false);
-                ours.paint();
-            },
-            [&] { ours.table.onTimer(); });
-        FrameTimes stockTimes;
-        if (isStockWanted()) {
-            StockRecords stock(orders);
-            if (sorted)
-                stock.sortBy(stock.columnOfField(refhost::OrderPrice), Qt::DescendingOrder);
-            stockTimes = frames(
-                stockSeconds, orders,
-                [&](const std::vector<Update> &updates) {
-                    for (const Update &update : updates)
-                        stock.updateField(update.order, update.field);
-                    stock.paint();
-                },
-                [&] { stock.sums(); });
-        }
-        const char *const names[][2] = {{"record.update_10k", "record.update_10k_p50"},
-                                        {"record.update_sorted_10k", "record.update_sorted_p50"}};
-        rows.push_back(smallerIsBetter(names[sorted][0], recordCount, "ms p99", ourTimes.p99, stockTimes.p99));
-        rows.push_back(smallerIsBetter(names[sorted][1], recordCount, "ms", ourTimes.median, stockTimes.median));
+        const FrameTimes ours = ourFrames(orders, sorted, quick ? 3 : 20);
+        FrameTimes stock;
+        if (isStockWanted())
+            stock = stockFrames(orders, sorted, quick ? 3 : 5);
+        const auto row = [&](const char *name, const char *unit, double FrameTimes::*part) {
+            rows.push_back(smallerIsBetter(name, ours.frames, unit, ours.*part, stock.*part));
+            rows.back().records = recordCount;
+        };
+        row(sorted ? "record.update_sorted_10k" : "record.update_10k", "ms p99", &FrameTimes::p99);
+        row(sorted ? "record.update_sorted_p50" : "record.update_10k_p50", "ms", &FrameTimes::median);
     }
     return rows;
 }
@@ -144,8 +180,7 @@ std::vector<BenchRow> refilter(bool)
     }
     filter(chosen);
 
-    double stockNarrower = 0;
-    double stockWider = 0;
+    std::vector<double> stockNarrower, stockWider;
     if (isStockWanted()) {
         StockRecords stock(orders);
         const int stockColumn = stock.columnOfField(refhost::OrderStatus);
@@ -153,17 +188,20 @@ std::vector<BenchRow> refilter(bool)
             stock.filter(stockColumn, values);
             stock.paint();
         };
-        stockNarrower = secondsOf([&] { stockFilter(chosen); });
-        if (stock.shownRows() != ours.table.rowCount())
-            qFatal("the tables do not agree on the filter: %d and %d rows", ours.table.rowCount(), stock.shownRows());
-        stockWider = secondsOf([&] { stockFilter({}); });
+        for (int round = 0; round < stockFilterRounds; ++round) {
+            stockNarrower.push_back(secondsOf([&] { stockFilter(chosen); }));
+            if (stock.shownRows() != ours.table.rowCount())
+                qFatal("the tables do not agree on the filter: %d and %d rows", ours.table.rowCount(),
+                       stock.shownRows());
+            stockWider.push_back(secondsOf([&] { stockFilter({}); }));
+        }
     }
     const auto median = [](std::vector<double> &times) {
         std::sort(times.begin(), times.end());
-        return times[times.size() / 2] * toMilliseconds;
+        return times.empty() ? 0 : times[times.size() / 2] * toMilliseconds;
     };
-    return {smallerIsBetter("record.refilter_10k", recordCount, "ms", median(narrower), stockNarrower * toMilliseconds),
-            smallerIsBetter("record.unfilter_10k", recordCount, "ms", median(wider), stockWider * toMilliseconds)};
+    return {smallerIsBetter("record.refilter_10k", recordCount, "ms", median(narrower), median(stockNarrower)),
+            smallerIsBetter("record.unfilter_10k", recordCount, "ms", median(wider), median(stockWider))};
 }
 
 const BenchRegistration registrations[] = {

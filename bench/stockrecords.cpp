@@ -19,6 +19,8 @@ namespace bench {
 
 namespace {
 
+constexpr int summedProperty = 1;
+constexpr int sumMilliseconds = 100;
 constexpr int flashProperty = 6;
 constexpr int flashMilliseconds = 500;
 constexpr int flashSteps = 16;
@@ -114,6 +116,8 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
          kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock)) {
         if (field->getProperty(flashProperty))
             flashingColumns.push_back(static_cast<int>(fields.size()));
+        if (field->getProperty(summedProperty))
+            sums.push_back({field, 0, QString()});
         fields.push_back(field);
     }
     const int columns = static_cast<int>(fields.size());
@@ -129,6 +133,8 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
             table->setItem(row, column, item);
         }
         keyItems.push_back(table->item(row, 0));
+        for (Sum &sum : sums)
+            sum.value += numberOf(order, *sum.field);
     }
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
@@ -137,6 +143,8 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
     table->setItemDelegate(new FlashDelegate(table.get()));
     table->resize(viewWidth, viewHeight);
     table->show();
+    QObject::connect(&sumTimer, &QTimer::timeout, table.get(), [this] { showSums(); });
+    sumTimer.start(sumMilliseconds);
     QCoreApplication::processEvents();
 }
 
@@ -173,6 +181,9 @@ void StockRecords::updateField(const OrderPtr &order, int fieldId)
     KV::formatField(order, &field, fieldId, text, colorKey, unit, value, kdservice::TraderStock);
     auto *item = static_cast<NumberItem *>(table->item(table->row(keyItems[place]), column));
     const double number = numberOf(order, field);
+    for (Sum &sum : sums)
+        if (sum.field == &field)
+            sum.value += number - item->number;
     if (field.getProperty(flashProperty)) {
         item->change = number - item->number;
         item->changedAt = now();
@@ -192,18 +203,28 @@ int StockRecords::shownRows() const
     return table->rowCount() - table->verticalHeader()->hiddenSectionCount();
 }
 
-QStringList StockRecords::sums() const
+void StockRecords::showSums()
 {
-    QStringList texts;
-    for (const kdservice::FieldDes *field : fields) {
-        if (!field->getProperty(1))
-            continue;
-        long double sum = 0;
-        for (const OrderPtr &order : orders)
-            sum += static_cast<long double>(numberOf(order, *field));
-        texts << ZB::formatDoubleNumber(sum, field->precision, utils::FormatNone, false, QString());
-    }
-    return texts;
+    for (Sum &sum : sums)
+        sum.text = ZB::formatDoubleNumber(sum.value, sum.field->precision, utils::FormatNone, false, QString());
+}
+
+QString StockRecords::text(std::size_t place, int fieldId) const
+{
+    return table->item(table->row(keyItems[place]), columnOfField(fieldId))->text();
+}
+
+double StockRecords::numberAt(int row, int fieldId) const
+{
+    return static_cast<const NumberItem *>(table->item(row, columnOfField(fieldId)))->number;
+}
+
+QString StockRecords::formatted(const OrderPtr &order, int fieldId)
+{
+    QString text, colorKey, unit;
+    QVariant value;
+    KV::formatField(order, order->getFieldDes(fieldId), fieldId, text, colorKey, unit, value, kdservice::TraderStock);
+    return text;
 }
 
 void StockRecords::sortBy(int column, Qt::SortOrder order)
@@ -212,7 +233,6 @@ void StockRecords::sortBy(int column, Qt::SortOrder order)
     table->setSortingEnabled(true);
 }
 
-/// Asks for the cells in sight whose flash has faded by a step.
 void StockRecords::fade()
 {
     const int first = table->rowAt(0);

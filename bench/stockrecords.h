@@ -2,6 +2,7 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QSet>
+#include <QtCore/QTimer>
 #include <QtWidgets/QTableWidget>
 #include <memory>
 #include <vector>
@@ -23,20 +24,37 @@ public:
     /// Rows whose text in the column is not among these are hidden; an empty set shows all.
     void filter(int column, const QSet<QString> &values);
     int shownRows() const;
-    /// Sums of the summed columns from the records, as texts in a row of labels would show them.
-    QStringList sums() const;
     void sortBy(int column, Qt::SortOrder order);
+    /// Asks for the cells in sight whose flash has faded by a step.
+    void fade();
+    /// With what has to be painted.
     void paint();
 
+    /// What a cell shows; place: of the record in the list that was given.
+    QString text(std::size_t place, int fieldId) const;
+    double numberAt(int row, int fieldId) const;
+    QWidget *viewport() const { return table->viewport(); }
+    /// What a field shows.
+    static QString formatted(const OrderPtr &order, int fieldId);
+
 private:
-    void fade();
     void setCell(QTableWidgetItem &item, const OrderPtr &order, const kdservice::FieldDes &field);
+    void showSums();
+
+    struct Sum
+    {
+        const kdservice::FieldDes *field;
+        long double value = 0;
+        QString text; ///< as a label would show it
+    };
 
     std::vector<OrderPtr> orders;
     std::vector<kdservice::FieldDes *> fields;
     std::vector<int> flashingColumns;
     std::vector<QTableWidgetItem *> keyItems; ///< by order: in its row, wherever that is
     QHash<quint64, int> placeOfKey;
+    std::vector<Sum> sums; ///< kept up to date with every change
+    QTimer sumTimer;
     std::unique_ptr<QTableWidget> table;
 };
 

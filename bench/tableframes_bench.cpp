@@ -26,11 +26,13 @@ public:
     void prepare(int count, const std::vector<int> &inSight)
     {
         changes.clear();
+        former.clear();
         for (int i = 0; i < count; ++i) {
             const bool shown = i % inSightShare == 0 && !inSight.empty();
             const std::size_t place =
                 shown ? static_cast<std::size_t>(inSight[draw(inSight.size())]) : draw(orders.size());
             OrderPtr &order = orders[place];
+            former.push_back(order);
             order = i % 2 == 0 ? withOtherFill(order, random) : withOtherPrice(order, random);
             changes.push_back(order);
         }
@@ -50,6 +52,7 @@ private:
     std::vector<OrderPtr> orders;
     std::mt19937 random;
     std::vector<OrderPtr> changes;
+    std::vector<OrderPtr> former; ///< those that go with these changes: the host lets them go, and not within a frame
 };
 
 int placeOf(const kdservice::IData &order)
