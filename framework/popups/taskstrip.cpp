@@ -18,6 +18,8 @@ TaskStrip::TaskStrip(QWidget *parent) : QWidget(parent), stop(linkButton(QString
 
 void TaskStrip::setTask(const QString &text)
 {
+    if (task == text)
+        return;
     task = text;
     update();
 }

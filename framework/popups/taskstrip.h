@@ -18,6 +18,7 @@ public:
     explicit TaskStrip(QWidget *parent);
 
     void setTask(const QString &text);
+    const QString &taskText() const { return task; }
     /// In thousandths.
     void setProgress(int progress);
     int progress() const;

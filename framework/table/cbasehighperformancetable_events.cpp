@@ -27,7 +27,6 @@ void CBaseHighPerformanceTable::Private::connectGrid()
         grid->scrollToFollowedEdge();
         updatePaging();
     });
-    overlay.workStrip()->setTask(QStringLiteral("正在排序和筛选"));
     QObject::connect(overlay.workStrip(), &TaskStrip::cancelRequested, q, [this] {
         q->cancelWork();
         housekeep();

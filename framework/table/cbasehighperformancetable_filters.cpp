@@ -83,6 +83,16 @@ void CBaseHighPerformanceTable::cancelWork()
         HpfModelAccess::cancel(*d->model);
 }
 
+QString CBaseHighPerformanceTable::workText() const
+{
+    return QStringLiteral("正在排序和筛选");
+}
+
+quint64 CBaseHighPerformanceTable::workNumber() const
+{
+    return 0;
+}
+
 void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
     if (!d->model || !columnFilterable(column) || type < FilterExact || type > FilterExcept)

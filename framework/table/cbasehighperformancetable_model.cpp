@@ -1,6 +1,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <algorithm>
+#include <utility>
 
 #include "popups/pagingbar.h"
 #include "popups/taskstrip.h"
@@ -195,8 +196,10 @@ void CBaseHighPerformanceTable::Private::updateWork()
         return;
     }
     HpfModelAccess::step(*model, 0);
-    if (!workClock.isValid())
+    const quint64 number = q->workNumber();
+    if (std::exchange(workNumber, number) != number || !workClock.isValid())
         workClock.start();
+    overlay.workStrip()->setTask(q->workText());
     overlay.workStrip()->setProgress(progress);
     overlay.workStrip()->setVisible(workClock.elapsed() >= workShownAfterMilliseconds);
 }

@@ -83,7 +83,8 @@ public:
     bool requestingPage = false;       ///< the page event on its way comes from the paging bar
     GridRowId reportedRow = NoGridRow; ///< told by the last event 70
     int ticks = 0;
-    QElapsedTimer workClock; ///< since work is pending
+    QElapsedTimer workClock; ///< since the work of this number is pending
+    quint64 workNumber = 0;
 
 protected:
     void lookApplied(const PopupLook &around) override;

@@ -37,17 +37,21 @@ HpfModelState::PutResult HpfModelState::put(const Row &row)
     return change.result;
 }
 
-void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told)
+void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told,
+                           const std::function<bool(int)> &goOn)
 {
     std::vector<Change> changes;
     changes.reserve(std::min(changesPerPiece, static_cast<std::size_t>(rows.size())));
+    int through = 0;
     const auto applyPiece = [&] {
         applyAll(changes.data(), changes.size());
         for (const Change &change : changes)
             told(change.row, change.result);
         changes.clear();
+        return !goOn || goOn(through);
     };
     for (const Row &row : rows) {
+        ++through;
         std::string key = row ? row->key() : std::string();
         if (key.empty())
             continue;
@@ -55,8 +59,8 @@ void HpfModelState::putAll(const QVector<Row> &rows, const std::function<void(co
         change.row = row;
         change.key = std::move(key);
         change.hash = kdservice::hashOfKey(change.key);
-        if (changes.size() == changesPerPiece)
-            applyPiece();
+        if (changes.size() == changesPerPiece && !applyPiece())
+            return;
     }
     applyPiece();
 }

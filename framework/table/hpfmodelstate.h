@@ -44,8 +44,10 @@ public:
         Replaced
     };
     PutResult put(const Row &row);
-    /// `told` is called for every row with what became of it, without the lock.
-    void putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told);
+    /// `told` is called for every row with what became of it, without the lock. `goOn`, where there is one, is asked
+    /// after every piece and told how many of the rows are through; when it says no, the rest is left out.
+    void putAll(const QVector<Row> &rows, const std::function<void(const Row &, PutResult)> &told,
+                const std::function<bool(int)> &goOn);
     /// How many there were.
     int remove(const std::string *keys, int count);
     void clear();

@@ -68,14 +68,20 @@ bool IBaseHpfTableModel::updateData(const Row &row)
 
 void IBaseHpfTableModel::updateDatas(const QVector<Row> &rows)
 {
+    updateDatas(rows, nullptr);
+}
+
+void IBaseHpfTableModel::updateDatas(const QVector<Row> &rows, const std::function<bool(int)> &goOn)
+{
     if (rows.isEmpty())
         return;
-    state->putAll(rows, [this](const Row &row, HpfModelState::PutResult result) {
+    const auto tell = [this](const Row &row, HpfModelState::PutResult result) {
         if (result == HpfModelState::PutResult::Added)
             _addData(row);
         else
             _updateData(row);
-    });
+    };
+    state->putAll(rows, tell, goOn);
     setUpdated(true);
 }
 

@@ -20,7 +20,7 @@ public:
 
     GridBadge *pauseBadge() const;
     GridBadge *unseenBadge() const;
-    /// A sort or a filter that is being carried out.
+    /// A sort, a filter or a load that is being carried out.
     TaskStrip *workStrip() const;
     /// An export or a large copy.
     TaskStrip *transferStrip() const;

@@ -140,6 +140,11 @@ public:
     /// to stop it, which takes it back.
     virtual int workProgress() const;
     virtual void cancelWork();
+    /// What the present work is, for the sign that shows it.
+    virtual QString workText() const;
+    /// Of the present work. Where it is another one, another work has taken the place of the former, however far that
+    /// was: the time until it is shown begins anew. 0 for the sorts and the filters of the table itself.
+    virtual quint64 workNumber() const;
 
     /// Holds the rows as they are shown now, while the model goes on; a sign says so and counts what has come.
     void setPaused(bool paused);

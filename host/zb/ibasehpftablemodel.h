@@ -104,6 +104,10 @@ public:
     bool updateData(const Row &row);
     /// Many at once, settled once; of several rows with one key the last one wins. Empty pointers are skipped.
     void updateDatas(const QVector<Row> &rows);
+    /// The same for a long list that may have to end early. goOn is asked after every few hundred rows, on the calling
+    /// thread and without a lock, and told how many of the list are through. Once it says no, the rest is left out;
+    /// what is in stays.
+    void updateDatas(const QVector<Row> &rows, const std::function<bool(int)> &goOn);
     void removeDatasByKey(const QVector<std::string> &keys);
 
     /// The row shown at an index of the filtered order, or an empty pointer.

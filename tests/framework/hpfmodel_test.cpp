@@ -1,5 +1,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
+#include <algorithm>
 #include <boost/weak_ptr.hpp>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -82,6 +83,32 @@ TEST(HpfModel, NewRowsGoToTheEndOrToTheFrontAsSetLast)
     // Equal values keep this order under a sort.
     model.setSortColumns({{Price, 1}});
     EXPECT_EQ(shownKeys(model), "d a b e c");
+}
+
+TEST(HpfModel, ALongListEndsWhereItIsToldTo)
+{
+    constexpr int count = 3000;
+    QVector<ZB::IBaseHpfTableModel::Row> rows;
+    for (int number = 0; number < count; ++number)
+        rows.append(number % 10 == 0 ? nullptr : makeRow(std::to_string(number), number));
+    ValueModel whole;
+    QVector<int> asked;
+    whole.updateDatas(rows, [&asked](int through) {
+        asked.append(through);
+        return true;
+    });
+    EXPECT_EQ(whole.allSize(), count * 9 / 10);
+    EXPECT_TRUE(std::is_sorted(asked.cbegin(), asked.cend()));
+    ASSERT_GT(asked.size(), 5) << "asked every few hundred rows";
+
+    ValueModel ended;
+    ended.setUpdated(false);
+    const int end = asked[3];
+    ended.updateDatas(rows, [end](int through) { return through < end; });
+    EXPECT_EQ(ended.allSize(), end * 9 / 10);
+    EXPECT_TRUE(ended.containData(std::to_string(end - 1)) || end % 10 == 1);
+    EXPECT_FALSE(ended.containData(std::to_string(end + 1)));
+    EXPECT_TRUE(ended.updated());
 }
 
 TEST(HpfModel, SortsByEveryKindOfColumnWithAbsentValuesLast)

@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <future>
 #include <thread>
 
 #include "model/chpfextradatamodel.h"
 #include "model/chpfthreaddatamodel.h"
-#include "net/rpcengine.h"
+#include "modelstrand.h"
 #include "tablewindow.h"
 #include "theme/themeservice.h"
 
@@ -21,21 +20,6 @@ using refhost::ThemeService;
 namespace {
 
 using HpfDataTableThreads = TableWindow;
-
-void finishStrand()
-{
-    std::promise<void> done;
-    net::RPCEngine::instance()->getStrand("uicontrol_hpf_data_model")->post([&done] { done.set_value(); });
-    done.get_future().wait();
-}
-
-CHpfThreadDataModel::Records tickets(int first, int count)
-{
-    CHpfThreadDataModel::Records records;
-    for (int number = first; number < first + count; ++number)
-        records.push_back(fullTicket("k" + std::to_string(number), number));
-    return records;
-}
 
 } // namespace
 
@@ -49,11 +33,11 @@ TEST_F(HpfDataTableThreads, LoadsPaintingFiltersAndThemesGoOnAtTheSameTime)
     std::atomic<bool> stop{false};
     std::thread pusher([&] {
         for (int turn = 0; !stop; ++turn)
-            model->getExtraDataModel()->addData(QStringLiteral("k%1").arg(turn % 300), ColumnPrice, turn, nullptr);
+            model->getExtraDataModel()->addData(QStringLiteral("T%1").arg(turn % 300), ColumnPrice, turn, nullptr);
     });
     std::thread updater([&] {
         for (int turn = 0; !stop; ++turn)
-            model->updateData(makeRow(model.pointer(), fullTicket("k" + std::to_string(turn % 50), turn)));
+            model->updateData(makeRow(model.pointer(), fullTicket("T" + std::to_string(turn % 50), turn)));
     });
     model->getExtraDataModel()->addColumn(ColumnPrice, KV::CExtraColumnInfo());
     table->setColumnStatEnable(ColumnPrice, true);
@@ -100,7 +84,7 @@ TEST_F(HpfDataTableThreads, ManyRowsComeAndChangeWhileTheyAreSortedFilteredSumme
             QVector<ZB::IBaseHpfTableModel::Row> changed;
             for (int i = 0; i < 100; ++i)
                 changed.append(
-                    makeRow(model.pointer(), fullTicket("k" + std::to_string((turn * 997 + i) % rows), turn)));
+                    makeRow(model.pointer(), fullTicket("T" + std::to_string((turn * 997 + i) % rows), turn)));
             model->updateDatas(changed);
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
@@ -142,6 +126,46 @@ TEST_F(HpfDataTableThreads, ManyRowsComeAndChangeWhileTheyAreSortedFilteredSumme
     EXPECT_EQ(all.size(), rows + rounds * batch);
     EXPECT_EQ(model->getStatColumnLongLong(ColumnVolume), sum);
     QThreadPool::globalInstance()->waitForDone(); // the copies
+}
+
+TEST_F(HpfDataTableThreads, LoadsAreCancelledByTheTableAndByOthersWhileTheyAreSortedAndPainted)
+{
+    constexpr int rounds = 8;
+    constexpr int enough = 3; // loads that the other thread ended, however seldom it has its turn
+    constexpr int mostRounds = 2000;
+    constexpr int batch = 3000;
+    const Guarded<CHpfThreadDataModel> model;
+    table->setDataModel(model.pointer().get());
+    std::atomic<bool> stop{false};
+    std::atomic<int> cancelled{0};
+    std::thread canceller([&] {
+        while (!stop) {
+            const int progress = model->loadProgress();
+            if (progress > 300 && progress < 1000 && model->cancelLoad())
+                ++cancelled;
+            std::this_thread::yield();
+        }
+    });
+    int round = 0;
+    for (; round < rounds || (cancelled < enough && round < mostRounds); ++round) {
+        model->addDatas(tickets(round * batch, batch));
+        model->setSortColumns({{ColumnVolume, round % 2}});
+        settle();
+        table->grab();
+        if (round % 3 == 2)
+            table->cancelWork();
+    }
+    finishStrand();
+    stop = true;
+    canceller.join();
+    const int in = model->allSize();
+    EXPECT_GE(cancelled, enough);
+    EXPECT_LE(in, round * batch);
+    model->addDatas(tickets(round * batch, batch));
+    finishStrand();
+    settle();
+    EXPECT_EQ(table->count(), in + batch);
+    EXPECT_EQ(table->workProgress(), 1000);
 }
 
 TEST_F(HpfDataTableThreads, AModelIsSwappedAndATableGoesWhileALoadRuns)

@@ -7,13 +7,12 @@
 #include <QtCore/QThread>
 #include <atomic>
 #include <boost/smart_ptr/bad_weak_ptr.hpp>
-#include <future>
 #include <thread>
 
 #include "model/chpfdata.h"
 #include "model/chpfextradatamodel.h"
 #include "model/chpfsorttimedata.h"
-#include "net/rpcengine.h"
+#include "modelstrand.h"
 #include "testrecords.h"
 
 using namespace testrecords;
@@ -45,33 +44,6 @@ public:
 std::atomic<int> WatchedModel::destroyed{0};
 std::atomic<int> WatchedModel::destroyedElsewhere{0};
 
-boost::shared_ptr<boost::asio::io_service::strand> strand()
-{
-    return net::RPCEngine::instance()->getStrand("uicontrol_hpf_data_model");
-}
-
-/// Waits until everything that was posted so far has run.
-void finishStrand()
-{
-    auto done = std::make_shared<std::promise<void>>();
-    strand()->post([done] { done->set_value(); });
-    done->get_future().wait();
-}
-
-/// Keeps the strand busy until it is told to go on.
-class HeldStrand
-{
-public:
-    HeldStrand()
-    {
-        strand()->post([gate = release.get_future().share()] { gate.wait(); });
-    }
-    void go() { release.set_value(); }
-
-private:
-    std::promise<void> release;
-};
-
 template <typename Condition>
 bool waitFor(Condition condition)
 {
@@ -80,14 +52,6 @@ bool waitFor(Condition condition)
     while (!condition() && timer.elapsed() < 60000)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     return condition();
-}
-
-Records tickets(int first, int count)
-{
-    Records records;
-    for (int number = first; number < first + count; ++number)
-        records.push_back(fullTicket("T" + std::to_string(number), number));
-    return records;
 }
 
 } // namespace

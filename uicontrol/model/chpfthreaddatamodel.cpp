@@ -1,5 +1,6 @@
 #include "model/chpfthreaddatamodel.h"
 
+#include <algorithm>
 #include <boost/make_shared.hpp>
 #include <memory>
 #include <utility>
@@ -11,6 +12,13 @@
 
 namespace KV {
 
+namespace {
+
+constexpr int stepsPerRow = 2;    ///< it is made and it is stored
+constexpr int rowsPerPiece = 256; ///< made before somebody who cancels is heard: less than a millisecond
+
+} // namespace
+
 CHpfThreadDataModel::CHpfThreadDataModel(int metaId, kdservice::EVxTraderType traderType)
     : CHpfDataModel(metaId, traderType), strand(net::RPCEngine::instance()->getStrand("uicontrol_hpf_data_model"))
 {
@@ -19,12 +27,16 @@ CHpfThreadDataModel::CHpfThreadDataModel(int metaId, kdservice::EVxTraderType tr
 CHpfThreadDataModel::~CHpfThreadDataModel() = default;
 
 template <typename Task>
-void CHpfThreadDataModel::post(Task task)
+void CHpfThreadDataModel::post(qint64 rows, Task task)
 {
     const boost::weak_ptr<CHpfDataModel> weak = shared_from_this();
-    strand->post([weak, task] {
+    strand->post([weak, task, ticket = loads.enter(stepsPerRow * rows)] {
         if (boost::shared_ptr<CHpfDataModel> model = weak.lock()) {
-            task(static_cast<CHpfThreadDataModel &>(*model));
+            auto &loaded = static_cast<CHpfThreadDataModel &>(*model);
+            loaded.present = ticket;
+            task(loaded);
+            loaded.present = CLoadCount::uncounted;
+            loaded.loads.leave(ticket);
             releaseModel(std::move(model));
         }
     });
@@ -39,45 +51,73 @@ void CHpfThreadDataModel::addDatas(const Records &records)
 void CHpfThreadDataModel::addDatas(Records &&records)
 {
     const auto handedOver = std::make_shared<const Records>(std::move(records));
-    post([handedOver](CHpfThreadDataModel &model) { model.doAddDatas(*handedOver); });
+    post(static_cast<qint64>(handedOver->size()),
+         [handedOver](CHpfThreadDataModel &model) { model.doAddDatas(*handedOver); });
 }
 
 void CHpfThreadDataModel::addDatas(const ColoredRecords &records, const Filters &filters)
 {
-    post([records, filters](CHpfThreadDataModel &model) { model.doAddDatas(records, filters); });
+    post(records.size(), [records, filters](CHpfThreadDataModel &model) { model.doAddDatas(records, filters); });
+}
+
+int CHpfThreadDataModel::loadProgress() const
+{
+    return loads.progress();
+}
+
+quint64 CHpfThreadDataModel::loadNumber() const
+{
+    return loads.number();
+}
+
+bool CHpfThreadDataModel::cancelLoad()
+{
+    return loads.cancel();
+}
+
+/// makeRow(index, columns, model): an empty pointer for a record that is none. False when there is none, or when the
+/// batch was cancelled before the first row was stored.
+template <typename MakeRow>
+bool CHpfThreadDataModel::load(int count, MakeRow makeRow)
+{
+    if (count == 0)
+        return false;
+    const boost::shared_ptr<CHpfDataModel> self = shared_from_this();
+    const QMap<int, int> columns = fieldColumnMapCopy();
+    QVector<Row> rows;
+    rows.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        if (index % rowsPerPiece == 0 && !loads.advance(present, std::min(rowsPerPiece, count - index)))
+            return false;
+        if (Row row = makeRow(index, columns, self))
+            rows.append(std::move(row));
+    }
+    int stored = 0;
+    updateDatas(rows, [this, &stored](int through) {
+        return loads.advance(present, through - std::exchange(stored, through));
+    });
+    return true;
 }
 
 void CHpfThreadDataModel::doAddDatas(const Records &records)
 {
-    if (records.empty())
-        return;
-    const boost::shared_ptr<CHpfDataModel> self = shared_from_this();
-    const QMap<int, int> columns = fieldColumnMapCopy();
-    QVector<Row> rows;
-    rows.reserve(static_cast<int>(records.size()));
-    for (const RecordPtr &record : records)
-        if (record)
-            rows.append(boost::make_shared<CHpfData>(record, columns, self));
-    updateDatas(rows);
+    load(static_cast<int>(records.size()), [&records](int index, const QMap<int, int> &columns, const auto &self) {
+        const RecordPtr &record = records[static_cast<std::size_t>(index)];
+        return record ? boost::make_shared<CHpfData>(record, columns, self) : nullptr;
+    });
 }
 
 void CHpfThreadDataModel::doAddDatas(const ColoredRecords &records, const Filters &filters)
 {
-    if (records.isEmpty())
-        return;
-    const boost::shared_ptr<CHpfDataModel> self = shared_from_this();
-    const QMap<int, int> columns = fieldColumnMapCopy();
-    QVector<Row> rows;
-    rows.reserve(records.size());
-    for (const auto &[record, colorKey] : records) {
-        if (!record)
-            continue;
-        auto row = boost::make_shared<CHpfData>(record, columns, self);
-        if (!colorKey.isEmpty())
+    const auto makeRow = [&records](int index, const QMap<int, int> &columns, const auto &self) {
+        const auto &[record, colorKey] = records[index];
+        auto row = record ? boost::make_shared<CHpfData>(record, columns, self) : nullptr;
+        if (row && !colorKey.isEmpty())
             row->setAllColorKey(colorKey);
-        rows.append(std::move(row));
-    }
-    updateDatas(rows);
+        return row;
+    };
+    if (!load(records.size(), makeRow))
+        return;
     for (auto filter = filters.begin(); filter != filters.end(); ++filter) {
         auto values = filter.value();
         filterColumn(filter.key(), values);

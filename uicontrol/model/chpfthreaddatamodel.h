@@ -6,6 +6,7 @@
 
 #include "kdservice/idata.h"
 #include "model/chpfdatamodel.h"
+#include "model/cloadcount.h"
 
 namespace KV {
 
@@ -13,7 +14,7 @@ namespace KV {
 /// base in one call per batch, in the order in which the batches came.
 ///
 /// Threading: addDatas() from any thread. A batch holds the model only while it runs, and is skipped when the model is
-/// gone by then; the last hold is given up on the GUI thread.
+/// gone by then; the last hold is given up on the GUI thread. Progress and cancelling: from any thread, at any time.
 /// Errors: loading into a model that no boost::shared_ptr owns ends with boost::bad_weak_ptr.
 class UICONTROL_API CHpfThreadDataModel : public CHpfDataModel
 {
@@ -33,6 +34,19 @@ public:
     /// filters: by column, set after the rows are in.
     void addDatas(const ColoredRecords &records, const Filters &filters);
 
+    /// How far the present load is, in thousandths of the work on all rows that were handed over since the model last
+    /// had nothing to load; 1000 when there is nothing to load: then all batches are in whole, with their filters.
+    int loadProgress() const;
+    /// Of the present load; another number is another load, which began after the one before had ended or was
+    /// cancelled.
+    quint64 loadNumber() const;
+    /// Ends the present load; false when there is none. Rows that are in stay in, and the filters of a batch of which
+    /// rows are in are set. The rest of that batch and all batches behind it that were handed over before this call are
+    /// dropped; what is handed over later is loaded whole. Waits for nothing: loadProgress() is 1000 at once, while a
+    /// few hundred rows that are on their way may still come in, and the dropped records are let go when it is their
+    /// turn.
+    bool cancelLoad();
+
     /// Adds or replaces the row of a key at once, on the caller's thread, as a row of a table sorted by time.
     void updateDataFixColorForSortTime(const QString &key, const RecordPtr &record, const QString &colorKey);
 
@@ -43,9 +57,13 @@ protected:
 
 private:
     template <typename Task>
-    void post(Task task);
+    void post(qint64 rows, Task task);
+    template <typename MakeRow>
+    bool load(int count, MakeRow makeRow);
 
     boost::shared_ptr<boost::asio::io_service::strand> strand;
+    CLoadCount loads;
+    CLoadCount::Ticket present = CLoadCount::uncounted; ///< of the batch that runs; on the strand only
 };
 
 } // namespace KV

@@ -20,6 +20,7 @@ namespace KV {
 class CHpfDataModel;
 class CHpfExtraDataModel;
 class CHpfPageDataModel;
+class CHpfThreadDataModel;
 class PageMenuGatherer;
 
 /// The table over a high-volume model: one row per record, columns from the host's catalogue.
@@ -107,8 +108,13 @@ public:
     /// filter that no row shows at present, so that they can be taken off.
     QStringList getMenuItems(int column) override;
     int gatherMenuItems(int column, bool anew, int milliseconds) override;
+    /// A load of a CHpfThreadDataModel comes first, then what is sorted and filtered; cancelWork() stops the one of
+    /// which workProgress() tells. A load that is stopped leaves the rows that are in; see
+    /// CHpfThreadDataModel::cancelLoad().
     int workProgress() const override;
     void cancelWork() override;
+    QString workText() const override;
+    quint64 workNumber() const override;
     /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
     ZB::CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
@@ -127,6 +133,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    CHpfThreadDataModel *loadingModel() const;
     void leaveModel(const boost::shared_ptr<CHpfDataModel> &former);
     void applyColumnProperties(int column);
     template <typename Records>

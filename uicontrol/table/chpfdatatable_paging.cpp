@@ -114,20 +114,6 @@ void CHpfDataTable::workOn()
     }
 }
 
-int CHpfDataTable::workProgress() const
-{
-    return pageModel && pageModel->isPending() ? std::min(999, pageModel->progress()) : Base::workProgress();
-}
-
-void CHpfDataTable::cancelWork()
-{
-    Base::cancelWork();
-    if (!pageModel || !pageModel->cancel())
-        return;
-    markPageSort();
-    showPages();
-}
-
 /// The number of rows is asked for in any case: another reader may have taken the page model's mark.
 void CHpfDataTable::takeTotal()
 {
