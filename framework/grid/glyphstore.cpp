@@ -6,6 +6,8 @@
 #include <QtGui/QPainter>
 #include <algorithm>
 
+#include "text/spacingscript.h"
+
 namespace ZB {
 
 namespace {
@@ -26,19 +28,7 @@ bool GlyphStore::canDraw(QChar character)
     if (character.isSurrogate() || character.isMark() || character.direction() == QChar::DirR ||
         character.direction() == QChar::DirAL || character.category() == QChar::Other_Format)
         return false;
-    switch (character.script()) {
-    case QChar::Script_Common:
-    case QChar::Script_Latin:
-    case QChar::Script_Greek:
-    case QChar::Script_Cyrillic:
-    case QChar::Script_Han:
-    case QChar::Script_Hiragana:
-    case QChar::Script_Katakana:
-    case QChar::Script_Bopomofo:
-        return true;
-    default:
-        return false;
-    }
+    return core::isSpacingScript(character.script());
 }
 
 GlyphStore::GlyphStore(const QFont &askedFont, double pixelRatio) : font(inDevicePixels(askedFont, pixelRatio))

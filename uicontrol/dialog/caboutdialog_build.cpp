@@ -13,26 +13,6 @@
 
 namespace KV {
 
-namespace {
-
-QLabel *plainLabel(const QString &text, const QString &look, QWidget *parent)
-{
-    auto *label = new QLabel(text, parent);
-    label->setTextFormat(Qt::PlainText);
-    setLabelLook(label, look);
-    return label;
-}
-
-QPushButton *button(const QString &text, bool isLink, QWidget *parent)
-{
-    auto *made = new QPushButton(text, parent);
-    made->setFlat(isLink);
-    made->setAutoDefault(false);
-    return made;
-}
-
-} // namespace
-
 void CAboutDialog::build()
 {
     auto *column = new QVBoxLayout(this);
@@ -108,9 +88,9 @@ void CAboutDialog::addButtons(QVBoxLayout *column)
     notice = plainLabel(QString(), QStringLiteral("dim"), this);
     column->addWidget(notice);
     auto *row = new QHBoxLayout;
-    auto *agreement = button(QStringLiteral("用户协议"), true, this);
-    auto *copy = button(QStringLiteral("复制版本信息"), true, this);
-    auto *close = button(QStringLiteral("关闭"), false, this);
+    auto *agreement = dialogButton(QStringLiteral("用户协议"), true, this);
+    auto *copy = dialogButton(QStringLiteral("复制版本信息"), true, this);
+    auto *close = dialogButton(QStringLiteral("关闭"), false, this);
     agreement->setVisible(!product.agreementUrl.isEmpty());
     agreement->setToolTip(product.agreementUrl);
     close->setDefault(true);

@@ -18,22 +18,6 @@ namespace {
 
 constexpr int copiesFieldId = 1;
 
-QLabel *plainLabel(const QString &text, const QString &look, QWidget *parent)
-{
-    auto *label = new QLabel(text, parent);
-    label->setTextFormat(Qt::PlainText);
-    setLabelLook(label, look);
-    return label;
-}
-
-QPushButton *button(const QString &text, bool isLink, QWidget *parent)
-{
-    auto *made = new QPushButton(text, parent);
-    made->setFlat(isLink);
-    made->setAutoDefault(false);
-    return made;
-}
-
 QDateEdit *dayField(QWidget *parent)
 {
     auto *field = new QDateEdit(QDate::currentDate(), parent);
@@ -72,7 +56,7 @@ QHBoxLayout *CSendLogWidget::buildRange()
         int days;
     } choices[] = {{"当天", 1}, {"近 3 天", 3}, {"近 7 天", 7}, {"全部", 0}};
     for (const auto &choice : choices) {
-        QPushButton *each = button(QString::fromUtf8(choice.text), true, input);
+        QPushButton *each = dialogButton(QString::fromUtf8(choice.text), true, input);
         connect(each, &QPushButton::clicked, this, [this, days = choice.days] { chooseDays(days); });
         row->addWidget(each);
     }
@@ -95,7 +79,7 @@ void CSendLogWidget::buildFiles(QVBoxLayout *column)
     column->addWidget(fileList, 3);
     auto *row = new QHBoxLayout;
     total = plainLabel(QString(), QStringLiteral("dim"), input);
-    previewButton = button(QStringLiteral("查看将要发送的内容"), true, input);
+    previewButton = dialogButton(QStringLiteral("查看将要发送的内容"), true, input);
     row->addWidget(total, 1);
     row->addWidget(previewButton);
     column->addLayout(row);
@@ -141,10 +125,10 @@ void CSendLogWidget::buildProgress(QVBoxLayout *column)
 QHBoxLayout *CSendLogWidget::buildButtons()
 {
     auto *row = new QHBoxLayout;
-    saveButton = button(QStringLiteral("另存为…"), false, this);
-    stopButton = button(QStringLiteral("停止"), false, this);
-    auto *closeButton = button(QStringLiteral("关闭"), false, this);
-    sendButton = button(QStringLiteral("发送"), false, this);
+    saveButton = dialogButton(QStringLiteral("另存为…"), false, this);
+    stopButton = dialogButton(QStringLiteral("停止"), false, this);
+    auto *closeButton = dialogButton(QStringLiteral("关闭"), false, this);
+    sendButton = dialogButton(QStringLiteral("发送"), false, this);
     sendButton->setDefault(true);
     row->addWidget(saveButton);
     row->addStretch();

@@ -6,6 +6,7 @@
 #include <QtGui/QFont>
 #include <QtGui/QFontInfo>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QWidget>
 
@@ -55,6 +56,22 @@ void setLabelLook(QLabel *label, const QString &look)
     label->setProperty(lookProperty, look);
     label->style()->unpolish(label);
     label->style()->polish(label);
+}
+
+QLabel *plainLabel(const QString &text, const QString &look, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    label->setTextFormat(Qt::PlainText);
+    setLabelLook(label, look);
+    return label;
+}
+
+QPushButton *dialogButton(const QString &text, bool isLink, QWidget *parent)
+{
+    auto *made = new QPushButton(text, parent);
+    made->setFlat(isLink);
+    made->setAutoDefault(false);
+    return made;
 }
 
 /// The least size is still that of the old measures: the layout sets the new one when it comes to it.

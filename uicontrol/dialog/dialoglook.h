@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 
 class QLabel;
+class QPushButton;
 class QSize;
 class QWidget;
 
@@ -13,6 +14,11 @@ namespace KV {
 QString dialogStyleSheet();
 /// Gives a label one of these; an empty text for none.
 void setLabelLook(QLabel *label, const QString &look);
+
+/// A label whose text is shown as it stands, with a look.
+QLabel *plainLabel(const QString &text, const QString &look, QWidget *parent);
+/// A button that Enter presses only while it has the focus; drawn as a link where asked for.
+QPushButton *dialogButton(const QString &text, bool isLink, QWidget *parent);
 
 /// Gives a window its size when the scale has changed since the last call: at first the usual one (pixels at 100 %),
 /// then the size that the user has given it, scaled.

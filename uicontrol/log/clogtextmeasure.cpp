@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "text/spacingscript.h"
+
 namespace KV {
 
 namespace {
@@ -44,21 +46,9 @@ bool isEastAsian(ushort unit)
 /// Scripts whose letters stand side by side, each with a width of its own.
 bool isSpacingScript(QChar::Script script, ushort unit)
 {
-    switch (script) {
-    case QChar::Script_Common:
-    case QChar::Script_Latin:
-    case QChar::Script_Greek:
-    case QChar::Script_Cyrillic:
-    case QChar::Script_Han:
-    case QChar::Script_Hiragana:
-    case QChar::Script_Katakana:
-    case QChar::Script_Bopomofo:
-        return true;
-    case QChar::Script_Hangul:
+    if (script == QChar::Script_Hangul)
         return unit >= 0xAC00 && unit <= 0xD7A3; // whole syllables; single parts join
-    default:
-        return false;
-    }
+    return core::isSpacingScript(script);
 }
 
 /// Whether a character takes its own place on the line, from left to right, whatever its neighbours are.

@@ -5,6 +5,7 @@
 #include "model/ccolumnplan.h"
 #include "model/chpfdatamodel.h"
 #include "model/chpfextradatamodel.h"
+#include "model/fieldvalue.h"
 
 namespace KV {
 
@@ -101,21 +102,7 @@ void CHpfDataModel::storeColumns(const std::vector<NewColumn> &columns)
 
 QVariant::Type CHpfDataModel::dataTypeToQtType(kdservice::EXT_DATA_TYPE type) const
 {
-    switch (type) {
-    case kdservice::ExtBool:
-        return QVariant::Bool;
-    case kdservice::ExtInt:
-        return QVariant::Int;
-    case kdservice::ExtLong:
-        return QVariant::LongLong;
-    case kdservice::ExtDouble:
-        return QVariant::Double;
-    case kdservice::ExtString:
-    case kdservice::ExtChar:
-        return QVariant::String;
-    default:
-        return QVariant::Invalid;
-    }
+    return qtTypeOf(type);
 }
 
 void CHpfDataModel::forgetPlan()

@@ -18,6 +18,25 @@ qint64 countable(Integer value)
 
 } // namespace
 
+QVariant::Type qtTypeOf(kdservice::EXT_DATA_TYPE type)
+{
+    switch (type) {
+    case kdservice::ExtBool:
+        return QVariant::Bool;
+    case kdservice::ExtInt:
+        return QVariant::Int;
+    case kdservice::ExtLong:
+        return QVariant::LongLong;
+    case kdservice::ExtDouble:
+        return QVariant::Double;
+    case kdservice::ExtString:
+    case kdservice::ExtChar:
+        return QVariant::String;
+    default:
+        return QVariant::Invalid;
+    }
+}
+
 bool isAbsent(double value)
 {
     // Neighbouring doubles of this size are 1e292 apart, so "within 1e-05" leaves the value itself.

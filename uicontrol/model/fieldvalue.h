@@ -29,6 +29,9 @@ FieldValue statisticValue(const kdservice::IData &holder, kdservice::EXT_DATA_TY
 /// nested records and unknown types.
 bool readFieldValue(const kdservice::IData &holder, kdservice::EXT_DATA_TYPE type, int fieldId, QVariant &out);
 
+/// The type in which values of a field are handed to Qt; codes are text. Invalid for nested records and unknown types.
+QVariant::Type qtTypeOf(kdservice::EXT_DATA_TYPE type);
+
 /// Whether a double means "no value": within 1e-05 of the largest double.
 bool isAbsent(double value);
 

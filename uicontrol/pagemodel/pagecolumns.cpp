@@ -5,29 +5,6 @@
 
 namespace KV {
 
-namespace {
-
-QVariant::Type qtType(kdservice::EXT_DATA_TYPE type)
-{
-    switch (type) {
-    case kdservice::ExtBool:
-        return QVariant::Bool;
-    case kdservice::ExtInt:
-        return QVariant::Int;
-    case kdservice::ExtLong:
-        return QVariant::LongLong;
-    case kdservice::ExtDouble:
-        return QVariant::Double;
-    case kdservice::ExtString:
-    case kdservice::ExtChar:
-        return QVariant::String;
-    default:
-        return QVariant::Invalid;
-    }
-}
-
-} // namespace
-
 void PageColumns::setTraderType(kdservice::EVxTraderType type)
 {
     trader = type;
@@ -89,7 +66,7 @@ QVariant::Type PageColumns::type(int column) const
 {
     const kdservice::FieldDes *description = field(column);
     if (description)
-        return qtType(description->dataType);
+        return qtTypeOf(description->dataType);
     return static_cast<QVariant::Type>(properties.value(column).type);
 }
 

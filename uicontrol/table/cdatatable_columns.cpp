@@ -3,6 +3,7 @@
 
 #include "kdservice/typemanager.h"
 #include "model/cfieldformat.h"
+#include "model/fieldvalue.h"
 #include "table/cdatatable.h"
 #include "zb/ccombopushbutton.h"
 #include "zb/cradiobuttongroup.h"
@@ -20,20 +21,11 @@ int alignmentOf(const kdservice::FieldDes &field)
     return Qt::AlignRight | Qt::AlignVCenter;
 }
 
+/// What has no type of its own is shown, and sorted, as text.
 QVariant::Type typeOf(kdservice::EXT_DATA_TYPE type)
 {
-    switch (type) {
-    case kdservice::ExtBool:
-        return QVariant::Bool;
-    case kdservice::ExtInt:
-        return QVariant::Int;
-    case kdservice::ExtLong:
-        return QVariant::LongLong;
-    case kdservice::ExtDouble:
-        return QVariant::Double;
-    default:
-        return QVariant::String;
-    }
+    const QVariant::Type told = qtTypeOf(type);
+    return told == QVariant::Invalid ? QVariant::String : told;
 }
 
 QString widestUnit(const kdservice::FieldDes &field)
