@@ -3,15 +3,10 @@
 #include <QtWidgets/QShortcut>
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "account/caccountscombobox.h"
-#include "kv/caccountdata.h"
 #include "kv/cstockcodelineedit.h"
-#include "kv/eselectedaccounttype.h"
 #include "order/cautobutton.h"
-#include "order/ccompactselectwidget.h"
-#include "order/ccompacttypeselectwidget.h"
 #include "order/copselectcodewidget.h"
 #include "order/coptypebutton.h"
 #include "order/crateselectwidget.h"
@@ -21,15 +16,11 @@
 #include "window/ticketids.h"
 #include "zb/clineedit.h"
 #include "zb/cparametercell.h"
-#include "zb/cradiobuttongroup.h"
-#include "zb/csmallnormalbutton.h"
 #include "zb/ewidgetevent.h"
 
 namespace terminal {
 
 namespace {
-
-using feed::absent;
 
 constexpr int eventContractChanged = 70;
 constexpr int eventCodeFocus = 245;
@@ -39,7 +30,6 @@ constexpr int eventDirectionChanged = 1084;
 constexpr int eventLadderPriceType = 1127;
 constexpr int eventLadderPrice = 1128;
 constexpr int eventLadderVolume = 1129;
-constexpr int eventAccountChosen = 1137;
 constexpr int eventAccountGroupChanged = 1167;
 constexpr double largestVolume = 1e9;
 
@@ -78,156 +68,6 @@ void TicketForm::addShortcuts()
         add(Qt::ALT | (Qt::Key_0 + rate), [this, rate] { chooseRate(rate); });
     add(Qt::ALT | Qt::Key_U, [this] { unitButton->click(); });
     add(Qt::ALT | Qt::Key_0, [this] { rates->handleEvent(ZB::EventClicked, 0, 0, QString(), nullptr); });
-}
-
-void TicketForm::setTrade(kdservice::EVxTraderType newTrade)
-{
-    trade = newTrade;
-    tradeGroup->setCheckedById(trade);
-    for (KV::CAccountsComboBox *box : accountBoxes) {
-        box->setVisible(box == accountBox());
-        box->setWarning(false);
-    }
-    codeField->setTradeType(trade);
-    codeField->getStockCodeLineEdit()->setWarning(false); // another business may trade it
-    // Money or holding sizes a credit order as it does a stock order; by itself the control has no words for credit.
-    rates->setTradeType(trade == kdservice::TraderCredit ? kdservice::TraderStock : trade);
-    const bool isCredit = trade == kdservice::TraderCredit;
-    openRow->setVisible(trade != kdservice::TraderStock);
-    sourceCell->setVisible(isCredit);
-    contractCell->setVisible(isCredit);
-    sizeOrder();
-    fieldEdited();
-    if (refusedTrades.contains(trade))
-        say(refusedTrades[trade], true);
-}
-
-void TicketForm::refuseTrade(kdservice::EVxTraderType refused, const QString &reason)
-{
-    refusedTrades[refused] = reason;
-}
-
-bool TicketForm::setAccount(const QString &id)
-{
-    const KV::CAccountData *known = KV::getAccountData();
-    const auto accounts = known ? known->accounts(trade) : QVector<KV::AccountEntry>();
-    if (std::none_of(accounts.begin(), accounts.end(), [&](const KV::AccountEntry &each) { return each.id == id; }))
-        return false;
-    accountBox()->handleEvent(eventAccountChosen, TicketAccount, KV::SelectedAccount, id, nullptr);
-    return true;
-}
-
-void TicketForm::setCode(const QString &newCode)
-{
-    if (newCode == code())
-        return;
-    codeField->setStockCode(newCode);
-    const OrderDraft order = draft();
-    const kdservice::EVxTraderType fitting = tradeOf(order.kind);
-    const bool trades = fitting == trade || (fitting == kdservice::TraderStock && trade == kdservice::TraderCredit);
-    if (order.isKnown && !trades && fitting != kdservice::TraderNone)
-        setTrade(fitting);
-    takeCode();
-}
-
-/// The code has been chosen, here or elsewhere. The same one again costs nothing of what was entered.
-void TicketForm::takeCode()
-{
-    sendFault.clear();
-    droppedCode.clear();
-    wasTypingCode = false;
-    if (code() == shownCode)
-        return;
-    shownCode = code();
-    contractCell->setCheckStatus(false); // a contract is one of a code
-    contractCell->setCompactId(QString());
-    priceField->setReferencePrice(absent<double>);
-    priceField->setPrice(absent<double>);
-    quantityField->setQuantity(absent<qint64>);
-    quantityField->setCountsLots(prefersLots);
-    rates->setButtonCheckedByID(-1);
-    fieldEdited();
-}
-
-bool TicketForm::isTypingCode() const
-{
-    const KV::CStockCodeLineEdit *field = codeField->getStockCodeLineEdit();
-    return field->getLineEdit()->text() != field->getStockCode();
-}
-
-/// A code that is typed in full is chosen without another change of the text: so what is being typed is told by the
-/// field when it matters, and kept here only to know what was dropped.
-void TicketForm::noteCodeText()
-{
-    const ZB::CLineEdit *edit = codeField->getStockCodeLineEdit()->getLineEdit();
-    const bool wasTyping = std::exchange(wasTypingCode, isTypingCode());
-    if (wasTypingCode)
-        typedCode = edit->text();
-    else if (wasTyping && !edit->hasFocus())
-        droppedCode = typedCode;
-}
-
-/// A code that was left half typed is gone. The click on the button that took the focus away means the code that the
-/// user saw, which it would not send.
-void TicketForm::codeLeft()
-{
-    const QString dropped = std::exchange(droppedCode, QString());
-    if (dropped.isEmpty())
-        return;
-    const QString text = code().isEmpty() ? QStringLiteral("没有证券 %1").arg(dropped)
-                                          : QStringLiteral("没有证券 %1，仍是 %2").arg(dropped, code());
-    say(text, true);
-    if (window()->focusWidget() == sendButton)
-        sendFault = text;
-}
-
-void TicketForm::fieldEdited()
-{
-    sendFault.clear();
-    const QString fault = std::exchange(sizingFault, QString());
-    say(fault, !fault.isEmpty());
-    refresh();
-}
-
-void TicketForm::setBuy(bool isBuy)
-{
-    const OrderDraft order = draft();
-    codeField->setDirection(order.trade == kdservice::TraderStock ? isBuy : isBuy == order.isOpen);
-    sizeOrder();
-    fieldEdited();
-}
-
-void TicketForm::setOpen(bool isOpen)
-{
-    if (openButton->isLong() == isOpen)
-        return;
-    openButton->switchDirection();
-    sizeOrder();
-    fieldEdited();
-}
-
-void TicketForm::setPrice(double price)
-{
-    priceField->setPrice(price);
-    sizeOrder();
-    fieldEdited();
-}
-
-void TicketForm::setQuantity(qint64 quantity)
-{
-    quantityField->setQuantity(quantity);
-    rates->setButtonCheckedByID(-1);
-    fieldEdited();
-}
-
-void TicketForm::setLastPrice(double price)
-{
-    priceField->setReferencePrice(price);
-}
-
-void TicketForm::startEntry()
-{
-    priceField->setFocus(Qt::OtherFocusReason);
 }
 
 bool TicketForm::isLadderEvent(int event)

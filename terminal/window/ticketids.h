@@ -15,4 +15,7 @@ enum TicketId : int
     TicketUnit
 };
 
+/// By which the account box tells what was chosen, and is told what to choose.
+constexpr int eventAccountChosen = 1137;
+
 } // namespace terminal
