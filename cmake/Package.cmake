@@ -1,6 +1,10 @@
 # What `cmake --install` lays out and how other projects find it. The package is named uicontrol; the controls and the host's
 # contract are always there, `framework`, `refhost` and `host_conformance` are its components, each with targets of its own.
 
+# Debian's own place for libraries, below any prefix: Qt looks for plug-ins there, and nowhere else.
+if(EXISTS /etc/debian_version AND CMAKE_LIBRARY_ARCHITECTURE)
+  set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Object code libraries")
+endif()
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -56,23 +60,28 @@ function(install_package)
           DESTINATION ${uicontrol_cmake_dir} COMPONENT development)
 endfunction()
 
-# install_pkgconfig(NAME DESCRIPTION text REQUIRES other modules LIBRARY its library, or none FOLDERS include roots)
+# install_pkgconfig(NAME [HOST] DESCRIPTION text REQUIRES other modules LIBRARY its library FOLDERS include roots)
+# HOST: the library holds a share of the host. Of shared libraries only: what a static one drags into a link, CMake knows.
 function(install_pkgconfig name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION;REQUIRES;LIBRARY" "FOLDERS")
+  if(NOT BUILD_SHARED_LIBS)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 arg "HOST" "DESCRIPTION;REQUIRES;LIBRARY" "FOLDERS")
   set(pc_name ${name})
+  # From the file itself, so that it tells the truth below whatever prefix it is installed.
+  file(RELATIVE_PATH pc_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+  string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
   set(pc_description "${arg_DESCRIPTION}")
   set(pc_requires "${arg_REQUIRES}")
-  set(pc_libs "")
-  if(arg_LIBRARY)
-    set(pc_libs "-L\${libdir} -l${arg_LIBRARY}")
+  set(pc_libs "-L\${libdir} -l${arg_LIBRARY}")
+  if(arg_HOST AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    # The controls need it though the program may call nothing of it. One word, since pkg-config gathers equal ones.
+    set(pc_libs "-L\${libdir} -Wl,--push-state,--no-as-needed,-l${arg_LIBRARY},--pop-state")
   endif()
   set(pc_cflags "")
   foreach(folder IN LISTS arg_FOLDERS)
     string(APPEND pc_cflags " -I\${includedir}/uicontrol/${folder}")
   endforeach()
-  if(NOT BUILD_SHARED_LIBS)
-    string(APPEND pc_cflags " -DHOST_STATIC -DUICONTROL_STATIC -DFRAMEWORK_STATIC -DREFHOST_STATIC")
-  endif()
   configure_file(cmake/module.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endfunction()
