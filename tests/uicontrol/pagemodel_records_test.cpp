@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <boost/make_shared.hpp>
+#include <boost/thread/thread.hpp>
+#include <future>
+
+#include "kdservice/keyhash.h"
+#include "pagerulesmodel.h"
+#include "plainrecord.h"
+
+using namespace pagetest;
+
+TEST(PageModelRecords, AMovedResultIsEmptyAndACopiedPageSharesTheRecord)
+{
+    const std::string longKey(100, 'k'); // too long to lie within a text
+    for (const std::string &key : {std::string("a"), longKey}) {
+        KV::CUpdatePageDataResult source;
+        source.enterKey = key;
+        source.leaveKey = key + '2';
+        const KV::CUpdatePageDataResult copy(source);
+        KV::CUpdatePageDataResult made(std::move(source));
+        EXPECT_EQ(source.enterKey + source.leaveKey, "");
+        KV::CUpdatePageDataResult assigned;
+        assigned.enterKey = "former";
+        assigned = std::move(made);
+        EXPECT_EQ(made.enterKey + made.leaveKey, "");
+        EXPECT_EQ(assigned.enterKey + assigned.leaveKey, key + key + '2');
+        auto &itself = assigned;
+        assigned = std::move(itself);
+        EXPECT_EQ(assigned.enterKey + assigned.leaveKey, copy.enterKey + copy.leaveKey);
+    }
+    KV::CHpfPageData page(makeOrder("A", {}));
+    EXPECT_EQ(page.getDataSeq(), 0);
+    page.setDataSeq(7);
+    KV::CHpfPageData copy(page);
+    KV::CHpfPageData assigned(makeOrder("B", {}));
+    assigned = page;
+    EXPECT_EQ(copy.getIData(), page.getIData());
+    EXPECT_EQ(assigned.getIData(), page.getIData());
+    EXPECT_EQ(copy.getDataSeq() + assigned.getDataSeq(), 14);
+    copy.setIData(makeOrder("C", {}));
+    copy.setDataSeq(8);
+    EXPECT_EQ(page.getIData()->getKey() + std::to_string(page.getDataSeq()), "A7");
+}
+
+TEST(PageModelRecords, TwoKeysOfOneHashAreBothKept)
+{
+    RulesModel model;
+    const auto record = [](const char *key) { return boost::make_shared<PlainRecord>(key, 42); };
+    model.addData(record("first"));
+    model.addData(record("second"));
+    EXPECT_EQ(model.shown(), "first second");
+    model.addData(record("first"));
+    EXPECT_EQ(model.size(), 2);
+    model.removeDataByKey(quint64(42));
+    EXPECT_EQ(model.size(), 1);
+    EXPECT_TRUE(model.containData(42));
+}
+
+/// Destructors are the host's, and may well ask the model.
+TEST(PageModelRecords, RecordsAreDestroyedWithoutTheLock)
+{
+    RulesModel model;
+    std::string destroyed;
+    const auto record = [&](const char *key) {
+        return boost::make_shared<PlainRecord>(key, kdservice::hashOfKey(key), [&model, &destroyed, key] {
+            auto asked = std::make_shared<std::promise<void>>();
+            const std::future<void> answer = asked->get_future();
+            boost::thread([&model, asked] {
+                model.originalSize();
+                asked->set_value();
+            }).detach();
+            destroyed += key;
+            if (answer.wait_for(std::chrono::seconds(5)) != std::future_status::ready)
+                destroyed += " under the lock ";
+        });
+    };
+    model.addData(record("a"));
+    model.addData(record("a"));
+    EXPECT_EQ(destroyed, "a") << "an update";
+    model.setExFilterStatus(4);
+    model.filterColumn({{TextColumn, {ZB::FilterExact, {"none"}}}});
+    model.addData(record("a"));
+    EXPECT_EQ(destroyed, "aa") << "a cover";
+    model.addData(record("b"));
+    model.removeDataByKey(std::string("a"));
+    EXPECT_EQ(destroyed, "aaa");
+    model.clear();
+    EXPECT_EQ(destroyed, "aaab");
+}
+
+/// What a page holds is the host's to change; the model sees it when it is handed in again.
+TEST(PageModelRecords, ARecordStaysTheModelsWhenItsPageGetsAnother)
+{
+    RulesModel model;
+    std::string destroyed;
+    const auto record = [&destroyed](const char *key) {
+        return boost::make_shared<PlainRecord>(key, kdservice::hashOfKey(key), [&destroyed, key] { destroyed += key; });
+    };
+    model.addData(record("a"));
+    const auto page = model.getData(0);
+    page->setIData(record("a"));
+    EXPECT_EQ(destroyed, "");
+    EXPECT_EQ(model.getMenuItems(TextColumn).size(), 1);
+    model.addData(page);
+    EXPECT_EQ(destroyed, "a");
+    page->setIData(nullptr);
+    model.sortByColumnID(TextColumn, 1);
+    model.filterColumn({});
+    EXPECT_FALSE(model.addData(page));
+    EXPECT_EQ(model.size(), 1);
+    model.clear();
+    EXPECT_EQ(destroyed, "aa");
+}
+
+TEST(PageModelRecords, ReadersAndWritersGoOnSideBySide)
+{
+    RulesModel model;
+    model.setColumnStatEnable(LongColumn, true);
+    boost::thread_group writers;
+    for (int writer = 0; writer < 3; ++writer) {
+        writers.create_thread([&model, writer] {
+            for (int i = 0; i < 2000; ++i) {
+                model.put(std::to_string(i % 500), priced(i % 37, writer));
+                if (i % 400 == 0)
+                    model.reverseSortByColumn(writer == 0 ? DoubleColumn : LongColumn);
+                if (i % 500 == 0)
+                    model.filterColumn({{TextColumn, {ZB::FilterContains, {"600"}}}});
+                if (i % 50 == 0)
+                    model.removeDataByKey(kdservice::hashOfKey(std::to_string(i % 500)));
+            }
+        });
+    }
+    std::atomic<bool> done{false};
+    boost::thread reader([&] {
+        while (!done) {
+            int rows = 0;
+            for (const auto &page : model.getShowDatas())
+                rows += page->getIData()->getKey().empty() ? 0 : 1;
+            ASSERT_LE(rows, 500);
+            ASSERT_LE(model.getStatColumnLongLong(LongColumn), 500 * 100);
+            model.getDataIndexByKey(kdservice::hashOfKey("7"));
+            model.totalCountChange();
+        }
+    });
+    writers.join_all();
+    done = true;
+    reader.join();
+    EXPECT_TRUE(model.checkConsistency());
+    EXPECT_EQ(model.size(), model.originalSize());
+    EXPECT_EQ(model.getStatColumnLongLong(LongColumn), qint64(model.size()) * 100);
+}
