@@ -157,9 +157,15 @@ QString UserConfig::path() const
 
 void setUserConfig(std::unique_ptr<UserConfig> config)
 {
+    exchangeUserConfig(std::move(config));
+}
+
+std::unique_ptr<UserConfig> exchangeUserConfig(std::unique_ptr<UserConfig> config)
+{
     static std::unique_ptr<UserConfig> owned;
     present = config.get();
-    owned = std::move(config);
+    owned.swap(config);
+    return config;
 }
 
 } // namespace refhost

@@ -44,5 +44,7 @@ private:
 /// Makes a configuration that of the user who is logged in, or nobody's (null). The one before is destroyed: only when
 /// no other thread may be asking for it.
 REFHOST_API void setUserConfig(std::unique_ptr<UserConfig> config);
+/// The same, but hands out the one before: for work that shall leave no trace in it, which puts it back afterwards.
+REFHOST_API std::unique_ptr<UserConfig> exchangeUserConfig(std::unique_ptr<UserConfig> config);
 
 } // namespace refhost

@@ -12,11 +12,13 @@
 #include "theme/themeservice.h"
 #include "utils/clogcenter.h"
 #include "window/dealstreampanel.h"
+#include "window/featuretour.h"
 #include "window/feedpump.h"
 #include "window/mainwindow.h"
 #include "window/marketpage.h"
 #include "window/orderstreampanel.h"
 #include "window/page.h"
+#include "window/windowpicture.h"
 
 namespace terminal {
 
@@ -99,8 +101,23 @@ void HeadlessRun::complete()
     QCoreApplication::exit(0);
 }
 
-/// The user's own choices stay as they are.
+/// The pages first: the tour puts rows into the tables.
 bool HeadlessRun::takeShots()
+{
+    if (!inEveryLook([this](const QString &look) { return takePages(look); }))
+        return false;
+    if (!options.tour)
+        return true;
+    FeatureTour tour(window);
+    return inEveryLook([this, &tour](const QString &look) {
+        return tour.run([this, look](const QString &feature) {
+            return takeShot(QStringLiteral("feature-%1-%2.png").arg(feature, look));
+        });
+    });
+}
+
+/// The user's own choices stay as they are.
+bool HeadlessRun::inEveryLook(const std::function<bool(const QString &look)> &take)
 {
     refhost::ThemeService &service = refhost::ThemeService::instance();
     for (const QString &theme : {QStringLiteral("dark"), QStringLiteral("light")})
@@ -108,22 +125,28 @@ bool HeadlessRun::takeShots()
             service.setTheme(theme);
             service.setScale(percent / 100.0);
             window.resizeScaled(size);
-            for (size_t page = 0; page < window.pages().size(); ++page) {
-                window.showPage(static_cast<int>(page));
-                const QString &name = window.pages()[page]->name();
-                if (!takeShot(QStringLiteral("%1-%2-%3.png").arg(name, theme).arg(percent)))
-                    return false;
-            }
+            if (!take(QStringLiteral("%1-%2").arg(theme).arg(percent)))
+                return false;
         }
     return true;
 }
 
-bool HeadlessRun::takeShot(const QString &name)
+bool HeadlessRun::takePages(const QString &look)
 {
-    window.showNow();
-    QCoreApplication::processEvents();
+    for (size_t page = 0; page < window.pages().size(); ++page) {
+        window.showPage(static_cast<int>(page));
+        window.showNow();
+        QCoreApplication::processEvents();
+        if (!takeShot(QStringLiteral("%1-%2.png").arg(window.pages()[page]->name(), look)))
+            return false;
+    }
+    return true;
+}
+
+bool HeadlessRun::takeShot(const QString &name) const
+{
     const QString path = QDir(options.shotsDir).filePath(name);
-    if (window.grab().save(path))
+    if (windowPicture(window).save(path))
         return true;
     LOG4CXX_ERROR(utils::getStdLogger(), QStringLiteral("截图 %1 无法写入").arg(path).toStdString());
     return false;

@@ -3,6 +3,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
+#include <functional>
 
 #include "window/options.h"
 
@@ -30,7 +31,10 @@ private:
     void settle();
     void complete();
     bool takeShots();
-    bool takeShot(const QString &name);
+    bool takePages(const QString &look);
+    bool takeShot(const QString &name) const;
+    /// With each theme at each scale; look: "dark-100" and so on. Ends with the first false.
+    bool inEveryLook(const std::function<bool(const QString &look)> &take);
     QByteArray report() const;
 
     FeedPump &pump;

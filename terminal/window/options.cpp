@@ -31,6 +31,7 @@ const OptionText optionTexts[] = {
      "以先到者为准；模拟交易所不会自行结束，不给出 --seconds 时运行 10 秒"},
     {"seconds", "秒数", "运行这么久后结束"},
     {"shots", "文件夹", "结束时写入每一页的截图，两种主题，100 % 和 150 %"},
+    {"tour", "", "与 --shots 一起：再逐一打开表格的每个功能，各写入一张截图"},
     {"size", "宽x高", "窗口在 100 % 时的大小，以像素计"},
     {"theme", "名称", "主题：dark（深色）或 light（浅色）"},
     {"rise", "颜色", "上涨的颜色：red（红）、green（绿）或 orange（橙）；下跌相应为绿、红、蓝"},
@@ -198,6 +199,9 @@ Options readOptions(ValueReader &read)
     options.headless = read.parser.isSet(QStringLiteral("headless"));
     options.seconds = read.number(QStringLiteral("seconds"), 0.1, 1e6);
     options.shotsDir = read.text(QStringLiteral("shots"));
+    options.tour = read.parser.isSet(QStringLiteral("tour"));
+    if (options.tour && options.shotsDir.isEmpty())
+        read.fail(QStringLiteral("tour"), QStringLiteral("需要与 --shots 一起给出"));
     options.size = readSize(read);
     if (const auto theme = read.choice(QStringLiteral("theme"), {QStringLiteral("dark"), QStringLiteral("light")}))
         options.dark = *theme == 0;

@@ -18,6 +18,7 @@ struct Options
     bool headless = false;         ///< off screen, without a user
     std::optional<double> seconds; ///< ends after so long
     QString shotsDir;              ///< where screenshots go; empty for none
+    bool tour = false;             ///< screenshots of every feature of the tables too
     std::optional<QSize> size;     ///< of the window, in pixels at 100 %
     std::optional<bool> dark;
     std::optional<refhost::RiseFall> riseFall;

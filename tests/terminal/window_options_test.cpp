@@ -36,6 +36,8 @@ std::string describe(const QString &line)
         words << QStringLiteral("rise=%1").arg(int(*options.riseFall));
     if (options.scale)
         words << QStringLiteral("scale=%1").arg(*options.scale);
+    if (options.tour)
+        words << QStringLiteral("tour");
     for (const QString &path :
          {options.shotsDir, options.logFile, options.logDir, options.deskFile, options.configFile})
         if (!path.isEmpty())
@@ -54,8 +56,9 @@ TEST(WindowOptions, EveryOptionIsReadAndAbsentOnesStayOpen)
     EXPECT_EQ(describe("--size 640x360 --theme dark --rise orange --scale 150"),
               "speed=1 seed=1 size=640,360 dark rise=2 scale=150");
     EXPECT_EQ(
-        describe("--theme=light --rise=green --shots out --log a.log --log-dir logs --desk my.db --config user.ini"),
-        "speed=1 seed=1 light rise=1 out a.log logs my.db user.ini");
+        describe(
+            "--theme=light --rise=green --shots out --tour --log a.log --log-dir logs --desk my.db --config user.ini"),
+        "speed=1 seed=1 light rise=1 tour out a.log logs my.db user.ini");
 }
 
 TEST(WindowOptions, AWrongValueIsRefusedWithItsOptionAndWhatIsAllowed)
@@ -81,6 +84,7 @@ TEST(WindowOptions, AWrongValueIsRefusedWithItsOptionAndWhatIsAllowed)
         {"--theme blue", "--theme：“blue”不是 dark、light 之一"},
         {"--rise pink", "--rise：“pink”不是 red、green、orange 之一"},
         {"--shots=", "--shots：值是空的"},
+        {"--tour", "--tour：需要与 --shots 一起给出"},
         {"--shots a --shots b", "--shots：只能给出一次"},
         {"data.csv", "“data.csv”不是选项；录制的文件用 --replay 给出"},
         {"--unknown", "没有选项 --unknown"},
@@ -101,7 +105,7 @@ TEST(WindowOptions, HelpNamesEveryOptionAndWinsOverWrongValues)
 {
     const ParsedOptions help = parse("--help --scale 1");
     ASSERT_EQ(help.action, ParsedOptions::Action::Print);
-    for (const char *name : {"replay", "speed", "seed", "headless", "seconds", "shots", "size", "theme", "rise",
+    for (const char *name : {"replay", "speed", "seed", "headless", "seconds", "shots", "tour", "size", "theme", "rise",
                              "scale", "log-dir", "config", "help", "version"})
         EXPECT_TRUE(help.text.contains(QStringLiteral("--") + QLatin1String(name))) << name;
     EXPECT_EQ(parse("-h").text, help.text);

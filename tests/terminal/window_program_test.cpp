@@ -1,13 +1,18 @@
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
+
+#include "window/featuretour.h"
 
 namespace {
 
@@ -262,6 +267,51 @@ TEST_F(TerminalRun, ScreenshotsShowEveryPageInBothThemesAndScales)
         EXPECT_LT(facts[0][scale].lightness, 60);
         EXPECT_GT(facts[1][scale].lightness, 200);
     }
+}
+
+/// What tables show of a picture: not the bars above and below them, which tell of the time.
+QByteArray tablesOf(const QImage &image)
+{
+    const QImage tables = image.copy(0, image.height() / 10, image.width(), image.height() * 8 / 10);
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    for (int y = 0; y < tables.height(); ++y)
+        hash.addData(reinterpret_cast<const char *>(tables.constScanLine(y)), tables.bytesPerLine());
+    return hash.result();
+}
+
+TEST_F(TerminalRun, ATourShowsEveryFeatureOfTheTablesAndLeavesTheUsersSettings)
+{
+    writeSmallMarket();
+    {
+        QSettings users(folder.filePath("user.ini"), QSettings::IniFormat);
+        users.setValue("user/name", "somebody");
+        users.setValue("table/101/setting", R"({"columns":[],"frame":{"frozen":1,"marks":[[3,1000,"x"]]}})");
+    }
+    const auto configuration = [this] {
+        QFile config(folder.filePath("user.ini"));
+        EXPECT_TRUE(config.open(QIODevice::ReadOnly));
+        return config.readAll().toStdString();
+    };
+    const QString options =
+        QStringLiteral("--headless --speed max --replay orders.csv --replay trades.csv --config user.ini");
+    ASSERT_EQ(run(options).status, 0);
+    const std::string before = configuration();
+    const Outcome outcome = run(options + " --shots out --tour --size 900x500");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    EXPECT_EQ(configuration(), before);
+
+    QStringList expected;
+    std::map<QByteArray, QString> shown;
+    for (const QString &feature : terminal::FeatureTour::names())
+        for (const char *look : {"dark-100", "dark-150", "light-100", "light-150"}) {
+            expected.append(QStringLiteral("feature-%1-%2.png").arg(feature, QLatin1String(look)));
+            const QImage image(QDir(folder.filePath("out")).filePath(expected.back()));
+            EXPECT_GT(factsOf(image).colors, 50) << expected.back().toStdString();
+            const auto [same, isNew] = shown.emplace(tablesOf(image), expected.back());
+            EXPECT_TRUE(isNew) << expected.back().toStdString() << " shows no more than " << same->second.toStdString();
+        }
+    const QStringList taken = QDir(folder.filePath("out")).entryList({"feature-*.png"}, QDir::Files, QDir::Name);
+    EXPECT_EQ(taken.join(QLatin1Char('\n')).toStdString(), expected.join(QLatin1Char('\n')).toStdString());
 }
 
 TEST_F(TerminalRun, AConfigurationIsReadWhereItIsNamed)
