@@ -2,7 +2,9 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+#include <QtGui/QImage>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QPixmap>
 #include <QtGui/QStandardItemModel>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QCompleter>
@@ -27,8 +29,10 @@ constexpr int fullCount = 20000;
 constexpr int quickCount = 2000;
 constexpr int rounds = 5;
 
+const QString knownCode = QStringLiteral("600519");
+
 /// What traders type: initials, a part of them, a code, its first digits, a name, two readings, nothing that is there.
-const QStringList entries = {QStringLiteral("gzmt"), QStringLiteral("yh"),   QStringLiteral("600519"),
+const QStringList entries = {QStringLiteral("gzmt"), QStringLiteral("yh"),   knownCode,
                              QStringLiteral("0012"), QStringLiteral("银行"), QStringLiteral("cqyh"),
                              QStringLiteral("qxzw")};
 
@@ -66,16 +70,24 @@ std::vector<KV::InstrumentItem> knownInstruments(int count)
 struct KeyTimes
 {
     std::vector<double> all;
-    /// 0.5: the median.
+    /// 0.5: the median; 0 without any.
     double at(double share)
     {
+        if (all.empty())
+            return 0;
         std::sort(all.begin(), all.end());
         return all[static_cast<std::size_t>(share * static_cast<double>(all.size() - 1))];
     }
 };
 
-template <typename Paint>
-void typeEntries(QLineEdit &edit, KeyTimes &times, Paint paint)
+QImage pictureOf(QWidget *list)
+{
+    return list && list->isVisible() ? list->grab().toImage() : QImage();
+}
+
+/// list: gives the widget with the list of codes, null while there is none.
+template <typename List>
+void typeEntries(QLineEdit &edit, KeyTimes &times, List list)
 {
     for (const QString &entry : entries) {
         edit.selectAll();
@@ -83,11 +95,17 @@ void typeEntries(QLineEdit &edit, KeyTimes &times, Paint paint)
             const double seconds = secondsOf([&] {
                 QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
                 QApplication::sendEvent(&edit, &press);
-                paint();
+                if (QWidget *const shown = list())
+                    shown->repaint();
             });
             times.all.push_back(seconds * 1e3);
+            const QImage painted = pictureOf(list());
             QCoreApplication::processEvents();
+            if (painted != pictureOf(list()))
+                qFatal("the list of codes was not complete when it was painted");
         }
+        if (entry == knownCode && pictureOf(list()).isNull())
+            qFatal("there is no list for %s", qUtf8Printable(entry));
     }
 }
 
@@ -102,14 +120,11 @@ KeyTimes ourKeys()
     field.activateWindow();
     field.getLineEdit()->setFocus();
     QCoreApplication::processEvents();
-    const auto paint = [&field] {
-        if (auto *list = field.findChild<ZB::CodePopup *>())
-            list->repaint();
-    };
+    const auto list = [&field] { return field.findChild<ZB::CodePopup *>(); };
     KeyTimes first, times;
-    typeEntries(*field.getLineEdit(), first, paint); // makes the list
+    typeEntries(*field.getLineEdit(), first, list); // makes the list
     for (int round = 0; round < rounds; ++round)
-        typeEntries(*field.getLineEdit(), times, paint);
+        typeEntries(*field.getLineEdit(), times, list);
     return times;
 }
 
@@ -142,10 +157,10 @@ KeyTimes stockKeys(const std::vector<KV::InstrumentItem> &instruments)
     edit.setFocus();
     QCoreApplication::processEvents();
     KeyTimes first, times;
-    const auto paint = [&completer] { completer.popup()->repaint(); };
-    typeEntries(edit, first, paint);
+    const auto list = [&completer] { return completer.popup(); };
+    typeEntries(edit, first, list);
     for (int round = 0; round < rounds; ++round)
-        typeEntries(edit, times, paint);
+        typeEntries(edit, times, list);
     return times;
 }
 
@@ -154,7 +169,9 @@ std::vector<BenchRow> complete(bool quick)
     const int count = quick ? quickCount : fullCount;
     const std::vector<KV::InstrumentItem> instruments = knownInstruments(count);
     KeyTimes ours = ourKeys();
-    KeyTimes stock = stockKeys(instruments);
+    KeyTimes stock;
+    if (isStockWanted())
+        stock = stockKeys(instruments);
     const auto row = [&](const char *name, double share) {
         return BenchRow{name, count, "ms", ours.at(share), stock.at(share), stock.at(share) / ours.at(share)};
     };

@@ -1,7 +1,10 @@
 #include "benchcase.h"
+#include "framepace.h"
+#include "tablechecks.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QEvent>
+#include <QtGui/QImage>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableWidget>
@@ -79,11 +82,14 @@ double ourRepaint(KV::EQuoteType layout, int rounds)
         graph->repaint();
     };
     paint(snapshots.front());
-    std::size_t next = 0;
-    return medianOf(rounds, [&] {
+    const QImage first = graph->grab().toImage();
+    std::size_t next = 1;
+    const double median = medianOf(rounds, [&] {
         const Snapshot &snapshot = snapshots[next++ % snapshots.size()];
         return secondsOf([&] { paint(snapshot); }) * 1e3;
     });
+    checkRepainted(first, graph->grab().toImage(), "our ladder");
+    return median;
 }
 
 /// The same numbers in a table of items, as one would without a ladder of one's own: no bars, no click areas.
@@ -105,7 +111,8 @@ double stockRepaint(int rounds)
         table.item(row, 1)->setText(QString::number(volume));
     };
     std::size_t next = 0;
-    return medianOf(rounds, [&] {
+    const QImage empty = table.viewport()->grab().toImage();
+    const double median = medianOf(rounds, [&] {
         const quoter::QuoterAllData &quote = *snapshots[next++ % snapshots.size()];
         return secondsOf([&] {
                    for (std::size_t i = 0; i < levels; ++i) {
@@ -119,6 +126,8 @@ double stockRepaint(int rounds)
                }) *
                1e3;
     });
+    checkRepainted(empty, table.viewport()->grab().toImage(), "the stock table");
+    return median;
 }
 
 std::vector<BenchRow> repaint(bool quick)
@@ -127,24 +136,11 @@ std::vector<BenchRow> repaint(bool quick)
     const double stock = isStockWanted() ? stockRepaint(rounds) : 0;
     const auto row = [&](const char *name, KV::EQuoteType layout) {
         const double ours = ourRepaint(layout, rounds);
-        return BenchRow{name, 1, "ms", ours, stock, stock / ours};
+        return BenchRow{name, 1, "ms", ours, stock, stock / ours, snapshotCount};
     };
     return {row("ladder.repaint", KV::QuoteNormal), row("ladder.repaint_vertical", KV::QuoteLevel2Vertical),
             row("ladder.repaint_horizontal", KV::QuoteLevel2Horizontal)};
 }
-
-class PaintCount : public QObject
-{
-public:
-    long long paints = 0;
-
-protected:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
 
 /// The longest turn of the event loop while snapshots came in: by the clock, and in processor time, which leaves out
 /// what other programs took.
@@ -154,8 +150,7 @@ std::vector<BenchRow> updates(bool quick)
     const std::vector<Snapshot> snapshots = walk();
     const auto detail = limits();
     const auto ladder = makeLadder(KV::QuoteLevel2Vertical);
-    PaintCount frames;
-    ladder->findChild<KV::CQuotesGraphWidget *>()->installEventFilter(&frames);
+    const PaintCount frames(ladder->findChild<KV::CQuotesGraphWidget *>());
     qint64 worst = 0;
     std::clock_t worstBusy = 0;
     QElapsedTimer clock;
@@ -175,7 +170,7 @@ std::vector<BenchRow> updates(bool quick)
     const double busy = 1e3 * static_cast<double>(worstBusy) / CLOCKS_PER_SEC;
     return {{"ladder.updates", given, "ms worst", static_cast<double>(worst) * 1e-6, 0, 0},
             {"ladder.updates_cpu", given, "ms worst", busy, 0, 0},
-            {"ladder.frames", given, "1/s", static_cast<double>(frames.paints) / seconds, 0, 0}};
+            {"ladder.frames", given, "1/s", static_cast<double>(frames.paints()) / seconds, 0, 0}};
 }
 
 const BenchRegistration registrations[] = {{"ladder.repaint", repaint}, {"ladder.updates", updates}};

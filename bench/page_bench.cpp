@@ -71,27 +71,48 @@ void addAll(CHpfPageDataModel &model, const std::vector<OrderPtr> &orders)
         model.addData(order);
 }
 
+/// Fails loudly unless all are there and, sorted, stand by falling (or rising) price.
+void checkAll(const CHpfPageDataModel &model, std::size_t count, bool sorted, bool falling = true)
+{
+    if (model.size() != static_cast<int>(count))
+        qFatal("the model shows %d of %zu records", model.size(), count);
+    double last = 0;
+    for (int row = 0; sorted && row < model.size(); ++row) {
+        const double price = model.getData(row)->getIData()->getDouble(refhost::OrderPrice);
+        if (row > 0 && (falling ? price > last : price < last))
+            qFatal("row %d is out of order", row);
+        last = price;
+    }
+}
+
 double addSeconds(const std::vector<OrderPtr> &orders, bool sorted)
 {
     return medianOf(3, [&] {
         const auto model = makeModel();
         if (sorted)
             model->sortByColumnID(columnOf(refhost::OrderPrice), 1);
-        return secondsOf([&] { addAll(*model, orders); });
+        const double seconds = secondsOf([&] { addAll(*model, orders); });
+        checkAll(*model, orders.size(), sorted);
+        return seconds;
     });
 }
 
 /// What stock Qt has for this: a sorted proxy into whose source rows come one by one. No view looks on.
 double stockAddSeconds(const std::vector<OrderPtr> &orders)
 {
-    StockModel source({});
+    if (!isStockWanted())
+        return 0;
+    StockModel source;
     StockProxy proxy;
     proxy.setSourceModel(&source);
     proxy.sort(source.columnOfField(refhost::OrderPrice), Qt::DescendingOrder);
-    return secondsOf([&] {
+    const double seconds = secondsOf([&] {
         for (const OrderPtr &order : orders)
             source.append(order);
     });
+    if (proxy.rowCount() != static_cast<int>(orders.size()))
+        qFatal("the stock proxy shows %d of %zu records", proxy.rowCount(), orders.size());
+    return seconds;
 }
 
 BenchRow rate(const char *name, std::size_t count, double seconds, double stockSeconds = 0)
@@ -122,7 +143,9 @@ std::vector<BenchRow> update(bool quick)
         for (std::size_t i = 0; i < orders.size(); ++i)
             changed.push_back(withOtherPrice(
                 orders[std::uniform_int_distribution<std::size_t>(0, orders.size() - 1)(random)], random));
-        return secondsOf([&] { addAll(*model, changed); });
+        const double taken = secondsOf([&] { addAll(*model, changed); });
+        checkAll(*model, orders.size(), true);
+        return taken;
     });
     return {rate("page.update_sorted_100k", orders.size(), seconds)};
 }
@@ -135,19 +158,28 @@ std::vector<BenchRow> whole(bool quick)
     const auto count = static_cast<long long>(orders.size());
     const int status = columnOf(refhost::OrderStatus);
     const int direction = columnOf(refhost::OrderDirection);
-    const CHpfPageDataModel::ColumnFilters filters{
-        {status, {ZB::FilterExact, QSet<QString>{model->getMenuItems(status).value(0)}}},
-        {direction, {ZB::FilterExact, QSet<QString>{model->getMenuItems(direction).value(0)}}}};
+    const QString wantedStatus = model->getMenuItems(status).value(0);
+    const QString wantedDirection = model->getMenuItems(direction).value(0);
+    const CHpfPageDataModel::ColumnFilters filters{{status, {ZB::FilterExact, QSet<QString>{wantedStatus}}},
+                                                   {direction, {ZB::FilterExact, QSet<QString>{wantedDirection}}}};
     const double filtering = medianOf(5, [&] {
         model->clearFilter(true);
         return secondsOf([&] { model->filterColumn(filters); });
     });
+    const auto passing = std::count_if(orders.begin(), orders.end(), [&](const OrderPtr &order) {
+        return StockModel::shown(order, refhost::OrderStatus) == wantedStatus &&
+               StockModel::shown(order, refhost::OrderDirection) == wantedDirection;
+    });
+    if (model->size() != passing)
+        qFatal("%d records pass the filter and not %d", model->size(), static_cast<int>(passing));
     model->clearFilter(true);
     int order = 0;
     const double sorting = medianOf(5, [&] {
         order = 1 - order;
         model->sortByColumnID(columnOf(refhost::OrderQuantity), 0);
-        return secondsOf([&] { model->sortByColumnID(columnOf(refhost::OrderPrice), order); });
+        const double seconds = secondsOf([&] { model->sortByColumnID(columnOf(refhost::OrderPrice), order); });
+        checkAll(*model, orders.size(), true, order != 0);
+        return seconds;
     });
     return {{"page.filter_1m", count, "ms", filtering * 1e3, 0, 0}, {"page.sort_1m", count, "ms", sorting * 1e3, 0, 0}};
 }
@@ -179,7 +211,9 @@ std::vector<BenchRow> stall(bool quick)
     int order = 0;
     const double sorting = medianOf(5, [&] {
         model->sortByColumnID(price, order = 1 - order);
-        return longestSlice(step);
+        const double longest = longestSlice(step);
+        checkAll(*model, orders.size(), true, order != 0);
+        return longest;
     });
     const CHpfPageDataModel::ColumnFilters filters{
         {columnOf(refhost::OrderDirection), {ZB::FilterContains, QSet<QString>{QStringLiteral("买")}}}};

@@ -5,6 +5,7 @@
 #include "grid/gridview.h"
 #include "records/fieldids.h"
 #include "stockrecords.h"
+#include "stocktable.h"
 #include "table/cdatatable.h"
 #include "tablesetting.h"
 
@@ -85,7 +86,7 @@ void checkTexts(const std::vector<OrderPtr> &orders, const char *whose, TextOf t
 {
     for (std::size_t place = 0; place < orders.size(); ++place)
         for (const int field : {refhost::OrderPrice, refhost::OrderFilled}) {
-            const QString wanted = StockRecords::formatted(orders[place], field);
+            const QString wanted = StockModel::shown(orders[place], field);
             if (const QString shown = textOf(place, field); shown != wanted)
                 qFatal("%s table shows %s and not %s in record %zu", whose, qUtf8Printable(shown),
                        qUtf8Printable(wanted), place);

@@ -219,14 +219,6 @@ double StockRecords::numberAt(int row, int fieldId) const
     return static_cast<const NumberItem *>(table->item(row, columnOfField(fieldId)))->number;
 }
 
-QString StockRecords::formatted(const OrderPtr &order, int fieldId)
-{
-    QString text, colorKey, unit;
-    QVariant value;
-    KV::formatField(order, order->getFieldDes(fieldId), fieldId, text, colorKey, unit, value, kdservice::TraderStock);
-    return text;
-}
-
 void StockRecords::sortBy(int column, Qt::SortOrder order)
 {
     table->horizontalHeader()->setSortIndicator(column, order);

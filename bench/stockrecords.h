@@ -34,8 +34,6 @@ public:
     QString text(std::size_t place, int fieldId) const;
     double numberAt(int row, int fieldId) const;
     QWidget *viewport() const { return table->viewport(); }
-    /// What a field shows.
-    static QString formatted(const OrderPtr &order, int fieldId);
 
 private:
     void setCell(QTableWidgetItem &item, const OrderPtr &order, const kdservice::FieldDes &field);

@@ -111,6 +111,14 @@ QVariant StockModel::text(const OrderPtr &order, int column) const
     return shown;
 }
 
+QString StockModel::shown(const OrderPtr &order, int fieldId)
+{
+    QString text, colorKey, unit;
+    QVariant value;
+    KV::formatField(order, order->getFieldDes(fieldId), fieldId, text, colorKey, unit, value, kdservice::TraderStock);
+    return text;
+}
+
 QVariant StockModel::rawValue(const OrderPtr &order, int column) const
 {
     const kdservice::FieldDes &field = *fields[static_cast<std::size_t>(column)];

@@ -30,6 +30,8 @@ public:
     /// Replaces all records.
     void setOrders(std::vector<OrderPtr> orders);
     int columnOfField(int fieldId) const;
+    /// What a field of the order itself shows.
+    static QString shown(const OrderPtr &order, int fieldId);
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -1,12 +1,12 @@
 // Runs a mixed day for some time and fails when something grows: memory, threads, descriptors, stalls of the window.
 // usage: uicontrol_soak [--seconds N] [--seed N]
-// Writes a line of JSON for every tenth of the run, and one about the whole.
+// Writes a line of JSON for every tenth of the run, one for every kind of event that ever took longer than a frame, and
+// one about the whole.
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QTextStream>
-#include <QtWidgets/QApplication>
 #include <algorithm>
 
 #include "services/userconfig.h"
@@ -26,6 +26,15 @@ QJsonObject described(const soak::Figures &figures)
             {QStringLiteral("threads"), figures.threads},
             {QStringLiteral("descriptors"), figures.descriptors},
             {QStringLiteral("worst_stall_ms"), figures.worstStall}};
+}
+
+void tellCauses(const soak::WatchedApplication &application)
+{
+    for (const auto &[name, cause] : application.causes())
+        write({{QStringLiteral("held_up_by"), name},
+               {QStringLiteral("times"), cause.count},
+               {QStringLiteral("worst_ms"), cause.worst},
+               {QStringLiteral("busy_ms"), cause.worstBusy}});
 }
 
 int tell(const soak::SoakDay &day)
@@ -52,7 +61,7 @@ int main(int argc, char **argv)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && !qEnvironmentVariableIsSet("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    soak::WatchedApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addOptions(
         {{QStringLiteral("seconds"), QStringLiteral("How long"), QStringLiteral("N"), QStringLiteral("300")},
@@ -63,10 +72,11 @@ int main(int argc, char **argv)
     refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
     int result = 1;
     {
-        soak::SoakDay day(parser.value(QStringLiteral("seed")).toUInt());
+        soak::SoakDay day(application, parser.value(QStringLiteral("seed")).toUInt());
         day.start();
         QTimer::singleShot(1000 * parser.value(QStringLiteral("seconds")).toInt(), &application, &QApplication::quit);
         QApplication::exec();
+        tellCauses(application);
         result = tell(day);
     }
     refhost::setUserConfig(nullptr);

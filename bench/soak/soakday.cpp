@@ -27,8 +27,8 @@ const char *const codes[] = {"600519.SH", "600000.SH", "000001.SZ", "300750.SZ",
 
 } // namespace
 
-SoakDay::SoakDay(unsigned seed)
-    : random(seed),
+SoakDay::SoakDay(WatchedApplication &application, unsigned seed)
+    : random(seed), watch(application),
       table(new KV::CHpfDataTable(soakTableId, refhost::MetaMarketOrder, this, kdservice::TraderStock, false)),
       log(new KV::CHpfLogWidget(1, this)), ladder(new KV::CQuotesPricesList(KV::EOpParamWidgetID(1), this))
 {
@@ -79,6 +79,7 @@ boost::shared_ptr<refhost::OrderRecord> SoakDay::changedOrder()
 
 void SoakDay::feed()
 {
+    watch.nameEvent(QStringLiteral("feed"));
     std::vector<boost::shared_ptr<kdservice::IData>> records;
     for (int i = 0; i < updatesPerFeed; ++i)
         records.push_back(changedOrder());
@@ -131,50 +132,63 @@ void SoakDay::act()
     refhost::ThemeService &themes = refhost::ThemeService::instance();
     switch (actionCount++ % 20) {
     case 0:
+        watch.nameEvent(QStringLiteral("filter"));
         chosen = {QString::fromLatin1(codes[random() % std::size(codes)])};
         table->onFilterTrigger(code, 0, chosen);
         break;
     case 4:
+        watch.nameEvent(QStringLiteral("filter taken off"));
         table->clearFilter();
         break;
     case 2:
     case 12:
+        watch.nameEvent(QStringLiteral("sort"));
         table->setSortColumns({{static_cast<int>(random() % 8), static_cast<int>(random() % 2)}});
         break;
     case 5:
+        watch.nameEvent(QStringLiteral("theme"));
         themes.setTheme(themes.theme() == QLatin1String("dark") ? QStringLiteral("light") : QStringLiteral("dark"));
         break;
     case 7:
+        watch.nameEvent(QStringLiteral("scale"));
         themes.setScale(themes.scale() > 1 ? 1 : 1.5);
         break;
     case 8:
     case 16:
+        watch.nameEvent(QStringLiteral("table opened"));
         openTable();
         break;
     case 11: // while its load may still be under way
     case 19:
+        watch.nameEvent(QStringLiteral("table closed"));
         opened.reset();
         break;
     case 13:
+        watch.nameEvent(QStringLiteral("search in the log"));
         log->findText(QStringLiteral("成交"));
         break;
     case 14:
+        watch.nameEvent(QStringLiteral("line breaks in the log"));
         log->findText(QString());
         log->slotAutoLine(!log->isAutoLine());
         break;
     case 15:
+        watch.nameEvent(QStringLiteral("log cleared"));
         log->clear();
         break;
     case 17:
+        watch.nameEvent(QStringLiteral("search in the table"));
         table->find(QStringLiteral("300750"), true);
         break;
     default:
+        watch.nameEvent(QStringLiteral("row selected"));
         table->selectKey(orders[random() % orders.size()]->getKey());
     }
 }
 
 void SoakDay::sample()
 {
+    watch.nameEvent(QStringLiteral("figures taken"));
     Figures figures = presentFigures();
     figures.seconds = static_cast<double>(clock.elapsed()) / 1000;
     figures.worstStall = stalls.takeRecentWorst();

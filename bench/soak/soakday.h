@@ -8,6 +8,7 @@
 
 #include "records/record.h"
 #include "soak/processfigures.h"
+#include "soak/watchedapplication.h"
 #include "window/stallmeter.h"
 
 namespace KV {
@@ -26,7 +27,8 @@ class SoakDay : public QWidget
     Q_OBJECT
 
 public:
-    explicit SoakDay(unsigned seed);
+    /// The application hears what each event is about.
+    SoakDay(WatchedApplication &application, unsigned seed);
     ~SoakDay() override;
 
     void start();
@@ -44,6 +46,7 @@ private:
     void openTable();
 
     std::mt19937 random;
+    WatchedApplication &watch;
     std::vector<boost::shared_ptr<refhost::OrderRecord>> orders;
     KV::CHpfDataTable *table;
     KV::CHpfLogWidget *log;
