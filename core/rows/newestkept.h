@@ -7,19 +7,19 @@
 namespace core {
 
 /// Values by key, of which only the newest stay: one that comes when all room is taken sends the oldest away.
-template <typename Value>
+template <typename Value, typename Key = quint64>
 class NewestKept
 {
 public:
     explicit NewestKept(std::size_t most) : room(most) {}
 
-    std::optional<Value> find(quint64 key) const
+    std::optional<Value> find(const Key &key) const
     {
         const auto found = values.constFind(key);
         return found == values.constEnd() ? std::nullopt : std::optional<Value>(*found);
     }
     /// Returns the value that had to go. The key must be a new one.
-    std::optional<Value> add(quint64 key, const Value &value)
+    std::optional<Value> add(const Key &key, const Value &value)
     {
         std::optional<Value> gone;
         if (order.size() >= room) {
@@ -30,12 +30,12 @@ public:
         order.push_back(key);
         return gone;
     }
-    const QHash<quint64, Value> &all() const { return values; }
+    const QHash<Key, Value> &all() const { return values; }
 
 private:
     const std::size_t room; ///< at least 1
-    QHash<quint64, Value> values;
-    std::deque<quint64> order; ///< of their keys, the oldest first
+    QHash<Key, Value> values;
+    std::deque<Key> order; ///< of their keys, the oldest first
 };
 
 } // namespace core

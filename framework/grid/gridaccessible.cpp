@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "grid/gridaccessiblecell.h"
+#include "grid/gridaccessibleheader.h"
 #include "grid/gridview.h"
 #include "grid/gridviewprivate.h"
 
@@ -27,6 +28,8 @@ GridAccessible::~GridAccessible()
 {
     for (const QAccessible::Id id : cells.all())
         QAccessible::deleteAccessibleInterface(id);
+    for (const auto &header : headers)
+        QAccessible::deleteAccessibleInterface(header.second);
 }
 
 void GridAccessible::install()
@@ -53,7 +56,7 @@ void *GridAccessible::interface_cast(QAccessible::InterfaceType type)
 
 int GridAccessible::rowCount() const
 {
-    const qint64 most = std::numeric_limits<int>::max() / std::max(columnCount(), 1);
+    const qint64 most = std::numeric_limits<int>::max() / std::max(columnCount(), 1) - 1; // the headers count, too
     return static_cast<int>(std::min(view().geometry.rowCount, most));
 }
 
@@ -64,57 +67,91 @@ int GridAccessible::columnCount() const
 
 int GridAccessible::childCount() const
 {
-    return rowCount() * columnCount();
+    return (rowCount() + 1) * columnCount();
 }
 
 QAccessibleInterface *GridAccessible::child(int index) const
 {
     const int columns = columnCount();
-    return columns == 0 ? nullptr : cellAt(index / columns, index % columns);
+    if (columns == 0 || index < 0)
+        return nullptr;
+    const int row = index / columns;
+    return row == rowCount() ? header(index % columns) : cellAt(row, index % columns);
 }
 
 /// NoGridRow for rows that there are not.
 quint64 GridAccessible::idOf(int row) const
 {
+    const GridRowId onScreen = view().rows.idAt(row);
     std::vector<GridRowId> ids;
-    if (row >= 0 && row < rowCount() && view().source)
+    if (onScreen == NoGridRow && row >= 0 && row < rowCount() && view().source)
         view().source->rowIds(row, 1, ids);
-    return ids.empty() ? NoGridRow : ids.front();
+    return ids.empty() ? onScreen : ids.front();
 }
 
 QAccessibleInterface *GridAccessible::cellAt(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= columnCount())
         return nullptr;
-    const quint64 key = static_cast<quint64>(row) << 16 | static_cast<quint64>(column);
+    return cellOf(idOf(row), view().geometry.columns.placed()[static_cast<size_t>(column)].column);
+}
+
+QAccessibleInterface *GridAccessible::cellOf(quint64 rowId, int modelColumn) const
+{
+    if (rowId == NoGridRow)
+        return nullptr;
+    const std::pair<quint64, int> key(rowId, modelColumn);
     if (const auto known = cells.find(key))
         return QAccessible::accessibleInterface(*known);
-    auto *cell = new GridAccessibleCell(static_cast<GridView *>(object()), row, column);
+    auto *cell = new GridAccessibleCell(static_cast<GridView *>(object()), rowId, modelColumn);
     if (const auto oldest = cells.add(key, QAccessible::registerAccessibleInterface(cell)))
         QAccessible::deleteAccessibleInterface(*oldest);
     return cell;
 }
 
+QAccessibleInterface *GridAccessible::header(int column) const
+{
+    if (column < 0 || column >= columnCount())
+        return nullptr;
+    const int modelColumn = view().geometry.columns.placed()[static_cast<size_t>(column)].column;
+    const auto known = headers.find(modelColumn);
+    if (known != headers.end())
+        return QAccessible::accessibleInterface(known->second);
+    auto *made = new GridAccessibleHeader(static_cast<GridView *>(object()), modelColumn);
+    headers.emplace(modelColumn, QAccessible::registerAccessibleInterface(made));
+    return made;
+}
+
 int GridAccessible::indexOfChild(const QAccessibleInterface *child) const
 {
+    if (const auto *header = dynamic_cast<const GridAccessibleHeader *>(child))
+        return header->isValid() ? rowCount() * columnCount() + header->columnIndex() : -1;
     const auto *cell = dynamic_cast<const GridAccessibleCell *>(child);
-    return cell ? cell->rowIndex() * columnCount() + cell->columnIndex() : -1;
+    return cell && cell->isValid() ? cell->rowIndex() * columnCount() + cell->columnIndex() : -1;
 }
 
 QAccessibleInterface *GridAccessible::childAt(int x, int y) const
 {
     const GridViewPrivate &grid = view();
     const GridHit hit = grid.geometry.hit(grid.toDevice(grid.q->mapFromGlobal(QPoint(x, y))));
-    if (hit.area != GridArea::Cell)
+    const int place = grid.geometry.columns.placeOf(hit.column);
+    switch (hit.area) {
+    case GridArea::Cell:
+        return cellAt(static_cast<int>(hit.row), place);
+    case GridArea::Header:
+    case GridArea::HeaderEdge:
+    case GridArea::HeaderFunnel:
+        return header(place);
+    default:
         return nullptr;
-    return cellAt(static_cast<int>(hit.row), grid.geometry.columns.placeOf(hit.column));
+    }
 }
 
 /// -1 without a current row, or while it is not shown.
 int GridAccessible::currentRow() const
 {
     const GridRowId id = view().chooser.current().row;
-    const qint64 row = view().source && id != NoGridRow ? view().source->rowOf(id) : -1;
+    const qint64 row = id == NoGridRow ? -1 : view().placeOfRow(id);
     return row < rowCount() ? static_cast<int>(row) : -1;
 }
 
@@ -151,7 +188,7 @@ void GridAccessible::selectionMoved(GridView *view)
     QAccessible::updateAccessibility(&event);
 }
 
-void GridAccessible::rowsCameOrWent(GridView *view)
+void GridAccessible::layoutChanged(GridView *view)
 {
     if (!QAccessible::isActive())
         return;

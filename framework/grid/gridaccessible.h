@@ -2,6 +2,8 @@
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
+#include <map>
+#include <utility>
 
 #include "rows/newestkept.h"
 
@@ -10,9 +12,9 @@ namespace ZB {
 class GridView;
 class GridViewPrivate;
 
-/// A grid as screen readers and test tools see it: a table of all its rows with all visible columns. Cells are made
-/// when they are asked for, and only the newest thousands are kept: a million rows are no million objects. Numbers of
-/// rows and children end at the largest int. GUI thread.
+/// A grid as screen readers and test tools see it: a table of all its rows with all visible columns; its children are
+/// the cells row by row, then the headers. Cells are made when they are asked for, and only the newest thousands are
+/// kept: a million rows are no million objects. Numbers of rows and children end at the largest int. GUI thread.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
@@ -21,10 +23,11 @@ public:
 
     /// Makes every GridView accessible; costs nothing while nobody asks.
     static void install();
-    /// Tells that the current cell is another one, that other rows are selected, that the table has more or fewer rows.
+    /// Tells that the current cell is another one, that other rows are selected, that the table has more or fewer rows
+    /// or other columns.
     static void focusMoved(GridView *view);
     static void selectionMoved(GridView *view);
-    static void rowsCameOrWent(GridView *view);
+    static void layoutChanged(GridView *view);
 
     /// Without rows the description is what stands in their place.
     QString text(QAccessible::Text type) const override;
@@ -38,6 +41,8 @@ public:
     QAccessibleInterface *caption() const override { return nullptr; }
     QAccessibleInterface *summary() const override { return nullptr; }
     QAccessibleInterface *cellAt(int row, int column) const override;
+    /// Of a visible column; null for others.
+    QAccessibleInterface *header(int column) const;
     int selectedCellCount() const override;
     QList<QAccessibleInterface *> selectedCells() const override;
     QString columnDescription(int column) const override;
@@ -58,11 +63,13 @@ public:
 
 private:
     const GridViewPrivate &view() const;
+    QAccessibleInterface *cellOf(quint64 rowId, int modelColumn) const;
     int currentRow() const;
     int currentIndex() const;
     quint64 idOf(int row) const;
 
-    mutable core::NewestKept<QAccessible::Id> cells; ///< by row and place of the column
+    mutable core::NewestKept<QAccessible::Id, std::pair<quint64, int>> cells; ///< by row and column of the model
+    mutable std::map<int, QAccessible::Id> headers;                           ///< by column of the model
 };
 
 } // namespace ZB

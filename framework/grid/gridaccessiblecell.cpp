@@ -6,27 +6,24 @@
 
 namespace ZB {
 
-GridAccessibleCell::GridAccessibleCell(GridView *view, int row, int column) : owner(view), index(row), place(column) {}
+GridAccessibleCell::GridAccessibleCell(GridView *view, quint64 rowId, int modelColumn)
+    : owner(view), row(rowId), column(modelColumn)
+{
+}
 
 bool GridAccessibleCell::isValid() const
 {
-    return owner && modelColumn() >= 0 && rowId() != NoGridRow;
+    return rowIndex() >= 0 && columnIndex() >= 0;
 }
 
-int GridAccessibleCell::modelColumn() const
+int GridAccessibleCell::columnIndex() const
 {
-    const auto &columns = GridViewPrivate::of(*owner).geometry.columns.placed();
-    return place < static_cast<int>(columns.size()) ? columns[static_cast<size_t>(place)].column : -1;
+    return owner ? GridViewPrivate::of(*owner).geometry.columns.placeOf(column) : -1;
 }
 
-quint64 GridAccessibleCell::rowId() const
+int GridAccessibleCell::rowIndex() const
 {
-    const GridViewPrivate &grid = GridViewPrivate::of(*owner);
-    const GridRowId onScreen = grid.rows.idAt(index);
-    std::vector<GridRowId> ids;
-    if (onScreen == NoGridRow && grid.source)
-        grid.source->rowIds(index, 1, ids);
-    return ids.empty() ? onScreen : ids.front();
+    return owner ? static_cast<int>(GridViewPrivate::of(*owner).placeOfRow(row)) : -1;
 }
 
 QAccessibleInterface *GridAccessibleCell::parent() const
@@ -34,20 +31,27 @@ QAccessibleInterface *GridAccessibleCell::parent() const
     return QAccessible::queryAccessibleInterface(owner);
 }
 
+QList<QAccessibleInterface *> GridAccessibleCell::columnHeaderCells() const
+{
+    const auto *table = dynamic_cast<const GridAccessible *>(parent());
+    return table && isValid() ? QList<QAccessibleInterface *>{table->header(columnIndex())}
+                              : QList<QAccessibleInterface *>();
+}
+
 QString GridAccessibleCell::text(QAccessible::Text kind) const
 {
     if (kind != QAccessible::Name || !isValid())
         return QString();
     const GridViewPrivate &grid = GridViewPrivate::of(*owner);
-    const GridCell *painted = grid.body.cell(grid.rows.indexOf(rowId()), modelColumn());
-    return painted ? painted->text + painted->unit : grid.source->cellText(index, modelColumn());
+    const GridCell *painted = grid.body.cell(grid.rows.indexOf(row), column);
+    return painted ? painted->text + painted->unit : grid.source->cellText(rowIndex(), column);
 }
 
 QRect GridAccessibleCell::rect() const
 {
     if (!isValid())
         return QRect();
-    const QRect inView = owner->cellRect(rowId(), modelColumn());
+    const QRect inView = owner->cellRect(row, column);
     return inView.isEmpty() ? QRect() : QRect(owner->mapToGlobal(inView.topLeft()), inView.size());
 }
 
@@ -56,7 +60,7 @@ bool GridAccessibleCell::isSelected() const
     if (!isValid())
         return false;
     const GridSelection &selection = GridViewPrivate::of(*owner).chooser.selection();
-    return selection.isRowSelected(rowId()) || selection.isCellSelected(rowId(), modelColumn());
+    return selection.isRowSelected(row) || selection.isCellSelected(row, column);
 }
 
 QAccessible::State GridAccessibleCell::state() const
@@ -71,7 +75,7 @@ QAccessible::State GridAccessibleCell::state() const
     state.selectable = true;
     state.focusable = true;
     state.selected = isSelected();
-    state.focused = owner->hasFocus() && current.row == rowId() && current.column == modelColumn();
+    state.focused = owner->hasFocus() && current.row == row && current.column == column;
     state.offscreen = rect().isEmpty();
     return state;
 }

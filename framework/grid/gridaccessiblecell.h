@@ -8,12 +8,15 @@ namespace ZB {
 class GridView;
 class GridViewPrivate;
 
-/// One cell of a grid by the numbers of its row and of its column on the screen: it stays there while records move
-/// through it. GUI thread.
+/// One cell of a grid: it stays with its record and its column wherever those move, so that what was read is what a key
+/// acts on. Gone once the record is not shown. GUI thread.
 class GridAccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
 {
 public:
-    GridAccessibleCell(GridView *view, int row, int column);
+    GridAccessibleCell(GridView *view, quint64 row, int column);
+
+    quint64 rowId() const { return row; }
+    int modelColumn() const { return column; }
 
     bool isValid() const override;
     QObject *object() const override { return nullptr; }
@@ -30,21 +33,18 @@ public:
     void *interface_cast(QAccessible::InterfaceType type) override;
 
     bool isSelected() const override;
-    QList<QAccessibleInterface *> columnHeaderCells() const override { return {}; }
+    QList<QAccessibleInterface *> columnHeaderCells() const override;
     QList<QAccessibleInterface *> rowHeaderCells() const override { return {}; }
-    int columnIndex() const override { return place; }
-    int rowIndex() const override { return index; }
+    int columnIndex() const override;
+    int rowIndex() const override;
     int columnExtent() const override { return 1; }
     int rowExtent() const override { return 1; }
     QAccessibleInterface *table() const override { return parent(); }
 
 private:
-    int modelColumn() const;
-    quint64 rowId() const;
-
     QPointer<GridView> owner;
-    int index; ///< of the shown row
-    int place; ///< among the visible columns
+    const quint64 row;
+    const int column; ///< of the model
 };
 
 } // namespace ZB

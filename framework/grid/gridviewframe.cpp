@@ -154,9 +154,11 @@ void GridViewPrivate::announce()
     const QPointer<GridView> guard(q);
     const GridRowId current = chooser.isCurrentShown() ? chooser.current().row : NoGridRow;
     const int column = chooser.current().column;
-    if (told.rowCount != geometry.rowCount) {
+    std::vector<int> shownColumns = q->visibleColumns();
+    if (told.rowCount != geometry.rowCount || told.columns != shownColumns) {
         told.rowCount = geometry.rowCount;
-        GridAccessible::rowsCameOrWent(q);
+        told.columns = std::move(shownColumns);
+        GridAccessible::layoutChanged(q);
     }
     if (told.current != current || told.column != column) {
         told.current = current;

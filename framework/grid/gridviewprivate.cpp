@@ -214,4 +214,12 @@ QString GridViewPrivate::toolTipAt(const QPoint &point)
     return tip.isEmpty() ? whole : whole + QLatin1Char('\n') + tip;
 }
 
+qint64 GridViewPrivate::placeOfRow(GridRowId row) const
+{
+    const int index = rows.indexOf(row);
+    if (index >= 0)
+        return rows.window().first + index;
+    return source ? source->rowOf(row) : -1;
+}
+
 } // namespace ZB

@@ -69,6 +69,8 @@ public:
     /// A column to go on with: the current one, or the first visible.
     int currentColumn() const;
     QString toolTipAt(const QPoint &point);
+    /// Where a row is: on the screen as it is shown there, elsewhere as the source says; -1 when it is not shown.
+    qint64 placeOfRow(GridRowId row) const;
 
     GridView *const q;
     GridSource *source = nullptr;
@@ -106,6 +108,7 @@ private:
     struct Told ///< what the signals have said last
     {
         qint64 rowCount = 0;
+        std::vector<int> columns; ///< visible ones from the left
         GridRowId current = NoGridRow;
         int column = -1;
         quint64 selection = 0;

@@ -321,7 +321,7 @@ TEST_F(GridViewTest, AccessibleToolsSeeEveryRowWhereverTheViewIs)
     ASSERT_NE(cells, nullptr);
     EXPECT_EQ(cells->rowCount(), 100);
     EXPECT_EQ(cells->columnCount(), 4);
-    EXPECT_EQ(table->childCount(), 400);
+    EXPECT_EQ(table->childCount(), 404);
     EXPECT_EQ(cells->columnDescription(1), "Head 0");
     EXPECT_EQ(cells->rowDescription(99), "100");
     EXPECT_EQ(cells->rowDescription(100), "");
@@ -348,10 +348,55 @@ TEST_F(GridViewTest, AccessibleToolsSeeEveryRowWhereverTheViewIs)
     EXPECT_TRUE(cells->unselectRow(2));
     EXPECT_TRUE(cells->selectedRows().isEmpty());
 
+    source.insert(0); // rows move once a second click can no longer follow
+    QTRY_VERIFY_WITH_TIMEOUT((view.refreshNow(), chosen->tableCellInterface()->rowIndex() == 96), 5000);
+    EXPECT_EQ(chosen->text(QAccessible::Name), "96.0") << "the record that was read, wherever it has gone";
+    EXPECT_EQ(cells->cellAt(96, 1), chosen);
+    view.setColumnOrder({0, 1, 2, 3, 4});
+    view.refreshNow();
+    EXPECT_EQ(chosen->tableCellInterface()->columnIndex(), 0);
+    EXPECT_EQ(table->indexOfChild(chosen), 384);
+
     source.reorder([](auto &rows) { rows.resize(3); });
     QTRY_VERIFY_WITH_TIMEOUT((view.refreshNow(), cells->rowCount() == 3), 5000);
     EXPECT_FALSE(chosen->isValid());
+    EXPECT_EQ(table->indexOfChild(chosen), -1);
     EXPECT_EQ(chosen->text(QAccessible::Name), "");
+}
+
+TEST_F(GridViewTest, AccessibleToolsReadHeadersAndSortByThem)
+{
+    view.setColumnOrder({1, 0, 2, 3, 4});
+    view.setColumnVisible(2, false);
+    view.setSortMarks({{3, true}});
+    view.refreshNow();
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&view);
+    QAccessibleTableCellInterface *cell = table->tableInterface()->cellAt(7, 2)->tableCellInterface();
+    ASSERT_EQ(cell->columnHeaderCells().size(), 1);
+    QAccessibleInterface *third = cell->columnHeaderCells().front();
+    EXPECT_EQ(third->role(), QAccessible::ColumnHeader);
+    EXPECT_EQ(third->text(QAccessible::Name), "Head 3");
+    EXPECT_EQ(third->text(QAccessible::Description).toStdString(), "降序");
+    EXPECT_EQ(third->parent(), table);
+    EXPECT_EQ(table->indexOfChild(third), 402);
+    EXPECT_EQ(table->child(402), third);
+    EXPECT_EQ(table->child(404), nullptr);
+    EXPECT_EQ(third->rect().topLeft(), view.mapToGlobal(view.headerRect(3).topLeft()));
+    EXPECT_EQ(table->childAt(third->rect().center().x(), third->rect().center().y()), third);
+    EXPECT_EQ(table->child(400)->text(QAccessible::Description), "");
+
+    QList<int> sorted;
+    QObject::connect(&view, &GridView::headerClicked, [&sorted](int column) { sorted << column; });
+    third->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(sorted, QList<int>{3});
+    view.setEnabled(false);
+    third->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(sorted, QList<int>{3});
+    view.setColumnVisible(3, false);
+    view.refreshNow();
+    EXPECT_FALSE(third->isValid());
+    EXPECT_EQ(third->text(QAccessible::Name), "");
+    EXPECT_EQ(table->indexOfChild(third), -1);
 }
 
 TEST_F(GridViewTest, ReadingEveryCellKeepsAFewThousandObjects)

@@ -80,6 +80,65 @@ TEST_F(AccessibleTable, TellsRowsThatComeTheCurrentCellAndTheSelection)
     QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
     EXPECT_EQ(seen->tableInterface()->rowCount(), 3);
     EXPECT_EQ(seen->focusChild()->tableCellInterface()->columnIndex(), 1);
+    grid()->setColumnVisible(ColumnLots, false);
+    grid()->refreshNow();
+    EXPECT_EQ(events.take(), "rows reset") << "other columns";
+}
+
+TEST_F(AccessibleTable, TheCellThatWasReadIsTheOneThatIsActedOn)
+{
+    std::vector<RecordPtr> records;
+    for (int lots = 1; lots <= 3; ++lots)
+        records.push_back(fullTicket(std::to_string(lots), lots));
+    table->updateDatas(records, true);
+    table->setSortColumns({{ColumnLots, 0}});
+    settle();
+    grid()->setFocus();
+    QTest::keyClick(grid(), Qt::Key_Down);
+    grid()->refreshNow();
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
+    QAccessibleInterface *focus = seen->focusChild();
+    ASSERT_NE(focus, nullptr);
+    const QString read = seen->tableInterface()->cellAt(0, ColumnLots)->text(QAccessible::Name);
+    QAccessibleInterface *lots = seen->tableInterface()->cellAt(0, ColumnLots);
+    table->setSortColumns({{ColumnLots, 1}});
+    settle();
+    grid()->refreshNow();
+    EXPECT_EQ(lots->text(QAccessible::Name), read);
+    EXPECT_EQ(lots->tableCellInterface()->rowIndex(), 2);
+    EXPECT_EQ(seen->focusChild(), focus) << "it went along with its record";
+    ASSERT_EQ(lots->tableCellInterface()->columnHeaderCells().size(), 1);
+    EXPECT_EQ(lots->tableCellInterface()->columnHeaderCells().front()->text(QAccessible::Description).toStdString(),
+              "降序，合计 6");
+}
+
+TEST_F(AccessibleTable, OfAMillionRecordsAnswersEveryReadWithinAMillisecond)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr int count = 50'000;
+#else
+    constexpr int count = 1'000'000;
+#endif
+    std::vector<RecordPtr> records;
+    for (int number = 0; number < count; ++number)
+        records.push_back(fullTicket(std::to_string(number), number % 1000));
+    table->updateDatas(records, true);
+    settle();
+    QTest::keyClick(grid(), Qt::Key_End, Qt::ControlModifier);
+    grid()->refreshNow();
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
+    QAccessibleTableInterface *cells = seen->tableInterface();
+    ASSERT_EQ(cells->rowCount(), count);
+    ASSERT_EQ(cells->selectedRowCount(), 1);
+    int row = 0;
+    EXPECT_LT(millisecondsOf([&] { cells->cellAt(row += count / 60, ColumnValue)->text(QAccessible::Name); }),
+              readMilliseconds);
+    EXPECT_LT(millisecondsOf([&] { cells->cellAt(count / 2, 1)->tableCellInterface()->columnHeaderCells(); }),
+              readMilliseconds);
+    EXPECT_LT(millisecondsOf([&] { cells->cellAt(count / 2, 1)->state(); }), readMilliseconds);
+    EXPECT_LT(millisecondsOf([&] { cells->rowCount(); }), readMilliseconds);
+    EXPECT_LT(millisecondsOf([&] { cells->selectedRows(); }), readMilliseconds);
+    EXPECT_LT(millisecondsOf([&] { seen->focusChild()->text(QAccessible::Name); }), readMilliseconds);
 }
 
 TEST(AccessibleGrid, OfAMillionRowsAnswersEveryReadWithinAMillisecond)
