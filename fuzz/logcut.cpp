@@ -2,6 +2,7 @@
 
 #include <QtGui/QFontMetrics>
 #include <QtGui/QGuiApplication>
+#include <algorithm>
 
 #include "fuzzinput.h"
 #include "log/cloglinecutter.h"
@@ -32,6 +33,17 @@ std::vector<int> plainLengths(const QFontMetrics &metrics, const QString &line, 
     return lengths;
 }
 
+std::string difference(const std::vector<int> &lengths, const std::vector<int> &plain)
+{
+    const auto [cut, loop] = std::mismatch(lengths.begin(), lengths.end(), plain.begin(), plain.end());
+    const auto lengthAt = [](auto piece, auto end) {
+        return piece == end ? std::string("missing") : std::to_string(*piece) + " characters long";
+    };
+    return "piece " + std::to_string(cut - lengths.begin()) + " is " + lengthAt(cut, lengths.end()) +
+           ", with the plain loop " + lengthAt(loop, plain.end()) + " (pieces: " + std::to_string(lengths.size()) +
+           " and " + std::to_string(plain.size()) + ")";
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
@@ -58,7 +70,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     if (line.isEmpty())
         return 0;
     const std::vector<int> plain = plainLengths(QFontMetrics(font), line, width);
-    fuzz::require(lengths == plain, "cut into " + std::to_string(lengths.size()) + " pieces, not the " +
-                                        std::to_string(plain.size()) + " of the plain loop");
+    fuzz::require(lengths == plain, difference(lengths, plain));
     return 0;
 }

@@ -79,6 +79,20 @@ TEST_P(LogCuttingOfFont, RandomLinesGetThePiecesOfThePlainLoop)
     }
 }
 
+TEST_P(LogCuttingOfFont, FontsThatTheRestOfTheLineLoadsCountForControlCharactersFromItsStart)
+{
+    // A size of its own, for which no other test has loaded them.
+    const int size = GetParam().pixels + 1;
+    const QFont font = fontOf(GetParam().family, size);
+    const QString line = QStringLiteral("s") + QString(12, QChar(0)) + QStringLiteral("\r\t\tcolumn\taf") +
+                         QString(9, QChar(0)) + QStringLiteral("\x1B[31m9.0524\x1B[0m, 能际") +
+                         QString::fromUtf8("中˱、ω˱，शि😀z˱，→“。");
+    CLogLineCutter cutter(font);
+    const QStringList pieces = cutPieces(cutter, line, 9 * size);
+    const QStringList expected = plainPieces(QFontMetrics(font), line, 9 * size);
+    EXPECT_EQ(pieces.join(QLatin1Char('\n')).toStdString(), expected.join(QLatin1Char('\n')).toStdString());
+}
+
 INSTANTIATE_TEST_SUITE_P(Fonts, LogCuttingOfFont,
                          ::testing::Values(CuttingFont{"Noto Sans Mono CJK SC", 12},
                                            CuttingFont{"Noto Sans Mono CJK SC", 15},

@@ -1,5 +1,7 @@
 #include "log/cloglinecutter.h"
 
+#include <QtCore/QMap>
+#include <QtCore/QSet>
 #include <algorithm>
 
 namespace KV {
@@ -34,11 +36,19 @@ bool takesScript(ushort unit)
     return script == QChar::Script_Common || script == QChar::Script_Inherited;
 }
 
+/// Control characters whose width depends on what has been measured before. Fontconfig does not count blank ones among
+/// a font's characters, so that a missing one alone loads no other font; once anything else has loaded one that holds
+/// it, it is drawn from there. Qt gives the ones left out here no glyph at all.
+bool dependsOnHistory(ushort unit)
+{
+    return unit < u' ' && unit != u'\t' && unit != u'\n' && unit != u'\f' && unit != u'\r';
+}
+
 } // namespace
 
 void CLogLineCutter::cut(const ushort *text, int length, int width, std::vector<int> &lengths)
 {
-    const Line line{text, length, width < 0 ? 0 : 64LL * width + 32};
+    Line line{text, length, width < 0 ? 0 : 64LL * width + 32};
     if (line.length == 0 && width < 0)
         return;
     int start = 0;
@@ -56,7 +66,7 @@ void CLogLineCutter::cut(const ushort *text, int length, int width, std::vector<
 
 /// The smallest count of at least `shortest` for which that many characters from `start` are too wide; -1 when the line
 /// ends before one is.
-int CLogLineCutter::firstTooLong(const Line &line, int start, int shortest)
+int CLogLineCutter::firstTooLong(Line &line, int start, int shortest)
 {
     const int last = line.length - start - 1;
     const ushort *const text = line.text + start;
@@ -86,7 +96,7 @@ int CLogLineCutter::firstTooLong(const Line &line, int start, int shortest)
 
 /// Goes on from `count` characters that are `width` wide, measuring truly wherever the most that the characters since
 /// the last measurement can have added reaches the limit.
-int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int count, qint64 width)
+int CLogLineCutter::searchShaped(Line &line, int start, int shortest, int count, qint64 width)
 {
     const int last = line.length - start - 1;
     const ushort *const text = line.text + start;
@@ -95,6 +105,8 @@ int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int 
     bool complex = false;
     bool open = false; // the bound says nothing before the next measurement
     while (count < last) {
+        if (!line.settled && dependsOnHistory(text[count]))
+            settle(line);
         const LogCharWidth added = textMeasure.charWidth(text[count]);
         EWidthKind kind = added.kind;
         if (kind == EWidthKind::Shaped && takesScript(text[count]))
@@ -117,13 +129,15 @@ int CLogLineCutter::searchShaped(const Line &line, int start, int shortest, int 
 }
 
 /// Whether the whole line is narrow enough although a part of it is not.
-bool CLogLineCutter::fitsWhole(const Line &line)
+bool CLogLineCutter::fitsWhole(Line &line)
 {
     if (line.length > longestWhole)
         return false;
     bool exact = true;
     qint64 least = 0; // no shaping makes spacing characters half as wide
     for (int i = 0; i < line.length && least < line.limit && line.text[i] != endOfMeasured; ++i) {
+        if (!line.settled && dependsOnHistory(line.text[i]))
+            settle(line);
         const LogCharWidth width = textMeasure.charWidth(line.text[i]);
         exact = exact && width.kind == EWidthKind::Exact;
         if (width.kind != EWidthKind::Complex && line.text[i] != u'\t')
@@ -132,6 +146,37 @@ bool CLogLineCutter::fitsWhole(const Line &line)
     if (exact || least >= line.limit)
         return false;
     return textMeasure.trueWidthFine(line.text, line.length) < line.limit;
+}
+
+/// Has every font loaded that measuring any part of the line can load, so that all measurements from now on agree.
+/// Which one it is depends on a character and on the script that it takes: its own, that of another in the line, or
+/// none. (Joiners also take the font of what stands right before them: hence the spaces.)
+void CLogLineCutter::settle(Line &line)
+{
+    line.settled = true;
+    QSet<uint> seen;
+    QString ofScripts; // side by side, each keeps its own
+    QString withoutScript;
+    QString marks;                        // have one, but take that of the letter before
+    QMap<QChar::Script, QString> letters; // one of each script
+    for (int i = 0; i < line.length; ++i)
+        textMeasure.charWidth(line.text[i]); // what it tries loads fonts too
+    const QString whole = QString::fromRawData(reinterpret_cast<const QChar *>(line.text), line.length);
+    for (const uint ucs4 : whole.toUcs4()) {
+        if (ucs4 == endOfMeasured || seen.contains(ucs4))
+            continue;
+        seen.insert(ucs4);
+        const QString character = QString::fromUcs4(&ucs4, 1);
+        const QChar::Script script = QChar::script(ucs4);
+        if (script > QChar::Script_Common)
+            letters.insert(script, character);
+        QString &group = script <= QChar::Script_Common ? withoutScript : QChar::isMark(ucs4) ? marks : ofScripts;
+        group += QLatin1Char(' ') + character;
+    }
+    textMeasure.trueWidth(ofScripts);
+    textMeasure.trueWidth(withoutScript);
+    for (const QString &letter : qAsConst(letters))
+        textMeasure.trueWidth(letter + withoutScript + marks);
 }
 
 } // namespace KV

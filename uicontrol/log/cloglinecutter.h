@@ -13,6 +13,9 @@ namespace KV {
 ///
 /// The cuts are those of measuring after every character, but only where sums of widths leave it open is anything
 /// measured: nowhere in fonts of fixed pitch, about five times a piece in kerned ones. Same thread as the measure.
+///
+/// Control characters may be drawn from fonts that only other characters have had loaded, and so be wider or narrower
+/// the second time. Lines that have some are cut as they are measured from then on, with all of their fonts loaded.
 class UICONTROL_API CLogLineCutter
 {
 public:
@@ -29,12 +32,14 @@ private:
     {
         const ushort *text;
         int length;
-        qint64 limit; ///< 1/64 pixel; a piece as wide as this is too wide
+        qint64 limit;         ///< 1/64 pixel; a piece as wide as this is too wide
+        bool settled = false; ///< no part of it loads another font
     };
 
-    int firstTooLong(const Line &line, int start, int shortest);
-    int searchShaped(const Line &line, int start, int shortest, int count, qint64 width);
-    bool fitsWhole(const Line &line);
+    int firstTooLong(Line &line, int start, int shortest);
+    int searchShaped(Line &line, int start, int shortest, int count, qint64 width);
+    bool fitsWhole(Line &line);
+    void settle(Line &line);
 
     CLogTextMeasure textMeasure;
 };
