@@ -104,6 +104,28 @@ GridHeaderPainter::Marks GridHeaderPainter::marksOf(const GridGeometry &geometry
     return marks;
 }
 
+/// Where the funnel comes up under the mouse the text makes room for it, as far as there is some.
+QRect GridHeaderPainter::besideFunnel(const Marks &marks, const QRect &inside, int textWidth,
+                                      Qt::Alignment alignment) const
+{
+    QRect room = marks.text;
+    const int margin = cells.devicePixels(cells.look().margin) / 4;
+    if (alignment & Qt::AlignRight) {
+        if (room.right() + 1 - textWidth > marks.funnel.right())
+            return room;
+        room.setLeft(marks.funnel.right() + 1);
+        room.setRight(std::max(room.right(), std::min(inside.right() - margin, room.left() + textWidth - 1)));
+        return room;
+    }
+    const bool centred = alignment & Qt::AlignHCenter;
+    const int left = centred ? room.left() + (room.width() - textWidth) / 2 : room.left();
+    if (left + textWidth <= marks.funnel.left())
+        return room;
+    room.setRight(marks.funnel.left() - 1);
+    room.setLeft(std::min(room.left(), std::max(inside.left() + margin, room.right() + 1 - textWidth)));
+    return room;
+}
+
 void GridHeaderPainter::paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
                                   const GridShownColumn &where, const QString &text)
 {
@@ -113,13 +135,18 @@ void GridHeaderPainter::paintCell(GridCanvas &canvas, const GridGeometry &geomet
     const Marks marks = marksOf(geometry, state, where.column);
     const bool sorted = sortPlace(state, where.column) >= 0;
     canvas.setClip(QRect(where.clipLeft, rect.top(), where.clipRight - where.clipLeft, rect.height()));
+    const GridColumn &column = geometry.columns.at(where.column);
+    const bool offersFunnel = !marks.funnel.isEmpty() && !column.filtered;
+    const QRect room = offersFunnel
+                           ? besideFunnel(marks, inside, cells.text().width(text, GridFont::Header), column.alignment)
+                           : marks.text;
     canvas.fill(inside, ground(state, where.column).rgb());
-    cells.text().draw(canvas, marks.text, text, GridFont::Header, geometry.columns.at(where.column).alignment,
-                      GridCut::Ellipsis, (sorted ? look.text : look.headerText).rgb());
+    cells.text().draw(canvas, room, text, GridFont::Header, column.alignment, GridCut::Ellipsis,
+                      (sorted ? look.text : look.headerText).rgb());
     if (!marks.weight.isEmpty())
         cells.text().draw(canvas, marks.weight, QString::number(sortPlace(state, where.column) + 1), GridFont::Header,
                           Qt::AlignHCenter, GridCut::Ellipsis, look.dimText.rgb());
-    if (!marks.funnel.isEmpty() && !geometry.columns.at(where.column).filtered)
+    if (offersFunnel)
         canvas.fill(marks.funnel & inside, ground(state, where.column).rgb());
     if (state.current == where.column)
         canvas.frame(inside, look.accent.rgb());

@@ -50,6 +50,7 @@ private:
     };
 
     Marks marksOf(const GridGeometry &geometry, const GridHeaderState &state, int column) const;
+    QRect besideFunnel(const Marks &marks, const QRect &inside, int textWidth, Qt::Alignment alignment) const;
     void paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
                    const GridShownColumn &where, const QString &text);
     void paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column);

@@ -35,6 +35,20 @@ bool GridKeys::press(const QKeyEvent &event)
     return true;
 }
 
+bool GridKeys::isColumnKey(const QKeyEvent &event) const
+{
+    const int key = event.key();
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    const bool lying = key == Qt::Key_Left || key == Qt::Key_Right;
+    if (view.currentColumn() < 0)
+        return false;
+    if (modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
+        return lying || key == Qt::Key_S || key == Qt::Key_D;
+    if (modifiers == (Qt::AltModifier | Qt::ShiftModifier))
+        return lying;
+    return modifiers == Qt::AltModifier && (key == Qt::Key_Down || key == Qt::Key_Up);
+}
+
 bool GridKeys::pressColumnKey(int key, Qt::KeyboardModifiers modifiers)
 {
     const int column = view.currentColumn();

@@ -24,6 +24,8 @@ public:
 
     /// False for keys that mean nothing here. The view may be gone afterwards.
     bool press(const QKeyEvent &event);
+    /// Whether a key is one for the current column's header: those come before the shortcuts of the window.
+    bool isColumnKey(const QKeyEvent &event) const;
 
 private:
     bool pressNavigation(int key, Qt::KeyboardModifiers modifiers);

@@ -24,6 +24,11 @@ bool GridView::event(QEvent *event)
             QToolTip::showText(help->globalPos(), text, this);
         return true;
     }
+    case QEvent::ShortcutOverride:
+        if (!d->keys.isColumnKey(*static_cast<QKeyEvent *>(event)))
+            break;
+        event->accept();
+        return true;
     case QEvent::ContextMenu:
         d->mouse.contextMenu(*static_cast<QContextMenuEvent *>(event));
         event->accept();

@@ -53,7 +53,7 @@ void GridViewPrivate::paintDrag(QPainter &painter) const
     const GridHeaderMouse &drag = mouse.header();
     const QRect header = geometry.header();
     const QRect from = geometry.headerRect(drag.column()) & header;
-    painter.setOpacity(0.8);
+    painter.setOpacity(0.95);
     painter.drawImage(from.topLeft() + QPoint(drag.draggedBy(), 0), headerPicture, from);
     painter.setOpacity(1.0);
     const int thick = std::max(2, cells.devicePixels(qRound(2 * look.scale)));

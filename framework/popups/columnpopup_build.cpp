@@ -76,7 +76,7 @@ QWidget *ColumnPopup::buildSetRow()
     auto *row = new QWidget(this);
     auto *line = tightRow(row);
     line->addWidget(new QLabel(QStringLiteral("列方案"), row));
-    sets = new QComboBox(row);
+    sets = comboBox(row);
     sets->setLineEdit(new HintField(QStringLiteral("方案名称"), sets));
     sets->setInsertPolicy(QComboBox::NoInsert);
     line->addWidget(sets, 1);

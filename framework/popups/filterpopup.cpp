@@ -139,7 +139,7 @@ void FilterPopup::setTexts(const QStringList &wanted)
     for (const QString &text : texts) {
         const std::size_t place = items.size();
         if (countsShown && (place == 0 || counts[place] != counts[place - 1]))
-            note = QString::number(counts[place]);
+            note = QStringLiteral("%L1").arg(counts[place]);
         items.push_back({shownText(text), note,
                          exact ? present.second.contains(text) : !except || !present.second.contains(text),
                          int(place)});

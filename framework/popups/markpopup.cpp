@@ -107,7 +107,7 @@ void MarkPopup::addLine(const CTableRowMark &mark)
     Line line;
     line.row = new QWidget(this);
     auto *row = tightRow(line.row);
-    line.column = new QComboBox(line.row);
+    line.column = comboBox(line.row);
     for (const Column &each : columns)
         line.column->addItem(each.name, each.column);
     line.column->setFixedWidth(scaled(120));
@@ -115,7 +115,7 @@ void MarkPopup::addLine(const CTableRowMark &mark)
     line.threshold = new HintField(QStringLiteral("如 50万"), line.row);
     line.threshold->setText(thresholdText(mark.threshold));
     line.threshold->setFixedWidth(scaled(80));
-    line.color = new QComboBox(line.row);
+    line.color = comboBox(line.row);
     for (const auto &[key, name] : colorChoices())
         line.color->addItem(swatch(key), name, key);
     const int known = line.color->findData(mark.colorKey);

@@ -43,7 +43,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     row->addStretch();
     count = dimLabel(QString(), this);
     row->addWidget(count);
-    size = new QComboBox(this);
+    size = comboBox(this);
     for (const int each : pageSizes)
         size->addItem(QStringLiteral("%1 行/页").arg(each), each);
     showRowsPerPage();

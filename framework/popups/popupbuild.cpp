@@ -1,9 +1,11 @@
 #include "popups/popupbuild.h"
 
 #include <QtCore/QVariant>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyledItemDelegate>
 
 #include "zb/cuiresource.h"
 
@@ -32,6 +34,13 @@ QPushButton *linkButton(const QString &text, QWidget *parent)
     button->setProperty("link", true);
     button->setAutoDefault(false);
     return button;
+}
+
+QComboBox *comboBox(QWidget *parent)
+{
+    auto *box = new QComboBox(parent);
+    box->setItemDelegate(new QStyledItemDelegate(box)); // the box's own knows nothing of the style sheet
+    return box;
 }
 
 QHBoxLayout *tightRow(QWidget *owner)

@@ -2,6 +2,7 @@
 
 #include <QtCore/QString>
 
+class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
@@ -16,6 +17,8 @@ QLabel *titleLabel(const QString &text, int width, QWidget *parent);
 QLabel *dimLabel(const QString &text, QWidget *parent);
 /// A button that looks like a link.
 QPushButton *linkButton(const QString &text, QWidget *parent);
+/// Its list has lines as high as those of the theme.
+QComboBox *comboBox(QWidget *parent);
 /// A row without margins for `owner`.
 QHBoxLayout *tightRow(QWidget *owner);
 

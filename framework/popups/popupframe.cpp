@@ -50,7 +50,7 @@ void PopupFrame::abandon()
 void PopupFrame::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), look.border);
+    painter.fillRect(rect(), mixed(look.border, look.dimText, 400));
     painter.fillRect(rect().adjusted(1, 1, -1, -1), look.background);
 }
 

@@ -208,7 +208,8 @@ void CBaseHighPerformanceTable::Private::updateBadges()
 {
     QString paused;
     if (source.isPaused())
-        paused = QStringLiteral("已暂停刷新 · 新增 %L1 条（Pause 键继续）").arg(source.arrivalsSincePause());
+        paused = QStringLiteral("已暂停刷新 · 新增 %L1 条（Pause 键继续）")
+                     .arg(source.arrivalsSincePause() + pagingBar->missedRows());
     overlay.setPauseText(paused);
     const bool top = grid->follow() == GridFollow::Top;
     const qint64 unseen = source.isPaused() ? 0 : grid->unseenRows() + pagingBar->missedRows();

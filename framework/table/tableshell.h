@@ -86,6 +86,8 @@ public:
     void updateNumeric(int column);
     void setColumnWidth(int column, int pixels);
     void setColumnVisible(int column, bool visible);
+    /// By the user. A column that nobody has given a width yet gets one that fits as it comes into sight.
+    void showColumn(int column, bool visible);
     void setFrozenColumns(int count);
     void fitVisibleColumns();
     void fitAll();

@@ -45,6 +45,16 @@ void TableShell::setColumnVisible(int column, bool visible)
     grid->setColumnVisible(column, visible);
 }
 
+void TableShell::showColumn(int column, bool visible)
+{
+    grid->setColumnVisible(column, visible);
+    if (visible && columns[std::size_t(column)].width == WidthOrigin::Default) {
+        columns[std::size_t(column)].width = WidthOrigin::Fitted;
+        grid->fitColumn(column);
+    }
+    saveSoon();
+}
+
 void TableShell::setFrozenColumns(int count)
 {
     if (grid->frozenColumns() == count)

@@ -58,10 +58,7 @@ void TableShell::fillColumns(ColumnPopup *box)
 void TableShell::connectColumns(ColumnPopup *box)
 {
     const auto on = [this, box](auto signal, auto action) { QObject::connect(box, signal, widget, action); };
-    on(&ColumnPopup::visibleChanged, [this](int column, bool visible) {
-        grid->setColumnVisible(column, visible);
-        saveSoon();
-    });
+    on(&ColumnPopup::visibleChanged, [this](int column, bool visible) { showColumn(column, visible); });
     on(&ColumnPopup::orderChanged, [this](const std::vector<int> &order) { orderOffered(order); });
     on(&ColumnPopup::frozenColumnsChanged, [this](int count) { setFrozenColumns(count); });
     on(&ColumnPopup::rowNumbersChanged, [this](bool shown) {

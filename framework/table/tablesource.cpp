@@ -3,14 +3,24 @@
 #include <algorithm>
 #include <cmath>
 
+#include "kv/cuserconfig.h"
 #include "table/cellvalue.h"
 #include "zb/cuiresource.h"
+#include "zb/numberformat.h"
 
 namespace ZB {
 
 namespace {
 
 constexpr int touchShift = 40; ///< changes of data count below it, so that neither can make up for the other
+
+/// In groups of digits where the user wants them.
+QString groupedText(qint64 number)
+{
+    const KV::CUserConfig *config = KV::getUserConfig();
+    return formatLonglongNumber(number, 0,
+                                config ? config->getSegmentedFormatFlag() : utils::CFlags<utils::EFormatNumberFlag>());
+}
 
 } // namespace
 
@@ -198,12 +208,18 @@ QString TableSource::headerText(int column) const
 }
 
 /// Asking for a sum while a filter is being carried out would wait for it.
+/// Models give whole sums without groups, whatever their cells show.
 QString TableSource::statisticsText(int column) const
 {
     if (!model)
         return QString();
-    if (!HpfModelAccess::status(*model).pending)
-        statisticsTexts[column] = model->getStatDispalyQString(column);
+    if (!HpfModelAccess::status(*model).pending) {
+        const QVariant::Type type = model->columnType(column);
+        const QString text = model->getStatDispalyQString(column);
+        bool whole = type == QVariant::Int || type == QVariant::LongLong;
+        const qint64 sum = whole ? text.toLongLong(&whole) : 0;
+        statisticsTexts[column] = whole ? groupedText(sum) : text;
+    }
     return statisticsTexts[column];
 }
 

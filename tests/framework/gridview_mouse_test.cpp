@@ -214,6 +214,37 @@ TEST_F(GridViewTest, HeadersSortMoveResizeAndFilter)
     EXPECT_EQ(takeSaid(), "filter 3");
 }
 
+TEST_F(GridViewTest, AHeadersTextMakesRoomForTheFunnelUnderTheMouse)
+{
+    constexpr int width = 64; // the text and the funnel, side by side
+    constexpr int funnel = 17;
+    const auto inked = [this](const QRect &rect) {
+        const QImage image = view.grab(rect).toImage();
+        int count = 0;
+        for (int y = 1; y < image.height() - 1; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixel(x, y) != image.pixel(0, 0);
+        return count;
+    };
+    for (const Qt::AlignmentFlag alignment : {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight}) {
+        GridColumn look;
+        look.width = width;
+        look.filterable = true;
+        look.alignment = alignment | Qt::AlignVCenter;
+        view.setColumn(1, look);
+        drag(cell(2, 2), Qt::NoButton);
+        view.refreshNow();
+        const QRect whole = view.headerRect(1).adjusted(0, 0, -1, 0);
+        const int before = inked(whole);
+        drag(header(1), Qt::NoButton);
+        view.refreshNow();
+        const QRect beside =
+            alignment == Qt::AlignRight ? whole.adjusted(funnel, 0, 0, 0) : whole.adjusted(0, 0, -funnel, 0);
+        EXPECT_GT(before, 0);
+        EXPECT_EQ(inked(beside), before) << int(alignment);
+    }
+}
+
 TEST_F(GridViewTest, ADoubleClickOnAnEdgeFitsTheColumn)
 {
     source.setText(4, 1, QStringLiteral("a text that is much longer than its column"));

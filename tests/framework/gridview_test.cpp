@@ -1,6 +1,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QHelpEvent>
+#include <QtWidgets/QShortcut>
 #include <QtWidgets/QToolTip>
 
 #include "framework/gridviewfixture.h"
@@ -86,6 +87,18 @@ TEST_F(GridViewTest, KeysReachWhatTheHeadersDo)
     QKeyEvent letter(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
     QApplication::sendEvent(&view, &letter);
     EXPECT_FALSE(letter.isAccepted()) << "for the table's search";
+}
+
+TEST_F(GridViewTest, KeysOfTheHeadersComeBeforeTheShortcutsOfTheWindow)
+{
+    QShortcut sort(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &view);
+    QShortcut other(QKeySequence(Qt::CTRL | Qt::Key_S), &view);
+    QObject::connect(&sort, &QShortcut::activated, [this] { said.append("shortcut"); });
+    QObject::connect(&other, &QShortcut::activated, [this] { said.append("other shortcut"); });
+    click(cell(2, 1));
+    key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    key(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(takeSaid(), "current 3.1; clicked 3.1; sort 1; other shortcut");
 }
 
 TEST_F(GridViewTest, KeysReachTheHeadersOfAnEmptyTable)

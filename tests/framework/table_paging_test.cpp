@@ -133,7 +133,10 @@ TEST_F(TablePaging, WhoHasScrolledUpOnTheLastPageStaysAndIsToldOfNewRows)
     // The same for a table whose rows are held.
     table->setPaused(true);
     table->setTotalCount(260);
+    tick();
     EXPECT_EQ(window->takeEvents(), QStringList());
+    const auto says = [](const ZB::GridBadge *badge) { return badge->text().contains(QStringLiteral("新增 30 条")); };
+    EXPECT_TRUE(std::any_of(badges.begin(), badges.end(), says)) << "rows that are behind the page count as new ones";
     table->setPaused(false);
     tick();
     EXPECT_EQ(window->takeEvents(), QStringList({"277(0, 160, 100)"}));

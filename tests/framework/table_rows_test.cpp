@@ -34,6 +34,18 @@ TEST_F(TableRowsTest, ARowIsAskedForItsFlashWhereItStandsNow)
     EXPECT_EQ(grid()->source()->flash(1, Price), ZB::GridFlash::None);
 }
 
+TEST_F(TableRowsTest, WholeSumsAreGroupedLikeTheCellsAboveThem)
+{
+    model->setColumnStatEnable(Quantity, true);
+    model->clear();
+    for (const qint64 quantity : {1000000, 234567})
+        model->put({std::to_string(quantity), "600000", "浦发银行", 0, 1.5, quantity});
+    settle();
+    EXPECT_EQ(grid()->source()->statisticsText(Quantity), QStringLiteral("1,234,567"));
+    KV::getUserConfig()->setSegmentedFormat(false);
+    EXPECT_EQ(grid()->source()->statisticsText(Quantity), QStringLiteral("1234567"));
+}
+
 TEST_F(TableRowsTest, TwoTablesOverOneModelBothSeeItsChanges)
 {
     auto *other = new ZB::CBaseHighPerformanceTable(tableId + 1, window.get(), ZB::MenuAll);

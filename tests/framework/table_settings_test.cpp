@@ -259,6 +259,24 @@ TEST_F(TableSettingsTest, TheColumnBoxHidesMovesFreezesAndNames)
     EXPECT_TRUE(table->columnSets().isEmpty());
 }
 
+TEST_F(TableSettingsTest, AColumnThatComesIntoSightFitsUnlessItHasAWidth)
+{
+    model->put({"long", "600000", QString(20, QChar(0x94f6)), 0, 1.5, 100});
+    table->setColumnVisible(Name, false);
+    settle();
+    const int narrow = table->columnWidth(Name);
+    auto *list = openColumns()->findChild<ZB::CheckList *>();
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_GT(table->columnWidth(Name), 2 * narrow);
+    table->setColumnWidth(Name, narrow);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_TRUE(table->columnVisible(Name));
+    EXPECT_EQ(table->columnWidth(Name), narrow);
+}
+
 TEST_F(TableSettingsTest, TheLastVisibleColumnCannotBeHidden)
 {
     for (int column = 1; column < ColumnCount; ++column)
