@@ -49,8 +49,14 @@ void FeatureTour::sortedBySeveral()
 void FeatureTour::sorting()
 {
     takeWhileBusy(
-        *orders, [this] { UserHand::click(&orders->grid(), orders->header(OrderQuantity)); },
+        *orders, [this] { UserHand::click(&orders->grid(), orders->header(InstrumentName)); },
         [this] { return orders->table().workProgress() >= 1000; });
+    settle();
+    if (!taken)
+        take();
+    // Pages keep an order when its sort is taken off: back to that of arrival.
+    orders->table().setSortColumns({{orders->column(OrderEntryTime), 0}});
+    settle();
 }
 
 void FeatureTour::headerMenu()

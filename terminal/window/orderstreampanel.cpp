@@ -41,18 +41,18 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
       streamTable(static_cast<PagedStreamTable *>(&table())), statuses(new QButtonGroup(this)),
       search(new ZB::HintField(QStringLiteral("搜索代码"), this))
 {
-    // Wide enough for nine-figure sums: a number that does not fit is not shown at all.
+    // Wide enough for nine-figure sums in groups: a number that does not fit is not shown at all.
     arrangeColumns({{OrderEntryTime, 90},
-                    {OrderCode, 80},
+                    {OrderCode, 78},
                     {InstrumentName, 76},
-                    {OrderDirection, 54},
-                    {OrderPrice, 72},
-                    {OrderQuantity, 84},
-                    {OrderFilled, 84},
-                    {OrderCancelled, 84},
-                    {OrderStatus, 56},
-                    {OrderAveragePrice, 72},
-                    {OrderAmount, 92}},
+                    {OrderDirection, 50},
+                    {OrderPrice, 70},
+                    {OrderQuantity, 90},
+                    {OrderFilled, 90},
+                    {OrderCancelled, 90},
+                    {OrderStatus, 52},
+                    {OrderAveragePrice, 68},
+                    {OrderAmount, 90}},
                    3);
     addStatuses();
     addSearch();

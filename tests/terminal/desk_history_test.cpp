@@ -154,10 +154,10 @@ TEST_F(DeskHistory, TheStatisticsRowAddsUpEveryPage)
     EXPECT_EQ(sum(OrderPrice), "");
     auto *grid = table->findChild<ZB::GridView *>();
     EXPECT_TRUE(grid->statisticsVisible());
-    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderQuantity)).toStdString(), "123400");
+    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderQuantity)).toStdString(), "123,400");
     filter(OrderCode, QStringLiteral("300001.SZ"));
     EXPECT_EQ(sum(OrderQuantity), "12300");
-    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderCancelled)).toStdString(), "12300");
+    EXPECT_EQ(grid->source()->statisticsText(columnOf(OrderCancelled)).toStdString(), "12,300");
     filter(OrderCode, QStringLiteral("nothing"), ZB::FilterContains);
     EXPECT_EQ(sum(OrderQuantity), "0");
 }
