@@ -1,5 +1,8 @@
 #include "window/dealstreampanel.h"
 
+#include <boost/make_shared.hpp>
+
+#include "model/chpfthreaddatamodel.h"
 #include "records/fieldids.h"
 #include "table/chpfdatatable.h"
 #include "window/tableids.h"
@@ -9,8 +12,12 @@ namespace terminal {
 using namespace refhost;
 
 DealStreamPanel::DealStreamPanel(QWidget *parent)
-    : TablePanel(QStringLiteral("逐笔成交"), DealStreamTable, MetaMarketDeal, parent)
+    : TablePanel(QStringLiteral("逐笔成交"), DealStreamTable, MetaMarketDeal, parent),
+      deals(boost::make_shared<KV::CHpfThreadDataModel>(MetaMarketDeal, kdservice::TraderStock))
 {
+    deals->setFieldColors(true);
+    table().setDataModel(deals.get());
+    table().setLoadsShown(false); // who stops a stream has gaps in it
     table().setEmptyText(QStringLiteral("没有成交"));
     arrangeColumns({{DealTime, 90},
                     {DealCode, 80},
@@ -25,5 +32,15 @@ DealStreamPanel::DealStreamPanel(QWidget *parent)
 }
 
 DealStreamPanel::~DealStreamPanel() = default;
+
+void DealStreamPanel::take(const FeedPump::Records &records)
+{
+    deals->addDatas(KV::CHpfThreadDataModel::Records(records.begin(), records.end()));
+}
+
+bool DealStreamPanel::isSettled() const
+{
+    return deals->loadProgress() == 1000;
+}
 
 } // namespace terminal

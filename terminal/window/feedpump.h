@@ -53,13 +53,13 @@ public:
 
     /// "replay" or "simulated".
     QString sourceName() const;
-    /// Totals of everything that is in the tables.
+    /// Totals of everything that was given to the tables.
     const feed::FeedCounters &counters() const { return totals; }
-    /// Filled quantity of all orders in the tables, both sides of each deal.
+    /// Filled quantity of all orders that were given to the tables, both sides of each deal.
     qint64 sharesFilled() const { return filledSum; }
     /// The feed's clock; feed::absent<qint64> before the first event.
     qint64 marketTime() const { return clock; }
-    /// The feed has ended and all of it is in the tables.
+    /// The feed has ended and the tables were given all of it.
     bool isFinished() const { return finishedAll; }
     bool hasFailed() const { return failedAll; }
 

@@ -69,22 +69,35 @@ void HeadlessRun::finish()
         QCoreApplication::exit(unusable);
         return;
     }
+    settlingTime.start();
+    settling.start(0); // the time until the last deals are in counts
+}
+
+/// Waits for what is on its way into the tables, then for what is still being read, but not for ever.
+void HeadlessRun::settle()
+{
+    const bool waitedEnough = settlingTime.hasExpired(longestSettling);
+    if (!measured) {
+        if (window.marketPage().isSettled() || waitedEnough)
+            measure();
+        return;
+    }
+    if (!window.isSettled() && !waitedEnough)
+        return;
+    settling.stop();
+    complete();
+}
+
+void HeadlessRun::measure()
+{
+    settling.stop();
     window.showNow();
     QCoreApplication::processEvents();
     seconds = static_cast<double>(clock.elapsed()) / 1000;
     worstStall = window.stalls().worst();
     window.stalls().stop();
-    settlingTime.start();
+    measured = true;
     settling.start(settlingStep);
-}
-
-/// Waits for what is still being read, but not for ever.
-void HeadlessRun::settle()
-{
-    if (!window.isSettled() && !settlingTime.hasExpired(longestSettling))
-        return;
-    settling.stop();
-    complete();
 }
 
 void HeadlessRun::complete()

@@ -29,6 +29,7 @@ public:
 private:
     void finish();
     void settle();
+    void measure();
     void complete();
     bool takeShots();
     bool takePages(const QString &look);
@@ -45,6 +46,7 @@ private:
     QTimer settling;
     QElapsedTimer settlingTime;
     QElapsedTimer clock;
+    bool measured = false;
     double seconds = 0;
     double worstStall = 0;
 };

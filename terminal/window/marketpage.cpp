@@ -46,6 +46,11 @@ void MarketPage::takeDeals(const FeedPump::Records &records)
     deals->take(records);
 }
 
+bool MarketPage::isSettled()
+{
+    return deals->isSettled();
+}
+
 void MarketPage::toggleLayout()
 {
     arrange(splitter->orientation() == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal);

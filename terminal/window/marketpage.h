@@ -26,6 +26,7 @@ public:
 
     void takeOrders(const FeedPump::Records &records);
     void takeDeals(const FeedPump::Records &records);
+    bool isSettled() override;
     void toggleLayout() override;
     void loadState() override;
     void saveState() const override;

@@ -38,6 +38,11 @@ void TablePanel::take(const FeedPump::Records &records)
     dataTable->updateDatas(records, /* redraw */ false);
 }
 
+bool TablePanel::isSettled() const
+{
+    return true;
+}
+
 int TablePanel::shownCount() const
 {
     return dataTable->count();

@@ -21,8 +21,10 @@ public:
     ~TablePanel() override;
 
     KV::CHpfDataTable &table() const { return *dataTable; }
-    /// Takes new and changed records in; they show with the next frame.
+    /// Takes new and changed records in; they show with the next frame after they are in.
     virtual void take(const FeedPump::Records &records);
+    /// All that was taken is in the table.
+    virtual bool isSettled() const;
     /// Rows that pass the filters, and all rows; on every page, where there are pages.
     virtual int shownCount() const;
     virtual int allCount() const;

@@ -9,6 +9,7 @@
 #include "table/chpfdatatable.h"
 #include "window/repeatedrecord.h"
 #include "window/tablepanel.h"
+#include "window/tourwait.h"
 #include "zb/cuiresource.h"
 
 namespace terminal {
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int funnelWidth = 16; ///< pixels at 100 %
 constexpr int repeatedRows = 50;
+constexpr int longestTaking = 30000; ///< milliseconds, far more than it takes
 
 /// The newest record, or one that came so many before it.
 boost::shared_ptr<kdservice::IData> recordOf(const KV::CHpfDataTable &table, int before)
@@ -116,8 +118,7 @@ void TouredTable::bringNew(int count)
         const kdservice::IData &record = *newest[static_cast<size_t>(i) % newest.size()];
         records.append(repeatedRecord(record, record.getKey() + "/" + std::to_string(++brought)));
     }
-    tablePanel.take(records);
-    tablePanel.showNow();
+    bring(records);
 }
 
 void TouredTable::change(int field)
@@ -127,7 +128,13 @@ void TouredTable::change(int field)
         return;
     const auto changed = repeatedRecord(*newest, newest->getKey());
     changed->setData(field, newest->getLong(field) + 100);
-    tablePanel.take({changed});
+    bring({changed});
+}
+
+void TouredTable::bring(const FeedPump::Records &records)
+{
+    tablePanel.take(records);
+    waitFor([this] { return tablePanel.isSettled(); }, longestTaking);
     tablePanel.showNow();
 }
 

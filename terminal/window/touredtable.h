@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "window/feedpump.h"
 #include "zb/cbasetablesettingparam.h"
 
 namespace KV {
@@ -54,6 +55,8 @@ public:
     void change(int field);
 
 private:
+    void bring(const FeedPump::Records &records);
+
     TablePanel &tablePanel;
     ZB::GridView *view;
     const ZB::CBaseTableSettingParam plain;

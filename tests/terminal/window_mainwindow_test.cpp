@@ -244,7 +244,7 @@ TEST_F(WindowTest, ARecordedDayAddsUpInTheTables)
     MainWindow window(pump);
     window.show();
     pump.start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isFinished(); }, 120000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isFinished() && window.marketPage().isSettled(); }, 120000));
 
     const OrderStreamPanel &orders = window.marketPage().orderStream();
     const DealStreamPanel &deals = window.marketPage().dealStream();

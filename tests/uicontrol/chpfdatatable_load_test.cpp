@@ -93,6 +93,31 @@ TEST_F(HpfDataTableLoad, TheButtonEndsItAndASortThatWaitsBehindItIsCarriedOut)
     EXPECT_EQ(table->getData(0)->getInt(ColumnLots), model->allSize() - 1);
 }
 
+TEST_F(HpfDataTableLoad, ATableThatGoesEndsTheLoadOfItsModel)
+{
+    model->haltAt("T5000");
+    model->addDatas(tickets(0, 20000));
+    model->addDatas(tickets(20000, 10));
+    model->waitUntilHalted();
+    window.reset();
+    model->addDatas(tickets(30000, 10)); // somebody else goes on with the model
+    model->goOn();
+    finishStrand();
+    EXPECT_EQ(model->allSize(), 10);
+}
+
+TEST_F(HpfDataTableLoad, ALoadThatIsNotToBeSeenIsNotStoppedEither)
+{
+    HeldStrand held;
+    model->addDatas(tickets(0, 100));
+    table->setLoadsShown(false);
+    EXPECT_EQ(table->workProgress(), 1000);
+    table->cancelWork();
+    held.go();
+    finishStrand();
+    EXPECT_EQ(table->count(), 100);
+}
+
 TEST_F(HpfDataTableLoad, LoadsThatAreQuickAreNotShownThoughTheTableFindsOneAtEachLook)
 {
     HeldStrand held;

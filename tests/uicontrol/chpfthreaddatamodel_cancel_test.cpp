@@ -3,13 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <atomic>
 #include <boost/weak_ptr.hpp>
 #include <chrono>
+#include <future>
 #include <random>
 #include <string>
 #include <thread>
 
+#include "kdservice/keyhash.h"
 #include "modelstrand.h"
+#include "plainrecord.h"
 #include "testrecords.h"
 
 using namespace testrecords;
@@ -22,6 +26,26 @@ using ColoredRecords = CHpfThreadDataModel::ColoredRecords;
 
 /// As many as a batch stores before it asks whether to go on: a few hundred.
 constexpr int aFewHundred = 1000;
+
+/// Stands still when it is asked for its key while it is stored.
+class HaltingRecord : public pagetest::PlainRecord
+{
+public:
+    explicit HaltingRecord(const std::string &key) : PlainRecord(key, kdservice::hashOfKey(key)) {}
+
+    std::string getKey() const override
+    {
+        if (isArmed.exchange(false)) {
+            halted.set_value();
+            release.get_future().wait();
+        }
+        return PlainRecord::getKey();
+    }
+
+    mutable std::atomic<bool> isArmed{false};
+    mutable std::promise<void> halted;
+    mutable std::promise<void> release;
+};
 
 /// "T0 T1 ... " as they stand in the order of arrival: the first of them, a dash and the last of every run of numbers
 /// that follow each other.
@@ -177,6 +201,26 @@ TEST(HpfThreadDataModelCancel, AModelGoesDuringALoadThatWasCancelled)
     finishStrand();
     QCoreApplication::processEvents();
     EXPECT_TRUE(watch.expired());
+}
+
+TEST(HpfThreadDataModelCancel, ADismissedModelIsLeftWithoutRowsThoughSomeWereOnTheirWay)
+{
+    const Guarded<CHpfThreadDataModel> model;
+    Records records = tickets(0, 1000);
+    const auto halting = boost::make_shared<HaltingRecord>("T900");
+    records[900] = halting;
+    halting->isArmed = true;
+    model->addDatas(records);
+    model->addDatas(tickets(2000, 10));
+    halting->halted.get_future().wait();
+    EXPECT_GT(model->allSize(), 0);
+    EXPECT_LT(model->allSize(), 900) << "the piece with this row is not stored yet";
+    model->dismiss();
+    model->addDatas(tickets(3000, 10));
+    EXPECT_EQ(model->allSize(), 0);
+    halting->release.set_value();
+    finishStrand();
+    EXPECT_EQ(runsOf(*model), "3000-3009");
 }
 
 TEST(HpfThreadDataModelCancel, WhereverTheCancelFallsWholeRunsAreInAndLaterBatchesAreWhole)

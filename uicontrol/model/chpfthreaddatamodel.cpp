@@ -75,6 +75,12 @@ bool CHpfThreadDataModel::cancelLoad()
     return loads.cancel();
 }
 
+void CHpfThreadDataModel::dismiss()
+{
+    loads.dismiss();
+    clear();
+}
+
 /// makeRow(index, columns, model): an empty pointer for a record that is none. False when there is none, or when the
 /// batch was cancelled before the first row was stored.
 template <typename MakeRow>
@@ -92,11 +98,28 @@ bool CHpfThreadDataModel::load(int count, MakeRow makeRow)
         if (Row row = makeRow(index, columns, self))
             rows.append(std::move(row));
     }
-    int stored = 0;
-    updateDatas(rows, [this, &stored](int through) {
-        return loads.advance(present, through - std::exchange(stored, through));
-    });
+    store(rows);
     return true;
+}
+
+void CHpfThreadDataModel::store(const QVector<Row> &rows)
+{
+    int stored = 0;
+    updateDatas(rows, [this, &rows, &stored](int through) {
+        const int before = std::exchange(stored, through);
+        if (loads.advance(present, through - before))
+            return true;
+        if (loads.isDismissed(present)) // since the answer before this one
+            takeOut(rows, before, through);
+        return false;
+    });
+}
+
+void CHpfThreadDataModel::takeOut(const QVector<Row> &rows, int first, int end)
+{
+    QVector<std::string> keys;
+    std::for_each(rows.begin() + first, rows.begin() + end, [&keys](const Row &row) { keys.append(row->key()); });
+    removeDatasByKey(keys);
 }
 
 void CHpfThreadDataModel::doAddDatas(const Records &records)

@@ -46,6 +46,9 @@ public:
     /// few hundred rows that are on their way may still come in, and the dropped records are let go when it is their
     /// turn.
     bool cancelLoad();
+    /// cancelLoad() and clear() for whoever is done with the model, as a table is that goes: rows that are on their way
+    /// are taken out again, so that none is left to hold the model. Batches that are handed over later are loaded.
+    void dismiss();
 
     /// Adds or replaces the row of a key at once, on the caller's thread, as a row of a table sorted by time.
     void updateDataFixColorForSortTime(const QString &key, const RecordPtr &record, const QString &colorKey);
@@ -60,6 +63,8 @@ private:
     void post(qint64 rows, Task task);
     template <typename MakeRow>
     bool load(int count, MakeRow makeRow);
+    void store(const QVector<Row> &rows);
+    void takeOut(const QVector<Row> &rows, int first, int end);
 
     boost::shared_ptr<boost::asio::io_service::strand> strand;
     CLoadCount loads;

@@ -52,6 +52,19 @@ bool CLoadCount::cancel()
     return true;
 }
 
+void CLoadCount::dismiss()
+{
+    const Lock lock(mutex);
+    lastDismissed = presentLoad;
+    endLoad();
+}
+
+bool CLoadCount::isDismissed(Ticket ticket) const
+{
+    const Lock lock(mutex);
+    return ticket != uncounted && ticket <= lastDismissed;
+}
+
 void CLoadCount::endLoad()
 {
     ++presentLoad;

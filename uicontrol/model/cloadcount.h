@@ -26,6 +26,9 @@ public:
     void leave(Ticket ticket);
     /// None of the batches so far is wanted any more; false when there are none.
     bool cancel();
+    /// The same, and what of them is on its way is to be taken out again.
+    void dismiss();
+    bool isDismissed(Ticket ticket) const;
 
     /// Thousandths of all steps of the present load, below 1000 until its last batch has left; 1000 without one.
     int progress() const;
@@ -37,6 +40,7 @@ private:
 
     mutable boost::mutex mutex; ///< guards everything below
     quint64 presentLoad = 1;
+    quint64 lastDismissed = 0; ///< this load and all before it
     int batches = 0;
     qint64 stepsInAll = 0;
     qint64 stepsDone = 0;

@@ -5,6 +5,7 @@
 
 #include "model/chpfdatamodel.h"
 #include "model/chpfextradatamodel.h"
+#include "model/chpfthreaddatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
 #include "pagemodel/pagemenugatherer.h"
 #include "utils/clogcenter.h"
@@ -45,7 +46,9 @@ CHpfDataTable::CHpfDataTable(int tableId, int metaId, QWidget *parent, kdservice
 
 CHpfDataTable::~CHpfDataTable()
 {
-    if (dataModel)
+    if (auto *loaded = dynamic_cast<CHpfThreadDataModel *>(dataModel.get()))
+        loaded->dismiss();
+    else if (dataModel)
         dataModel->clear();
 }
 

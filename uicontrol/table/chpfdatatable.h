@@ -30,8 +30,8 @@ class PageMenuGatherer;
 /// page, and the total is its size. The host brings the rows of the page into the data model: after each of these, and
 /// with the table's timer, the data model's onTimer() is called, which is the time to do so. Ownership: shares its
 /// models; the data model is one of its own until another CHpfDataModel is given to setDataModel(). Rows and model hold
-/// each other, so the table clears its model when it is destroyed. A model that is replaced keeps its rows for whoever
-/// holds it; the one that the table made goes with them when nobody does.
+/// each other, so the table clears its model when it is destroyed, and ends a load of it. A model that is replaced
+/// keeps its rows for whoever holds it; the one that the table made goes with them when nobody does.
 class UICONTROL_API CHpfDataTable : public ZB::CBaseHighPerformanceTable
 {
     Q_OBJECT
@@ -113,6 +113,9 @@ public:
     /// CHpfThreadDataModel::cancelLoad().
     int workProgress() const override;
     void cancelWork() override;
+    /// Whether its user hears of loads and can stop them; so at first. Not for a stream that comes in many small
+    /// batches and is to have no gaps.
+    void setLoadsShown(bool shown);
     QString workText() const override;
     quint64 workNumber() const override;
     /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
@@ -166,6 +169,7 @@ private:
     boost::shared_ptr<CHpfDataModel> dataModel;
     CHpfDataModel *ownModel = nullptr; ///< the model that the constructor made, while it is shown
     bool firstFitDone = false;
+    bool loadsShown = true;
     bool sortingPages = false; ///< the sort event is on its way through the base
     QList<AbsentColumn> absentColumns;
 

@@ -10,10 +10,15 @@ namespace KV {
 
 using Base = ZB::CBaseHighPerformanceTable;
 
-/// Null when nothing is being loaded.
+void CHpfDataTable::setLoadsShown(bool shown)
+{
+    loadsShown = shown;
+}
+
+/// Null when nothing is being loaded that the user is to hear of.
 CHpfThreadDataModel *CHpfDataTable::loadingModel() const
 {
-    auto *model = dynamic_cast<CHpfThreadDataModel *>(dataModel.get());
+    auto *model = loadsShown ? dynamic_cast<CHpfThreadDataModel *>(dataModel.get()) : nullptr;
     return model != nullptr && model->loadProgress() < 1000 ? model : nullptr;
 }
 
