@@ -114,7 +114,9 @@ int CLogLineCutter::searchShaped(Line &line, int start, int shortest, int count,
         most += mostAdded(text[count], added.advance, kind);
         // Behind a complex character no bound holds: it may change what is before it, and others may take fonts in
         // which nobody has tried them. Nor does one where the first script of its own may change the font of all
-        // before.
+        // before. Every count is measured then, which one measurement of the whole line may spare.
+        if (added.kind == EWidthKind::Complex && !complex && start == 0 && fitsWhole(line))
+            return -1;
         complex = complex || added.kind == EWidthKind::Complex;
         open = open || complex || count == firstOfScript;
         ++count;
