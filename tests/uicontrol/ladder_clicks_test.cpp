@@ -1,4 +1,6 @@
+#include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
+#include <QtGui/QFocusEvent>
 #include <QtGui/QFontMetrics>
 #include <QtTest/QTest>
 #include <boost/smart_ptr/make_shared.hpp>
@@ -473,6 +475,14 @@ TEST(LadderKeys, AFocusThatCameByKeyboardIsFramed)
     window.graph->clearFocus();
     window.graph->setFocus(Qt::BacktabFocusReason);
     EXPECT_EQ(edge(), framed);
+    const auto send = [&](QEvent::Type type) {
+        QFocusEvent event(type, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(window.graph, &event);
+    };
+    send(QEvent::FocusOut);
+    EXPECT_EQ(edge(), border) << "another window has the keyboard";
+    send(QEvent::FocusIn);
+    EXPECT_EQ(edge(), framed) << "back where it was";
     window.graph->clearFocus();
     EXPECT_EQ(edge(), border);
 }

@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QtCore/QCoreApplication>
+#include <QtGui/QFocusEvent>
+
 #include "uicontrol/logwindow.h"
+#include "zb/cuiresource.h"
 
 namespace {
 
@@ -112,6 +116,32 @@ TEST_F(LogInput, SidewaysKeysScrollBy200UpToTheWidestLine)
     EXPECT_EQ(window.horizontal->value(), overflow - 200);
     window.press(Qt::Key_Left);
     EXPECT_EQ(window.horizontal->value(), 0);
+}
+
+TEST_F(LogInput, AFocusThatCameByKeyboardIsFramedUntilTheMouseGoesOn)
+{
+    const QRgb accent = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_accent"))->rgb();
+    const auto isFramed = [&] { return window.picture().pixel(150, 0) == accent; };
+    const auto send = [&](QEvent::Type type, Qt::FocusReason reason) {
+        QFocusEvent event(type, reason);
+        QCoreApplication::sendEvent(window.log, &event);
+    };
+    EXPECT_FALSE(isFramed());
+    send(QEvent::FocusIn, Qt::TabFocusReason);
+    EXPECT_TRUE(isFramed());
+    send(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    EXPECT_FALSE(isFramed()) << "another window has the keyboard";
+    send(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    EXPECT_TRUE(isFramed()) << "back where it was";
+    window.click(1);
+    EXPECT_FALSE(isFramed()) << "the selected row shows it";
+    send(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    send(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    EXPECT_FALSE(isFramed()) << "and goes on showing it";
+    send(QEvent::FocusIn, Qt::BacktabFocusReason);
+    EXPECT_TRUE(isFramed());
+    send(QEvent::FocusOut, Qt::TabFocusReason);
+    EXPECT_FALSE(isFramed());
 }
 
 TEST_F(LogInput, NoKeySelectsARowOfAnEmptyLog)

@@ -172,7 +172,8 @@ private:
     unsigned listNumber = 0;    ///< of the list that is shown, among all: after a clearing, a cutting, a filter another
     qint64 knownTrimmed = 0;    ///< pieces that had left the front of the list when it was looked at last
     bool settling = false;      ///< the bars are being set to what is known already
-    bool keyboardFocus = false; ///< the focus came by keyboard: it is shown
+    bool keyboardFocus = false; ///< the focus came by keyboard the last time, and no mouse since
+    bool framed = false;        ///< it is here
 };
 
 } // namespace KV

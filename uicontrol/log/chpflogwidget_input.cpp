@@ -27,8 +27,9 @@ void CHpfLogWidget::wheelEvent(QWheelEvent *event)
 
 void CHpfLogWidget::mousePressEvent(QMouseEvent *event)
 {
-    if (keyboardFocus) {
-        keyboardFocus = false;
+    keyboardFocus = false;
+    if (framed) {
+        framed = false;
         update();
     }
     if (event->button() != Qt::LeftButton)
@@ -152,19 +153,22 @@ void CHpfLogWidget::contextMenuEvent(QContextMenuEvent *event)
     event->accept();
 }
 
-/// The focus is framed when it came by keyboard; after a click the selected row shows it.
+/// The focus is framed when it came by keyboard, also after another window or a menu had it; after a click the selected
+/// row shows it.
 void CHpfLogWidget::focusInEvent(QFocusEvent *event)
 {
     const Qt::FocusReason reason = event->reason();
-    keyboardFocus =
-        reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        keyboardFocus =
+            reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    framed = keyboardFocus;
     update();
     CLogAccessible::focusCame(this);
 }
 
 void CHpfLogWidget::focusOutEvent(QFocusEvent *)
 {
-    keyboardFocus = false;
+    framed = false;
     update();
 }
 

@@ -123,7 +123,7 @@ void CHpfLogWidget::paintEvent(QPaintEvent *)
     }
     QPainter painter(this);
     painter.drawPixmap(drawRect.topLeft(), backBuffer);
-    if (keyboardFocus) {
+    if (framed) {
         painter.setPen(*ZB::CUiResource::instance()->getColor(QStringLiteral("clr_accent")));
         painter.drawRect(drawRect.adjusted(0, 0, -1, -1));
     }

@@ -139,8 +139,9 @@ private:
     bool canUseQuickOrder = false;
     ZB::CNStateGridImage digitImage;
 
-    QElapsedTimer sincePaint; ///< invalid before the first one
-    QBasicTimer frameTimer;   ///< runs until a snapshot that came too soon after a paint may be painted
+    bool keyboardFocus = false; ///< the focus came by keyboard the last time, and no mouse since
+    QElapsedTimer sincePaint;   ///< invalid before the first one
+    QBasicTimer frameTimer;     ///< runs until a snapshot that came too soon after a paint may be painted
     std::optional<QuoteCursor> cursorLevel;
     QElapsedTimer sinceSnapshot; ///< invalid before the first one
     qint64 ageWhenGiven = 0;     ///< milliseconds

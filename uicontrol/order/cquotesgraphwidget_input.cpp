@@ -63,6 +63,7 @@ void CQuotesGraphWidget::mouseReleaseEvent(QMouseEvent *event)
     CBaseWidget::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton)
         return;
+    keyboardFocus = false;
     setFramed(false);
     event->accept(); // what nobody accepts goes on to the parent, and is looked at again after a handler destroyed this
     const QuoteClickAreas::Hit hit = areas.at(event->pos());

@@ -6,12 +6,16 @@
 
 namespace KV {
 
-/// The focus is framed when it came by keyboard: the cursor alone shows it only once it stands somewhere.
+/// The focus is framed when it came by keyboard, also after another window or a menu had it: the cursor alone shows it
+/// only once it stands somewhere.
 void CQuotesGraphWidget::focusInEvent(QFocusEvent *event)
 {
     CBaseWidget::focusInEvent(event);
     const Qt::FocusReason reason = event->reason();
-    setFramed(reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason);
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        keyboardFocus =
+            reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    setFramed(keyboardFocus);
     update();
     CQuotesAccessible::focusCame(this);
 }
