@@ -122,6 +122,19 @@ TEST_F(HpfDataTablePaging, AHeaderClickSortsThePages)
     EXPECT_EQ(model->steps, before + 3);
 }
 
+TEST_F(HpfDataTablePaging, OfSeveralSortColumnsTheFirstOrdersThePagesAndNoneEndsTheSort)
+{
+    add(0, 3);
+    table->setSortColumns({{ColumnLots, 1}, {ColumnVolume, 0}});
+    EXPECT_EQ(pages->sortColumn(), ColumnLots);
+    EXPECT_EQ(pages->getDataKeyByIndex(0), "k2");
+    table->setSortColumns({});
+    EXPECT_EQ(pages->sortColumn(), -1);
+    EXPECT_EQ(pages->getDataKeyByIndex(0), "k2") << "what is shown stays as it stands";
+    add(3, 1);
+    EXPECT_EQ(pages->getDataKeyByIndex(3), "k3") << "and new records follow";
+}
+
 TEST_F(HpfDataTablePaging, LongWorkGoesOnBetweenTheEventsOfTheWindow)
 {
     add(0, 6000);

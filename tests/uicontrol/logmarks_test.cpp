@@ -151,6 +151,29 @@ TEST(LogMarks, FindingScrollsDownToTheFirstHitBelowTheTopRow)
     EXPECT_EQ(window.log->matchCount(), 11);
 }
 
+TEST(LogMarks, HitsThatCameAndWentSinceTheSearchAreCountedAnew)
+{
+    LogWindow window(300, 100);
+    QStringList lines = numbered(0, 20);
+    lines[3] += QStringLiteral(" here");
+    lines[9] += QStringLiteral(" here and here");
+    window.add(lines);
+    const auto counted = [&window] {
+        window.log->updateMatchCount();
+        return std::to_string(window.log->matchNumber()) + " of " + std::to_string(window.log->matchCount());
+    };
+    EXPECT_EQ(counted(), "0 of 0");
+    window.press(Qt::Key_Home, Qt::ControlModifier);
+    window.log->findText(QStringLiteral("here"));
+    EXPECT_TRUE(window.log->findNext());
+    EXPECT_EQ(counted(), "2 of 3");
+    window.add({QStringLiteral("and here")});
+    EXPECT_EQ(window.log->matchCount(), 3) << "nobody has asked";
+    EXPECT_EQ(counted(), "2 of 4");
+    window.log->clear();
+    EXPECT_EQ(counted(), "0 of 0");
+}
+
 TEST(LogMarks, NextAndPreviousGoThroughAllHitsAndAroundBothEnds)
 {
     LogWindow window(300, 100);

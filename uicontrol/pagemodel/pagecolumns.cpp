@@ -76,14 +76,6 @@ const kdservice::IData *PageColumns::getFieldIDataPtr(const kdservice::IData &re
     return field(column) ? recordHolding(record, fieldIdOf(column), keep) : nullptr;
 }
 
-QString PageColumns::text(const kdservice::IData &record, int column) const
-{
-    boost::shared_ptr<kdservice::IData> keep;
-    const kdservice::IData *part = getFieldIDataPtr(record, column, keep);
-    const CFieldFormat *fieldFormat = format(column);
-    return part && fieldFormat ? fieldFormat->text(*part) : QString();
-}
-
 bool PageColumns::value(const kdservice::IData &record, int column, QVariant &out) const
 {
     boost::shared_ptr<kdservice::IData> keep;

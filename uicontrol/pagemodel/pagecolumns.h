@@ -46,8 +46,6 @@ public:
     /// The part of a record that holds the column's field; null when there is none. `keep` holds a nested one.
     const kdservice::IData *getFieldIDataPtr(const kdservice::IData &record, int column,
                                              boost::shared_ptr<kdservice::IData> &keep) const;
-    /// The text that users read; empty for a record without the field.
-    QString text(const kdservice::IData &record, int column) const;
     bool value(const kdservice::IData &record, int column, QVariant &out) const;
     bool origin(const kdservice::IData &record, int column, QString &text, OriginData &origin) const;
 
