@@ -89,9 +89,9 @@ GridHeaderPainter::Marks GridHeaderPainter::marksOf(const GridGeometry &geometry
     const QRect funnel = geometry.funnelRect(column);
     if (!funnel.isEmpty() && (look.filtered || state.hovered == column))
         marks.funnel = funnel;
-    if (!funnel.isEmpty() && look.filtered)
-        cutOff(funnel.width());
     const int place = sortPlace(state, column);
+    if (!marks.funnel.isEmpty() && (look.filtered || place >= 0))
+        cutOff(funnel.width());
     if (place >= 0) {
         marks.arrow = cutOff(cells.devicePixels(qRound(arrowWidth * cells.look().scale)));
         if (state.sorts.size() > 1)
@@ -109,19 +109,20 @@ QRect GridHeaderPainter::besideFunnel(const Marks &marks, const QRect &inside, i
                                       Qt::Alignment alignment) const
 {
     QRect room = marks.text;
+    const QRect taken = marks.funnel | marks.arrow | marks.weight;
     const int margin = cells.devicePixels(cells.look().margin) / 4;
     if (alignment & Qt::AlignRight) {
-        if (room.right() + 1 - textWidth > marks.funnel.right())
+        if (room.right() + 1 - textWidth > taken.right())
             return room;
-        room.setLeft(marks.funnel.right() + 1);
+        room.setLeft(taken.right() + 1);
         room.setRight(std::max(room.right(), std::min(inside.right() - margin, room.left() + textWidth - 1)));
         return room;
     }
     const bool centred = alignment & Qt::AlignHCenter;
     const int left = centred ? room.left() + (room.width() - textWidth) / 2 : room.left();
-    if (left + textWidth <= marks.funnel.left())
+    if (left + textWidth <= taken.left())
         return room;
-    room.setRight(marks.funnel.left() - 1);
+    room.setRight(taken.left() - 1);
     room.setLeft(std::min(room.left(), std::max(inside.left() + margin, room.right() + 1 - textWidth)));
     return room;
 }

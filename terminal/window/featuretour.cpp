@@ -7,8 +7,10 @@
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolTip>
+#include <algorithm>
 
 #include "grid/gridview.h"
+#include "popups/popupframe.h"
 #include "table/chpfdatatable.h"
 #include "window/dealstreampanel.h"
 #include "window/mainwindow.h"
@@ -25,7 +27,7 @@ namespace terminal {
 namespace {
 
 constexpr int rowsOfPages = 250;   ///< so that there are pages to turn
-constexpr int rowsOfWork = 40000;  ///< take long enough to copy that its progress can be seen
+constexpr int rowsOfWork = 20000;  ///< take long enough to copy that its progress can be seen
 constexpr int longestWork = 30000; ///< milliseconds, far more than it takes
 constexpr int savingTime = 700;    ///< milliseconds after which the tables have saved their settings
 constexpr int besidePopup = 40;    ///< pixels at 100 %
@@ -163,9 +165,27 @@ void FeatureTour::settle()
     QApplication::processEvents();
 }
 
+/// A box that is higher than the screen that there is off screen has been pushed over the header that it is about: to
+/// where there would have been room for it, with the list that may be open in it.
+void FeatureTour::lowerBox() const
+{
+    int missing = 0;
+    std::vector<QWidget *> popups;
+    for (QWidget *each : QApplication::topLevelWidgets()) {
+        if (!each->isVisible() || each->windowType() != Qt::Popup)
+            continue;
+        popups.push_back(each);
+        if (qobject_cast<ZB::PopupFrame *>(each))
+            missing = boxTop - each->y();
+    }
+    for (QWidget *popup : popups)
+        popup->move(popup->x(), popup->y() + std::max(0, missing));
+}
+
 /// Everything that is on its way to the screen is on it.
 void FeatureTour::take()
 {
+    lowerBox();
     window.showNow();
     QApplication::processEvents();
     for (TouredTable *table : {orders.get(), deals.get()})
@@ -180,6 +200,7 @@ void FeatureTour::bring(const TouredTable &table, int field)
 {
     const QPoint header = table.grid().mapTo(&window, table.header(field));
     window.move(ZB::scaled(2 * besidePopup) - header.x(), ZB::scaled(besidePopup) - header.y());
+    boxTop = table.grid().mapToGlobal(QPoint(0, table.grid().look().headerHeight)).y();
 }
 
 /// The same for what opens at the right edge of a table.
@@ -188,6 +209,7 @@ void FeatureTour::bringRightEdge(const TouredTable &table)
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     const QPoint corner = table.grid().mapTo(&window, table.grid().rect().topRight());
     window.move(screen.right() - corner.x(), -corner.y());
+    boxTop = table.grid().mapToGlobal(QPoint(0, table.grid().look().headerHeight)).y();
 }
 
 /// The same for what opens over the middle of the window.

@@ -45,6 +45,7 @@ private:
     static const std::vector<Stop> &stops();
     void visit(const Stop &stop);
     void tidy();
+    void lowerBox() const;
     void take();
     void bring(const TouredTable &table, int field);
     void bringRightEdge(const TouredTable &table);
@@ -110,6 +111,7 @@ private:
     std::unique_ptr<TouredTable> deals;
     Picture picture;
     QString name;      ///< of the picture that is due
+    int boxTop = 0;    ///< on the screen: where a box under a header belongs
     bool fine = true;  ///< every picture could be taken
     bool taken = true; ///< the picture that was due
 };

@@ -91,7 +91,7 @@ protected:
         process.setWorkingDirectory(folder.path());
         process.start(QStringLiteral(TERMINAL_PROGRAM), options.split(QLatin1Char(' '), Qt::SkipEmptyParts));
         Outcome outcome;
-        if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
+        if (process.waitForFinished(600000) && process.exitStatus() == QProcess::NormalExit)
             outcome.status = process.exitCode();
         outcome.out = process.readAllStandardOutput();
         outcome.err = process.readAllStandardError();
@@ -296,7 +296,7 @@ TEST_F(TerminalRun, ATourShowsEveryFeatureOfTheTablesAndLeavesTheUsersSettings)
         QStringLiteral("--headless --speed max --replay orders.csv --replay trades.csv --config user.ini");
     ASSERT_EQ(run(options).status, 0);
     const std::string before = configuration();
-    const Outcome outcome = run(options + " --shots out --tour --size 900x500");
+    const Outcome outcome = run(options + " --shots out --tour --size 700x400");
     EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
     EXPECT_EQ(configuration(), before);
 
