@@ -18,13 +18,15 @@ void GridPacer::request()
 
 void GridPacer::requestIn(int milliseconds)
 {
-    if (timer.isActive() && due <= lastFrame + frameMilliseconds)
-        return; // no frame can be sooner; thousands of changes need not ask the clock
-    const qint64 wanted = std::max(now() + milliseconds, lastFrame + frameMilliseconds);
+    if (timer.isActive() && soonest)
+        return; // thousands of changes need not ask the clock
+    const qint64 present = now();
+    const qint64 wanted = std::max(present + milliseconds, lastFrame + frameMilliseconds);
+    soonest = wanted <= std::max(present, lastFrame + frameMilliseconds);
     if (timer.isActive() && due <= wanted)
         return;
     due = wanted;
-    timer.start(static_cast<int>(std::max<qint64>(0, wanted - now())), Qt::PreciseTimer, this);
+    timer.start(static_cast<int>(wanted - present), Qt::PreciseTimer, this);
 }
 
 void GridPacer::done()

@@ -34,7 +34,8 @@ private:
     QElapsedTimer clock;
     QBasicTimer timer;
     qint64 lastFrame = -frameMilliseconds;
-    qint64 due = 0; ///< while the timer runs
+    qint64 due = 0;       ///< while the timer runs
+    bool soonest = false; ///< no frame could be due sooner than the one that the timer runs for
 };
 
 } // namespace ZB

@@ -152,6 +152,8 @@ void TableShell::widenForHeader(int column, bool wasCut)
             grid->widenForHeader(column);
         return;
     }
+    if (!grid->isHeaderCut(column))
+        return; // measuring the cells would bring the rows on the screen up to date, in the middle of a change
     const int before = grid->column(column).width;
     grid->fitColumn(column);
     if (grid->column(column).width < before)

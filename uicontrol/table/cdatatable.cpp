@@ -141,8 +141,9 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
     ShownRow &shown = rowFor(row);
     shown.shown = record;
     shown.hasChanged = true;
-    takeSummed(field, shown);
-    markCell(row, fieldID2columnID(field));
+    const int column = fieldID2columnID(field);
+    takeSummed(field, column, shown);
+    markCell(row, column);
     repaint(flag);
     return row;
 }
@@ -280,6 +281,7 @@ void CDataTable::clear()
     ++removals;
     records.clear();
     boldColumns.clear();
+    boldKnown = false;
     clearRows();
 }
 

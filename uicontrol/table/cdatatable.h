@@ -212,7 +212,8 @@ private:
     void mapField(int field, int column);
     void repaint(bool flag);
     void sumAnew();
-    void takeSummed(int field, const ShownRow &row);
+    void takeBoldColumns();
+    void takeSummed(int field, int column, const ShownRow &row);
     void showSum(const kdservice::FieldDes &field, int column, double sum);
     double keptSumOf(int field, int column);
     double sumOf(int column) const;
@@ -235,6 +236,7 @@ private:
     int showingRow = -1;       ///< the one that showData() is called for
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
     std::set<int> boldColumns;
+    bool boldKnown = false; ///< the columns that are bold by their fields are among them
     const int metaID;
 
     std::vector<int> columnMetaIds; ///< whose fields make up the columns

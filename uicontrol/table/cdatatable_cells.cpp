@@ -1,5 +1,6 @@
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "model/cfieldformat.h"
 #include "model/fieldvalue.h"
@@ -53,15 +54,22 @@ void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
     if (isNew)
         sumAnew();
     for (auto field = summedFields.begin(); !isNew && field != summedFields.end(); ++field)
-        takeSummed(field->first, shown);
-    if (boldColumns.empty())
-        for (std::size_t column = 0; column < formats.size(); ++column)
-            if (formats[column].field() && formats[column].field()->getProperty(boldProperty))
-                boldColumns.insert(static_cast<int>(column));
+        takeSummed(field->first, fieldID2columnID(field->first), shown);
+    takeBoldColumns();
     if (firstColumn <= 0)
         markRow(row);
     for (int column = firstColumn; firstColumn > 0 && column < columnCount(); ++column)
         markCell(row, column);
+}
+
+/// From the fields, once after they or the records have become others.
+void CDataTable::takeBoldColumns()
+{
+    if (std::exchange(boldKnown, true))
+        return;
+    for (std::size_t column = 0; column < formats.size(); ++column)
+        if (formats[column].field() && formats[column].field()->getProperty(boldProperty))
+            boldColumns.insert(static_cast<int>(column));
 }
 
 void CDataTable::showCell(int row, int column)

@@ -69,6 +69,7 @@ void CDataTable::addFieldColumn(kdservice::FieldDes &field)
     formats.resize(static_cast<std::size_t>(added) + 1);
     formats.back() = CFieldFormat(field, field.fieldId, tradeType);
     formats.back().rememberEnumTexts();
+    boldKnown = false;
     if (field.getProperty(1))
         summedFields[field.fieldId] = &field;
 }
@@ -159,6 +160,7 @@ void CDataTable::setTradeType(kdservice::EVxTraderType type)
     const std::vector<int> metaIds = columnMetaIds;
     tradeType = type;
     boldColumns.clear();
+    boldKnown = false;
     const auto formerFilters = std::exchange(customFilters, {});
     initColumns(metaIds);
     QMap<int, int> newIds = newColumnIds(formerFields);

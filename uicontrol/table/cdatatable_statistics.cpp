@@ -84,14 +84,14 @@ void CDataTable::sumAnew()
 }
 
 /// A row may count for another value under a field.
-void CDataTable::takeSummed(int field, const ShownRow &row)
+void CDataTable::takeSummed(int field, int column, const ShownRow &row)
 {
     const auto summed = summedFields.find(field);
     if (summed == summedFields.end())
         return;
     staleSums.insert(*summed);
     if (totals->sum(field))
-        totals->change(field, static_cast<std::size_t>(&row - rowToKey.data()), numberIn(row, fieldID2columnID(field)));
+        totals->change(field, static_cast<std::size_t>(&row - rowToKey.data()), numberIn(row, column));
 }
 
 /// What is kept is brought up to date with every record that is handed in. Cells that no record fills change unseen, so
@@ -140,10 +140,15 @@ double CDataTable::numberIn(const ShownRow &row, int column) const
 double CDataTable::numberOf(const kdservice::IData &record, int field)
 {
     RecordPtr nested;
-    const kdservice::IData *holder = recordHolding(record, field, nested);
-    if (!holder)
+    const kdservice::IData *holder = &record;
+    const kdservice::FieldDes *description = record.getFieldDes(field);
+    if (!description) {
+        holder = recordHolding(record, field, nested);
+        description = holder ? holder->getFieldDes(field) : nullptr;
+    }
+    if (!description)
         return noNumber;
-    switch (holder->getFieldDes(field)->dataType) {
+    switch (description->dataType) {
     case kdservice::ExtInt: {
         const int value = holder->getInt(field);
         return value == std::numeric_limits<int>::max() ? noNumber : value;
