@@ -194,8 +194,10 @@ void StockRecords::updateField(const OrderPtr &order, int fieldId)
 
 void StockRecords::filter(int column, const QSet<QString> &values)
 {
+    table->setUpdatesEnabled(false);
     for (int row = 0; row < table->rowCount(); ++row)
         table->setRowHidden(row, !values.isEmpty() && !values.contains(table->item(row, column)->text()));
+    table->setUpdatesEnabled(true);
 }
 
 int StockRecords::shownRows() const
