@@ -1,5 +1,6 @@
 #include "grid/gridaccessible.h"
 
+#include <QtWidgets/QWidget>
 #include <algorithm>
 #include <limits>
 
@@ -45,7 +46,14 @@ const GridViewPrivate &GridAccessible::view() const
 
 QString GridAccessible::text(QAccessible::Text type) const
 {
-    return type == QAccessible::Description && rowCount() == 0 ? view().emptyText : QAccessibleWidget::text(type);
+    if (type == QAccessible::Description && rowCount() == 0)
+        return view().emptyText;
+    QString text = QAccessibleWidget::text(type);
+    if (type == QAccessible::Name)
+        for (const QWidget *around = view().q->parentWidget(); around && text.isEmpty();
+             around = around->parentWidget())
+            text = around->accessibleName();
+    return text;
 }
 
 void *GridAccessible::interface_cast(QAccessible::InterfaceType type)

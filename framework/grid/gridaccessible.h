@@ -29,7 +29,8 @@ public:
     static void selectionMoved(GridView *view);
     static void layoutChanged(GridView *view);
 
-    /// Without rows the description is what stands in their place.
+    /// Without a name of its own it has that of the table around it; without rows the description is what stands in
+    /// their place.
     QString text(QAccessible::Text type) const override;
     void *interface_cast(QAccessible::InterfaceType type) override;
     int childCount() const override;

@@ -85,6 +85,18 @@ TEST_F(AccessibleTable, TellsRowsThatComeTheCurrentCellAndTheSelection)
     EXPECT_EQ(events.take(), "rows reset") << "other columns";
 }
 
+TEST_F(AccessibleTable, HasTheNameOfTheTableThatTheHostNamed)
+{
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "");
+    window->setAccessibleName(QStringLiteral("交易"));
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "交易");
+    table->setAccessibleName(QStringLiteral("当日委托"));
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "当日委托");
+    grid()->setAccessibleName(QStringLiteral("委托明细"));
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "委托明细");
+}
+
 TEST_F(AccessibleTable, TheCellThatWasReadIsTheOneThatIsActedOn)
 {
     std::vector<RecordPtr> records;
