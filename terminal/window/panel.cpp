@@ -13,6 +13,7 @@ Panel::Panel(const QString &caption, QWidget *parent)
       captionLabel(new BarLabel(BarLabel::Style::Bold, titleBar)),
       summaryLabel(new BarLabel(BarLabel::Style::Dim, titleBar))
 {
+    setAccessibleName(caption); // of the table in it, too
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
