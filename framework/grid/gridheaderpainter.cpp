@@ -45,6 +45,13 @@ QPainterPath funnelIn(const QRect &rect)
     return path;
 }
 
+/// A header's width does not follow the mouse.
+GridHeaderState withoutMouse(GridHeaderState state)
+{
+    state.hovered = -1;
+    return state;
+}
+
 } // namespace
 
 GridHeaderPainter::GridHeaderPainter(GridCellPainter &painter) : cells(painter) {}
@@ -252,7 +259,7 @@ void GridHeaderPainter::paintStatistic(GridCanvas &canvas, const QRect &room, QS
 int GridHeaderPainter::wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,
                                    int column) const
 {
-    const Marks marks = marksOf(geometry, state, column);
+    const Marks marks = marksOf(geometry, withoutMouse(state), column);
     const int marked = cells.inside(geometry.headerRect(column)).width() - marks.text.width();
     // Room for an arrow is kept from the start, or the first sort would cut the header off.
     const int arrow = marks.arrow.isEmpty() ? cells.devicePixels(qRound(arrowWidth * cells.look().scale)) : 0;
@@ -262,7 +269,7 @@ int GridHeaderPainter::wantedWidth(const QString &text, const GridGeometry &geom
 bool GridHeaderPainter::isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,
                               int column) const
 {
-    return cells.text().width(text, GridFont::Header) > marksOf(geometry, state, column).text.width();
+    return cells.text().width(text, GridFont::Header) > marksOf(geometry, withoutMouse(state), column).text.width();
 }
 
 } // namespace ZB
