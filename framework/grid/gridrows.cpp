@@ -90,6 +90,8 @@ void GridRows::update(GridSource &source, GridGeometry &geometry, bool held, Gri
     fetch(source, geometry);
     if (!pinned && !before.rows.empty())
         stay(source, geometry, before, scrollY, current, sortDone);
+    else if (sortDone)
+        sorted = false; // the next change is no sort any more
     noteEdge(source, geometry);
 }
 

@@ -65,7 +65,7 @@ QString OrderRow::getQString(int column)
     case Quantity:
         return QString::number(order.quantity);
     default:
-        return getDisplayQString(column);
+        return OrderRow::getDisplayQString(column); // not of a derived row, which numbers columns otherwise
     }
 }
 
