@@ -27,6 +27,9 @@ void readTableSettings(const QByteArray &content)
     const auto setting = ZB::settingFromText(QString::fromUtf8(content));
     if (!setting)
         return;
+    for (const ZB::CBaseTableColumnFilter &filter :
+         setting->frame.filters.value_or(QVector<ZB::CBaseTableColumnFilter>()))
+        fuzz::require(filter.column >= 0 && !filter.conditions.isEmpty(), "half a filter was read");
     const QString text = ZB::settingText(*setting);
     const auto again = ZB::settingFromText(text);
     fuzz::require(again.has_value(), "own settings cannot be read back");

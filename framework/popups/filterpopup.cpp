@@ -9,6 +9,7 @@
 #include <QtWidgets/QPushButton>
 #include <algorithm>
 
+#include "filter/valuefilter.h"
 #include "popups/checklist.h"
 #include "zb/cuiresource.h"
 
@@ -23,12 +24,20 @@ QString shownText(const QString &text)
     return text.isEmpty() ? QStringLiteral("(空白)") : text;
 }
 
+/// An exact condition without texts is none to it.
+core::ValueFilter matcherOf(const FilterConditions &conditions)
+{
+    core::ValueFilter matcher;
+    for (const FilterCondition &condition : conditions)
+        matcher.narrow(condition.first, condition.second);
+    return matcher;
+}
+
 } // namespace
 
-FilterPopup::FilterPopup(int column, const QString &title, const ColumnFilter &presentFilter,
+FilterPopup::FilterPopup(int column, const QString &title, const FilterConditions &presentFilter,
                          std::unique_ptr<DistinctTexts> texts, QWidget *parent)
-    : PopupFrame(parent), filterColumn(column), present(presentFilter), filtered(!presentFilter.second.isEmpty()),
-      gatherer(std::move(texts))
+    : PopupFrame(parent), filterColumn(column), present(presentFilter), gatherer(std::move(texts))
 {
     build(title);
     connect(&step, &QTimer::timeout, this, &FilterPopup::gatherOn);
@@ -43,10 +52,10 @@ int FilterPopup::column() const
     return filterColumn;
 }
 
-void FilterPopup::setFiltered(bool isFiltered)
+/// Whether the present filter is one condition of this type.
+bool FilterPopup::isPresent(EFilterType type) const
 {
-    filtered = isFiltered;
-    updateState();
+    return present.size() == 1 && present.first().first == type;
 }
 
 void FilterPopup::setCountsShown(bool shown)
@@ -94,9 +103,10 @@ void FilterPopup::gatherOn()
 /// A value that the filter holds is offered also where no row has it any more, or applying would lose it.
 QStringList FilterPopup::withFiltered(QStringList texts) const
 {
-    if (present.first == FilterContains || present.second.isEmpty())
-        return texts;
-    QSet<QString> missing = present.second;
+    QSet<QString> missing;
+    for (const FilterCondition &condition : present)
+        if (condition.first != FilterContains)
+            missing += condition.second;
     for (const QString &text : qAsConst(texts))
         missing.remove(text);
     QStringList rest = missing.values();
@@ -130,8 +140,9 @@ void FilterPopup::setTexts(const QStringList &wanted)
     offered = true;
     const QStringList texts = withFiltered(wanted);
     const std::vector<int> counts = countsOf(texts);
-    const bool exact = filtered && present.first == FilterExact;
-    const bool except = filtered && present.first == FilterExcept;
+    const bool byText = isPresent(FilterContains);
+    const bool passesNone = isPresent(FilterExact) && present.first().second.isEmpty();
+    const core::ValueFilter matcher = matcherOf(present);
     std::vector<CheckItem> items;
     items.reserve(std::size_t(texts.size()) + 1);
     textOfItem.assign(texts.begin(), texts.end());
@@ -140,12 +151,14 @@ void FilterPopup::setTexts(const QStringList &wanted)
         const std::size_t place = items.size();
         if (countsShown && (place == 0 || counts[place] != counts[place - 1]))
             note = QStringLiteral("%L1").arg(counts[place]);
-        items.push_back({shownText(text), note,
-                         exact ? present.second.contains(text) : !except || !present.second.contains(text),
-                         int(place)});
+        items.push_back({shownText(text), note, byText || (!passesNone && matcher.passes(text)), int(place)});
     }
-    if (gatherer->isTruncated() || except)
-        items.push_back({QStringLiteral("（其余未列出的取值）"), QString(), !exact, restItem});
+    if (const bool except = isPresent(FilterExcept); gatherer->isTruncated() || except)
+        items.push_back(
+            {QStringLiteral("（其余未列出的取值）"), QString(), present.isEmpty() || except || byText, restItem});
+    offeredChecks.clear();
+    for (const CheckItem &item : items)
+        offeredChecks.push_back(item.checked);
     list->setItems(std::move(items));
     updateState();
 }
@@ -184,14 +197,26 @@ void FilterPopup::updateState()
     for (QPushButton *button : choiceButtons)
         button->setEnabled(!byText && isGathered());
     accept->setEnabled(byText || (isGathered() && checked > 0));
-    remove->setEnabled(filtered);
+    remove->setEnabled(!present.isEmpty());
+}
+
+bool FilterPopup::isUntouched() const
+{
+    const std::vector<CheckItem> &items = list->items();
+    return contains->text() == presentWords && search->text().isEmpty() &&
+           std::equal(items.begin(), items.end(), offeredChecks.begin(), offeredChecks.end(),
+                      [](const CheckItem &item, bool checked) { return item.checked == checked; });
 }
 
 /// Everything chosen means no filter, so that values which come later show too. With the values that are not listed
-/// chosen, those that are not chosen are the filter. What was left as it is stays so, also where other filters leave
-/// nothing else to choose.
+/// chosen, those that are not chosen are the filter. What was left as it is stays so: a filter may be one that the box
+/// can tell but not make, and other filters may leave nothing else to choose.
 void FilterPopup::apply()
 {
+    if (isUntouched()) {
+        close();
+        return;
+    }
     QSet<QString> values;
     for (const QString &word : contains->text().split(QLatin1Char(' '), Qt::SkipEmptyParts))
         values.insert(word);
@@ -202,10 +227,6 @@ void FilterPopup::apply()
     values = checkedTexts();
     if (isRestChecked())
         return finish(FilterExcept, QSet<QString>(textOfItem.begin(), textOfItem.end()) - values);
-    if (filtered && present.first == FilterExact && values == present.second) {
-        close();
-        return;
-    }
     finish(FilterExact, values.size() == int(list->items().size()) ? QSet<QString>() : values);
 }
 

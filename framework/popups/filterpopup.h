@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QtCore/QPair>
 #include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <memory>
@@ -20,8 +19,9 @@ namespace ZB {
 class CheckList;
 
 /// The filter box of a column: its different texts with how often each occurs, a search in them, and a condition by
-/// contained text. Where there are more texts than it lists, a line at the end stands for the others. Gathers the texts
-/// in slices while it is open; what they are gathered from must outlive it.
+/// contained text. Where there are more texts than it lists, a line at the end stands for the others. Applying a box
+/// that was left as it came up changes nothing, whatever the filter. Gathers the texts in slices while it is open; what
+/// they are gathered from must outlive it.
 ///
 /// Keys: typing searches; Down goes into the list; Enter applies, in a search to what the search leaves; Escape closes.
 class FRAMEWORK_API FilterPopup : public PopupFrame
@@ -29,17 +29,13 @@ class FRAMEWORK_API FilterPopup : public PopupFrame
     Q_OBJECT
 
 public:
-    using ColumnFilter = QPair<EFilterType, QSet<QString>>;
-
-    /// present: the filter that the column has now.
-    FilterPopup(int column, const QString &title, const ColumnFilter &present, std::unique_ptr<DistinctTexts> gatherer,
-                QWidget *parent);
+    /// present: the filter that the column has now. One that the box cannot show as ticks or as one contained text is
+    /// told in words, with those texts ticked that pass.
+    FilterPopup(int column, const QString &title, const FilterConditions &present,
+                std::unique_ptr<DistinctTexts> gatherer, QWidget *parent);
     ~FilterPopup() override;
 
     int column() const;
-    /// Whether the column is filtered; at first it is when the present filter has texts. One without any lets nothing
-    /// pass.
-    void setFiltered(bool filtered);
     /// Whether texts show how often they occur; they do at first.
     void setCountsShown(bool shown);
     bool isGathered() const;
@@ -62,6 +58,8 @@ protected:
 
 private:
     void build(const QString &title);
+    bool isPresent(EFilterType type) const;
+    bool isUntouched() const;
     QWidget *buildChoiceRow();
     QWidget *buildButtonRow();
     void gatherOn();
@@ -76,8 +74,9 @@ private:
 
     static constexpr int restItem = -1; ///< CheckItem::id of the line for the values that are not listed; the last one
     const int filterColumn;
-    const ColumnFilter present;
-    bool filtered;
+    const FilterConditions present;
+    QString presentWords;            ///< in the field for a contained text
+    std::vector<bool> offeredChecks; ///< by item, before the user chose
     bool countsShown = true;
     bool offered = false; ///< somebody has set the texts since they were gathered
     std::unique_ptr<DistinctTexts> gatherer;

@@ -11,12 +11,51 @@
 
 namespace ZB {
 
+namespace {
+
+QStringList sortedTexts(const FilterCondition &condition)
+{
+    QStringList texts = condition.second.values();
+    texts.sort();
+    return texts;
+}
+
+QString conditionText(const FilterCondition &condition)
+{
+    constexpr int named = 3;
+    QStringList texts = sortedTexts(condition);
+    const int count = texts.size();
+    texts = texts.mid(0, named);
+    for (QString &text : texts)
+        text = QStringLiteral("“%1”").arg(text.size() > 12 ? text.left(12) + QStringLiteral("…") : text);
+    QString list = texts.join(condition.first == FilterContains ? QStringLiteral("或") : QStringLiteral("、"));
+    if (count > named)
+        list += QStringLiteral("等 %1 个").arg(count);
+    return (condition.first == FilterContains ? QStringLiteral("包含%1") : QStringLiteral("不是%1")).arg(list);
+}
+
+/// Of several conditions; exact ones have been put into one with the others.
+QString conditionsText(const FilterConditions &conditions)
+{
+    QStringList texts;
+    for (const FilterCondition &condition : conditions)
+        texts.append(conditionText(condition));
+    return QStringLiteral("现有条件：%1。改选后由新的选择代替。").arg(texts.join(QStringLiteral("，且")));
+}
+
+} // namespace
+
 void FilterPopup::build(const QString &title)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(scaled(8), scaled(8), scaled(8), scaled(8));
     column->setSpacing(scaled(6));
     column->addWidget(titleLabel(QStringLiteral("筛选：%1").arg(title), scaled(250), this));
+    if (present.size() > 1) {
+        QLabel *conditions = dimLabel(conditionsText(present), this);
+        conditions->setWordWrap(true);
+        column->addWidget(conditions);
+    }
     search = new HintField(QStringLiteral("搜索取值"), this);
     search->installEventFilter(this);
     column->addWidget(search);
@@ -27,8 +66,9 @@ void FilterPopup::build(const QString &title)
     column->addWidget(buildChoiceRow());
     column->addWidget(list);
     contains = new HintField(QStringLiteral("或：包含文字（空格分隔多个）"), this);
-    if (present.first == FilterContains)
-        contains->setText(QStringList(present.second.values()).join(QLatin1Char(' ')));
+    if (isPresent(FilterContains))
+        contains->setText(sortedTexts(present.first()).join(QLatin1Char(' ')));
+    presentWords = contains->text();
     column->addWidget(contains);
     column->addWidget(buildButtonRow());
     setFocusProxy(search);

@@ -41,7 +41,7 @@ int CBaseNormalTable::options() const
 
 void CBaseNormalTable::setEmptyText(const QString &text)
 {
-    d->grid->setEmptyText(text);
+    d->setEmptyText(text);
 }
 
 void CBaseNormalTable::setSortColumns(const QVector<QPair<int, int>> &columns)
@@ -131,6 +131,26 @@ QVariant CBaseNormalTable::cellValue(int row, int column) const
 }
 
 void CBaseNormalTable::showFilterMenu(int, QRect) {}
+
+QMap<int, FilterConditions> CBaseNormalTable::filterConditions() const
+{
+    return {};
+}
+
+bool CBaseNormalTable::awaitsSettings() const
+{
+    return d->restorePending;
+}
+
+void CBaseNormalTable::settingsChanged()
+{
+    d->saveSoon();
+}
+
+void CBaseNormalTable::saveSettingsNow()
+{
+    d->store.flush([this] { return getTableSetting(); });
+}
 
 void CBaseNormalTable::clearFilter()
 {

@@ -58,7 +58,8 @@ void CStandardTable::openFilterBox(int column, const QRect &header, const QVecto
     for (const auto &[text, count] : texts)
         values.push_back({text, count});
     table.closePopup();
-    auto *box = new FilterPopup(column, table.source.headerText(column), present,
+    const FilterConditions conditions = present.second.isEmpty() ? FilterConditions() : FilterConditions{present};
+    auto *box = new FilterPopup(column, table.source.headerText(column), conditions,
                                 std::make_unique<KnownTexts>(std::move(values)), this);
     table.popup = box;
     connect(box, &FilterPopup::chosen, this,

@@ -135,6 +135,11 @@ void RecordShell::takeFilter(int column, int type, QSet<QString> values)
     q->onFilterTrigger(column, type, values);
 }
 
+QMap<int, FilterConditions> RecordShell::currentFilters() const
+{
+    return q->filterConditions();
+}
+
 bool RecordShell::hasFilters() const
 {
     return !filteredColumns.isEmpty();

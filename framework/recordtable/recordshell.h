@@ -24,6 +24,7 @@ public:
     void openFilter(int column, const QRect &header) override;
     void takeFilter(int column, int type, QSet<QString> values) override;
     bool hasFilters() const override;
+    QMap<int, FilterConditions> currentFilters() const override;
     void clearFilters() override;
     bool canPause() const override;
     bool isPaused() const override;

@@ -3,6 +3,7 @@
 
 #include "popups/filterpopup.h"
 #include "table/cbasehighperformancetable_p.h"
+#include "table/filterconditions.h"
 
 namespace ZB {
 
@@ -37,10 +38,8 @@ void CBaseHighPerformanceTable::Private::openFilter(int column, const QRect &hea
     if (!model || !q->columnFilterable(column))
         return;
     closePopup();
-    const auto filters = q->columnFilters();
-    auto *box = new FilterPopup(column, model->columnHeader(column), filters.value(column),
+    auto *box = new FilterPopup(column, model->columnHeader(column), q->columnFilters().value(column),
                                 std::make_unique<MenuTexts>(*q, *model, column), q);
-    box->setFiltered(filters.contains(column));
     box->setCountsShown(!isPaged()); // of one page only
     popup = box;
     QObject::connect(box, &FilterPopup::gathered, q, [this, box, column] { box->setTexts(q->getMenuItems(column)); });
@@ -95,7 +94,7 @@ quint64 CBaseHighPerformanceTable::workNumber() const
 
 void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (!d->model || !columnFilterable(column) || type < FilterExact || type > FilterExcept)
+    if (!d->model || !columnFilterable(column) || !isFilterType(type))
         return;
     QPair<EFilterType, QSet<QString>> filter(EFilterType(type), values);
     setPaused(false);
@@ -103,6 +102,29 @@ void CBaseHighPerformanceTable::onFilterTrigger(int column, int type, QSet<QStri
     d->settle();
     d->updateMarks();
     d->updateStatistics();
+    d->saveSoon();
+}
+
+bool CBaseHighPerformanceTable::restoreFilter(int column, const FilterConditions &conditions)
+{
+    FilterCondition first = filterToTake(conditions);
+    onFilterTrigger(column, first.first, first.second);
+    FilterConditions further = conditions.mid(1);
+    for (FilterCondition &condition : further)
+        if (d->model)
+            d->model->filterColumnCombin(column, condition);
+    d->updateMarks();
+    return true;
+}
+
+QMap<int, FilterConditions> CBaseHighPerformanceTable::Private::currentFilters() const
+{
+    return q->columnFilters();
+}
+
+bool CBaseHighPerformanceTable::Private::restoreFilter(int column, const FilterConditions &conditions)
+{
+    return q->restoreFilter(column, conditions);
 }
 
 void CBaseHighPerformanceTable::Private::takeFilter(int column, int type, QSet<QString> values)
@@ -120,9 +142,9 @@ void CBaseHighPerformanceTable::Private::clearFilters()
     q->clearFilter();
 }
 
-QMap<int, IBaseHpfTableModel::ColumnFilter> CBaseHighPerformanceTable::columnFilters() const
+QMap<int, FilterConditions> CBaseHighPerformanceTable::columnFilters() const
 {
-    return d->model ? d->model->columnFilters() : QMap<int, IBaseHpfTableModel::ColumnFilter>();
+    return d->model ? d->model->columnFilters() : QMap<int, FilterConditions>();
 }
 
 void CBaseHighPerformanceTable::clearFilter()
@@ -132,6 +154,8 @@ void CBaseHighPerformanceTable::clearFilter()
         d->model->clearFilter();
     d->settle();
     d->updateMarks();
+    if (!d->restorePending) // or what is not restored yet would be given up
+        d->saveSoon();
 }
 
 } // namespace ZB

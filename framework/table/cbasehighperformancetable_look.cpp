@@ -88,7 +88,7 @@ void CBaseHighPerformanceTable::setHeaderButtonColors(const QString &normal, con
 
 void CBaseHighPerformanceTable::setEmptyText(const QString &text)
 {
-    d->grid->setEmptyText(text);
+    d->setEmptyText(text);
 }
 
 void CBaseHighPerformanceTable::themeChanged()

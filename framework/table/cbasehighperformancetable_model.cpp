@@ -25,7 +25,7 @@ constexpr int defaultWidth = 80;
 void CBaseHighPerformanceTable::Private::install(const boost::shared_ptr<IBaseHpfTableModel> &newShared,
                                                  IBaseHpfTableModel *newModel)
 {
-    store.flush([this] { return q->CBaseHighPerformanceTable::getTableSetting(); });
+    store.flush([this] { return tableSetting(); });
     closePopup();
     search.cancel();
     const boost::shared_ptr<IBaseHpfTableModel> former = shared;

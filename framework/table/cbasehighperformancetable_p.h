@@ -31,6 +31,8 @@ public:
     void openFilter(int column, const QRect &header) override;
     void takeFilter(int column, int type, QSet<QString> values) override;
     bool hasFilters() const override;
+    QMap<int, FilterConditions> currentFilters() const override;
+    bool restoreFilter(int column, const FilterConditions &conditions) override;
     void clearFilters() override;
     bool canPause() const override;
     bool isPaused() const override;

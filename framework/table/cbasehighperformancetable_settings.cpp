@@ -14,6 +14,16 @@ void CBaseHighPerformanceTable::setTableSetting(const CBaseTableSettingParam &se
         setSortColumns(d->frame.sorts);
 }
 
+void CBaseHighPerformanceTable::settingsChanged()
+{
+    d->saveSoon();
+}
+
+void CBaseHighPerformanceTable::saveSettingsNow()
+{
+    d->store.flush([this] { return getTableSetting(); });
+}
+
 CBaseTableSettingParam CBaseHighPerformanceTable::Private::tableSetting()
 {
     return q->getTableSetting();

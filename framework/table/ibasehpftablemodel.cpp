@@ -1,9 +1,8 @@
 #include "zb/ibasehpftablemodel.h"
 
-#include <algorithm>
 #include <limits>
 
-#include "filter/valuefilter.h"
+#include "table/filterconditions.h"
 #include "table/hpfmodelcolumn.h"
 #include "table/hpfmodelstate.h"
 
@@ -21,25 +20,6 @@ int compareBy(const HpfModelColumn &column, bool descending, IBaseHpfTableData &
         return keyA < keyB ? -1 : 1;
     const int byText = textA.compare(textB);
     return descending ? -byText : byText;
-}
-
-/// One condition in the place of several. Exact texts that do not meet the others are none any more; conditions of
-/// which none is exact have no common form, and the last of them stands for all.
-IBaseHpfTableModel::ColumnFilter combined(const QVector<HpfModelWish::Condition> &conditions)
-{
-    const auto exact = std::find_if(conditions.begin(), conditions.end(), [](const HpfModelWish::Condition &condition) {
-        return condition.first == FilterExact;
-    });
-    if (exact == conditions.end())
-        return conditions.last();
-    core::ValueFilter all;
-    for (const HpfModelWish::Condition &condition : conditions)
-        all.narrow(condition.first, condition.second);
-    IBaseHpfTableModel::ColumnFilter filter(FilterExact, {});
-    for (const QString &text : exact->second)
-        if (all.passes(text))
-            filter.second.insert(text);
-    return filter;
 }
 
 } // namespace
@@ -205,12 +185,12 @@ void IBaseHpfTableModel::clearFilter()
     setUpdated(true);
 }
 
-QMap<int, IBaseHpfTableModel::ColumnFilter> IBaseHpfTableModel::columnFilters() const
+QMap<int, FilterConditions> IBaseHpfTableModel::columnFilters() const
 {
-    QMap<int, ColumnFilter> filters;
+    QMap<int, FilterConditions> filters;
     const HpfModelWish wish = state->wish();
     for (auto it = wish.filters.cbegin(); it != wish.filters.cend(); ++it)
-        filters.insert(it.key(), combined(it.value()));
+        filters.insert(it.key(), plainConditions(it.value()));
     return filters;
 }
 

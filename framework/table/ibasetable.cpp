@@ -8,7 +8,7 @@ IBaseTable::~IBaseTable() = default;
 
 void IBaseTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (columnFilterable(column) && type >= FilterExact && type <= FilterExcept)
+    if (columnFilterable(column) && isFilterType(type))
         takeColumnFilter(column, EFilterType(type), values);
 }
 

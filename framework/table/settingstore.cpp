@@ -1,6 +1,7 @@
 #include "table/settingstore.h"
 
 #include "kv/cuserconfig.h"
+#include "table/filterlog.h"
 #include "table/settingtext.h"
 
 namespace ZB {
@@ -11,7 +12,7 @@ constexpr int delayMilliseconds = 500;
 
 } // namespace
 
-SettingStore::SettingStore(int tableId) : path(QStringLiteral("table/%1/setting").arg(tableId))
+SettingStore::SettingStore(int ownerId) : tableId(ownerId), path(QStringLiteral("table/%1/setting").arg(ownerId))
 {
     delay.setSingleShot(true);
     delay.setInterval(delayMilliseconds);
@@ -38,10 +39,30 @@ void SettingStore::flush(const std::function<CBaseTableSettingParam()> &settings
     save(settings());
 }
 
-void SettingStore::save(const CBaseTableSettingParam &setting) const
+void SettingStore::save(const CBaseTableSettingParam &setting)
 {
-    if (KV::CUserConfig *config = KV::getUserConfig())
-        config->setValue(path, settingText(setting));
+    KV::CUserConfig *config = KV::getUserConfig();
+    if (!config)
+        return;
+    config->setValue(path, settingText(setting));
+    tellUnkept(setting);
+}
+
+/// Once for a column, until its filter is one that is kept.
+void SettingStore::tellUnkept(const CBaseTableSettingParam &setting)
+{
+    const QVector<CBaseTableColumnFilter> filters = setting.frame.filters.value_or(QVector<CBaseTableColumnFilter>());
+    QSet<int> unkept;
+    for (const CBaseTableColumnFilter &filter : filters)
+        unkept.insert(filter.column);
+    for (const CBaseTableColumnFilter &kept : keptFilters(filters))
+        unkept.remove(kept.column);
+    for (const CBaseTableColumnFilter &filter : filters)
+        if (unkept.contains(filter.column) && !told.contains(filter.column))
+            logFilter(tableId, columnName(setting, filter.column),
+                      QStringLiteral("is not saved: the filters of a table may have %1 characters")
+                          .arg(maximumFilterCharacters));
+    told = unkept;
 }
 
 } // namespace ZB

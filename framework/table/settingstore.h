@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <functional>
 #include <optional>
@@ -15,7 +16,7 @@ class SettingStore : public QObject
     Q_OBJECT
 
 public:
-    explicit SettingStore(int tableId);
+    explicit SettingStore(int ownerId);
 
     /// Empty when there are none, or damaged ones.
     std::optional<CBaseTableSettingParam> load() const;
@@ -25,11 +26,14 @@ public:
     void flush(const std::function<CBaseTableSettingParam()> &settings);
 
 private:
-    void save(const CBaseTableSettingParam &setting) const;
+    void save(const CBaseTableSettingParam &setting);
+    void tellUnkept(const CBaseTableSettingParam &setting);
 
+    const int tableId;
     const QString path;
     QTimer delay;
     std::function<CBaseTableSettingParam()> source;
+    QSet<int> told; ///< columns whose filters are too large to be saved
 };
 
 } // namespace ZB

@@ -4,6 +4,10 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <algorithm>
+#include <limits>
+#include <set>
+
+#include "table/filterconditions.h"
 
 namespace ZB {
 
@@ -41,6 +45,74 @@ QList<CBaseTableColumnSetting> columnsFromJson(const QJsonValue &value)
     return columns;
 }
 
+/// A column filter is its column and its conditions, each of them its type and its texts.
+QJsonArray filtersToJson(const QVector<CBaseTableColumnFilter> &filters)
+{
+    QJsonArray list;
+    for (const CBaseTableColumnFilter &filter : filters) {
+        QJsonArray conditions;
+        for (const FilterCondition &condition : filter.conditions) {
+            QStringList texts = condition.second.values();
+            texts.sort();
+            conditions.append(QJsonArray{condition.first, QJsonArray::fromStringList(texts)});
+        }
+        list.append(QJsonArray{filter.column, conditions});
+    }
+    return list;
+}
+
+std::optional<FilterCondition> conditionFromJson(const QJsonArray &pair)
+{
+    const int type = pair.size() == 2 ? pair[0].toInt(-1) : -1;
+    if (!isFilterType(type) || !pair[1].isArray())
+        return std::nullopt;
+    FilterCondition condition(EFilterType(type), {});
+    for (const QJsonValue &text : pair[1].toArray()) {
+        if (!text.isString())
+            return std::nullopt;
+        condition.second.insert(text.toString());
+    }
+    if (condition.second.isEmpty() && type != FilterExact)
+        return std::nullopt;
+    return condition;
+}
+
+/// Empty where one of the conditions is damaged: the others alone would be another filter.
+FilterConditions conditionsFromJson(const QJsonArray &list)
+{
+    FilterConditions conditions;
+    for (const QJsonValue &each : list) {
+        const auto condition = conditionFromJson(each.toArray());
+        if (!condition)
+            return {};
+        conditions.append(*condition);
+    }
+    return plainConditions(conditions);
+}
+
+QVector<CBaseTableColumnFilter> filtersFromJson(const QJsonArray &list)
+{
+    QVector<CBaseTableColumnFilter> filters;
+    std::set<int> columns;
+    for (const QJsonValue &each : list) {
+        const QJsonArray pair = each.toArray();
+        CBaseTableColumnFilter filter{pair[0].toInt(-1), conditionsFromJson(pair[1].toArray())};
+        if (filter.column >= 0 && !filter.conditions.isEmpty() && columns.insert(filter.column).second)
+            filters.append(filter);
+    }
+    return filters;
+}
+
+int charactersOf(const CBaseTableColumnFilter &filter)
+{
+    constexpr int around = 3; // quotes and a comma
+    qint64 characters = 0;
+    for (const FilterCondition &condition : filter.conditions)
+        for (const QString &text : condition.second)
+            characters += text.size() + around;
+    return int(std::min<qint64>(characters, std::numeric_limits<int>::max()));
+}
+
 QJsonObject frameToJson(const CBaseTableFrameSetting &frame)
 {
     QJsonArray sorts;
@@ -49,12 +121,15 @@ QJsonObject frameToJson(const CBaseTableFrameSetting &frame)
     QJsonArray marks;
     for (const CTableRowMark &mark : frame.marks)
         marks.append(QJsonArray{mark.column, mark.threshold, mark.colorKey});
-    return {{QStringLiteral("sorts"), sorts},
-            {QStringLiteral("marks"), marks},
-            {QStringLiteral("frozen"), frame.frozenColumns},
-            {QStringLiteral("numbers"), frame.showRowNumbers},
-            {QStringLiteral("statistics"), frame.showStatistics},
-            {QStringLiteral("set"), frame.columnSet}};
+    QJsonObject object{{QStringLiteral("sorts"), sorts},
+                       {QStringLiteral("marks"), marks},
+                       {QStringLiteral("frozen"), frame.frozenColumns},
+                       {QStringLiteral("numbers"), frame.showRowNumbers},
+                       {QStringLiteral("statistics"), frame.showStatistics},
+                       {QStringLiteral("set"), frame.columnSet}};
+    if (frame.filters)
+        object.insert(QStringLiteral("filters"), filtersToJson(keptFilters(*frame.filters)));
+    return object;
 }
 
 CBaseTableFrameSetting frameFromJson(const QJsonObject &object)
@@ -70,6 +145,8 @@ CBaseTableFrameSetting frameFromJson(const QJsonObject &object)
         if (mark.size() == 3 && mark[0].toInt(-1) >= 0 && mark[1].toDouble() > 0)
             frame.marks.append({mark[0].toInt(), mark[1].toDouble(), mark[2].toString()});
     }
+    if (const QJsonValue filters = object[QStringLiteral("filters")]; filters.isArray())
+        frame.filters = filtersFromJson(filters.toArray());
     frame.frozenColumns = std::max(0, object[QStringLiteral("frozen")].toInt());
     frame.showRowNumbers = object[QStringLiteral("numbers")].toBool(true);
     frame.showStatistics = object[QStringLiteral("statistics")].toBool(true);
@@ -78,6 +155,20 @@ CBaseTableFrameSetting frameFromJson(const QJsonObject &object)
 }
 
 } // namespace
+
+QVector<CBaseTableColumnFilter> keptFilters(const QVector<CBaseTableColumnFilter> &filters)
+{
+    QVector<CBaseTableColumnFilter> kept;
+    int left = maximumFilterCharacters;
+    for (const CBaseTableColumnFilter &filter : filters) {
+        const int characters = charactersOf(filter);
+        if (characters > left)
+            continue;
+        left -= characters;
+        kept.append(filter);
+    }
+    return kept;
+}
 
 QString settingText(const CBaseTableSettingParam &setting)
 {

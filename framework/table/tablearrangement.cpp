@@ -62,14 +62,19 @@ TableArrangement arranged(const QList<CBaseTableColumnSetting> &saved, const std
     return result;
 }
 
+int presentColumn(const TableArrangement &arrangement, int saved, int columnCount)
+{
+    if (arrangement.columnOfSaved.empty())
+        return saved >= 0 && saved < columnCount ? saved : -1;
+    const auto known = arrangement.columnOfSaved.find(saved);
+    return known == arrangement.columnOfSaved.end() ? -1 : known->second;
+}
+
 CBaseTableFrameSetting arrangedFrame(const CBaseTableFrameSetting &saved, const TableArrangement &arrangement,
                                      int columnCount)
 {
     const auto present = [&arrangement, columnCount](int column) {
-        if (arrangement.columnOfSaved.empty())
-            return column >= 0 && column < columnCount ? column : -1;
-        const auto known = arrangement.columnOfSaved.find(column);
-        return known == arrangement.columnOfSaved.end() ? -1 : known->second;
+        return presentColumn(arrangement, column, columnCount);
     };
     CBaseTableFrameSetting frame = saved;
     frame.sorts.clear();
@@ -81,6 +86,12 @@ CBaseTableFrameSetting arrangedFrame(const CBaseTableFrameSetting &saved, const 
         mark.column = present(mark.column);
         if (mark.column >= 0)
             frame.marks.append(mark);
+    }
+    if (saved.filters) {
+        frame.filters->clear();
+        for (const CBaseTableColumnFilter &filter : *saved.filters)
+            if (present(filter.column) >= 0)
+                frame.filters->append({present(filter.column), filter.conditions});
     }
     frame.frozenColumns = std::clamp(saved.frozenColumns, 0, columnCount);
     return frame;

@@ -33,6 +33,9 @@ struct TableArrangement
 FRAMEWORK_API TableArrangement arranged(const QList<CBaseTableColumnSetting> &saved,
                                         const std::vector<TableColumnInfo> &columns);
 
+/// The column that settings know by the number `saved`; -1 when it is gone.
+int presentColumn(const TableArrangement &arrangement, int saved, int columnCount);
+
 /// The frame with its column numbers turned into present ones; what refers to a column that is gone is dropped.
 FRAMEWORK_API CBaseTableFrameSetting arrangedFrame(const CBaseTableFrameSetting &saved,
                                                    const TableArrangement &arrangement, int columnCount);

@@ -27,7 +27,7 @@ TableShell::TableShell(QWidget *table, int tableId, int flagsOfMenu, std::unique
     column->addWidget(grid, 1);
     column->addWidget(findBar);
     grid->setStatisticsTitle(QStringLiteral("合计"));
-    grid->setEmptyText(QStringLiteral("没有数据"));
+    setEmptyText(QStringLiteral("没有数据"));
     grid->setRowNumbersVisible(false);
     table->setFocusProxy(grid);
 }

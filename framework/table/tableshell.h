@@ -65,6 +65,11 @@ public:
     virtual void openFilter(int column, const QRect &header) = 0;
     virtual void takeFilter(int column, int type, QSet<QString> values) = 0;
     virtual bool hasFilters() const = 0;
+    /// By column.
+    virtual QMap<int, FilterConditions> currentFilters() const = 0;
+    /// Filters a filterable column as settings say; no conditions take its filter off. False, with nothing changed, for
+    /// conditions that the table cannot carry out: here, several of one column.
+    virtual bool restoreFilter(int column, const FilterConditions &conditions);
     virtual void clearFilters() = 0;
     virtual bool canPause() const = 0;
     virtual bool isPaused() const = 0;
@@ -93,6 +98,8 @@ public:
     void fitAll();
     void orderOffered(const std::vector<int> &offered);
     void resetColumns();
+    /// What stands in the middle of a table without rows; while filters are on, followed by how they are taken off.
+    void setEmptyText(const QString &text);
     /// The header's marks of sorts and filters.
     void showMarks(const QVector<QPair<int, int>> &sorts, const QList<int> &filteredColumns);
     /// After a mark has come into a header whose text was whole before or was not.
@@ -103,7 +110,8 @@ public:
     /// @{
     QList<CBaseTableColumnSetting> columnSettings() const;
     TableArrangement applyArrangement(const QList<CBaseTableColumnSetting> &saved);
-    /// What getTableSetting() of every family holds, and the reverse, but for the sorts.
+    /// What getTableSetting() of every family holds, and the reverse, but for the sorts. What becomes of a filter that
+    /// cannot be taken over is told in the log.
     CBaseTableSettingParam shellSetting();
     void applyShellSetting(const CBaseTableSettingParam &setting);
     void restoreNow();
@@ -162,7 +170,11 @@ public:
     CBaseTableFrameSetting frame; ///< sorts and frozen columns live elsewhere
     QMap<QString, QList<CBaseTableColumnSetting>> columnSets;
     bool restorePending = false;
+    bool restoring = false;
+    bool applyingSetting = false; ///< what changes meanwhile is no change to be saved
     QPointer<PopupFrame> popup;
+    QString emptyText;
+    bool showsFilters = false;
 
 protected:
     bool addingSort = false; ///< the sort event on its way comes from a click with Ctrl
@@ -177,10 +189,14 @@ private:
     void addValueFilter(QMenu *menu, GridRowId row, int column);
     void addSorts(QMenu *menu, int column);
     void addFilters(QMenu *menu, int column);
+    bool canFilter(int column) const;
+    QVector<CBaseTableColumnFilter> filterSettings() const;
+    void applyFilters(const CBaseTableSettingParam &setting, const TableArrangement &arrangement);
     void fillColumns(ColumnPopup *popup);
     void connectColumns(ColumnPopup *popup);
     void connectColumnSets(ColumnPopup *popup);
     QRect popupAnchor() const;
+    void showEmptyText();
 };
 
 template <typename Change>

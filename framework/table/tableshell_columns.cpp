@@ -4,6 +4,7 @@
 #include "table/cellvalue.h"
 #include "table/tableshell.h"
 #include "zb/cuiresource.h"
+#include "zb/etableflag.h"
 
 namespace ZB {
 
@@ -113,6 +114,18 @@ void TableShell::resetColumns()
     saveSoon();
 }
 
+void TableShell::setEmptyText(const QString &text)
+{
+    emptyText = text;
+    showEmptyText();
+}
+
+void TableShell::showEmptyText()
+{
+    const bool tells = showsFilters && (menuFlags & MenuClearFilter);
+    grid->setEmptyText(tells ? emptyText + QStringLiteral("\n（筛选中，Ctrl+Shift+L 清除）") : emptyText);
+}
+
 void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<int> &filteredColumns)
 {
     GridSortMarks marks;
@@ -131,6 +144,8 @@ void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<in
         for (std::size_t i = 0; i < marks.size(); ++i)
             widenForHeader(marks[i].column, wereCut[i]);
     }
+    showsFilters = !filteredColumns.isEmpty();
+    showEmptyText();
     for (int column = 0; column < int(columns.size()); ++column) {
         const bool filtered = filteredColumns.contains(column);
         if (grid->column(column).filtered == filtered)

@@ -1,5 +1,8 @@
+#include <QtCore/QScopedValueRollback>
 #include <cmath>
 
+#include "table/filterconditions.h"
+#include "table/filterlog.h"
 #include "table/tableshell.h"
 #include "zb/cuiresource.h"
 #include "zb/etableflag.h"
@@ -50,6 +53,7 @@ CBaseTableSettingParam TableShell::shellSetting()
     CBaseTableSettingParam setting;
     setting.frame = frame;
     setting.frame.sorts = currentSorts();
+    setting.frame.filters = filterSettings();
     setting.frame.frozenColumns = grid->frozenColumns();
     setting.columns = columnSettings();
     setting.columnSets = columnSets;
@@ -59,6 +63,7 @@ CBaseTableSettingParam TableShell::shellSetting()
 void TableShell::applyShellSetting(const CBaseTableSettingParam &setting)
 {
     restorePending = false;
+    const QScopedValueRollback<bool> applying(applyingSetting, true);
     const TableArrangement arrangement = applyArrangement(setting.columns);
     frame = arrangedFrame(setting.frame, arrangement, int(columns.size()));
     columnSets = setting.columnSets;
@@ -66,21 +71,73 @@ void TableShell::applyShellSetting(const CBaseTableSettingParam &setting)
     grid->setRowNumbersVisible(frame.showRowNumbers && (flags & TableRowNumbers));
     applyMarks();
     updateStatistics();
+    applyFilters(setting, arrangement);
 }
 
-/// Put off until the program has set its columns up.
+/// Of columns that users may filter; other filters are the program's own.
+QVector<CBaseTableColumnFilter> TableShell::filterSettings() const
+{
+    QVector<CBaseTableColumnFilter> filters;
+    const auto present = currentFilters();
+    for (auto filter = present.begin(); filter != present.end(); ++filter)
+        if (canFilter(filter.key()))
+            filters.append({filter.key(), plainConditions(*filter)});
+    return filters;
+}
+
+bool TableShell::canFilter(int column) const
+{
+    return hasColumn(column) && grid->column(column).filterable;
+}
+
+/// Settings that say nothing of filters leave them as they are.
+void TableShell::applyFilters(const CBaseTableSettingParam &setting, const TableArrangement &arrangement)
+{
+    if (!setting.frame.filters)
+        return;
+    QMap<int, FilterConditions> present;
+    for (const CBaseTableColumnFilter &filter : filterSettings())
+        present.insert(filter.column, filter.conditions);
+    for (const CBaseTableColumnFilter &filter : *setting.frame.filters) {
+        const int column = presentColumn(arrangement, filter.column, int(columns.size()));
+        if (restoring && present.contains(column))
+            continue;
+        const FilterConditions former = present.take(column);
+        const FilterConditions wanted = plainConditions(filter.conditions);
+        if (column < 0)
+            logFilter(id, columnName(setting, filter.column), QStringLiteral("is dropped: there is no such column"));
+        else if (!canFilter(column) || (former != wanted && !restoreFilter(column, wanted)))
+            logFilter(id, columnName(setting, filter.column),
+                      QStringLiteral("is dropped: this table has no such filter"));
+    }
+    const QList<int> unwanted = restoring ? QList<int>() : present.keys();
+    for (const int column : unwanted)
+        restoreFilter(column, {});
+}
+
+bool TableShell::restoreFilter(int column, const FilterConditions &conditions)
+{
+    const FilterCondition condition = filterToTake(conditions);
+    if (conditions.size() < 2)
+        takeFilter(column, condition.first, condition.second);
+    return conditions.size() < 2;
+}
+
+/// Put off until the program has set its columns up. Filters that it has set by then are its own and stay.
 void TableShell::restoreNow()
 {
     if (!restorePending)
         return;
     restorePending = false;
+    const QScopedValueRollback<bool> restores(restoring, true);
     if (const auto saved = store.load())
         applySetting(*saved);
 }
 
 void TableShell::saveSoon()
 {
-    store.saveSoon([this] { return tableSetting(); });
+    if (!applyingSetting)
+        store.saveSoon([this] { return tableSetting(); });
 }
 
 void TableShell::saveColumnSet(const QString &name)

@@ -99,7 +99,7 @@ public:
     /// column is open; in thousandths, 1000 when there is nothing to wait for. anew: the box has just been opened.
     virtual int gatherMenuItems(int column, bool anew, int milliseconds);
     /// The filters that headers and filter boxes tell of, by column: the model's, unless somebody else filters.
-    virtual QMap<int, IBaseHpfTableModel::ColumnFilter> columnFilters() const;
+    virtual QMap<int, FilterConditions> columnFilters() const;
     /// Sort columns in falling weight with their order (0 ascending).
     virtual void setSortColumns(const QVector<QPair<int, int>> &columns);
     /// @}
@@ -164,6 +164,9 @@ public:
     void setFollowsLastPage(bool follows);
     /// @}
 
+    /// Settings are saved a moment after the user has changed something, filters included, and come back once the
+    /// program has set its columns up. Filters are those of columnFilters() on filterable columns; one whose column is
+    /// gone is dropped, which the log tells.
     CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const CBaseTableSettingParam &setting) override;
     bool exportData(QString path) override;
@@ -177,6 +180,14 @@ public:
     void scaleChanged() override;
 
 protected:
+    /// Carries out a filter of settings; none takes the column's filter off. Goes through onFilterTrigger(), and
+    /// further conditions of a column narrow in the model. Tables that cannot have such a filter answer false.
+    virtual bool restoreFilter(int column, const FilterConditions &conditions);
+    /// For derived tables that keep part of the settings: it has changed; and, in the destructor, the last moment at
+    /// which getTableSetting() can still tell it.
+    void settingsChanged();
+    void saveSettingsNow();
+
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QMap>
 #include <QtCore/QPair>
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
@@ -153,6 +154,15 @@ protected:
     virtual void showFilterMenu(int column, QRect header);
     /// Takes the filters of all columns off.
     virtual void clearFilter();
+    /// The filters that are part of the table's settings, by column; they come back through onFilterTrigger(), one
+    /// condition of each column. None unless overridden.
+    virtual QMap<int, FilterConditions> filterConditions() const;
+    /// Whether the user's saved settings have yet to come back.
+    bool awaitsSettings() const;
+    /// For derived tables that keep part of the settings: it has changed; and, in the destructor, the last moment at
+    /// which getTableSetting() can still tell it.
+    void settingsChanged();
+    void saveSettingsNow();
 
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;

@@ -5,8 +5,10 @@
 #include <QtCore/QPair>
 #include <QtCore/QString>
 #include <QtCore/QVector>
+#include <optional>
 
 #include "zb/ctablerowmark.h"
+#include "zb/efiltertype.h"
 
 namespace ZB {
 
@@ -20,6 +22,13 @@ struct CBaseTableColumnSetting
     bool visible = true;
 };
 
+/// What a user filters one column by.
+struct CBaseTableColumnFilter
+{
+    int column = -1;             ///< model column
+    FilterConditions conditions; ///< at least one
+};
+
 /// How a user arranged the table around its columns.
 struct CBaseTableFrameSetting
 {
@@ -29,6 +38,9 @@ struct CBaseTableFrameSetting
     bool showStatistics = true;
     QVector<CTableRowMark> marks; ///< rules that tint rows which stand out
     QString columnSet;            ///< the named column set in use; empty for none
+    /// Of the columns that users may filter. Unset in settings that say nothing of filters: they leave those that the
+    /// table has.
+    std::optional<QVector<CBaseTableColumnFilter>> filters;
 };
 
 /// What a table's settings hold. A value type; the host keeps it in the user's configuration.

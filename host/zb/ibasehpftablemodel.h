@@ -41,7 +41,7 @@ class HOST_API IBaseHpfTableModel
 {
 public:
     using Row = boost::shared_ptr<IBaseHpfTableData>;
-    using ColumnFilter = QPair<EFilterType, QSet<QString>>;
+    using ColumnFilter = FilterCondition;
 
     /// appendSeq: new rows go to the end of the order of arrival, otherwise to the front.
     explicit IBaseHpfTableModel(bool appendSeq);
@@ -130,9 +130,10 @@ public:
     int indexOfKey(const std::string &key) const;
 
     void clearFilter();
-    /// The filtered columns, each with one condition that says the same as all that were set for it: the exact texts
-    /// that may still pass, none of them when nothing does. Of several conditions without exact texts, the last.
-    QMap<int, ColumnFilter> columnFilters() const;
+    /// The filtered columns, each with conditions that let the same texts pass as all that were set for it: one exact
+    /// condition with the texts that may still pass, where one that was set is exact or where nothing passes; otherwise
+    /// those by contained text and, last, one for what is left out.
+    QMap<int, FilterConditions> columnFilters() const;
     /// Where rows without a sort go, from now on: to the end (true) or to the front.
     void setAppendSeq(bool append);
     bool appendSeq() const;

@@ -58,7 +58,10 @@ HistoryTable::HistoryTable(int tableId, HistoryQuery::Kind kind, QWidget *parent
     setEmptyText(QStringLiteral("没有交易桌面文件：用 --desk 指定一个，往日的委托和成交就在这里"));
 }
 
-HistoryTable::~HistoryTable() = default;
+HistoryTable::~HistoryTable()
+{
+    saveSettingsNow();
+}
 
 /// 0 for a column without a field.
 int HistoryTable::fieldOf(int column) const
@@ -72,8 +75,7 @@ void HistoryTable::open(const QString &path)
     setEmptyText(QStringLiteral("没有往日记录"));
     reader = std::make_unique<trading::HistoryReader>(path);
     connect(reader.get(), &trading::HistoryReader::pageRead, this, &HistoryTable::take);
-    connect(reader.get(), &trading::HistoryReader::choicesRead, this,
-            [this](const trading::HistoryChoices &found) { filters.setChoices(found); });
+    connect(reader.get(), &trading::HistoryReader::choicesRead, this, &HistoryTable::takeChoices);
 }
 
 void HistoryTable::renew()
@@ -170,17 +172,24 @@ void HistoryTable::setSortColumns(const QVector<QPair<int, int>> &columns)
 
 void HistoryTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (!columnFilterable(column) || type < ZB::FilterExact || type > ZB::FilterExcept)
+    if (!columnFilterable(column) || !ZB::isFilterType(type))
         return;
     filters.set(fieldOf(column), ZB::EFilterType(type), values);
+    settingsChanged();
     applyFilters();
 }
 
-QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> HistoryTable::columnFilters() const
+/// The file keeps one condition of a column.
+bool HistoryTable::restoreFilter(int column, const ZB::FilterConditions &conditions)
 {
-    QMap<int, HistoryFilters::Filter> byColumn;
+    return conditions.size() < 2 && ZB::CBaseHighPerformanceTable::restoreFilter(column, conditions);
+}
+
+QMap<int, ZB::FilterConditions> HistoryTable::columnFilters() const
+{
+    QMap<int, ZB::FilterConditions> byColumn;
     for (auto filter = filters.all().constBegin(); filter != filters.all().constEnd(); ++filter)
-        byColumn[getColumnIdByFileId(filter.key())] = *filter;
+        byColumn[getColumnIdByFileId(filter.key())] = {*filter};
     return byColumn;
 }
 
@@ -196,14 +205,27 @@ void HistoryTable::clearFilter()
     applyFilters();
 }
 
-void HistoryTable::applyFilters()
+HistoryQuery HistoryTable::filteredQuery() const
 {
     HistoryQuery wanted;
     wanted.kind = query.kind;
     wanted.sort = query.sort;
     wanted.isDescending = query.isDescending;
     filters.putInto(wanted);
-    query = wanted;
+    return wanted;
+}
+
+/// A filter that was saved, or that leaves values out, may let others pass now.
+void HistoryTable::takeChoices(const trading::HistoryChoices &found)
+{
+    filters.setChoices(found);
+    if (filteredQuery() != query)
+        applyFilters();
+}
+
+void HistoryTable::applyFilters()
+{
+    query = filteredQuery();
     start = 0;
     ask(false);
     updateTable();

@@ -41,14 +41,19 @@ public:
     bool handleEvent(int event, int first, int second, QString text, void *data) override;
     void setSortColumns(const QVector<QPair<int, int>> &columns) override;
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
-    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> columnFilters() const override;
+    QMap<int, ZB::FilterConditions> columnFilters() const override;
     QStringList getMenuItems(int column) override;
     void clearFilter() override;
 
 Q_SIGNALS:
     void stateChanged();
 
+protected:
+    bool restoreFilter(int column, const ZB::FilterConditions &conditions) override;
+
 private:
+    trading::HistoryQuery filteredQuery() const;
+    void takeChoices(const trading::HistoryChoices &found);
     int fieldOf(int column) const;
     void ask(bool anew);
     void take(qint64 number, const trading::HistoryPage &page);

@@ -4,6 +4,7 @@
 #include <boost/weak_ptr.hpp>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
 
 #include "modelrows.h"
 #include "table/hpfmodelaccess.h"
@@ -23,6 +24,17 @@ void fillFour(ValueModel &model)
     model.addData(makeRow("b", noQuantity, 2, noPrice, "y"));
     model.addData(makeRow("c", 1, 1, -0.5, "zzz"));
     model.addData(makeRow("d", 2, noStatus, 1.5, ""));
+}
+
+QString conditionsText(const ZB::FilterConditions &conditions)
+{
+    QStringList all;
+    for (const ZB::FilterCondition &condition : conditions) {
+        QStringList texts = condition.second.values();
+        texts.sort();
+        all.append(QString::number(condition.first) + '(' + texts.join(' ') + ')');
+    }
+    return all.join(' ');
 }
 
 } // namespace
@@ -191,7 +203,7 @@ TEST(HpfModel, FiltersReplaceNarrowAndGo)
     model.narrow(Name, 0, {"x"});
     EXPECT_EQ(shownKeys(model), "");
     EXPECT_EQ(model.columnFilters().keys(), (QList<int>{Price, Name}));
-    EXPECT_EQ(model.columnFilters()[Name].second, QSet<QString>{"x"});
+    EXPECT_EQ(model.columnFilters()[Name].value(0).second, QSet<QString>{"x"});
     model.filter(Name, 0, {""});
     EXPECT_EQ(shownKeys(model), "d");
     model.clearFilter();
@@ -205,26 +217,71 @@ TEST(HpfModel, FiltersReplaceNarrowAndGo)
     EXPECT_EQ(shownKeys(model), "a b c d");
 }
 
-TEST(HpfModel, TellsAColumnsFiltersAsOneThatPassesTheSame)
+TEST(HpfModel, TellsAColumnsFiltersInConditionsThatPassTheSame)
 {
-    ValueModel model;
-    const auto told = [&model] {
-        const auto filter = model.columnFilters().value(Name);
-        QStringList texts = filter.second.values();
-        texts.sort();
-        return QString::number(filter.first) + ' ' + texts.join(' ');
+    struct Case
+    {
+        ZB::FilterConditions set;
+        const char *told;
     };
-    model.filter(Name, 0, {"ax", "b", "bx"});
-    model.narrow(Name, 0, {"b", "bx", "c"});
-    EXPECT_EQ(told(), "0 b bx");
-    model.narrow(Name, 1, {"X"});
-    EXPECT_EQ(told(), "0 bx");
-    model.narrow(Name, 0, {"c"});
-    EXPECT_EQ(told(), "0 ");
-    EXPECT_TRUE(model.columnFilters().contains(Name));
-    model.filter(Name, 1, {"b"});
-    model.narrow(Name, 1, {"x"});
-    EXPECT_EQ(told(), "1 x");
+    const auto exact = ZB::FilterExact;
+    const auto contains = ZB::FilterContains;
+    const auto except = ZB::FilterExcept;
+    const Case cases[] = {
+        {{{exact, {"ax", "b", "bx"}}}, "0(ax b bx)"},
+        {{{exact, {"ax", "b", "bx"}}, {exact, {"b", "bx", "c"}}}, "0(b bx)"},
+        {{{exact, {"b"}}, {exact, {"c"}}}, "0()"},
+        {{{exact, {"b", "bx"}}, {contains, {"X"}}}, "0(bx)"},
+        {{{contains, {"X"}}, {exact, {"b", "bx"}}}, "0(bx)"},
+        {{{except, {"b", "c"}}, {exact, {"b", "bx"}}}, "0(bx)"},
+        {{{contains, {"b"}}, {contains, {"x", "y"}}}, "1(b) 1(x y)"},
+        {{{contains, {"b"}}, {contains, {"x"}}, {contains, {"b"}}}, "1(b) 1(x)"},
+        {{{except, {"b"}}, {contains, {"x"}}, {except, {"c", "d"}}}, "1(x) 2(b c d)"},
+        {{{except, {"b"}}, {except, {"b", "c"}}}, "2(b c)"},
+        {{{except, {"b"}}, {contains, {""}}}, "0()"},
+        {{{contains, {"b"}}, {ZB::EFilterType(5), {"b"}}}, "0()"},
+    };
+    ValueModel model;
+    for (const Case &each : cases) {
+        for (int i = 0; i < each.set.size(); ++i) {
+            const auto change = i == 0 ? &ValueModel::filter : &ValueModel::narrow;
+            (model.*change)(Name, each.set[i].first, each.set[i].second);
+        }
+        EXPECT_EQ(conditionsText(model.columnFilters().value(Name)), QString(each.told));
+    }
+}
+
+TEST(HpfModel, WhatItTellsOfRandomConditionsLetsTheSameRowsPass)
+{
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto some = [&random](int count) { return int(random() % unsigned(count)); };
+    const auto text = [&] { return QString("xYz").left(some(4)) + QString("ab").right(some(3)); };
+    ValueModel model;
+    ValueModel again;
+    for (ValueModel *each : {&model, &again})
+        for (int i = 0; i < 12; ++i)
+            each->addData(
+                makeRow("k" + std::to_string(i), 0, 0, 0, QString("xYz").left(i % 4) + QString("ab").right(i / 4)));
+    for (int step = 0; step < 300; ++step) {
+        model.clearFilter();
+        again.clearFilter();
+        QStringList set;
+        for (int conditions = 1 + some(4); conditions > 0; --conditions) {
+            QSet<QString> values{text(), text(), text()};
+            const int type = some(20) == 0 ? 7 : some(3);
+            model.narrow(Name, type, values);
+            set.append(conditionsText({{ZB::EFilterType(type), values}}));
+        }
+        const ZB::FilterConditions told = model.columnFilters().value(Name);
+        bool any = true;
+        for (const ZB::FilterCondition &condition : told) {
+            any = any && !(condition.first == ZB::FilterExact && condition.second.isEmpty());
+            again.narrow(Name, condition.first, condition.second);
+        }
+        ASSERT_EQ(any ? shownKeys(again) : QString(), shownKeys(model)) << set.join(" and ").toStdString();
+    }
 }
 
 TEST(HpfModel, AFilterTakesUpRowsThatComeToPassAndDropsOthers)

@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
@@ -23,6 +24,15 @@ protected:
         auto *box = popup<ZB::FilterPopup>();
         constexpr int longEnough = 60000; // for 100,000 values under a sanitizer, on a busy machine
         EXPECT_TRUE(box && QTest::qWaitFor([box] { return box->isGathered(); }, longEnough));
+        return box;
+    }
+
+    /// Also where no row is shown.
+    ZB::FilterPopup *openFilterAnywhere(int column)
+    {
+        Q_EMIT grid()->filterRequested(column, grid()->headerRect(column));
+        auto *box = popup<ZB::FilterPopup>();
+        EXPECT_TRUE(box && QTest::qWaitFor([box] { return box->isGathered(); }));
         return box;
     }
 
@@ -105,7 +115,7 @@ TEST_F(TableFilterTest, AllNoneAndInvertActOnWhatTheSearchLeaves)
     EXPECT_EQ(choices(box), QStringLiteral("x 000001 1\n  300918 1\n  600000 2\nx 688293 1"));
     QTest::mouseClick(button(box, QStringLiteral("确定")), Qt::LeftButton);
     closePopups();
-    EXPECT_EQ(model->columnFilters().value(Code).second, QSet<QString>({"000001"}));
+    EXPECT_EQ(model->columnFilters().value(Code).value(0).second, QSet<QString>({"000001"}));
 
     box = openFilter(Code);
     QTest::mouseClick(button(box, QStringLiteral("全选")), Qt::LeftButton);
@@ -120,7 +130,7 @@ TEST_F(TableFilterTest, AContainedTextFiltersToo)
     field(box, QStringLiteral("包含"))->setText(QStringLiteral("平安 南山"));
     QTest::keyClick(box, Qt::Key_Return);
     closePopups();
-    const auto filter = model->columnFilters().value(Name);
+    const auto filter = model->columnFilters().value(Name).value(0);
     EXPECT_EQ(filter.first, ZB::FilterContains);
     EXPECT_EQ(filter.second, QSet<QString>({QStringLiteral("平安"), QStringLiteral("南山")}));
     EXPECT_EQ(rowCount(), 2);
@@ -180,8 +190,7 @@ TEST_F(TableFilterTest, AChoiceMayTakeTheModelAway)
 {
     ZB::FilterPopup *box = openFilter(Code);
     QObject::connect(box, &ZB::FilterPopup::chosen, table, [this] { table->setDataModel(nullptr); });
-    box->findChild<ZB::CheckList *>()->checkShown(false);
-    box->findChild<ZB::CheckList *>()->invertShown();
+    QTest::keyClick(box->findChild<ZB::CheckList *>(), Qt::Key_Space);
     QTest::keyClick(box, Qt::Key_Return);
     closePopups();
     EXPECT_FALSE(popup<ZB::FilterPopup>());
@@ -216,6 +225,68 @@ TEST_F(TableFilterTest, ABoxThatIsLeftAsItIsChangesNothing)
     EXPECT_EQ(rowCount(), 0);
 }
 
+TEST_F(TableFilterTest, ABoxOverAnyConditionsChangesNothingWhenItIsLeftAsItIs)
+{
+    const auto exact = ZB::FilterExact;
+    const auto contains = ZB::FilterContains;
+    const auto except = ZB::FilterExcept;
+    const ZB::FilterConditions all[] = {
+        {{exact, {"600000", "601318"}}},
+        {{exact, {"600000", "000001"}}, {exact, {"000001"}}},
+        {{exact, {"600000"}}, {exact, {"000001"}}},
+        {{exact, {"600000", "000001"}}, {contains, {"60"}}},
+        {{exact, {"600000", "000001"}}, {except, {"600000"}}},
+        {{contains, {"60", "68"}}},
+        {{contains, {"60 68", "0 1"}}},
+        {{contains, {"", "60"}}},
+        {{contains, {""}}},
+        {{contains, {"6"}}, {contains, {"0"}}},
+        {{contains, {"6", "3"}}, {except, {"688293"}}},
+        {{contains, {"6", "3"}}, {contains, {"0"}}, {except, {"688293", "601318"}}},
+        {{except, {"600000"}}},
+        {{except, {"600000"}}, {except, {"000001", "601318"}}},
+    };
+    for (const ZB::FilterConditions &conditions : all) {
+        model->clearFilter();
+        for (ZB::FilterCondition condition : conditions)
+            model->filterColumnCombin(Code, condition);
+        settle();
+        const auto filters = model->columnFilters();
+        const QString rows = shown();
+        const quint64 changes = model->changeCount();
+        ZB::FilterPopup *box = openFilterAnywhere(Code);
+        QTest::keyClick(box, Qt::Key_Return);
+        closePopups();
+        EXPECT_FALSE(popup<ZB::FilterPopup>());
+        EXPECT_EQ(model->columnFilters(), filters);
+        EXPECT_EQ(shown(), rows);
+        EXPECT_EQ(model->changeCount(), changes);
+    }
+}
+
+TEST_F(TableFilterTest, ConditionsThatTheBoxCannotShowAreToldInWordsAndReplacedByAChoice)
+{
+    ZB::FilterCondition six(ZB::FilterContains, {"6"});
+    ZB::FilterCondition zero(ZB::FilterContains, {"0", "z"});
+    ZB::FilterCondition others(ZB::FilterExcept, {"601318"});
+    for (ZB::FilterCondition *condition : {&six, &zero, &others})
+        model->filterColumnCombin(Code, *condition);
+    ZB::FilterPopup *box = openFilter(Code);
+    QString told;
+    for (const QLabel *label : box->findChildren<QLabel *>())
+        if (label->text().contains(QStringLiteral("现有条件")))
+            told = label->text();
+    EXPECT_EQ(told, QStringLiteral("现有条件：包含“6”，且包含“0”或“z”，且不是“601318”。改选后由新的选择代替。"));
+    EXPECT_EQ(choices(box), QStringLiteral("  000001 1\n  300918 1\nx 600000 2\n  688293 1\n  601318 0"));
+    EXPECT_TRUE(button(box, QStringLiteral("清除筛选"))->isEnabled());
+    auto *list = box->findChild<ZB::CheckList *>();
+    QTest::keyClick(list, Qt::Key_Home);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Return);
+    closePopups();
+    EXPECT_EQ(model->columnFilters().value(Code), (ZB::FilterConditions{{ZB::FilterExact, {"000001", "600000"}}}));
+}
+
 TEST_F(TableFilterTest, MoreValuesThanAreListedAreChosenByALineOfTheirOwn)
 {
     constexpr int listed = ZB::HpfDistinctTexts::maximumValues;
@@ -240,12 +311,12 @@ TEST_F(TableFilterTest, MoreValuesThanAreListedAreChosenByALineOfTheirOwn)
     press([](ZB::CheckList *list) { EXPECT_EQ(list->items().back().text, QStringLiteral("（其余未列出的取值）")); });
     EXPECT_TRUE(model->columnFilters().isEmpty()) << "nothing was changed";
     press([&](ZB::CheckList *list) { toggle(list, Qt::Key_Home); });
-    EXPECT_EQ(model->columnFilters().value(Code).first, ZB::FilterExcept);
+    EXPECT_EQ(model->columnFilters().value(Code).value(0).first, ZB::FilterExcept);
     EXPECT_EQ(model->size(), rows - 1);
     press([](ZB::CheckList *) {});
     EXPECT_EQ(model->size(), rows - 1);
     press([&](ZB::CheckList *list) { toggle(list, Qt::Key_End); });
-    EXPECT_EQ(model->columnFilters().value(Code).first, ZB::FilterExact);
+    EXPECT_EQ(model->columnFilters().value(Code).value(0).first, ZB::FilterExact);
     EXPECT_EQ(model->size(), listed - 1) << "only what is listed and chosen";
     press([&](ZB::CheckList *list) {
         list->checkShown(false);
@@ -268,7 +339,7 @@ TEST_F(TableFilterTest, AFilterThatLeavesValuesOutLetsLaterOnesIn)
                                            "  601318 0\nx （其余未列出的取值） "));
     QTest::keyClick(box, Qt::Key_Return);
     closePopups();
-    EXPECT_EQ(model->columnFilters().value(Code), (ZB::IBaseHpfTableModel::ColumnFilter(ZB::FilterExcept, values)));
+    EXPECT_EQ(model->columnFilters().value(Code), (ZB::FilterConditions{{ZB::FilterExcept, values}}));
 }
 
 TEST_F(TableFilterTest, MenuItemsAreTheDistinctTextsInOrder)

@@ -144,6 +144,23 @@ TEST_F(DeskHistory, FiltersAndSortsOverAllPages)
     EXPECT_TRUE(table->columnFilters().isEmpty());
 }
 
+TEST_F(DeskHistory, AFilterThatWasSavedFindsItsRowsAgain)
+{
+    filter(OrderCode, QStringLiteral("300001.SZ"), ZB::FilterExcept);
+    filter(OrderDay, QStringLiteral("20240319"));
+    const std::string found = panel->summary().toStdString();
+    EXPECT_EQ(found, "450 笔");
+    panel.reset();
+    panel = std::make_unique<HistoryPanel>(trading::HistoryQuery::Kind::Orders);
+    table = &panel->history();
+    table->updateTable(); // before the file says what it has
+    EXPECT_EQ(table->columnFilters().size(), 2);
+    panel->open(path);
+    panel->show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->isSettled() && panel->summary().toStdString() == found; }))
+        << panel->summary().toStdString();
+}
+
 TEST_F(DeskHistory, TheStatisticsRowAddsUpEveryPage)
 {
     const auto sum = [&](int field) {

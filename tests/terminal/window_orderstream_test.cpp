@@ -382,11 +382,11 @@ TEST_F(OrderStreamTest, AnEmptyListSaysWhetherThereAreNoOrdersOrNoneIsAskedFor)
     EXPECT_EQ(emptyText(), "");
     QSet<QString> sells{QStringLiteral("卖出")};
     table->onFilterTrigger(columnOf(OrderDirection), ZB::FilterExact, sells);
-    EXPECT_EQ(emptyText(), "没有符合条件的委托");
+    EXPECT_EQ(emptyText(), "没有符合条件的委托\n（筛选中，Ctrl+Shift+L 清除）");
     pages->clear();
     panel->showNow();
     panel->refresh();
-    EXPECT_EQ(emptyText(), "没有委托");
+    EXPECT_EQ(emptyText(), "没有委托\n（筛选中，Ctrl+Shift+L 清除）");
 }
 
 TEST_F(OrderStreamTest, ClearingTheFiltersResetsStatusAndSearch)

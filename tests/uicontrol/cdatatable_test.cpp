@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <QtWidgets/QLayout>
 #include <algorithm>
 #include <limits>
 
@@ -464,9 +465,12 @@ TEST_F(CDataTable, SettingsOfOtherColumnIdsAreTurnedIntoThePresentOnes)
     ZB::CBaseTableFrameSetting frame;
     frame.sorts = {{2, 1}, {9, 0}};
     frame.marks = {{9, 5.0, "clr_global_rise"}, {3, 1.0, "clr_global_fall"}};
+    frame.filters = {{{9, {{ZB::FilterExact, {"a"}}}}, {2, {{ZB::FilterExact, {"b"}}}}}};
     QList<ZB::CBaseTableColumnSetting> columns{{9, 1, "九", 80, true}, {2, 2, "二", 90, false}, {3, 3, "三", 70, true}};
     table->resetTableColumnID({{2, 0}, {3, 7}}, frame, columns);
     EXPECT_EQ(frame.sorts, (QVector<QPair<int, int>>{{0, 1}}));
+    ASSERT_EQ(frame.filters->size(), 1);
+    EXPECT_EQ(frame.filters->first().column, 0);
     ASSERT_EQ(frame.marks.size(), 1);
     EXPECT_EQ(frame.marks[0].column, 7);
     ASSERT_EQ(columns.size(), 2);
@@ -502,4 +506,42 @@ TEST_F(CDataTable, ExtraColumnsAndWidgetsStandInTheRowsOfTheirRecords)
     const QPointer<QWidget> gone(combo);
     table->removeDataByKey("a");
     EXPECT_TRUE(QTest::qWaitFor([&gone] { return gone.isNull(); }));
+}
+
+TEST_F(CDataTable, ChosenFiltersComeBackWithTheSettings)
+{
+    const auto startAgain = [this] {
+        delete table;
+        table = new OpenTable(tableId, MetaTicket, window.get());
+        window->layout()->addWidget(table);
+        table->setColumnFilterable(ColumnText, true);
+    };
+    table->setColumnFilterable(ColumnText, true);
+    filter(ColumnSide, ZB::FilterExact, {"买入"});
+    filter(ColumnText, ZB::FilterContains, {"2", "4"});
+    table->onFilter(ColumnLots, 7, "3");
+    startAgain(); // with the last choice not yet saved
+    table->updateTable();
+    addTickets(6);
+    EXPECT_EQ(keys(), "b d") << "the filters of the user, not the derived table's own";
+    EXPECT_TRUE(table->isColumnFiltered(ColumnSide) && table->isColumnFiltered(ColumnText));
+
+    startAgain();
+    table->setTradeType(kdservice::TraderFuture); // before they have come back
+    addTickets(6);
+    EXPECT_EQ(keys(), "b d f") << "the other column cannot be filtered there";
+    table->setTradeType(kdservice::TraderStock);
+    EXPECT_EQ(keys(), "a b c d e f");
+    EXPECT_FALSE(table->isColumnFiltered(ColumnSide));
+    startAgain();
+    table->updateTable();
+    addTickets(6);
+    EXPECT_EQ(keys(), "a b c d e f") << "they went with the kind of trader";
+
+    ZB::CBaseTableSettingParam setting = table->getTableSetting();
+    setting.frame.filters = {{{ColumnSide, {{ZB::FilterExact, {}}}}, // passes nothing
+                              {ColumnText, {{ZB::FilterContains, {"2"}}, {ZB::FilterContains, {"第"}}}}}};
+    table->setTableSetting(setting);
+    EXPECT_EQ(keys(), "");
+    EXPECT_FALSE(table->isColumnFiltered(ColumnText)) << "a column has one condition here";
 }

@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <QtWidgets/QLayout>
 #include <gtest/gtest.h>
 
 #include "model/chpfdatamodel.h"
@@ -218,4 +219,62 @@ TEST_F(HpfDataTablePaging, RemovalsFiltersAndSumsReachThePages)
     EXPECT_EQ(pages->getStatColumnLongLong(ColumnVolume), 500);
     table->setAppendSeq(false);
     EXPECT_FALSE(pages->defaultSeqAscending());
+}
+
+TEST_F(HpfDataTablePaging, SavedFiltersAreGivenToThePageModel)
+{
+    add(0, 12);
+    const auto startAgain = [this] {
+        delete table;
+        table = new KV::CHpfDataTable(tableId, MetaTicket, window.get(), kdservice::TraderStock, true);
+        window->layout()->addWidget(table);
+        table->setDataModel(model.pointer().get());
+        table->setColumnFilterable(ColumnText, true);
+        pages = boost::make_shared<KV::CHpfPageDataModel>(MetaTicket, kdservice::TraderStock, true);
+        pages->setFieldColumnIDMap(model->fieldColumnMap());
+        pages->setColumnFieldDesMap(model->columnFieldDesMap());
+        pages->setColumnIDPropertyMap(model->columnPropertyMap());
+        add(0, 12);
+    };
+    const auto filtered = [this] {
+        return table->columnFilters().contains(ColumnText) && grid()->column(ColumnText).filtered;
+    };
+    table->setColumnFilterable(ColumnText, true);
+    QSet<QString> one{QStringLiteral("第1")};
+    table->onFilterTrigger(ColumnText, ZB::FilterContains, one);
+    EXPECT_EQ(pages->size(), 3);
+
+    startAgain(); // with the last choice not yet saved
+    table->setPageModel(pages);
+    EXPECT_EQ(pages->size(), 12) << "the program may still set the columns up";
+    settle();
+    EXPECT_EQ(pages->size(), 3);
+    EXPECT_TRUE(filtered());
+    EXPECT_TRUE(model->columnFilters().isEmpty()) << "rows of the page pass as the page model says";
+
+    startAgain();
+    settle();
+    const ZB::CBaseTableSettingParam waiting = table->getTableSetting();
+    ASSERT_EQ(waiting.frame.filters->size(), 1) << "saved again before there are pages";
+    table->setPageModel(pages);
+    settle();
+    EXPECT_EQ(pages->size(), 3);
+    EXPECT_TRUE(filtered());
+
+    startAgain();
+    settle();
+    pages->filterColumn({{ColumnText, {ZB::FilterExact, {QStringLiteral("第7")}}}});
+    table->setPageModel(pages);
+    EXPECT_EQ(pages->size(), 1) << "somebody filters it already";
+
+    ZB::CBaseTableSettingParam setting = waiting;
+    setting.frame.filters->first().conditions = {{ZB::FilterContains, {"1"}}, {ZB::FilterContains, {"0"}}};
+    table->setTableSetting(setting);
+    EXPECT_EQ(pages->size(), 1) << "a column has one condition here, and none for what is left out";
+    setting.frame.filters->first().conditions = {{ZB::FilterExcept, {"1"}}};
+    table->setTableSetting(setting);
+    EXPECT_EQ(pages->size(), 1);
+    setting.frame.filters->clear();
+    table->setTableSetting(setting);
+    EXPECT_EQ(pages->size(), 12);
 }

@@ -7,6 +7,7 @@
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
+#include <QtWidgets/QLayout>
 #include <chrono>
 #include <future>
 
@@ -348,6 +349,27 @@ TEST_F(HpfDataTable, SavedColumnsOfAnotherTraderAreNotLost)
     table->setTableSetting(setting);
     EXPECT_EQ(table->columnWidth(ColumnOpen), 123);
     EXPECT_EQ(saved(), "22:0 8:0 9:123 7:0 3:0 5:0 6:0 21:0");
+}
+
+TEST_F(HpfDataTable, ChosenFiltersComeBackUnlessTheTraderTypeChangesAfterwards)
+{
+    const auto startAgain = [this] {
+        delete table;
+        table = new CHpfDataTable(tableId, MetaTicket, window.get(), kdservice::TraderStock, false);
+        window->layout()->addWidget(table);
+    };
+    QSet<QString> buys{QStringLiteral("买入")};
+    table->onFilterTrigger(ColumnSide, ZB::FilterExact, buys);
+    startAgain(); // with the last choice not yet saved
+    table->setTradeType(kdservice::TraderFuture);
+    settle();
+    EXPECT_EQ(table->columnFilters().keys(), QList<int>{table->getColumnIdByFileId(TicketSide)});
+    table->setTradeType(kdservice::TraderStock);
+    settle();
+    EXPECT_TRUE(table->columnFilters().isEmpty());
+    startAgain();
+    settle();
+    EXPECT_TRUE(table->columnFilters().isEmpty());
 }
 
 TEST_F(HpfDataTable, SumsOfExtraColumnsFollowTheFilters)

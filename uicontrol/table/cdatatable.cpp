@@ -38,7 +38,10 @@ CDataTable::CDataTable(int tableId, int metaIdOfRecords, QWidget *parent)
     CDataTable::initColumns(getMetaIDs(metaID, tradeType, {}));
 }
 
-CDataTable::~CDataTable() = default;
+CDataTable::~CDataTable()
+{
+    saveSettingsNow();
+}
 
 void CDataTable::setImmediateUpdate(bool immediate)
 {

@@ -95,7 +95,8 @@ public:
     bool isColBoldFont(int column) const;
     int getMetaID() const;
     kdservice::EVxTraderType getTradeType() const;
-    /// Makes the columns anew for another kind of trader; the user's filters go. Records, the columns' arrangement,
+    /// Makes the columns anew for another kind of trader; the user's filters go, but for those that only come back from
+    /// the settings now. Records, the columns' arrangement,
     /// columns of addExtraColumn() and filters of onFilter() on columns that are still there stay.
     void setTradeType(kdservice::EVxTraderType type);
     /// @}
@@ -111,6 +112,7 @@ public:
     /// Gives rows anew to all records that pass.
     virtual void filterColumn();
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
+    /// The filters of the user's choice are part of it. Those of onFilter() are not: a derived table sets them.
     ZB::CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
     void onTimer() override;
@@ -145,6 +147,7 @@ protected:
     void reFilterDatas();
     void showFilterMenu(int column, QRect header) override;
     void takeColumnFilter(int column, ZB::EFilterType type, const QSet<QString> &values) override;
+    QMap<int, ZB::FilterConditions> filterConditions() const override;
 
     void showCell(int row, int column) override;
     QVariant cellValue(int row, int column) const override;

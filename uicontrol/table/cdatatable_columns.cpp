@@ -147,6 +147,8 @@ void CDataTable::resetTableColumnID(const QMap<int, int> &newIds, ZB::CBaseTable
     };
     reset(columns, [](ZB::CBaseTableColumnSetting &entry) -> int & { return entry.column; });
     reset(frame.sorts, [](QPair<int, int> &entry) -> int & { return entry.first; });
+    if (frame.filters)
+        reset(*frame.filters, [](ZB::CBaseTableColumnFilter &entry) -> int & { return entry.column; });
     reset(frame.marks, [](ZB::CTableRowMark &entry) -> int & { return entry.column; });
 }
 
@@ -154,7 +156,10 @@ void CDataTable::setTradeType(kdservice::EVxTraderType type)
 {
     if (tradeType == type)
         return;
+    const bool areFiltersNew = awaitsSettings();
     ZB::CBaseTableSettingParam setting = getTableSetting();
+    if (!areFiltersNew)
+        setting.frame.filters = QVector<ZB::CBaseTableColumnFilter>();
     const std::map<int, int> formerFields = fieldToColumn;
     const std::vector<ExtraColumn> formerExtra = extraColumns;
     const std::vector<int> metaIds = columnMetaIds;
@@ -168,6 +173,7 @@ void CDataTable::setTradeType(kdservice::EVxTraderType type)
     keepCustomFilters(formerFilters, newIds);
     resetTableColumnID(newIds, setting.frame, setting.columns);
     setTableSetting(setting);
+    settingsChanged();
     reFilterDatas();
 }
 

@@ -63,7 +63,16 @@ void CDataTable::takeColumnFilter(int column, ZB::EFilterType type, const QSet<Q
     else
         columnFilters[column] = {type, values};
     setColumnFiltered(column, !values.isEmpty());
+    settingsChanged();
     filterColumn();
+}
+
+QMap<int, ZB::FilterConditions> CDataTable::filterConditions() const
+{
+    QMap<int, ZB::FilterConditions> conditions;
+    for (const auto &[column, filter] : columnFilters)
+        conditions[column] = {filter};
+    return conditions;
 }
 
 void CDataTable::filterColumn()

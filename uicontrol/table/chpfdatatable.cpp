@@ -46,6 +46,7 @@ CHpfDataTable::CHpfDataTable(int tableId, int metaId, QWidget *parent, kdservice
 
 CHpfDataTable::~CHpfDataTable()
 {
+    saveSettingsNow();
     if (auto *loaded = dynamic_cast<CHpfThreadDataModel *>(dataModel.get()))
         loaded->dismiss();
     else if (dataModel)
@@ -111,6 +112,7 @@ void CHpfDataTable::setPageModel(const boost::shared_ptr<CHpfPageDataModel> &mod
     if (!model)
         return;
     model->setWorkPerCall(atOnceMilliseconds);
+    giveWaitingFilters();
     markPageSort();
     if (tableFlags() & ZB::TablePaged)
         setShownPage(model->startIndex(), model->pageCount(), model->shownSize());

@@ -93,7 +93,7 @@ public:
     void clearFilter() override;
     /// The page model's, where there is one; the base's otherwise.
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
-    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> columnFilters() const override;
+    QMap<int, ZB::FilterConditions> columnFilters() const override;
     /// A page model is sorted by the first of them; none ends its sort.
     void setSortColumns(const QVector<QPair<int, int>> &columns) override;
     /// Whether new rows go to the end of an unsorted table or to its front.
@@ -118,7 +118,10 @@ public:
     void setLoadsShown(bool shown);
     QString workText() const override;
     quint64 workNumber() const override;
-    /// Saved columns that another trader type has and this one has not are kept and come back with getTableSetting().
+    /// With a page model the filters are that one's, one condition of each column, by exact or by contained text. Saved
+    /// ones are given to it as if the user had chosen them again: at once, or when setPageModel() brings one that
+    /// nobody has filtered. Filters that the program gave the page model are saved with the others. Saved columns that
+    /// another trader type has and this one has not are kept and come back with getTableSetting().
     ZB::CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const ZB::CBaseTableSettingParam &setting) override;
 
@@ -133,6 +136,7 @@ public:
     void themeChanged() override;
 
 protected:
+    bool restoreFilter(int column, const ZB::FilterConditions &conditions) override;
     void showEvent(QShowEvent *event) override;
 
 private:
@@ -154,6 +158,7 @@ private:
     void workOn();
     void markPageSort();
     bool hasPageColumn(int column) const;
+    void giveWaitingFilters();
     void takeTotal();
 
     /// A saved column that the present model does not have.
@@ -172,13 +177,14 @@ private:
     bool loadsShown = true;
     bool sortingPages = false; ///< the sort event is on its way through the base
     QList<AbsentColumn> absentColumns;
+    QMap<int, ZB::FilterConditions> waitingFilters; ///< saved ones, until there is a page model
 
     /// What the sums of the extra columns were last counted for.
     quint64 countedChanges = 0;
     int countedRows = -1;
     int countedAllRows = -1;
     int countedExtraRows = -1;
-    QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> countedFilters;
+    QMap<int, ZB::FilterConditions> countedFilters;
     QElapsedTimer sinceRecount;
     std::shared_ptr<std::atomic<bool>> recounting; ///< a worker is at it
 };

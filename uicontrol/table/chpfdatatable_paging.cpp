@@ -128,9 +128,11 @@ void CHpfDataTable::takeTotal()
 
 void CHpfDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
 {
-    if (!pageModel)
+    if (!pageModel) {
+        waitingFilters.clear();
         return Base::onFilterTrigger(column, type, values);
-    if (!columnFilterable(column) || (type != ZB::FilterExact && type != ZB::FilterContains))
+    }
+    if (!columnFilterable(column) || !ZB::isFilterType(type) || type == ZB::FilterExcept)
         return;
     CHpfPageDataModel::ColumnFilters filters = pageModel->columnFilters();
     if (values.isEmpty())
@@ -139,12 +141,45 @@ void CHpfDataTable::onFilterTrigger(int column, int type, QSet<QString> &values)
         filters[column] = {ZB::EFilterType(type), values};
     setPaused(false);
     pageModel->filterColumn(filters);
+    settingsChanged();
     showPages();
 }
 
-QMap<int, ZB::IBaseHpfTableModel::ColumnFilter> CHpfDataTable::columnFilters() const
+bool CHpfDataTable::restoreFilter(int column, const ZB::FilterConditions &conditions)
 {
-    return pageModel ? pageModel->columnFilters() : Base::columnFilters();
+    if (!(tableFlags() & ZB::TablePaged))
+        return Base::restoreFilter(column, conditions);
+    if (conditions.size() > 1 || (!conditions.isEmpty() && conditions.first().first == ZB::FilterExcept))
+        return false;
+    if (pageModel)
+        return Base::restoreFilter(column, conditions);
+    if (conditions.isEmpty())
+        waitingFilters.remove(column);
+    else
+        waitingFilters[column] = conditions;
+    return true;
+}
+
+/// One that somebody filters already keeps its filters.
+void CHpfDataTable::giveWaitingFilters()
+{
+    const auto waiting = std::exchange(waitingFilters, {});
+    if (!pageModel->columnFilters().isEmpty())
+        return;
+    for (auto filter = waiting.begin(); filter != waiting.end(); ++filter)
+        Base::restoreFilter(filter.key(), *filter);
+}
+
+QMap<int, ZB::FilterConditions> CHpfDataTable::columnFilters() const
+{
+    if (!pageModel)
+        return waitingFilters.isEmpty() ? Base::columnFilters() : waitingFilters;
+    QMap<int, ZB::FilterConditions> filters;
+    const CHpfPageDataModel::ColumnFilters ofPages = pageModel->columnFilters();
+    for (auto filter = ofPages.begin(); filter != ofPages.end(); ++filter)
+        if (!filter->second.isEmpty())
+            filters[filter.key()] = {*filter};
+    return filters;
 }
 
 void CHpfDataTable::clearFilter()
@@ -153,6 +188,7 @@ void CHpfDataTable::clearFilter()
         dataModel->clearFilter();
     if (pageModel)
         pageModel->clearFilter(true);
+    waitingFilters.clear();
     Base::clearFilter();
     if (pageModel)
         showPages();
@@ -182,10 +218,10 @@ QStringList CHpfDataTable::getMenuItems(int column)
         items = pageModel->getMenuItems(column);
     else
         items = Base::getMenuItems(column);
-    const auto filters = columnFilters();
-    const auto filter = filters.constFind(column);
-    if (filter != filters.constEnd() && filter->first == ZB::FilterExact)
-        appendMissing(items, filter->second);
+    const ZB::FilterConditions conditions = columnFilters().value(column);
+    for (const ZB::FilterCondition &condition : conditions)
+        if (condition.first == ZB::FilterExact)
+            appendMissing(items, condition.second);
     return items;
 }
 
