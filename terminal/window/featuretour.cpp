@@ -144,6 +144,8 @@ void FeatureTour::tidy()
     for (QWidget *each : QApplication::topLevelWidgets())
         if (each != &window && each->isVisible())
             each->close();
+    // A menu holds the rows below it until it is gone, which would be after the tour.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     window.activateWindow();
     for (TouredTable *table : {orders.get(), deals.get()}) {
         UserHand::leave(&table->grid());

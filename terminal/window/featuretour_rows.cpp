@@ -119,6 +119,7 @@ void FeatureTour::newRows()
     UserHand::key(Qt::Key_Home, Qt::ControlModifier);
     deals->grid().refreshNow();
     deals->bringNew(arrivals);
+    waitFor([] { return false; }, answering); // the sign follows with the next frame
 }
 
 void FeatureTour::changedCells()
