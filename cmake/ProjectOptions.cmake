@@ -16,6 +16,11 @@ endif()
 add_library(project_warnings INTERFACE)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   target_compile_options(project_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  # With the thread sanitizer's calls in between, GCC 12 takes the move of an empty std::optional for a read of what was
+  # never written. Every other preset keeps the warning.
+  if(UICONTROL_SANITIZE MATCHES "thread")
+    target_compile_options(project_warnings INTERFACE -Wno-maybe-uninitialized)
+  endif()
   if(UICONTROL_WERROR)
     target_compile_options(project_warnings INTERFACE -Werror)
   endif()
