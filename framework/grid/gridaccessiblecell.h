@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QtCore/QPointer>
-#include <QtGui/QAccessible>
+
+#include "grid/gridaccessiblepart.h"
 
 namespace ZB {
 
@@ -10,7 +11,7 @@ class GridViewPrivate;
 
 /// One cell of a grid: it stays with its record and its column wherever those move, so that what was read is what a key
 /// acts on. Gone once the record is not shown. GUI thread.
-class GridAccessibleCell : public QAccessibleInterface, public QAccessibleTableCellInterface
+class GridAccessibleCell : public GridAccessiblePart, public QAccessibleTableCellInterface
 {
 public:
     GridAccessibleCell(GridView *view, quint64 row, int column);
@@ -19,14 +20,8 @@ public:
     int modelColumn() const { return column; }
 
     bool isValid() const override;
-    QObject *object() const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
     QAccessibleInterface *parent() const override;
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
     QString text(QAccessible::Text kind) const override;
-    void setText(QAccessible::Text, const QString &) override {}
     QRect rect() const override;
     QAccessible::Role role() const override { return QAccessible::Cell; }
     QAccessible::State state() const override;

@@ -167,6 +167,14 @@ QString keysOf(const QList<ZB::IBaseHpfTableModel::Row> &rows)
 
 } // namespace
 
+void fillFour(ValueModel &model)
+{
+    model.addData(makeRow("a", 3, 1, 1.5, "xx"));
+    model.addData(makeRow("b", noQuantity, 2, noPrice, "y"));
+    model.addData(makeRow("c", 1, 1, -0.5, "zzz"));
+    model.addData(makeRow("d", 2, noStatus, 1.5, ""));
+}
+
 QString shownKeys(const ZB::IBaseHpfTableModel &model)
 {
     QList<ZB::IBaseHpfTableModel::Row> rows;

@@ -108,6 +108,9 @@ using RowPtr = boost::shared_ptr<ValueRow>;
 RowPtr makeRow(const std::string &key, qint64 quantity, int status = 0, double price = 0,
                const QString &name = QString());
 
+/// Adds rows a to d with quantities 3, none, 1, 2.
+void fillFour(ValueModel &model);
+
 /// Keys in the shown order, and in the order of all rows, separated by blanks.
 QString shownKeys(const ZB::IBaseHpfTableModel &model);
 QString allKeys(const ZB::IBaseHpfTableModel &model);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <boost/make_shared.hpp>
-#include <random>
 
 #include "kdservice/keyhash.h"
+#include "randomdraws.h"
 #include "slowpagemodel.h"
 
 using namespace pagetest;
@@ -53,10 +53,10 @@ struct PageView
     }
 };
 
-class PageModelRandom : public ::testing::TestWithParam<unsigned>
+class PageModelRandom : public ::testing::TestWithParam<unsigned>, protected RandomDraws
 {
 protected:
-    PageModelRandom() : random(GetParam()), model(metaId, kdservice::TraderStock, GetParam() % 2 == 0)
+    PageModelRandom() : RandomDraws(GetParam()), model(metaId, kdservice::TraderStock, GetParam() % 2 == 0)
     {
         setColumns(model);
         slow.append = GetParam() % 2 == 0;
@@ -64,14 +64,6 @@ protected:
             model.setColumnStatEnable(column, true);
         model.setPageCount(5);
         model.setStartIndex(3);
-    }
-
-    int draw(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
-
-    template <typename T>
-    T pick(std::initializer_list<T> list)
-    {
-        return *(list.begin() + draw(0, static_cast<int>(list.size()) - 1));
     }
 
     Values drawValues()
@@ -237,7 +229,6 @@ protected:
         return text;
     }
 
-    std::mt19937 random;
     KV::CHpfPageDataModel model;
     SlowPageModel slow;
     PageView view;

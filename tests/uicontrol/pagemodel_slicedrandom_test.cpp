@@ -28,7 +28,7 @@ protected:
         int order;
     };
 
-    SlicedPagesRandom() : SlicedPages(GetParam() % 2 == 0) { random.seed(GetParam()); }
+    SlicedPagesRandom() : SlicedPages(GetParam() % 2 == 0, GetParam()) {}
 
     bool filterWaits() const
     {

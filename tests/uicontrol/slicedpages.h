@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "randomdraws.h"
 #include "slowpagemodel.h"
 
 namespace pagetest {
@@ -16,10 +16,11 @@ constexpr int recordCount = 2000; ///< more than one slice reads
 constexpr int metaWithoutFilter = 16205;
 
 /// A model whose sorts and filters go on in slices, and a plain one that does them when they have come to their end.
-class SlicedPages : public ::testing::Test
+class SlicedPages : public ::testing::Test, protected RandomDraws
 {
 protected:
-    explicit SlicedPages(bool append = true) : model(metaId, kdservice::TraderStock, append)
+    explicit SlicedPages(bool append = true, unsigned number = 1)
+        : RandomDraws(number), model(metaId, kdservice::TraderStock, append)
     {
         setColumns(model);
         slow.append = append;
@@ -28,14 +29,6 @@ protected:
         model.setColumnStatEnable(LongColumn, true);
         model.setPageCount(40);
         model.setWorkPerCall(0);
-    }
-
-    int draw(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
-
-    template <typename T>
-    T pick(std::initializer_list<T> list)
-    {
-        return *(list.begin() + draw(0, static_cast<int>(list.size()) - 1));
     }
 
     /// Many equal values, which only the sequence and the key tell apart.
@@ -108,7 +101,6 @@ protected:
         ASSERT_EQ(model.getStatColumnLongLong(LongColumn), static_cast<qint64>(slow.sum(LongColumn)));
     }
 
-    std::mt19937 random{1};
     KV::CHpfPageDataModel model;
     SlowPageModel slow;
     std::vector<std::string> view;
