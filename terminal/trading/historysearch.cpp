@@ -17,6 +17,8 @@ namespace {
 
 /// Rows that one step looks through: some tens of milliseconds.
 constexpr qint64 stepRows = 100'000;
+/// Rows that one step sorts: a tenth to a third of a second. More at a time would sort faster, and end later.
+constexpr qint64 sortedAtOnce = 250'000;
 
 const char *columnOf(HistoryQuery::Sort sort)
 {
@@ -102,6 +104,10 @@ void HistorySearch::begin(const HistoryQuery &asked)
         return;
     QSqlQuery rows(QSqlDatabase::database(connection));
     run(rows, QStringLiteral("DELETE FROM temp.found"), {});
+    keyed = 0;
+    taken.clear();
+    for (const char *left : {"keyed", "sorted"}) // by a sort that did not end
+        run(rows, QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(QLatin1String(left)), {});
     if (query.isFiltered() || top <= mostSorted)
         return;
     complete = true;
@@ -162,31 +168,75 @@ void HistorySearch::step()
         const qint64 above = std::max<qint64>(0, unscanned - stepRows);
         const bool isGood = scan(above, unscanned);
         unscanned = isGood ? above : 0;
-        complete = !isGood || (unscanned == 0 && query.sort == HistoryQuery::Sort::Entry);
+        complete = !isGood || (unscanned == 0 && (query.sort == HistoryQuery::Sort::Entry || found == 0));
         return;
     }
-    sortFound();
-    complete = true;
+    sort();
 }
 
-void HistorySearch::sortFound()
+/// Puts what was found in order, in two turns of many steps, since nothing ends a statement that has begun: first the
+/// sort keys into a tree, then the rows out of it.
+void HistorySearch::sort()
 {
-    if (found > mostSorted) {
+    if (found > mostSorted)
         problem = QStringLiteral("找到 %1 笔，超过 100 万笔不能这样排序，请再筛选").arg(found);
-        return;
-    }
+    else if (keyed < found)
+        addKeys();
+    else
+        takeSorted();
+    complete = complete || !problem.isEmpty();
+}
+
+/// Equal keys are told apart by row, the newest first whatever the direction: hence the sign.
+void HistorySearch::addKeys()
+{
     QSqlQuery rows(QSqlDatabase::database(connection));
+    if (keyed == 0 &&
+        (!run(rows,
+              QStringLiteral("CREATE TEMP TABLE keyed(key, tie INT NOT NULL, PRIMARY KEY(key, tie)) WITHOUT ROWID"),
+              {}) ||
+         !run(rows, QStringLiteral("CREATE TEMP TABLE sorted(place INTEGER PRIMARY KEY, row INT NOT NULL)"), {})))
+        return;
+    const qint64 upTo = std::min(found, keyed + sortedAtOnce);
+    run(rows,
+        QStringLiteral("INSERT INTO temp.keyed SELECT %2, %3 FROM temp.found JOIN %1 ON id = row"
+                       " WHERE place > ? AND place <= ? ORDER BY 1, 2")
+            .arg(QLatin1String(table()), QLatin1String(columnOf(query.sort)), QLatin1String(tie())),
+        {keyed, upTo});
+    keyed = upTo;
+}
+
+void HistorySearch::takeSorted()
+{
     const QString direction = query.isDescending ? QStringLiteral("DESC") : QString();
-    const bool isGood =
-        run(rows, QStringLiteral("CREATE TEMP TABLE sorted(place INTEGER PRIMARY KEY, row INT NOT NULL)"), {}) &&
-        run(rows,
-            QStringLiteral("INSERT INTO temp.sorted(row) SELECT id FROM temp.found JOIN %1 ON id = row"
-                           " ORDER BY %2 %3, id DESC")
-                .arg(QLatin1String(table()), QLatin1String(columnOf(query.sort)), direction),
-            {});
-    QSqlQuery change(QSqlDatabase::database(connection));
-    if (isGood && run(change, QStringLiteral("DROP TABLE temp.found"), {}))
-        run(change, QStringLiteral("ALTER TABLE temp.sorted RENAME TO found"), {});
+    const QString order = QStringLiteral("ORDER BY key %1, tie %1").arg(direction);
+    QString range = taken.isEmpty()
+                        ? QStringLiteral("1")
+                        : QStringLiteral("(key, tie) %1 (?, ?)").arg(QLatin1Char(query.isDescending ? '<' : '>'));
+    QSqlQuery rows(QSqlDatabase::database(connection));
+    if (!run(rows,
+             QStringLiteral("SELECT key, tie FROM temp.keyed WHERE %1 %2 LIMIT 1 OFFSET %3")
+                 .arg(range, order)
+                 .arg(sortedAtOnce - 1),
+             taken))
+        return;
+    QVariantList limits = taken;
+    const bool isLast = !rows.next();
+    if (!isLast) {
+        range += QStringLiteral(" AND (key, tie) %1 (?, ?)").arg(QLatin1String(query.isDescending ? ">=" : "<="));
+        taken = {rows.value(0), rows.value(1)};
+        limits += taken;
+    }
+    rows.finish();
+    if (!run(rows,
+             QStringLiteral("INSERT INTO temp.sorted(row) SELECT %1 FROM temp.keyed WHERE %2 %3")
+                 .arg(QLatin1String(query.isDescending ? "tie" : "-tie"), range, order),
+             limits) ||
+        !isLast)
+        return;
+    complete = run(rows, QStringLiteral("DROP TABLE temp.found"), {}) &&
+               run(rows, QStringLiteral("ALTER TABLE temp.sorted RENAME TO found"), {}) &&
+               run(rows, QStringLiteral("DROP TABLE temp.keyed"), {});
 }
 
 void HistorySearch::readRows(QSqlQuery &rows, HistoryPage &page)

@@ -29,8 +29,8 @@ public:
     QString open(const QString &path);
     /// Forgets what was found for the query before.
     void begin(const HistoryQuery &query);
-    /// Looks through the next rows, for some tens of milliseconds; nothing once isSummed(). Sorting is one last step
-    /// that takes longer.
+    /// Looks through the next rows, for some tens of milliseconds, or sorts some, for a tenth of a second or two;
+    /// nothing once isSummed().
     void step();
     /// All rows are found.
     bool isComplete() const { return complete; }
@@ -43,12 +43,15 @@ public:
 private:
     bool isDirect() const { return !query.isFiltered() && query.sort == HistoryQuery::Sort::Entry; }
     const char *table() const { return query.kind == HistoryQuery::Kind::Orders ? "orders" : "deals"; }
+    const char *tie() const { return query.isDescending ? "id" : "-id"; }
     qint64 lastRow();
     qint64 number(const QString &statement);
     bool run(QSqlQuery &prepared, const QString &statement, const QVariantList &values);
     bool scan(qint64 above, qint64 upTo);
     bool note(bool isGood, const QSqlQuery &asked);
-    void sortFound();
+    void sort();
+    void addKeys();
+    void takeSorted();
     QString condition(QVariantList &values) const;
     void readRows(QSqlQuery &rows, HistoryPage &page);
 
@@ -59,6 +62,8 @@ private:
     qint64 top = 0;       ///< the highest row that the search has seen
     qint64 unscanned = 0; ///< rows up to this one are still to be looked through
     qint64 found = 0;
+    qint64 keyed = 0;   ///< so many of them have their sort key in the tree
+    QVariantList taken; ///< the key that was taken out of the tree last, and its tie; empty before
     HistoryAdder adder;
     qint64 unsummed = 0; ///< where nothing has to be found: rows up to this one are still to be added up
 };

@@ -6,6 +6,7 @@
 #include <QtTest/QTest>
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <random>
 
 #include "trading/deskstore.h"
@@ -306,6 +307,45 @@ TEST_F(TradingHistory, AFileThatCannotBeReadIsSaidSo)
     reader.ask({}, 0, 100, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !problem.isEmpty(); }));
     EXPECT_EQ(problem.toStdString(), "打不开或建不了这个文件，请检查文件夹和权限");
+}
+
+TEST_F(TradingHistory, ASortIsManyStepsAndEndsBetweenTwoOfThem)
+{
+    constexpr int count = 300'000;
+    generate(count);
+    if (HasFatalFailure())
+        return;
+    std::vector<qint64> cheapestFirst(count);
+    std::iota(cheapestFirst.begin(), cheapestFirst.end(), 1);
+    const auto price = [](qint64 id) { return id % 97; };
+    std::sort(cheapestFirst.begin(), cheapestFirst.end(),
+              [&](qint64 a, qint64 b) { return price(a) != price(b) ? price(a) < price(b) : a > b; });
+    std::vector<qint64> dearestFirst = cheapestFirst;
+    std::stable_sort(dearestFirst.begin(), dearestFirst.end(), [&](qint64 a, qint64 b) { return price(a) > price(b); });
+
+    HistorySearch search;
+    ASSERT_EQ(search.open(path).toStdString(), "");
+    HistoryQuery query;
+    query.sort = HistoryQuery::Sort::Price;
+    for (const bool isDescending : {false, true}) {
+        query.isDescending = isDescending;
+        search.begin(query);
+        for (int i = 0; i < 6; ++i) // another search begins in the middle of taking the rows out
+            search.step();
+        EXPECT_FALSE(search.isComplete());
+        search.begin(query);
+        int steps = 0;
+        for (; !search.isComplete(); ++steps)
+            search.step();
+        EXPECT_EQ(steps, 3 + 2 + 2) << "looked through, keys gathered, rows taken";
+        EXPECT_EQ(search.page(0, 0).problem.toStdString(), "");
+        EXPECT_EQ(search.page(0, 0).total, count);
+        const std::vector<qint64> &expected = isDescending ? dearestFirst : cheapestFirst;
+        for (const qint64 start : {0, 249'950, count - 100})
+            EXPECT_EQ(idsOf(search.page(start, 100)),
+                      (std::vector<qint64>(expected.begin() + start, expected.begin() + start + 100)))
+                << "from row " << start;
+    }
 }
 
 /// HISTORY_ROWS=10000000 for ten million.
