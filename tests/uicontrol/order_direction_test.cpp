@@ -178,6 +178,33 @@ TEST(RateSelectWidget, LeavesTheKeyboardToTheFractions)
     EXPECT_EQ(window.focusWidget(), buttonOf(rates, "1/3"));
 }
 
+TEST(RateSelectWidget, SwitchesTheAmountByAKeyOfItsFractions)
+{
+    EventWindow window;
+    KV::CRateSelectWidget rates(&window);
+    window.showNow();
+    QAbstractButton *fraction = buttonOf(rates, "1/2");
+    fraction->setFocus();
+    QTest::keyClick(fraction, Qt::Key_Asterisk, Qt::ShiftModifier);
+    EXPECT_EQ(reference(rates), "总资产");
+    QTest::keyClick(fraction, Qt::Key_Asterisk, Qt::KeypadModifier);
+    EXPECT_EQ(reference(rates), "可　用");
+    EXPECT_EQ(window.take(), "1073 0 0\n1073 0 0");
+    EXPECT_TRUE(fraction->hasFocus());
+    EXPECT_EQ(rates.getCheckedButtonID(), -1) << "no fraction was chosen";
+    auto *button = rates.findChild<ZB::CSmallNormalButton *>();
+    EXPECT_TRUE(button->toolTip().contains(QStringLiteral("*"))) << button->toolTip().toStdString();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Asterisk, Qt::ShiftModifier, QStringLiteral("*"), true);
+    QCoreApplication::sendEvent(fraction, &held);
+    QTest::keyClick(fraction, Qt::Key_Asterisk, Qt::ControlModifier);
+    QTest::keyClick(fraction, Qt::Key_8);
+    button->setEnabled(false);
+    QTest::keyClick(fraction, Qt::Key_Asterisk);
+    delete button;
+    QTest::keyClick(fraction, Qt::Key_Asterisk);
+    EXPECT_EQ(window.take(), "");
+}
+
 TEST(RateSelectWidget, GivesItsButtonTheLookThatItIsTold)
 {
     KV::CRateSelectWidget rates;

@@ -1,5 +1,7 @@
 #include "order/crateselectwidget.h"
 
+#include <QtGui/QKeyEvent>
+
 #include "zb/cradiobuttongroup.h"
 #include "zb/csmallnormalbutton.h"
 #include "zb/cuiresource.h"
@@ -32,6 +34,10 @@ void CRateSelectWidget::createUi()
     referenceButton = new ZB::CSmallNormalButton(referenceButtonId, true, ZB::NormalButtonRaised, this);
     referenceButton->setFocusPolicy(Qt::NoFocus);
     rateGroup = new ZB::CRadioButtonGroup(this, 0, 0, false, Qt::Horizontal);
+    const QString tip = QStringLiteral("比例按可用或全部资金计算，点击或按 * 键切换");
+    referenceButton->setToolTip(tip);
+    rateGroup->setAccessibleName(QStringLiteral("下单比例"));
+    rateGroup->setAccessibleDescription(tip);
     rateGroup->addButton(QStringLiteral("全部"), 1);
     rateGroup->addButton(QStringLiteral("1/2"), 2);
     rateGroup->addButton(QStringLiteral("1/3"), 3);
@@ -107,6 +113,16 @@ bool CRateSelectWidget::handleEvent(int event, int first, int second, QString te
         deliverEvent(eventReferenceChanged, 0, 0, QString(), nullptr);
     }
     return true;
+}
+
+/// The fractions have the focus and pass on what they have no use for. A key that is held down switches once.
+void CRateSelectWidget::keyPressEvent(QKeyEvent *event)
+{
+    const Qt::KeyboardModifiers others = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (event->key() != Qt::Key_Asterisk || others != Qt::NoModifier || !referenceButton)
+        ZB::CWidgetList::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        referenceButton->click();
 }
 
 void CRateSelectWidget::scaleChanged()

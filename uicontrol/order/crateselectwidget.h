@@ -20,7 +20,7 @@ namespace KV {
 ///
 /// Delivers 1073 (0, 0, empty text, null) when the amount is switched, and passes the event of the fractions' group on;
 /// both mean that the order is to be sized anew. Takes every event 5 for itself. Does without a part of it that has
-/// been deleted.
+/// been deleted. The button takes no focus: on the fractions the key * clicks it.
 class UICONTROL_API CRateSelectWidget : public ZB::CWidgetList
 {
     Q_OBJECT
@@ -46,6 +46,7 @@ public:
 protected:
     void createUi();
     void updateButtonText();
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void fixSizes();
