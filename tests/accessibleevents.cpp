@@ -44,7 +44,7 @@ QString textOf(QAccessibleEvent &event)
     case QAccessible::SelectionWithin:
         return QStringLiteral("selection");
     case QAccessible::NameChanged:
-        return QStringLiteral("name");
+        return event.child() < 0 ? QStringLiteral("name") : QStringLiteral("name %1").arg(event.child());
     case QAccessible::DescriptionChanged:
         return QStringLiteral("description");
     case QAccessible::TableModelChanged:

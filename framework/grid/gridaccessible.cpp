@@ -14,6 +14,8 @@ namespace ZB {
 namespace {
 
 constexpr std::size_t mostKeptCells = 1 << 14; ///< more than any screen shows
+constexpr qint64 mostListedRows = 4096;
+constexpr int tellMilliseconds = 1000;
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
@@ -196,6 +198,37 @@ void GridAccessible::selectionMoved(GridView *view)
     QAccessible::updateAccessibility(&event);
 }
 
+int GridAccessible::frameShown(GridView *view)
+{
+    if (!view->hasFocus() || !QAccessible::isActive())
+        return 0;
+    auto *table = dynamic_cast<GridAccessible *>(QAccessible::queryAccessibleInterface(view));
+    return table ? table->tellCurrentText() : 0;
+}
+
+/// Another current cell has been told already, and is being read.
+int GridAccessible::tellCurrentText()
+{
+    const GridTarget &current = view().chooser.current();
+    const QAccessibleInterface *cell = focusChild();
+    const QString text = cell ? cell->text(QAccessible::Name) : QString();
+    if (told.row != current.row || told.column != current.column) {
+        told = {current.row, current.column, text, {}};
+        told.since.start();
+    }
+    if (!cell || text == told.text)
+        return 0;
+    const auto wait = static_cast<int>(tellMilliseconds - told.since.elapsed());
+    if (wait > 0)
+        return wait;
+    told.text = text;
+    told.since.restart();
+    QAccessibleEvent event(object(), QAccessible::NameChanged);
+    event.setChild(currentIndex());
+    QAccessible::updateAccessibility(&event);
+    return 0;
+}
+
 void GridAccessible::layoutChanged(GridView *view)
 {
     if (!QAccessible::isActive())
@@ -228,11 +261,24 @@ QList<int> GridAccessible::selectedRows() const
     QList<int> selected;
     if (!view().source)
         return selected;
+    if (view().chooser.selection().selectedRowCount() > mostListedRows)
+        return selectedRowsOnScreen();
     std::vector<qint64> rows;
     view().source->rowsOf(static_cast<const GridView *>(object())->selectedRows(), rows);
     for (const qint64 row : rows)
         if (row >= 0 && row < rowCount())
             selected.append(static_cast<int>(row));
+    return selected;
+}
+
+QList<int> GridAccessible::selectedRowsOnScreen() const
+{
+    QList<int> selected;
+    const GridWindow &window = view().rows.window();
+    const auto end = static_cast<int>(std::min<qint64>(window.first + qint64(window.rows.size()), rowCount()));
+    for (auto row = static_cast<int>(window.first); row < end; ++row)
+        if (isRowSelected(row))
+            selected.append(row);
     return selected;
 }
 
@@ -258,18 +304,28 @@ QList<QAccessibleInterface *> GridAccessible::selectedCells() const
 
 int GridAccessible::selectedCellCount() const
 {
-    if (!view().chooser.selection().hasBlocks())
+    const GridSelection &selection = view().chooser.selection();
+    if (!selection.hasBlocks())
         return selectedRowCount() * columnCount();
+    if (selection.cellBlocks().size() == 1)
+        return cellCountOf(selection.cellBlocks().front());
     const auto *grid = static_cast<const GridView *>(object());
     const GridCells table = grid->selectedTable();
     const auto selected = grid->selectedTableCells();
-    if (!selected)
-        return static_cast<int>(table.rows.size() * table.columns.size());
     int count = 0; // blocks may share cells
     for (const GridRowId row : table.rows)
         count += static_cast<int>(std::count_if(table.columns.begin(), table.columns.end(),
                                                 [&](int column) { return selected(row, column); }));
     return count;
+}
+
+/// As with rows, those that are filtered out at present are counted.
+int GridAccessible::cellCountOf(const GridSelection::Block &block) const
+{
+    const GridColumns &columns = view().geometry.columns;
+    const auto shown = std::count_if(block.columns.begin(), block.columns.end(),
+                                     [&](int column) { return columns.placeOf(column) >= 0; });
+    return static_cast<int>(std::min<qint64>(block.rows.size(), rowCount())) * static_cast<int>(shown);
 }
 
 bool GridAccessible::selectRow(int row)

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QAccessible>
 #include <QtWidgets/QAccessibleWidget>
 #include <map>
 #include <utility>
 
+#include "grid/gridselection.h"
 #include "rows/newestkept.h"
 
 namespace ZB {
@@ -14,7 +16,8 @@ class GridViewPrivate;
 
 /// A grid as screen readers and test tools see it: a table of all its rows with all visible columns; its children are
 /// the cells row by row, then the headers. Cells are made when they are asked for, and only the newest thousands are
-/// kept: a million rows are no million objects. Numbers of rows and children end at the largest int. GUI thread.
+/// kept: a million rows are no million objects. Numbers of rows and children end at the largest int. Of more than
+/// 4096 selected rows those on the screen are answered, while their number is that of all. GUI thread.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface
 {
 public:
@@ -28,6 +31,10 @@ public:
     static void focusMoved(GridView *view);
     static void selectionMoved(GridView *view);
     static void layoutChanged(GridView *view);
+    /// A frame has been shown: a grid with the keyboard tells that the text of its current cell is another one, at most
+    /// once a second. Milliseconds after which it wants to be asked again, since a change is still to be told; else 0.
+    /// Next to nothing while nobody listens.
+    static int frameShown(GridView *view);
 
     /// Without a name of its own it has that of the table around it; without rows the description is what stands in
     /// their place.
@@ -68,7 +75,19 @@ private:
     int currentRow() const;
     int currentIndex() const;
     quint64 idOf(int row) const;
+    int tellCurrentText();
+    QList<int> selectedRowsOnScreen() const;
+    int cellCountOf(const GridSelection::Block &block) const;
 
+    struct Told ///< the current cell when it was told last
+    {
+        quint64 row = 0;
+        int column = -1;
+        QString text;
+        QElapsedTimer since;
+    };
+
+    Told told;
     mutable core::NewestKept<QAccessible::Id, std::pair<quint64, int>> cells; ///< by row and column of the model
     mutable std::map<int, QAccessible::Id> headers;                           ///< by column of the model
 };

@@ -186,7 +186,12 @@ void GridViewPrivate::announce()
     if (told.unseen != rows.unseen()) {
         told.unseen = rows.unseen();
         Q_EMIT q->unseenRowsChanged(told.unseen);
+        if (!guard)
+            return;
     }
+    const int wait = GridAccessible::frameShown(q);
+    if (wait > 0 && q->isVisible())
+        pacer.requestIn(wait);
 }
 
 } // namespace ZB

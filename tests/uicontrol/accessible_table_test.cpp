@@ -2,6 +2,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <gtest/gtest.h>
+#include <numeric>
 
 #include "accessibleevents.h"
 #include "uicontrol/tablewindow.h"
@@ -83,6 +84,42 @@ TEST_F(AccessibleTable, TellsRowsThatComeTheCurrentCellAndTheSelection)
     grid()->setColumnVisible(ColumnLots, false);
     grid()->refreshNow();
     EXPECT_EQ(events.take(), "rows reset") << "other columns";
+}
+
+TEST_F(AccessibleTable, TellsAtMostOnceASecondThatTheTextOfTheCurrentCellIsAnotherOne)
+{
+    if (!AccessibleEvents::areHeard())
+        GTEST_SKIP() << "built without Qt's inner headers: nobody can listen";
+    QApplication::setActiveWindow(window.get());
+    grid()->setFocus();
+    table->updateDatas(std::vector<RecordPtr>{fullTicket("a", 1), fullTicket("b", 2)}, true);
+    settle();
+    const auto change = [this](const char *key, int number) {
+        table->updateData(fullTicket(key, number), true);
+        settle();
+    };
+    QTest::keyClick(grid(), Qt::Key_Down);
+    grid()->refreshNow();
+    change("a", 3); // nobody listens
+    AccessibleEvents events(grid());
+    QTest::keyClick(grid(), Qt::Key_Right);
+    QTest::keyClick(grid(), Qt::Key_Right);
+    grid()->refreshNow();
+    EXPECT_EQ(events.take(), "focus 1; focus 2");
+    change("a", 4);
+    change("a", 5);
+    change("b", 7);
+    QTest::qWait(1300);
+    EXPECT_EQ(events.take(), "name 2") << "once, after the cell could be read, and without another change";
+    QTest::qWait(1100);
+    change("b", 8);
+    EXPECT_EQ(events.take(), "") << "another cell";
+    change("a", 10);
+    EXPECT_EQ(events.take(), "name 2") << "at once after a rest";
+    grid()->clearFocus();
+    QTest::qWait(1100);
+    change("a", 11);
+    EXPECT_EQ(events.take(), "") << "the keyboard is elsewhere";
 }
 
 TEST_F(AccessibleTable, HasTheNameOfTheTableThatTheHostNamed)
@@ -184,4 +221,20 @@ TEST(AccessibleGrid, OfAMillionRowsAnswersEveryReadWithinAMillisecond)
     EXPECT_LT(millisecondsOf([&] { table->isRowSelected(123'456); }), readMilliseconds);
     EXPECT_LT(millisecondsOf([&] { table->cellAt(123'456, 0)->state(); }), readMilliseconds);
     EXPECT_LT(millisecondsOf([&] { table->selectedCells(); }), 1) << "those on the screen";
+    EXPECT_LT(millisecondsOf([&] { table->selectedRows(); }), readMilliseconds);
+    const int first = static_cast<int>(view.firstVisibleRow());
+    ASSERT_LT(table->selectedRows().size(), 40) << "those on the screen";
+    EXPECT_EQ(table->selectedRows().front(), first);
+    EXPECT_EQ(table->selectedRowCount(), MillionRows::million);
+    std::vector<ZB::GridRowId> most(4096);
+    std::iota(most.begin(), most.end(), ZB::GridRowId(1));
+    view.selectRows(most);
+    EXPECT_EQ(table->selectedRows().size(), 4096) << "out of sight, but few";
+    EXPECT_LT(millisecondsOf([&] { table->selectedRows(); }), readMilliseconds);
+    QTest::keyClick(&view, Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(&view, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+    view.refreshNow();
+    EXPECT_EQ(table->selectedCellCount(), 2 * MillionRows::million);
+    EXPECT_LT(millisecondsOf([&] { table->selectedCellCount(); }), readMilliseconds);
 }
