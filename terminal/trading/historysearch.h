@@ -29,7 +29,7 @@ public:
     QString open(const QString &path);
     /// Forgets what was found for the query before.
     void begin(const HistoryQuery &query);
-    /// Looks through the next rows, for some tens of milliseconds, or sorts some, for a tenth of a second or two;
+    /// Looks through the next rows, for some tens of milliseconds, or sorts some, for a tenth to a third of a second;
     /// nothing once isSummed().
     void step();
     /// All rows are found.

@@ -48,6 +48,14 @@ QStringList cutPieces(CLogLineCutter &cutter, const QString &line, int width)
     return pieces;
 }
 
+std::string lengths(const QStringList &pieces)
+{
+    std::string text;
+    for (const QString &piece : pieces)
+        text += std::to_string(piece.size()) + ' ';
+    return text;
+}
+
 struct CuttingFont
 {
     const char *family;
@@ -108,3 +116,31 @@ INSTANTIATE_TEST_SUITE_P(Fonts, LogCuttingOfFont,
                                                   QString::number(chosen.param.pixels);
                              return QString(name).remove(QLatin1Char(' ')).remove(QLatin1Char('-')).toStdString();
                          });
+
+TEST(LogCutting, RunsWithoutWidthAreCutAsThePlainLoopCutsThemAndAtLastByTheirNumberAtACostThatGrowsWithIt)
+{
+    const QFont font = fontOf("DejaVu Sans", 15);
+    const QFontMetrics metrics(font);
+    CLogLineCutter cutter(font);
+    for (const char16_t unit : u"\u0301\u20DD\u200B\u200D\uFE0F\u064B") { // the last one is a NUL
+        SCOPED_TRACE(static_cast<int>(unit));
+        const auto line = [unit](int run) {
+            return QStringLiteral("价格 abc") + QString(run, QChar(unit)) + QString(90, QLatin1Char('x')) +
+                   QString(30, QChar(unit)) + QStringLiteral("成交回报");
+        };
+        for (const int run : {3, 31, 700})
+            EXPECT_EQ(lengths(cutPieces(cutter, line(run), 400)), lengths(plainPieces(metrics, line(run), 400))) << run;
+
+        constexpr int longest = 1536;
+        constexpr int longRun = 40 * longest;
+        const qint64 before = cutter.measure().shapedCharacters();
+        const QStringList pieces = cutPieces(cutter, QString(longRun, QChar(unit)) + QStringLiteral("xx"), 400);
+        EXPECT_LT(cutter.measure().shapedCharacters() - before, 16 * longRun);
+        std::string expected;
+        for (int i = 0; i < 40; ++i)
+            expected += std::to_string(longest) + ' ';
+        if (unit != 0) { // which is drawn with a width
+            EXPECT_EQ(lengths(pieces), expected + "2 ");
+        }
+    }
+}

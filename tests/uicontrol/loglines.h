@@ -66,6 +66,9 @@ private:
                           QStringLiteral("⚠\uFE0F"),
                           QStringLiteral("中文"),
                           QStringLiteral("plain"),
-                          QString(QChar(0x200F))};
+                          QString(QChar(0x200F)),
+                          QStringLiteral("e") + QString(9, QChar(0x0301)) + QString(8, QChar(0x200D)),
+                          QString(17, QChar(2)),
+                          QString(7, QChar(0x0941))};
     std::mt19937 random;
 };

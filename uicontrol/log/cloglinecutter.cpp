@@ -3,6 +3,7 @@
 #include <QtCore/QMap>
 #include <QtCore/QSet>
 #include <algorithm>
+#include <utility>
 
 namespace KV {
 
@@ -12,6 +13,7 @@ constexpr int firstCount = 10;         ///< characters at which the first piece 
 constexpr int nextCount = 11;          ///< the same for every later piece
 constexpr ushort endOfMeasured = 0x9C; ///< QFontMetrics measures a text up to this character only
 constexpr int longestWhole = 1 << 18;  ///< characters; longer lines are wider than any window
+constexpr int longestComplex = 1536;   ///< characters of a piece with complex ones; no window shows as many
 
 /// The most that one more character can add to a text's width, which includes what it changes in those before it.
 qint64 mostAdded(ushort unit, int advance, EWidthKind kind)
@@ -42,6 +44,20 @@ bool takesScript(ushort unit)
 bool dependsOnHistory(ushort unit)
 {
     return unit < u' ' && unit != u'\t' && unit != u'\n' && unit != u'\f' && unit != u'\r';
+}
+
+/// Characters that stand on, in or behind others. A text does not grow narrower by one.
+bool isWeightless(ushort unit)
+{
+    switch (QChar::category(unit)) {
+    case QChar::Mark_NonSpacing:
+    case QChar::Mark_Enclosing:
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -100,12 +116,15 @@ int CLogLineCutter::searchShaped(Line &line, int start, int shortest, int count,
 {
     const int last = line.length - start - 1;
     const ushort *const text = line.text + start;
-    const auto firstOfScript = std::find_if_not(text, text + last, takesScript) - text;
+    bool scriptSet = !std::all_of(text, text + count, takesScript);
     qint64 most = width;
+    int fits = count;
+    int run = 0;        // of characters without weight
+    bool ended = false; // nothing behind is measured
     bool complex = false;
     bool open = false; // the bound says nothing before the next measurement
     while (count < last) {
-        if (!line.settled && dependsOnHistory(text[count]))
+        if (dependsOnHistory(text[count]))
             settle(line);
         const LogCharWidth added = textMeasure.charWidth(text[count]);
         EWidthKind kind = added.kind;
@@ -118,16 +137,40 @@ int CLogLineCutter::searchShaped(Line &line, int start, int shortest, int count,
         if (added.kind == EWidthKind::Complex && !complex && start == 0 && fitsWhole(line))
             return -1;
         complex = complex || added.kind == EWidthKind::Complex;
-        open = open || complex || count == firstOfScript;
+        const bool setsScript = !scriptSet && !takesScript(text[count]);
+        scriptSet = scriptSet || setsScript;
+        open = open || complex || setsScript;
+        run = isWeightless(text[count]) ? run + 1 : 0;
+        ended = ended || text[count] == endOfMeasured;
         ++count;
-        if (count < shortest || (most < line.limit && !open))
+        if (complex && !ended && count > longestComplex)
+            return count;
+        if (count < shortest || (most < line.limit && !open)) {
+            fits = count;
+            continue;
+        }
+        // A run of accents, joiners or controls is one thing: its ends and few places between are measured.
+        if (run > 4 && (run & (run - 1)) != 0 && !ended && count < std::min(last, longestComplex))
             continue;
         most = textMeasure.trueWidthFine(text, count);
         open = false;
         if (most >= line.limit)
-            return count;
+            return firstTooLongBetween(line, start, fits, count);
+        if (ended)
+            return -1;
+        fits = count;
     }
     return -1;
+}
+
+/// The smallest count above `fits` for which that many characters are too wide, where `count` characters are.
+int CLogLineCutter::firstTooLongBetween(const Line &line, int start, int fits, int count)
+{
+    while (count - fits > 1) {
+        const int middle = fits + (count - fits) / 2;
+        (textMeasure.trueWidthFine(line.text + start, middle) < line.limit ? fits : count) = middle;
+    }
+    return count;
 }
 
 /// Whether the whole line is narrow enough although a part of it is not.
@@ -135,19 +178,23 @@ bool CLogLineCutter::fitsWhole(Line &line)
 {
     if (line.length > longestWhole)
         return false;
-    bool exact = true;
+    EWidthKind worst = EWidthKind::Exact;
     qint64 least = 0; // no shaping makes spacing characters half as wide
-    for (int i = 0; i < line.length && least < line.limit && line.text[i] != endOfMeasured; ++i) {
-        if (!line.settled && dependsOnHistory(line.text[i]))
+    int length = 0;
+    for (; length < line.length && least < line.limit && line.text[length] != endOfMeasured; ++length) {
+        const ushort unit = line.text[length];
+        if (dependsOnHistory(unit))
             settle(line);
-        const LogCharWidth width = textMeasure.charWidth(line.text[i]);
-        exact = exact && width.kind == EWidthKind::Exact;
-        if (width.kind != EWidthKind::Complex && line.text[i] != u'\t')
+        const LogCharWidth width = textMeasure.charWidth(unit);
+        worst = std::max(worst, width.kind);
+        if (width.kind != EWidthKind::Complex && unit != u'\t')
             least += width.advance / 2;
     }
-    if (exact || least >= line.limit)
+    if (worst == EWidthKind::Exact || least >= line.limit)
         return false;
-    return textMeasure.trueWidthFine(line.text, line.length) < line.limit;
+    if (worst == EWidthKind::Complex && length > longestComplex)
+        return false;
+    return textMeasure.trueWidthFine(line.text, length) < line.limit;
 }
 
 /// Has every font loaded that measuring any part of the line can load, so that all measurements from now on agree.
@@ -155,7 +202,8 @@ bool CLogLineCutter::fitsWhole(Line &line)
 /// none. (Joiners also take the font of what stands right before them: hence the spaces.)
 void CLogLineCutter::settle(Line &line)
 {
-    line.settled = true;
+    if (std::exchange(line.settled, true))
+        return;
     QSet<uint> seen;
     QString ofScripts; // side by side, each keeps its own
     QString withoutScript;

@@ -14,6 +14,9 @@ namespace KV {
 /// The cuts are those of measuring after every character, but only where sums of widths leave it open is anything
 /// measured: nowhere in fonts of fixed pitch, about five times a piece in kerned ones. Same thread as the measure.
 ///
+/// A piece with complex characters ends after 1536 of whatever kind, however narrow they are: hundreds of thousands of
+/// accents on one letter would take minutes to measure, and to paint.
+///
 /// Control characters may be drawn from fonts that only other characters have had loaded, and so be wider or narrower
 /// the second time. Lines that have some are cut as they are measured from then on, with all of their fonts loaded.
 class UICONTROL_API CLogLineCutter
@@ -38,6 +41,7 @@ private:
 
     int firstTooLong(Line &line, int start, int shortest);
     int searchShaped(Line &line, int start, int shortest, int count, qint64 width);
+    int firstTooLongBetween(const Line &line, int start, int fits, int count);
     bool fitsWhole(Line &line);
     void settle(Line &line);
 

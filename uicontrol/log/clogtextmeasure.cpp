@@ -109,8 +109,9 @@ int CLogTextMeasure::trueWidth(const QString &text) const
     return fontMetrics.horizontalAdvance(text);
 }
 
-qint64 CLogTextMeasure::trueWidthFine(const ushort *text, int length) const
+qint64 CLogTextMeasure::trueWidthFine(const ushort *text, int length)
 {
+    shaped += length;
     const QString view = QString::fromRawData(reinterpret_cast<const QChar *>(text), length);
     return qRound64(fineMetrics.horizontalAdvance(view) * 64);
 }
