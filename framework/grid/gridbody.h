@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QtCore/QRect>
+#include <QtCore/QSet>
 #include <QtGui/QImage>
 #include <boost/shared_ptr.hpp>
+#include <utility>
 #include <vector>
 
 #include "frameworkexport.h"
@@ -62,6 +64,8 @@ public:
 
     /// Some cell is still fading: update() is wanted again soon.
     bool isFlashing() const { return flashing; }
+    /// Columns of which update() has drawn a number that did not fit, since this was asked last.
+    QSet<int> takeCutNumbers() { return std::exchange(cutNumbers, {}); }
     /// A cell of the last update; null when it was not on the screen.
     const GridCell *cell(int windowRow, int column) const;
 
@@ -110,6 +114,7 @@ private:
     int topOffset = 0; ///< of the first row, from the body's top; 0 or negative
     quint64 epoch = 0;
     bool flashing = false;
+    QSet<int> cutNumbers;
 };
 
 } // namespace ZB

@@ -47,13 +47,16 @@ void GridBody::paintCell(const GridFrame &frame, int index, const GridShownColum
     GridCanvas canvas(strip);
     canvas.setClip(QRect(where.clipLeft, rect.top(), where.clipRight - where.clipLeft, rect.height()));
     cells.paintBackground(canvas, rect, cell, frozenEdge);
+    bool isCut = false;
     if (!delegated) {
-        cells.paintContent(canvas, rect, cell, column);
+        isCut = cells.paintContent(canvas, rect, cell, column);
     } else {
         GridCell drawn = cell;
         if (paintDelegate(frame, index, where, drawn))
-            cells.paintContent(canvas, rect, drawn, column);
+            isCut = cells.paintContent(canvas, rect, drawn, column);
     }
+    if (isCut && column.numeric)
+        cutNumbers.insert(where.column);
     cells.paintFrame(canvas, rect, cell);
 }
 

@@ -130,7 +130,7 @@ int GridCellPainter::unitSlot(const GridColumn &column) const
     return column.unitSample.isEmpty() ? 0 : texts.width(column.unitSample, cellFont(column)) + devicePixels(unitGap);
 }
 
-void GridCellPainter::paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell,
+bool GridCellPainter::paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell,
                                    const GridColumn &column)
 {
     const QRect room = textRect(rect, cell, column);
@@ -141,7 +141,7 @@ void GridCellPainter::paintContent(GridCanvas &canvas, const QRect &rect, const 
     const bool ownSlot = !column.unitSample.isEmpty();
     const QString text = ownSlot || cell.unit.isEmpty() ? cell.text : cell.text + cell.unit;
     if (text.isEmpty())
-        return;
+        return false;
     const GridFont font = cellFont(column);
     const GridPlacedText placed =
         texts.place(room, text, font, column.alignment, column.numeric ? GridCut::Hashes : GridCut::Ellipsis);
@@ -153,6 +153,7 @@ void GridCellPainter::paintContent(GridCanvas &canvas, const QRect &rect, const 
         const QRect slot(room.right() + 1 + gap, room.top(), texts.width(column.unitSample, font), room.height());
         texts.draw(canvas, slot, cell.unit, font, Qt::AlignLeft, GridCut::Ellipsis, textColor(cell));
     }
+    return placed.cut;
 }
 
 void GridCellPainter::paintMarks(GridCanvas &canvas, const QRect &rect, const QString &text,

@@ -40,7 +40,8 @@ public:
 
     /// frozenEdge: the column is the last one that does not scroll.
     void paintBackground(GridCanvas &canvas, const QRect &rect, const GridCell &cell, bool frozenEdge);
-    void paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell, const GridColumn &column);
+    /// True when the text did not fit.
+    bool paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell, const GridColumn &column);
     void paintFrame(GridCanvas &canvas, const QRect &rect, const GridCell &cell);
     void paintNumber(GridCanvas &canvas, const QRect &rect, qint64 number, quint8 decor);
     /// Right of the last cell.

@@ -89,7 +89,7 @@ bool GridHeaderMouse::doubleClick(const GridHit &hit)
     if (hit.area != GridArea::HeaderEdge)
         return false;
     constexpr int widestFit = 400;
-    view.fit(hit.column, widestFit);
+    view.fit(hit.column, widestFit, true);
     Q_EMIT view.q->columnResized(hit.column, view.geometry.columns.at(hit.column).width);
     return true;
 }

@@ -45,6 +45,11 @@ QPainterPath funnelIn(const QRect &rect)
     return path;
 }
 
+GridFont statisticsFont(const GridColumn &column)
+{
+    return column.bold || column.statisticsBold ? GridFont::StatisticsBold : GridFont::Statistics;
+}
+
 /// A header's width does not follow the mouse.
 GridHeaderState withoutMouse(GridHeaderState state)
 {
@@ -205,9 +210,10 @@ void GridHeaderPainter::paintHeader(QImage &picture, const GridGeometry &geometr
     paintShapes(picture, geometry, state);
 }
 
-void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
-                                        const QString &title)
+QSet<int> GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
+                                             const QString &title)
 {
+    QSet<int> cutNumbers;
     const GridLook &look = cells.look();
     picture = fitted(picture, geometry.statistics().size());
     GridCanvas canvas(picture);
@@ -221,12 +227,14 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
         const QRect rect = QRect(where.left, border, where.width - look.verticalLine, all.height() - border);
         canvas.setClip(QRect(where.clipLeft, 0, where.clipRight - where.clipLeft, all.height()));
         canvas.fill(QRect(rect.right() + 1, 0, look.verticalLine, all.height()), look.line.rgb());
-        paintStatistic(canvas, rect.adjusted(margin, 0, -margin, 0), texts.value(where.column), column);
+        const QRect room = rect.adjusted(margin, 0, -margin, 0);
+        if (!paintStatistic(canvas, room, texts.value(where.column), column) && column.numeric)
+            cutNumbers.insert(where.column);
     }
     canvas.setClip(all);
     canvas.fill(QRect(0, 0, all.width(), border), borderColor);
     if (title.isEmpty())
-        return;
+        return cutNumbers;
     // Without row numbers the title stands in front, as narrow as its text.
     const int wanted = cells.text().width(title, GridFont::Statistics) + margin;
     const QRect place(0, border, geometry.numberWidth > 0 ? geometry.numberWidth - look.verticalLine : wanted + margin,
@@ -234,26 +242,37 @@ void GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geo
     canvas.fill(place, look.statisticsTitleBackground.rgb());
     cells.text().draw(canvas, place, title, GridFont::Statistics, Qt::AlignHCenter, GridCut::Ellipsis,
                       look.statisticsText.rgb());
+    return cutNumbers;
 }
 
 /// The unit stands where the units of the cells above do, so the figures stand below one another too.
-void GridHeaderPainter::paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column)
+bool GridHeaderPainter::paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column)
 {
     const QRgb color = (column.statisticsColor ? *column.statisticsColor : cells.look().statisticsText).rgb();
-    const GridFont font = column.bold || column.statisticsBold ? GridFont::StatisticsBold : GridFont::Statistics;
+    const GridFont font = statisticsFont(column);
     const GridCut cut = column.numeric ? GridCut::Hashes : GridCut::Ellipsis;
     const int slot = cells.unitSlot(column);
     const QString unit = slot > 0 ? takeUnit(text) : QString();
     if (text.isEmpty())
-        return;
+        return true;
     const GridPlacedText placed =
         cells.text().place(room.adjusted(0, 0, -slot, 0), text, font, column.statisticsAlignment, cut);
     cells.text().draw(canvas, placed, text, font, color);
     if (unit.isEmpty() || placed.cut)
-        return;
+        return !placed.cut;
     const int width = cells.text().width(column.unitSample, cellFont(column));
     cells.text().draw(canvas, QRect(room.right() + 1 - width, room.top(), width, room.height()), unit, font,
                       Qt::AlignLeft, GridCut::Ellipsis, color);
+    return true;
+}
+
+int GridHeaderPainter::wantedStatisticWidth(QString text, const GridColumn &column) const
+{
+    const int slot = cells.unitSlot(column);
+    if (slot > 0)
+        takeUnit(text);
+    const int margins = 2 * cells.devicePixels(cells.look().statisticsMargin);
+    return cells.text().width(text, statisticsFont(column)) + margins + slot + cells.look().verticalLine;
 }
 
 int GridHeaderPainter::wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state,

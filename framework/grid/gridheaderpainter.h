@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtGui/QImage>
 #include <vector>
@@ -33,12 +34,15 @@ public:
 
     void paintHeader(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state,
                      const GridSource *source);
-    /// texts: by model column, of the columns on the screen at least.
-    void paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts, const QString &title);
+    /// texts: by model column, of the columns on the screen at least. Returns the columns whose number does not fit.
+    QSet<int> paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
+                              const QString &title);
 
     /// The width at which nothing of a header is cut off, with room for its marks.
     int wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
     bool isCut(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
+    /// The width at which nothing of a text in the statistics row is cut off.
+    int wantedStatisticWidth(QString text, const GridColumn &column) const;
 
 private:
     struct Marks ///< where the marks of a header are; empty rectangles for none
@@ -53,7 +57,8 @@ private:
     QRect besideFunnel(const Marks &marks, const QRect &inside, int textWidth, Qt::Alignment alignment) const;
     void paintCell(GridCanvas &canvas, const GridGeometry &geometry, const GridHeaderState &state,
                    const GridShownColumn &where, const QString &text);
-    void paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column);
+    /// False when the text did not fit.
+    bool paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column);
     void paintShapes(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state) const;
     QColor ground(const GridHeaderState &state, int column) const;
     static int sortPlace(const GridHeaderState &state, int column);

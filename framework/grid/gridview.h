@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QPointer>
+#include <QtCore/QSet>
 #include <QtWidgets/QWidget>
 #include <boost/shared_ptr.hpp>
 #include <functional>
@@ -99,6 +100,8 @@ public:
     void fitColumn(int column, int maximumWidth = 400);
     /// The same for many; the picture is made once for all of them.
     void fitColumns(const std::vector<int> &columns, int maximumWidth = 400);
+    /// The same, but no column gets narrower.
+    void widenColumns(const std::vector<int> &columns, int maximumWidth = 400);
     /// Whether the marks of sorts and filters leave too little room for the header's text.
     bool isHeaderCut(int column) const;
     /// Makes a column no wider than its header needs with its marks, and never narrower than it is.
@@ -198,6 +201,9 @@ Q_SIGNALS:
     /// Rows on the screen are others than before (scrolled, resized, another order).
     void visibleRowsChanged();
     void unseenRowsChanged(qint64 count);
+    /// Numbers that do not fit their columns have come on the screen, the statistics row included, and stand there as
+    /// "###". Not more often than once a second, and not while rows are held.
+    void numbersCut(const QSet<int> &columns);
     /// The pictures are up to date, and what changed in them is about to be repainted: for what stands over cells.
     void frameShown();
 

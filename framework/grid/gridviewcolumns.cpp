@@ -107,7 +107,14 @@ void GridView::fitColumns(const std::vector<int> &columns, int maximumWidth)
 {
     d->sync();
     for (const int column : columns)
-        d->fit(column, maximumWidth);
+        d->fit(column, maximumWidth, true);
+}
+
+void GridView::widenColumns(const std::vector<int> &columns, int maximumWidth)
+{
+    d->sync();
+    for (const int column : columns)
+        d->fit(column, maximumWidth, false);
 }
 
 bool GridView::isHeaderCut(int column) const

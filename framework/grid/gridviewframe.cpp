@@ -1,6 +1,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QScopedValueRollback>
 #include <algorithm>
+#include <utility>
 
 #include "grid/gridaccessible.h"
 #include "grid/gridviewprivate.h"
@@ -51,6 +52,25 @@ void GridViewPrivate::showFrame(bool forced)
     Q_EMIT q->frameShown();
     if (guard)
         announce();
+    if (guard)
+        announceCutNumbers();
+}
+
+/// Milliseconds.
+qint64 GridViewPrivate::untilCutNumbers() const
+{
+    return std::max<qint64>(0, cutNumbersTold + cutNumbersMilliseconds - pacer.now());
+}
+
+void GridViewPrivate::announceCutNumbers()
+{
+    if (cutNumbers.isEmpty() || holds > 0) // a release is followed by a frame
+        return;
+    if (untilCutNumbers() > 0)
+        return pacer.requestIn(static_cast<int>(untilCutNumbers()));
+    cutNumbersTold = pacer.now();
+    const QSet<int> columns = std::exchange(cutNumbers, {});
+    Q_EMIT q->numbersCut(columns);
 }
 
 GridFrame GridViewPrivate::frameNow() const
@@ -124,6 +144,9 @@ QRegion GridViewPrivate::takeFrame()
         damage += toLogical(geometry.statistics());
     for (const QRect &rect : body.update(source, frameNow()))
         damage += toLogical(rect);
+    cutNumbers.unite(body.takeCutNumbers());
+    if (!cutNumbers.isEmpty() && q->isVisible())
+        pacer.requestIn(static_cast<int>(untilCutNumbers()));
     layoutTouched = headerTouched = rowsTouched = overlayTouched = false;
     if (!damage.isEmpty() || whole)
         ++frames;
@@ -145,7 +168,7 @@ bool GridViewPrivate::updateStatistics(bool ask)
     if (texts == statisticsTexts && !headerTouched && !layoutTouched)
         return false;
     statisticsTexts = texts;
-    headers.paintStatistics(statisticsPicture, geometry, texts, statisticsTitle);
+    cutNumbers.unite(headers.paintStatistics(statisticsPicture, geometry, texts, statisticsTitle));
     return true;
 }
 

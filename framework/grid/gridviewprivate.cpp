@@ -14,10 +14,12 @@ constexpr int fewestDigits = 4; ///< so that the columns do not move with the fi
 } // namespace
 
 GridViewPrivate::GridViewPrivate(GridView *view)
-    : q(view), pacer([this] { showFrame(false); }), bars(view, [this](qint64 x, qint64 y) {
-          scrollTo(x, y);
-          announce();
-      })
+    : q(view), pacer([this] { showFrame(false); }), bars(view,
+                                                         [this](qint64 x, qint64 y) {
+                                                             scrollTo(x, y);
+                                                             announce();
+                                                         }),
+      cutNumbersTold(-cutNumbersMilliseconds)
 {
 }
 
@@ -158,7 +160,7 @@ void GridViewPrivate::layOut()
     bars.layOut(geometry, whole, ratio);
 }
 
-void GridViewPrivate::fit(int column, int maximumWidth)
+void GridViewPrivate::fit(int column, int maximumWidth, bool mayNarrow)
 {
     if (!source || geometry.columns.placeOf(column) < 0)
         return;
@@ -174,18 +176,18 @@ void GridViewPrivate::fit(int column, int maximumWidth)
         cell.icon = cells.keepIcon(content.icon);
         width = std::max(width, cells.wantedWidth(cell, wanted));
     }
-    if (statisticsVisible) {
-        cell = GridCell();
-        cell.text = source->statisticsText(column);
-        width = std::max(width, cells.wantedWidth(cell, wanted));
-    }
+    if (statisticsVisible)
+        width = std::max(width, headers.wantedStatisticWidth(source->statisticsText(column), wanted));
     cell = GridCell();
     cell.text = QStringLiteral("000");
     const int narrowest = cells.wantedWidth(cell, wanted);
     const int widest = std::max(narrowest, static_cast<int>(std::lround(maximumWidth * look.scale * ratio)));
-    wanted.width = static_cast<int>(std::ceil(std::clamp(width, narrowest, widest) / ratio));
-    if (geometry.columns.set(column, wanted))
-        touchLayout();
+    const int fitting = static_cast<int>(std::ceil(std::clamp(width, narrowest, widest) / ratio));
+    wanted.width = mayNarrow ? fitting : std::max(wanted.width, fitting);
+    if (!geometry.columns.set(column, wanted))
+        return;
+    cutNumbers.remove(column); // what does not fit now either is noted as it is drawn
+    touchLayout();
 }
 
 QString GridViewPrivate::toolTipAt(const QPoint &point)

@@ -21,6 +21,8 @@ namespace ZB {
 class GridViewPrivate
 {
 public:
+    static constexpr int cutNumbersMilliseconds = 1000; ///< between two of its signals
+
     explicit GridViewPrivate(GridView *view);
 
     static GridViewPrivate &of(const GridView &view) { return *view.d; }
@@ -39,6 +41,9 @@ public:
     void paint(QPainter &painter, const QRegion &region);
     /// Tells what has changed since the last time. The view may be gone afterwards.
     void announce();
+    /// Tells of numbers that do not fit, now or when some time has passed since the last time, so that columns that are
+    /// widened for them do not dance. The view may be gone afterwards.
+    void announceCutNumbers();
     /// @}
 
     /// @name What has to be done with the next frame
@@ -61,7 +66,7 @@ public:
     void scrollBy(qint64 dx, qint64 dy) { scrollTo(geometry.scrollX + dx, geometry.scrollY + dy); }
     void showCell(const GridTarget &cell);
     void showColumn(int column);
-    void fit(int column, int maximumWidth);
+    void fit(int column, int maximumWidth, bool mayNarrow);
 
     QPoint toDevice(const QPoint &point) const;
     QRect toLogical(const QRect &rect) const;
@@ -121,10 +126,13 @@ private:
     void layOut();
     void updateRows();
     bool updateStatistics(bool ask);
+    qint64 untilCutNumbers() const;
     int wantedNumberWidth() const;
     void paintEmptyText(QPainter &painter) const;
     void paintDrag(QPainter &painter) const;
 
+    QSet<int> cutNumbers; ///< columns, to be told of
+    qint64 cutNumbersTold;
     quint64 seenRevision = 0;
     quint64 seenEpoch = 0;
     bool layoutTouched = true;

@@ -45,6 +45,7 @@ void TableShell::connectShell()
             columns[std::size_t(column)].width = WidthOrigin::User;
         saveSoon();
     });
+    on(&GridView::numbersCut, [this](const QSet<int> &cut) { widenForNumbers(cut); });
     on(&GridView::contextMenuRequested,
        [this](quint64 row, int column, const QPoint &position) { openRowMenu(row, column, position); });
     on(&GridView::headerMenuRequested,

@@ -34,6 +34,7 @@ public:
         Default,
         Fitted,
         Program,
+        Arranged, ///< by settings that repeat what the program has given
         User
     };
 
@@ -42,6 +43,7 @@ public:
     {
         TableColumnInfo info;
         WidthOrigin width = WidthOrigin::Default;
+        bool widthGiven = false; ///< by the program: info.defaultWidth is what it has set
     };
 
     TableShell(QWidget *table, int tableId, int menuFlags, std::unique_ptr<TableRows> rows);
@@ -94,8 +96,12 @@ public:
     /// By the user. A column that nobody has given a width yet gets one that fits as it comes into sight.
     void showColumn(int column, bool visible);
     void setFrozenColumns(int count);
+    /// Columns whose width the user has chosen stay; those that settings leave as the program made them get no
+    /// narrower.
     void fitVisibleColumns();
     void fitAll();
+    /// Columns whose numbers no longer fit, but for those whose width the user has chosen.
+    void widenForNumbers(const QSet<int> &cut);
     void orderOffered(const std::vector<int> &offered);
     void resetColumns();
     /// What stands in the middle of a table without rows; while filters are on, followed by how they are taken off.

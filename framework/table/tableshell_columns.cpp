@@ -34,6 +34,7 @@ void TableShell::setColumnWidth(int column, int pixels)
         return;
     Column &known = columns[std::size_t(column)];
     known.width = WidthOrigin::Program;
+    known.widthGiven = true;
     known.info.defaultWidth = std::max(1, int(std::lround(pixels / CUiResource::instance()->scale())));
     grid->setColumnWidth(column, pixels);
 }
@@ -67,14 +68,29 @@ void TableShell::setFrozenColumns(int count)
 void TableShell::fitVisibleColumns()
 {
     std::vector<int> fitted;
+    std::vector<int> widened;
     for (const int column : grid->visibleColumns()) {
         Column &known = columns[std::size_t(column)];
         if (known.width == WidthOrigin::User)
             continue;
+        if (known.width == WidthOrigin::Arranged) {
+            widened.push_back(column);
+            continue;
+        }
         known.width = WidthOrigin::Fitted;
         fitted.push_back(column);
     }
     grid->fitColumns(fitted);
+    grid->widenColumns(widened);
+}
+
+void TableShell::widenForNumbers(const QSet<int> &cut)
+{
+    std::vector<int> widened;
+    for (const int column : cut)
+        if (hasColumn(column) && columns[std::size_t(column)].width != WidthOrigin::User)
+            widened.push_back(column);
+    grid->widenColumns(widened);
 }
 
 void TableShell::fitAll()
@@ -103,7 +119,7 @@ void TableShell::resetColumns()
     std::vector<int> order(columns.size());
     for (std::size_t column = 0; column < columns.size(); ++column) {
         order[column] = int(column);
-        columns[column].width = WidthOrigin::Default;
+        columns[column].width = columns[column].widthGiven ? WidthOrigin::Arranged : WidthOrigin::Default;
         grid->setColumnVisible(int(column), columns[column].info.defaultVisible);
         grid->setColumnWidth(int(column), scaled(columns[column].info.defaultWidth));
     }
@@ -169,10 +185,7 @@ void TableShell::widenForHeader(int column, bool wasCut)
     }
     if (!grid->isHeaderCut(column))
         return; // measuring the cells would bring the rows on the screen up to date, in the middle of a change
-    const int before = grid->column(column).width;
-    grid->fitColumn(column);
-    if (grid->column(column).width < before)
-        grid->setColumnWidth(column, before);
+    grid->widenColumns({column});
 }
 
 } // namespace ZB

@@ -17,13 +17,15 @@ QList<CBaseTableColumnSetting> TableShell::columnSettings() const
         if (!hasColumn(column))
             continue;
         const Column &known = columns[std::size_t(column)];
-        const bool chosen = known.width == WidthOrigin::User || known.width == WidthOrigin::Program;
         const GridColumn shown = grid->column(column);
         CBaseTableColumnSetting setting;
         setting.column = column;
         setting.fieldId = known.info.fieldId;
         setting.name = known.info.name;
-        setting.width = chosen ? int(std::lround(shown.width / scale)) : 0;
+        if (known.width == WidthOrigin::User)
+            setting.width = int(std::lround(shown.width / scale));
+        else if (known.width == WidthOrigin::Program || known.width == WidthOrigin::Arranged)
+            setting.width = known.info.defaultWidth; // what it has grown to belongs to what it shows now
         setting.visible = shown.visible;
         list.append(setting);
     }
@@ -40,7 +42,9 @@ TableArrangement TableShell::applyArrangement(const QList<CBaseTableColumnSettin
         grid->setColumnVisible(column, setting.visible || !anyVisible);
         if (setting.width <= 0)
             continue;
-        columns[std::size_t(column)].width = WidthOrigin::User;
+        Column &known = columns[std::size_t(column)];
+        const bool given = known.widthGiven && setting.width == known.info.defaultWidth;
+        known.width = given ? WidthOrigin::Arranged : WidthOrigin::User;
         grid->setColumnWidth(column, scaled(setting.width));
     }
     grid->setColumnOrder(arrangement.order);

@@ -47,11 +47,11 @@ OrderStreamPanel::OrderStreamPanel(QWidget *parent)
                     {InstrumentName, 76},
                     {OrderDirection, 50},
                     {OrderPrice, 70},
-                    {OrderQuantity, 90},
-                    {OrderFilled, 90},
-                    {OrderCancelled, 90},
+                    {OrderQuantity, 84},
+                    {OrderFilled, 84},
+                    {OrderCancelled, 84},
                     {OrderStatus, 52},
-                    {OrderAveragePrice, 68},
+                    {OrderAveragePrice, 76},
                     {OrderAmount, 90}},
                    3);
     addStatuses();

@@ -5,6 +5,7 @@
 #include <QtWidgets/QToolTip>
 
 #include "framework/gridviewfixture.h"
+#include "grid/gridviewprivate.h"
 
 using namespace ZB;
 
@@ -87,6 +88,56 @@ TEST_F(GridViewTest, KeysReachWhatTheHeadersDo)
     QKeyEvent letter(QEvent::KeyPress, Qt::Key_X, Qt::NoModifier, QStringLiteral("x"));
     QApplication::sendEvent(&view, &letter);
     EXPECT_FALSE(letter.isAccepted()) << "for the table's search";
+}
+
+TEST_F(GridViewTest, NumbersThatDoNotFitAreToldOfNotMoreThanOnceASecond)
+{
+    QObject::connect(&view, &GridView::numbersCut, [this](const QSet<int> &columns) {
+        QList<int> sorted = columns.values();
+        std::sort(sorted.begin(), sorted.end());
+        said.append(QStringLiteral("cut ") + joined(std::vector<int>(sorted.begin(), sorted.end())));
+    });
+    for (const int column : {2, 4}) {
+        GridColumn look = view.column(column);
+        look.numeric = true;
+        view.setColumn(column, look);
+    }
+    view.setStatisticsVisible(true);
+    const QString number = QStringLiteral("123456789012");
+    source.setText(1, 1, number); // as a text
+    source.setText(99, 2, number);
+    source.setText(1, 4, QStringLiteral("12"));
+    view.refreshNow();
+    EXPECT_EQ(takeSaid(), "") << "no number on the screen is cut";
+    source.setText(1, 2, number);
+    view.refreshNow();
+    EXPECT_EQ(takeSaid(), "cut 2");
+    view.refreshNow();
+    source.setText(2, 4, number);
+    {
+        const GridHold hold(&view);
+        view.refreshNow();
+        EXPECT_EQ(takeSaid(), "") << "it has just been told of another";
+        QTest::qWait(GridViewPrivate::cutNumbersMilliseconds);
+        EXPECT_EQ(takeSaid(), "") << "while rows are held";
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !said.isEmpty(); }));
+    EXPECT_EQ(takeSaid(), "cut 4") << "and not of those that it has told of";
+
+    source.statistics = number;
+    source.renew();
+    view.refreshNow();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !said.isEmpty(); }));
+    EXPECT_EQ(takeSaid(), "cut 2 4") << "sums are numbers too";
+    const int before = view.column(3).width;
+    view.setColumnWidth(3, 5 * before);
+    view.widenColumns({2, 3, 4});
+    view.refreshNow();
+    QTest::qWait(GridViewPrivate::cutNumbersMilliseconds);
+    EXPECT_EQ(takeSaid(), "");
+    EXPECT_EQ(view.column(3).width, 5 * before) << "never narrower";
+    EXPECT_EQ(view.column(2).width, view.column(4).width);
+    EXPECT_LT(view.column(2).width, 2 * before);
 }
 
 TEST_F(GridViewTest, KeysOfTheHeadersComeBeforeTheShortcutsOfTheWindow)

@@ -161,6 +161,38 @@ TEST_F(TableSettingsTest, WidthsThatTheUserChoseSurviveFitting)
     EXPECT_LT(table->columnWidth(Name), wide);
 }
 
+TEST_F(TableSettingsTest, AColumnGrowsWithItsNumbersUnlessTheUserHasChosenItsWidth)
+{
+    constexpr int given = 90;
+    const qint64 great = 123456789012;
+    table->setColumnWidth(Quantity, given);
+    const QRect header = grid()->headerRect(Price);
+    const QPoint edge(header.right(), header.center().y());
+    drag(grid(), edge, edge - QPoint(header.width() - 45, 0));
+    const int chosen = table->columnWidth(Price);
+    ASSERT_LT(chosen, header.width());
+    table->setColumnWidth(Name, chosen);
+    settle();
+    EXPECT_EQ(table->columnWidth(Quantity), given);
+    model->put({"great", "600000", QString(30, QChar(0x94f6)), 0, 1234567890.25, great});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return table->columnWidth(Quantity) > given; }));
+    const int grown = table->columnWidth(Quantity);
+    EXPECT_EQ(table->columnWidth(Price), chosen);
+    EXPECT_EQ(table->columnWidth(Name), chosen) << "texts are cut with an ellipsis";
+    EXPECT_EQ(table->getTableSetting().columns.at(Quantity).width, given) << "which is what comes back";
+
+    model->put({"great", "600000", QString(), 0, 1.5, 100});
+    settle();
+    EXPECT_EQ(table->columnWidth(Quantity), grown);
+    table->setTableSetting(table->getTableSetting());
+    EXPECT_EQ(table->columnWidth(Quantity), given);
+    table->fitVisibleColumns();
+    EXPECT_EQ(table->columnWidth(Quantity), given);
+    model->put({"great", "600000", QString(), 0, 1.5, great});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->columnWidth(Quantity) == grown; }))
+        << "a width that the program has given is no choice of the user's, also when settings repeat it";
+}
+
 TEST_F(TableSettingsTest, FittingDoesNotPaintForEveryColumn)
 {
     struct CountingRow : OrderRow
