@@ -1,4 +1,5 @@
-# Writes each block of C++ in DOCUMENT as a function of its own to OUTPUT: its includes first, then the rest as the body.
+# Writes each block of C++ in DOCUMENT as a function of its own to OUTPUT: its includes first, then the rest as the body. The
+# functions make up the array NAMEs; they take PARAMETERS, whose types HEADER declares.
 file(READ ${DOCUMENT} text)
 string(REPLACE ";" "\\;" text "${text}")
 string(REPLACE "[" "\\[" text "${text}") # brackets and semicolons mean something in a list
@@ -15,8 +16,8 @@ foreach(line IN LISTS lines)
   if(line STREQUAL "```cpp")
     set(inside TRUE)
     math(EXPR number "${number} + 1")
-    string(APPEND functions "\nstatic void recipe${number}(QWidget *window)\n{\n")
-    string(APPEND names "    recipe${number},\n")
+    string(APPEND functions "\nstatic void ${NAME}${number}(${PARAMETERS})\n{\n")
+    string(APPEND names "    ${NAME}${number},\n")
   elseif(inside AND line STREQUAL "```")
     set(inside FALSE)
     string(APPEND functions "}\n")
@@ -26,6 +27,6 @@ foreach(line IN LISTS lines)
     string(APPEND functions "    ${line}\n")
   endif()
 endforeach()
-file(WRITE ${OUTPUT} "#include <QtWidgets/QWidget>\n${includes}${functions}\n"
-                     "extern void (*const recipes[])(QWidget *);\nextern const int recipeCount;\n"
-                     "void (*const recipes[])(QWidget *) = {\n${names}};\nconst int recipeCount = ${number};\n")
+file(WRITE ${OUTPUT} "${includes}#include ${HEADER}\n${functions}\n"
+                     "extern void (*const ${NAME}s[])(${PARAMETERS});\nextern const int ${NAME}Count;\n"
+                     "void (*const ${NAME}s[])(${PARAMETERS}) = {\n${names}};\nconst int ${NAME}Count = ${number};\n")
