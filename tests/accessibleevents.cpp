@@ -45,6 +45,8 @@ QString textOf(QAccessibleEvent &event)
         return QStringLiteral("selection");
     case QAccessible::NameChanged:
         return event.child() < 0 ? QStringLiteral("name") : QStringLiteral("name %1").arg(event.child());
+    case QAccessible::ValueChanged:
+        return QStringLiteral("value ") + static_cast<QAccessibleValueChangeEvent &>(event).value().toString();
     case QAccessible::DescriptionChanged:
         return QStringLiteral("description");
     case QAccessible::TableModelChanged:

@@ -21,7 +21,7 @@ public:
     /// Whether this build can hear anything.
     static bool areHeard();
     /// What was told since the last time: "focus 4", "selection", "rows inserted 3-5", "name", "name 4" of a child,
-    /// "description", "; " between them. Events of other kinds are left out.
+    /// "value text", "description", "; " between them. Events of other kinds are left out.
     std::string take();
 
 private:

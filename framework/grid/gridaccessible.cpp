@@ -55,7 +55,7 @@ QString GridAccessible::text(QAccessible::Text type) const
         for (const QWidget *around = view().q->parentWidget(); around && text.isEmpty();
              around = around->parentWidget())
             text = around->accessibleName();
-    return text;
+    return text.isEmpty() && type == QAccessible::Name ? QStringLiteral("表格") : text;
 }
 
 void *GridAccessible::interface_cast(QAccessible::InterfaceType type)

@@ -36,8 +36,8 @@ public:
     /// Next to nothing while nobody listens.
     static int frameShown(GridView *view);
 
-    /// Without a name of its own it has that of the table around it; without rows the description is what stands in
-    /// their place.
+    /// Without a name of its own it has that of the table around it, or that of any table; without rows the description
+    /// is what stands in their place.
     QString text(QAccessible::Text type) const override;
     void *interface_cast(QAccessible::InterfaceType type) override;
     int childCount() const override;

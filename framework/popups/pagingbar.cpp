@@ -35,6 +35,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     number = new QSpinBox(this);
     number->setButtonSymbols(QAbstractSpinBox::NoButtons);
     number->setKeyboardTracking(false);
+    number->setAccessibleName(QStringLiteral("页码"));
     row->addWidget(number);
     pages = new QLabel(this);
     row->addWidget(pages);
@@ -44,6 +45,7 @@ PagingBar::PagingBar(QWidget *parent) : QWidget(parent)
     count = dimLabel(QString(), this);
     row->addWidget(count);
     size = comboBox(this);
+    size->setAccessibleName(QStringLiteral("每页行数"));
     for (const int each : pageSizes)
         size->addItem(QStringLiteral("%1 行/页").arg(each), each);
     showRowsPerPage();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "widgets/buttonpaint.h"
+#include "widgets/combobuttonaccessible.h"
 #include "widgets/combopopup.h"
 #include "zb/cuiresource.h"
 #include "zb/ewidgetevent.h"
@@ -45,6 +46,7 @@ CComboPushButton::CComboPushButton(const QString &imageKey, int mostRows, int te
                                    int arrowWidth, QWidget *parent)
     : CPushButton(imageKey, 0, parent), d(std::make_unique<Private>())
 {
+    ComboButtonAccessible::install();
     d->mostRows = mostRows;
     d->textMargin = textMargin;
     d->rowHeight = rowHeight;
@@ -112,6 +114,7 @@ void CComboPushButton::setCurrentItem(int index)
         return;
     d->current = index;
     setText(itemText(index));
+    ComboButtonAccessible::valueChanged(this);
 }
 
 void CComboPushButton::setAdjustPopupWidth(bool adjust)

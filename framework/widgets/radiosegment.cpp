@@ -39,6 +39,7 @@ RadioSegment::RadioSegment(const QString &text, QWidget *parent)
 {
     setText(text);
     setCheckable(true);
+    setAutoExclusive(true); // said to screen readers; its group sees to it
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     applyTheme();

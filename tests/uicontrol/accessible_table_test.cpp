@@ -125,7 +125,7 @@ TEST_F(AccessibleTable, TellsAtMostOnceASecondThatTheTextOfTheCurrentCellIsAnoth
 TEST_F(AccessibleTable, HasTheNameOfTheTableThatTheHostNamed)
 {
     QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(grid());
-    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "");
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "表格");
     window->setAccessibleName(QStringLiteral("交易"));
     EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "交易");
     table->setAccessibleName(QStringLiteral("当日委托"));

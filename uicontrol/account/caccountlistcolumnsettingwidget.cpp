@@ -51,6 +51,7 @@ CAccountListColumnSettingWidget::CAccountListColumnSettingWidget(int listId, QWi
     title = new QLabel(QStringLiteral("列设置"), this);
     hint = new QLabel(usualHint(), this);
     list = new CAccountColumnList(this);
+    list->setAccessibleName(title->text());
     defaultButton = new ZB::CSmallNormalButton(buttonDefault, true, ZB::NormalButtonRaised, this);
     closeButton = new ZB::CSmallNormalButton(buttonClose, true, ZB::NormalButtonRaised, this);
     defaultButton->setText(QStringLiteral("恢复默认"));

@@ -6,6 +6,7 @@
 #include <QtWidgets/QApplication>
 #include <algorithm>
 
+#include "account/caccountsaccessible.h"
 #include "account/caccountstree.h"
 #include "kv/caccountdata.h"
 #include "kv/cuserconfig.h"
@@ -31,6 +32,7 @@ QString accountText(const QVector<AccountEntry> &accounts, const QString &id)
 CAccountsComboBox::CAccountsComboBox(int eventId, QWidget *parent)
     : ZB::CComboBox(eventId, parent), tree(nullptr), traderType(firstTraderType), selectionType(SelectedAccountGroup)
 {
+    CAccountsAccessible::install();
     tree = new CAccountsTree(traderType, this);
     addItem(QStringLiteral("请选择账号"), QString());
     if (CUserConfig *config = getUserConfig())
@@ -99,6 +101,7 @@ bool CAccountsComboBox::handleEvent(int event, int first, int second, QString te
         selectionType = static_cast<ESelectedAccountType>(second);
         selectionName = text;
         update();
+        CAccountsAccessible::valueChanged(this);
     }
     return ZB::CComboBox::handleEvent(event, first, second, text, pointer);
 }
@@ -136,6 +139,7 @@ void CAccountsComboBox::slotAccountGroupChanged(const QMap<QString, bool> &group
         selectionName.clear();
         setItemText(0, QStringLiteral("请选择账号(组)"));
         update();
+        CAccountsAccessible::valueChanged(this);
     }
     deliverEvent(eventGroupChanged, eventId(), selectionType, selectionName, nullptr);
 }

@@ -57,6 +57,8 @@ private Q_SLOTS:
     void slotAccountGroupChanged(const QMap<QString, bool> &groups);
 
 private:
+    friend class CAccountsAccessible;
+
     CAccountsTree *tree;
     kdservice::EVxTraderType traderType;
     ESelectedAccountType selectionType;

@@ -68,6 +68,7 @@ void CAboutDialog::addComponents(QVBoxLayout *column)
     column->addSpacing(ZB::scaled(6));
     column->addWidget(plainLabel(QStringLiteral("使用的开源组件"), QStringLiteral("bold"), this));
     components = new QTreeWidget(this);
+    components->setAccessibleName(QStringLiteral("使用的开源组件"));
     components->setRootIsDecorated(false);
     components->setUniformRowHeights(true);
     components->setHeaderLabels({QStringLiteral("组件"), QStringLiteral("版本"), QStringLiteral("许可证")});

@@ -46,6 +46,8 @@ QHBoxLayout *CSendLogWidget::buildRange()
     auto *row = new QHBoxLayout;
     fromDay = dayField(input);
     toDay = dayField(input);
+    fromDay->setAccessibleName(QStringLiteral("最早的日志日期"));
+    toDay->setAccessibleName(QStringLiteral("最晚的日志日期"));
     row->addWidget(plainLabel(QStringLiteral("日志日期"), QString(), input));
     row->addWidget(fromDay);
     row->addWidget(plainLabel(QStringLiteral("至"), QString(), input));
@@ -69,6 +71,7 @@ QHBoxLayout *CSendLogWidget::buildRange()
 void CSendLogWidget::buildFiles(QVBoxLayout *column)
 {
     fileList = new QTreeWidget(input);
+    fileList->setAccessibleName(QStringLiteral("日志文件"));
     fileList->setRootIsDecorated(false);
     fileList->setUniformRowHeights(true);
     fileList->setHeaderLabels({QStringLiteral("文件"), QStringLiteral("日期"), QStringLiteral("大小")});
@@ -92,6 +95,7 @@ void CSendLogWidget::buildMail(QVBoxLayout *column)
 {
     column->addWidget(plainLabel(QStringLiteral("问题描述"), QString(), input));
     description = new QPlainTextEdit(input);
+    description->setAccessibleName(QStringLiteral("问题描述"));
     description->setPlaceholderText(QStringLiteral("何时、做了什么、看到了什么"));
     description->setTabChangesFocus(true);
     column->addWidget(description, 2);
@@ -101,6 +105,7 @@ void CSendLogWidget::buildMail(QVBoxLayout *column)
     auto *row = new QHBoxLayout;
     row->addWidget(plainLabel(QStringLiteral("抄送"), QString(), input));
     copies = new ZB::CLineEdit(copiesFieldId, input);
+    copies->setAccessibleName(QStringLiteral("抄送"));
     copies->setEmptyHintText(QStringLiteral("可不填；多个地址用逗号或分号分隔"));
     row->addWidget(copies, 1);
     column->addLayout(row);

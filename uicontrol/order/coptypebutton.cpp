@@ -13,6 +13,7 @@ const QString wordColor = QStringLiteral("clr_operation_direction_text");
 COpTypeButton::COpTypeButton(int style, EOpParamWidgetID id, QWidget *parent)
     : ZB::CPushButton(longImage, style, parent), widgetId(id)
 {
+    setAccessibleDescription(showDirection() ? QStringLiteral("多空方向") : QStringLiteral("开仓或平仓"));
     setDirection(true);
 }
 
