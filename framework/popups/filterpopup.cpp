@@ -159,8 +159,11 @@ void FilterPopup::setTexts(const QStringList &wanted)
     offeredChecks.clear();
     for (const CheckItem &item : items)
         offeredChecks.push_back(item.checked);
+    list->setFixedHeight(list->lineHeight() * std::clamp(int(items.size()), fewestLines, mostLines));
     list->setItems(std::move(items));
     updateState();
+    if (isVisible())
+        fit();
 }
 
 QSet<QString> FilterPopup::checkedTexts() const

@@ -57,6 +57,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    static constexpr int fewestLines = 3; ///< of the list, whatever there is to choose from
+    static constexpr int mostLines = 10;
+
     void build(const QString &title);
     bool isPresent(EFilterType type) const;
     bool isUntouched() const;

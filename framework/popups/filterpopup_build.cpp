@@ -61,7 +61,7 @@ void FilterPopup::build(const QString &title)
     column->addWidget(search);
     list = new CheckList(look, this);
     list->setMinimumWidth(scaled(268));
-    list->setFixedHeight(list->lineHeight() * 10);
+    list->setFixedHeight(list->lineHeight() * mostLines);
     list->setEmptyText(QStringLiteral("正在读取…"));
     column->addWidget(buildChoiceRow());
     column->addWidget(list);

@@ -30,15 +30,22 @@ PopupFrame::~PopupFrame() = default;
 
 void PopupFrame::showAt(const QRect &anchor, Qt::Edge edge)
 {
+    anchored = anchor;
+    anchoredEdge = edge;
+    fit();
+    show();
+}
+
+void PopupFrame::fit()
+{
     adjustSize();
-    const QScreen *screen = QGuiApplication::screenAt(anchor.bottomLeft());
+    const QScreen *screen = QGuiApplication::screenAt(anchored.bottomLeft());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
-    QRect side = anchor;
-    if (edge == Qt::RightEdge)
-        side.setLeft(anchor.right() + 1 - width());
+    QRect side = anchored;
+    if (anchoredEdge == Qt::RightEdge)
+        side.setLeft(anchored.right() + 1 - width());
     setGeometry(placedAt(side, size(), screen->availableGeometry()));
-    show();
 }
 
 void PopupFrame::abandon()

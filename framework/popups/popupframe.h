@@ -28,8 +28,14 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    /// After its contents need more or less room: as large as they want it, at the same place.
+    void fit();
 
     PopupLook look;
+
+private:
+    QRect anchored;
+    Qt::Edge anchoredEdge = Qt::LeftEdge;
 };
 
 /// Moves a rectangle of this size next to an anchor: below it if there is room on the screen, else above; never beyond.

@@ -75,6 +75,26 @@ protected:
     }
 };
 
+TEST_F(TableFilterTest, TheBoxIsAsHighAsItsTextsNeed)
+{
+    const auto lines = [this](int column) {
+        ZB::FilterPopup *box = openFilter(column);
+        const auto *list = box->findChild<ZB::CheckList *>();
+        EXPECT_EQ(box->height(), box->sizeHint().height());
+        EXPECT_EQ(box->pos(), grid()->mapToGlobal(grid()->headerRect(column).bottomLeft()) + QPoint(0, 1));
+        const int height = list->viewport()->height() / list->lineHeight();
+        box->close();
+        closePopups();
+        return height;
+    };
+    EXPECT_EQ(lines(Side), 3) << "two texts";
+    EXPECT_EQ(lines(Code), 4);
+    for (int i = 0; i < 20; ++i)
+        model->put({"n" + std::to_string(i), QString::number(600100 + i), "浦发银行", 0, 1.5, 100});
+    settle();
+    EXPECT_EQ(lines(Code), 10) << "and a scroll bar";
+}
+
 TEST_F(TableFilterTest, TheBoxOffersDistinctTextsWithCountsAndAppliesWhatIsChecked)
 {
     ZB::FilterPopup *box = openFilter(Code);

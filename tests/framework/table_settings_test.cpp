@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
@@ -10,6 +11,7 @@
 #include "popups/checklist.h"
 #include "popups/columnpopup.h"
 #include "table/settingtext.h"
+#include "theme/themeservice.h"
 
 namespace tabletest {
 
@@ -289,6 +291,26 @@ TEST_F(TableSettingsTest, TheColumnBoxHidesMovesFreezesAndNames)
     EXPECT_FALSE(grid()->rowNumbersVisible());
     table->removeColumnSet(QStringLiteral("盘中"));
     EXPECT_TRUE(table->columnSets().isEmpty());
+}
+
+TEST_F(TableSettingsTest, TheListOfColumnSetsShowsItsLinesWhole)
+{
+    for (const QString &name : {QStringLiteral("盘中"), QStringLiteral("盘后")})
+        table->saveColumnSet(name);
+    for (const double scale : {1.0, 1.5}) {
+        refhost::ThemeService::instance().setScale(scale);
+        auto *sets = openColumns()->findChild<QComboBox *>();
+        sets->showPopup();
+        const QAbstractItemView *list = sets->view();
+        int needed = 0;
+        for (int row = 0; row < sets->count(); ++row)
+            needed += list->visualRect(list->model()->index(row, 0)).height();
+        EXPECT_GE(needed, 2 * 24 * scale);
+        EXPECT_GE(list->viewport()->height(), needed) << scale;
+        sets->hidePopup();
+        popup<ZB::ColumnPopup>()->close();
+    }
+    refhost::ThemeService::instance().setScale(1.0);
 }
 
 TEST_F(TableSettingsTest, AColumnThatComesIntoSightFitsUnlessItHasAWidth)
