@@ -14,7 +14,6 @@ namespace ZB {
 namespace {
 
 constexpr std::size_t mostKeptCells = 1 << 14; ///< more than any screen shows
-constexpr qint64 mostListedRows = 4096;
 constexpr int tellMilliseconds = 1000;
 
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
@@ -248,101 +247,6 @@ QString GridAccessible::columnDescription(int column) const
 QString GridAccessible::rowDescription(int row) const
 {
     return row >= 0 && row < rowCount() ? QString::number(view().firstNumber + row) : QString();
-}
-
-bool GridAccessible::isRowSelected(int row) const
-{
-    const GridRowId id = idOf(row);
-    return id != NoGridRow && view().chooser.selection().isRowSelected(id);
-}
-
-QList<int> GridAccessible::selectedRows() const
-{
-    QList<int> selected;
-    if (!view().source)
-        return selected;
-    if (view().chooser.selection().selectedRowCount() > mostListedRows)
-        return selectedRowsOnScreen();
-    std::vector<qint64> rows;
-    view().source->rowsOf(static_cast<const GridView *>(object())->selectedRows(), rows);
-    for (const qint64 row : rows)
-        if (row >= 0 && row < rowCount())
-            selected.append(static_cast<int>(row));
-    return selected;
-}
-
-QList<int> GridAccessible::selectedRowsOnScreen() const
-{
-    QList<int> selected;
-    const GridWindow &window = view().rows.window();
-    const auto end = static_cast<int>(std::min<qint64>(window.first + qint64(window.rows.size()), rowCount()));
-    for (auto row = static_cast<int>(window.first); row < end; ++row)
-        if (isRowSelected(row))
-            selected.append(row);
-    return selected;
-}
-
-int GridAccessible::selectedRowCount() const
-{
-    return static_cast<int>(std::min<qint64>(view().chooser.selection().selectedRowCount(), rowCount()));
-}
-
-/// Those on the screen: of a selection of all rows nobody wants an object for every cell.
-QList<QAccessibleInterface *> GridAccessible::selectedCells() const
-{
-    QList<QAccessibleInterface *> selected;
-    const GridWindow &window = view().rows.window();
-    const auto shown = static_cast<int>(window.rows.size());
-    for (int row = 0; row < shown; ++row)
-        for (int column = 0; column < columnCount(); ++column) {
-            QAccessibleInterface *cell = cellAt(static_cast<int>(window.first) + row, column);
-            if (cell && cell->state().selected)
-                selected.append(cell);
-        }
-    return selected;
-}
-
-int GridAccessible::selectedCellCount() const
-{
-    const GridSelection &selection = view().chooser.selection();
-    if (!selection.hasBlocks())
-        return selectedRowCount() * columnCount();
-    if (selection.cellBlocks().size() == 1)
-        return cellCountOf(selection.cellBlocks().front());
-    const auto *grid = static_cast<const GridView *>(object());
-    const GridCells table = grid->selectedTable();
-    const auto selected = grid->selectedTableCells();
-    int count = 0; // blocks may share cells
-    for (const GridRowId row : table.rows)
-        count += static_cast<int>(std::count_if(table.columns.begin(), table.columns.end(),
-                                                [&](int column) { return selected(row, column); }));
-    return count;
-}
-
-/// As with rows, those that are filtered out at present are counted.
-int GridAccessible::cellCountOf(const GridSelection::Block &block) const
-{
-    const GridColumns &columns = view().geometry.columns;
-    const auto shown = std::count_if(block.columns.begin(), block.columns.end(),
-                                     [&](int column) { return columns.placeOf(column) >= 0; });
-    return static_cast<int>(std::min<qint64>(block.rows.size(), rowCount())) * static_cast<int>(shown);
-}
-
-bool GridAccessible::selectRow(int row)
-{
-    const GridRowId id = idOf(row);
-    if (id == NoGridRow)
-        return false;
-    static_cast<GridView *>(object())->setCurrent(id, view().currentColumn());
-    return true;
-}
-
-bool GridAccessible::unselectRow(int row)
-{
-    if (!isRowSelected(row))
-        return false;
-    static_cast<GridView *>(object())->clearSelection();
-    return true;
 }
 
 } // namespace ZB

@@ -51,6 +51,7 @@ public:
     QAccessibleInterface *cellAt(int row, int column) const override;
     /// Of a visible column; null for others.
     QAccessibleInterface *header(int column) const;
+    /// Cells that several ranges of together more than 4096 rows share are counted for each.
     int selectedCellCount() const override;
     QList<QAccessibleInterface *> selectedCells() const override;
     QString columnDescription(int column) const override;
@@ -77,7 +78,7 @@ private:
     quint64 idOf(int row) const;
     int tellCurrentText();
     QList<int> selectedRowsOnScreen() const;
-    int cellCountOf(const GridSelection::Block &block) const;
+    qint64 cellCountOf(const GridSelection::Block &block) const;
 
     struct Told ///< the current cell when it was told last
     {
