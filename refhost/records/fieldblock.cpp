@@ -33,6 +33,13 @@ constexpr qint64 noLong = std::numeric_limits<qint64>::max();
 constexpr double noDouble = std::numeric_limits<double>::max();
 constexpr auto relaxed = std::memory_order_relaxed;
 
+/// In front of the values, which stay aligned.
+std::size_t bytesOfKey(std::size_t length)
+{
+    constexpr std::size_t alignment = 8;
+    return (length + alignment - 1) / alignment * alignment;
+}
+
 std::mutex &ownTextLock(const void *block)
 {
     // A lock per record would be larger than most of its texts.
@@ -44,22 +51,22 @@ std::mutex &ownTextLock(const void *block)
 
 std::size_t FieldBlock::bytesFor(const RecordType &type, std::size_t keyLength)
 {
-    return type.blockSize() + keyLength;
+    return bytesOfKey(keyLength) + type.blockSize();
 }
 
 FieldBlock::FieldBlock(const RecordType &type, const std::string &key, void *place)
-    : recordType(type), memory(static_cast<unsigned char *>(place)), hash(kdservice::hashOfKey(key)),
-      keyLength(static_cast<std::uint32_t>(key.size()))
+    : recordType(type), memory(static_cast<unsigned char *>(place) + bytesOfKey(key.size())),
+      hash(kdservice::hashOfKey(key)), keyLength(static_cast<std::uint32_t>(key.size()))
 {
-    std::memcpy(memory + recordType.blockSize(), key.data(), keyLength);
+    std::memcpy(place, key.data(), keyLength);
     initialise();
 }
 
 FieldBlock::FieldBlock(const FieldBlock &other, void *place)
-    : recordType(other.recordType), memory(static_cast<unsigned char *>(place)), hash(other.hash),
-      keyLength(other.keyLength)
+    : recordType(other.recordType), memory(static_cast<unsigned char *>(place) + bytesOfKey(other.keyLength)),
+      hash(other.hash), keyLength(other.keyLength)
 {
-    std::memcpy(memory + recordType.blockSize(), other.memory + recordType.blockSize(), keyLength);
+    std::memcpy(place, other.keyText(), keyLength);
     initialise();
     copyValues(other);
 }
@@ -135,9 +142,14 @@ FieldBlock::~FieldBlock()
     }
 }
 
+const char *FieldBlock::keyText() const
+{
+    return reinterpret_cast<const char *>(memory - bytesOfKey(keyLength));
+}
+
 std::string FieldBlock::key() const
 {
-    return std::string(reinterpret_cast<const char *>(memory + recordType.blockSize()), keyLength);
+    return std::string(keyText(), keyLength);
 }
 
 const FieldSlot *FieldBlock::find(int id, Store store) const

@@ -7,7 +7,8 @@
 
 namespace refhost {
 
-/// The values of one record: a flat block behind a type description, with the key behind it.
+/// The values of one record: a flat block behind a type description, with the key in front of it, since whoever takes a
+/// change reads the key first and few of the values.
 ///
 /// Threading: every call from any thread. Numbers, codes and shared texts are atomics (a read costs what a plain read
 /// costs); own texts are guarded by one of 64 locks that all records share, about 20 ns a read. Each field changes at
@@ -53,12 +54,13 @@ private:
         return reinterpret_cast<T *>(memory + slot.offset);
     }
     const FieldSlot *find(int id, FieldSlot::Store store) const;
+    const char *keyText() const;
     void initialise();
     void copyValues(const FieldBlock &other);
     void setChar(const FieldSlot &slot, int code);
 
     const RecordType &recordType;
-    unsigned char *memory;
+    unsigned char *memory; ///< the values
     quint64 hash;
     std::uint32_t keyLength;
 };
