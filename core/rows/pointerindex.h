@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QtCore/qglobal.h>
+#include <algorithm>
 #include <utility>
 #include <vector>
+
+#include "rows/prefetch.h"
 
 namespace core {
 
@@ -23,6 +26,18 @@ public:
                 return cells[i].object;
         return nullptr;
     }
+    /// Has the processor fetch where a search of this hash begins; fetched, likely() answers without waiting.
+    void prefetch(quint64 hash) const
+    {
+        if (count > 0)
+            core::prefetch(&cells[homeOf(hash)]);
+    }
+    /// The first object of this hash, which is the one that is looked for unless others have the same; null when there
+    /// is none.
+    T *likely(quint64 hash) const
+    {
+        return find(hash, [](const T &) { return true; });
+    }
     void insert(quint64 hash, T *object)
     {
         if ((static_cast<std::size_t>(count) + 1) * 3 > cells.size() * 2)
@@ -32,9 +47,10 @@ public:
     }
     /// The object must be there under this hash.
     void remove(quint64 hash, const T *object);
+    /// Keeps its memory.
     void clear()
     {
-        cells.clear();
+        std::fill(cells.begin(), cells.end(), Cell());
         count = 0;
     }
 

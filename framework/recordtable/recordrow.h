@@ -45,6 +45,15 @@ struct RecordRow : std::enable_shared_from_this<RecordRow>
     std::vector<RecordCell> cells; ///< by column; shorter while no cell was needed
     std::vector<RecordSortKey> keys;
 
+    /// As a new one, with the memory that it has.
+    void reset()
+    {
+        place = -1;
+        gone = false;
+        touched = false;
+        cells.clear();
+        keys.clear();
+    }
     RecordCell &cell(int column)
     {
         if (cells.size() <= static_cast<std::size_t>(column))

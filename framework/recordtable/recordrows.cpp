@@ -10,25 +10,34 @@ RecordRows::RecordRows(KeyOf key) : keyOf(std::move(key)) {}
 /// Identities are odd on the screen and serial numbers even, so that they never meet.
 GridRowId RecordRows::takeScreenId(quint64 identity, RecordRow *row)
 {
-    if (identity != 0 && rowOfScreenId.emplace(identity | 1, row).second)
-        return identity | 1;
-    lastSerial += 2;
-    rowOfScreenId.emplace(lastSerial, row);
-    return lastSerial;
+    const bool isFree = identity != 0 && !rowOnScreen(identity | 1);
+    const GridRowId id = isFree ? identity | 1 : lastSerial += 2;
+    rowOfScreenId.insert(id, row);
+    return id;
+}
+
+RecordRowPtr RecordRows::freshRow()
+{
+    if (spare.empty())
+        return std::make_shared<RecordRow>();
+    RecordRowPtr row = std::move(spare.back());
+    spare.pop_back();
+    row->reset();
+    return row;
 }
 
 RecordRow *RecordRows::add(quint64 identity)
 {
     if (nextId == std::numeric_limits<int>::max())
         return nullptr;
-    const auto row = std::make_shared<RecordRow>();
-    row->id = nextId++;
-    row->version = nextVersion();
+    arrival.push_back(freshRow());
+    RecordRow &row = *arrival.back();
+    row.id = nextId++;
+    row.version = nextVersion();
     known.push_back(0);
-    row->gridId = takeScreenId(identity, row.get());
-    arrival.push_back(row);
-    touch(*row);
-    return row.get();
+    row.gridId = takeScreenId(identity, &row);
+    touch(row);
+    return &row;
 }
 
 bool RecordRows::remove(int id)
@@ -37,15 +46,18 @@ bool RecordRows::remove(int id)
     if (!row)
         return false;
     row->gone = true;
-    rowOfScreenId.erase(row->gridId);
+    rowOfScreenId.remove(row->gridId, row);
     ++goneCount;
     return true;
 }
 
 void RecordRows::clear()
 {
-    for (const RecordRowPtr &row : arrival)
+    for (RecordRowPtr &row : arrival) {
         row->gone = true;
+        if (row.use_count() == 1)
+            spare.push_back(std::move(row));
+    }
     order.clear();
     touchedRows.clear();
     rowOfScreenId.clear();
@@ -85,11 +97,10 @@ RecordRow *RecordRows::find(int id)
 
 RecordRow *RecordRows::findOnScreen(GridRowId id)
 {
-    const auto found = rowOfScreenId.find(id);
-    if (found == rowOfScreenId.end())
-        return nullptr;
-    noteKnown(*found->second);
-    return found->second;
+    RecordRow *row = rowOnScreen(id);
+    if (row)
+        noteKnown(*row);
+    return row;
 }
 
 void RecordRows::setSorts(const Sorts &sorts)

@@ -3,11 +3,11 @@
 #include <QtCore/QPair>
 #include <QtCore/QVector>
 #include <functional>
-#include <unordered_map>
 #include <vector>
 
 #include "frameworkexport.h"
 #include "recordtable/recordrow.h"
+#include "rows/pointerindex.h"
 
 namespace ZB {
 
@@ -15,7 +15,8 @@ namespace ZB {
 /// row for as long as it exists; clear() starts again. GUI thread.
 ///
 /// Changes are noted, and carried out together when the order is read next: k changed of n rows cost O(k log k + n),
-/// and nothing when no row has to move.
+/// and nothing when no row has to move. The memory of rows that clear() took away is kept for those that come next: a
+/// filter takes all rows away, and gives most of them back.
 class FRAMEWORK_API RecordRows
 {
 public:
@@ -66,6 +67,8 @@ private:
     void moveTouched();
     void takeKeys(RecordRow &row) const;
     bool goesBefore(const RecordRow &a, const RecordRow &b) const;
+    RecordRowPtr freshRow();
+    RecordRow *rowOnScreen(GridRowId id) const { return rowOfScreenId.likely(id); }
     GridRowId takeScreenId(quint64 identity, RecordRow *row);
 
     const KeyOf keyOf;
@@ -74,7 +77,8 @@ private:
     std::vector<RecordRow *> order;
     std::vector<RecordRow *> touchedRows; ///< new ones too
     std::vector<char> known;              ///< by id
-    std::unordered_map<GridRowId, RecordRow *> rowOfScreenId;
+    core::PointerIndex<RecordRow> rowOfScreenId; ///< each id is its own hash
+    std::vector<RecordRowPtr> spare;             ///< rows that nobody has any more
     int nextId = 0;
     int goneCount = 0;
     quint64 lastSerial = 0;

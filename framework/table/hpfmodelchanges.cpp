@@ -12,16 +12,6 @@ namespace {
 constexpr std::size_t changesPerPiece = 256; ///< applied under one lock: less than half a millisecond
 constexpr std::size_t changesAhead = 64;     ///< what so many read still fits into the processor's cache
 
-/// All of a small row, with the count of its holders, which stands in front of it where both were made at once.
-void prefetchRow(const void *row)
-{
-    constexpr int lineSize = 64;
-    constexpr int inFront = 32;
-    constexpr int lines = 3;
-    for (int line = 0; row && line < lines; ++line)
-        core::prefetch(static_cast<const char *>(row) - inFront + line * lineSize);
-}
-
 } // namespace
 
 HpfModelState::PutResult HpfModelState::put(const Row &row)
@@ -155,7 +145,7 @@ void HpfModelState::warmUp(const Change *changes, std::size_t count) const
         if (slots[i] == HpfModelContent::Slots::noSlot)
             continue;
         content->view->prefetchPlace(slots[i]);
-        prefetchRow(content->slots.row(slots[i]).get()); // it is let go when the batch is through
+        core::prefetchObject(content->slots.row(slots[i]).get()); // it is let go when the batch is through
     }
 }
 

@@ -20,6 +20,8 @@ TEST(PointerIndex, FindsWhatIsThereAndNothingElseWhateverTheHashes)
             const int key = static_cast<int>(random() % 200);
             const auto known = keys.find(key);
             ASSERT_EQ(find(key), known == keys.end() ? nullptr : &known->second) << "step " << step;
+            const int *likely = index.likely(hashOf(key));
+            ASSERT_TRUE(likely ? hashOf(*likely) == hashOf(key) : known == keys.end()) << "step " << step;
             if (known == keys.end()) {
                 index.insert(hashOf(key), &keys.emplace(key, key).first->second);
             } else if (random() % 2 == 0) {
@@ -32,5 +34,6 @@ TEST(PointerIndex, FindsWhatIsThereAndNothingElseWhateverTheHashes)
             ASSERT_EQ(find(key), &kept);
         index.clear();
         ASSERT_EQ(find(keys.begin()->first), nullptr);
+        ASSERT_EQ(index.likely(hashOf(keys.begin()->first)), nullptr);
     }
 }

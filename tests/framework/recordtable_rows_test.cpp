@@ -78,6 +78,29 @@ TEST_F(RecordRowsTest, ARowIsKnownAgainByItsIdentityAfterAClear)
     EXPECT_EQ(rows.findOnScreen(before)->id, 1);
 }
 
+TEST_F(RecordRowsTest, ARowThatSomebodyHoldsOverAClearIsNotGivenAgain)
+{
+    add(1, "a");
+    add(2, "b");
+    rows.setSorts({{0, 1}});
+    EXPECT_EQ(shown(), "1 0 ");
+    const ZB::RecordRowPtr held = rows.find(0)->shared_from_this();
+    held->cell(0).text = "on the screen";
+    rows.find(1)->cell(0).text = "of the former row";
+    rows.clear();
+    rows.setSorts({});
+    for (int i = 0; i < 3; ++i)
+        add(5 - i, "x");
+    EXPECT_TRUE(held->gone);
+    EXPECT_EQ(held->cell(0).text, "on the screen");
+    EXPECT_EQ(shown(), "0 1 2 ");
+    for (int id = 0; id < 3; ++id) {
+        EXPECT_NE(rows.peek(id), held.get());
+        EXPECT_FALSE(rows.isKnown(id));
+        EXPECT_TRUE(rows.find(id)->cells.empty() && !rows.find(id)->gone) << id;
+    }
+}
+
 TEST_F(RecordRowsTest, TextsWithTheSameBeginningAreToldApartInBothDirections)
 {
     for (const char *text : {"longer b", "longer a", "long", "longer"})
