@@ -196,7 +196,8 @@ TEST_F(CDataTableHooks, LeaveRowsAndMapsInAgreementWhateverTheyDo)
     const auto anyTicket = [&below] { return fullTicket("k" + std::to_string(below(30)), below(12)); };
     int depth = 0;
     const auto act = [&] {
-        switch (below(12)) {
+        QVector<KV::CDataTable::FieldChange> changes;
+        switch (below(13)) {
         case 0:
             return table->filterColumn();
         case 1:
@@ -211,8 +212,16 @@ TEST_F(CDataTableHooks, LeaveRowsAndMapsInAgreementWhateverTheyDo)
             table->removeDataByKey("k" + std::to_string(below(30)));
             return;
         case 7:
-        case 8:
             table->updateDatas({anyTicket(), anyTicket(), anyTicket(), anyTicket()});
+            return;
+        case 8:
+            changes.clear();
+            for (int i = 0; i < 60; ++i)
+                changes.append({anyTicket(), TicketLots});
+            table->updateDataFields(changes);
+            return;
+        case 9:
+            table->updateDataField(anyTicket(), TicketLots, below(4) == 0);
             return;
         default:
             table->updateData(anyTicket(), below(4) == 0);

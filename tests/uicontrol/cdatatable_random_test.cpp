@@ -164,6 +164,16 @@ TEST_F(CDataTableRandom, MapsAndRowsAgreeWithAPlainTableAfterAnySequence)
                 ASSERT_EQ(table->updateDataField(ticket, TicketLots, below(10) == 0), row) << "step " << step;
             else
                 ASSERT_EQ(table->updateData(ticket, below(10) == 0), row) << "step " << step;
+        } else if (action < 23) {
+            QVector<KV::CDataTable::FieldChange> batch;
+            QVector<int> rows;
+            for (int i = below(120); i > 0; --i) {
+                batch.append({below(10) == 0 ? RecordPtr() : RecordPtr(anyTicket()), TicketLots});
+                const RecordPtr &record = batch.back().record;
+                const bool isStored = record && plain.stored.count(record->getKey()) > 0;
+                rows.append(isStored ? plain.update(record) : -1);
+            }
+            ASSERT_EQ(table->updateDataFields(batch), rows) << "step " << step;
         } else if (action < 27) {
             QVector<RecordPtr> batch;
             QVector<int> newRows;

@@ -46,6 +46,13 @@ public:
     using Records = std::map<std::string, RecordPtr>;
     using ColumnFilter = QPair<ZB::EFilterType, QSet<QString>>;
 
+    /// A record that is handed in for one of its fields.
+    struct FieldChange
+    {
+        RecordPtr record;
+        int field = -1;
+    };
+
     CDataTable(int tableId, int metaID, QWidget *parent);
     ~CDataTable() override;
 
@@ -60,6 +67,9 @@ public:
     int refreshData(const RecordPtr &record, bool flag);
     /// The same for one of its fields; costs about a microsecond.
     int updateDataField(const RecordPtr &record, int field, bool flag);
+    /// The same for many, in their order and repainted with the next frame; the row of each. An update costs about half
+    /// of one that comes alone.
+    QVector<int> updateDataFields(const QVector<FieldChange> &changes);
     void refreshDatas();
     /// These answer with the row that was removed. A record without a row stays stored (-1).
     int removeData(const RecordPtr &record);
@@ -169,6 +179,7 @@ private:
     };
     using Entry = std::pair<const std::string, Stored>;
     class Index;
+    struct KnownKey;
     /// A row and what it was given to show last. No entry for a row that a derived table has added on its own.
     struct ShownRow
     {
@@ -199,13 +210,16 @@ private:
     Entry *entryOf(const std::string &key) const;
     Entry &store(const RecordPtr &record);
     Entry *takeOver(const RecordPtr &record);
+    void prefetchEntry(const KnownKey &key) const;
+    void prefetchRow(const KnownKey &key, int field) const;
+    int takeField(const FieldChange &change, const KnownKey &key, bool flag);
     int showStored(Entry &entry, bool flag);
     void giveRow(Entry &entry, int row);
     void showRow(const RecordPtr &record, int row);
     Entry *stillStored(Entry &entry, const RecordPtr &record, quint64 removalsBefore) const;
     std::vector<NewRecord> withoutRows(const std::vector<NewRecord> &passed, bool lookUp) const;
     QVector<int> showNew(const std::vector<NewRecord> &newOnes);
-    void forEachStored(const std::function<void(Entry &)> &visit);
+    void forEachStored(const std::function<void(Entry &, const RecordPtr &)> &visit);
     void forgetRows();
     const ShownRow *shownRow(int row) const;
     ShownRow &rowFor(int row);

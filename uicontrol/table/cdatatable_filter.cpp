@@ -87,8 +87,7 @@ void CDataTable::reFilterDatas()
     forgetRows();
     rowToKey.reserve(records.size());
     const quint64 forgottenBefore = rowsForgotten;
-    forEachStored([this, forgottenBefore](Entry &stored) {
-        const RecordPtr record = stored.second.record;
+    forEachStored([this, forgottenBefore](Entry &stored, const RecordPtr &record) {
         const quint64 removalsBefore = removals;
         if (rowsForgotten != forgottenBefore || !passData(record))
             return;
@@ -122,8 +121,7 @@ void CDataTable::showFilterMenu(int column, QRect header)
     const bool ofNumbers = type == kdservice::ExtInt || type == kdservice::ExtLong || type == kdservice::ExtDouble;
     std::map<QString, int> counts;
     std::map<QString, double> numbers;
-    forEachStored([&](Entry &entry) {
-        const RecordPtr record = entry.second.record;
+    forEachStored([&](Entry &, const RecordPtr &record) {
         QString text;
         if (!passAllBut(record, column))
             return;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "model/fieldvalue.h"
+#include "rows/prefetch.h"
 
 namespace KV {
 
@@ -27,6 +28,13 @@ void ColumnTotals::change(int field, std::size_t place, double value)
         total.sum.subtract(before);
     if (!isAbsent(value))
         total.sum.add(value);
+}
+
+void ColumnTotals::prefetch(int field, std::size_t place) const
+{
+    const auto found = totals.find(field);
+    if (found != totals.end())
+        core::prefetch(found->second.values.data() + place);
 }
 
 const core::ExactSum *ColumnTotals::sum(int field) const

@@ -16,6 +16,8 @@ public:
     void count(int field, std::vector<double> values);
     /// Nothing for a field that is not counted.
     void change(int field, std::size_t place, double value);
+    /// Has the processor fetch what a change at this place reads.
+    void prefetch(int field, std::size_t place) const;
     /// Null for a field that is not counted.
     const core::ExactSum *sum(int field) const;
     /// No field is counted any more.
