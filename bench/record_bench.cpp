@@ -44,12 +44,6 @@ public:
     KV::CDataTable table;
 };
 
-struct Update
-{
-    OrderPtr order;
-    int field;
-};
-
 /// A feed: prices and fills of records drawn at random.
 class Feed
 {
@@ -68,14 +62,14 @@ public:
             updates.push_back({order, isPrice ? refhost::OrderPrice : refhost::OrderFilled});
         }
     }
-    const std::vector<Update> &next() const { return updates; }
+    const QVector<KV::CDataTable::FieldChange> &next() const { return updates; }
     /// The records as they are after all updates.
     const std::vector<OrderPtr> &present() const { return orders; }
 
 private:
     std::vector<OrderPtr> orders;
     std::mt19937 random;
-    std::vector<Update> updates;
+    QVector<KV::CDataTable::FieldChange> updates;
     std::vector<OrderPtr> former; ///< those that go with these updates: the host lets them go, and not within a frame
 };
 
@@ -102,9 +96,18 @@ void checkFalling(const char *whose, PriceOf priceOf)
             qFatal("row %d of %s table is out of order", row, whose);
 }
 
-FrameTimes ourFrames(const std::vector<OrderPtr> &orders, bool sorted, double seconds)
+/// How the table is asked to take the changes of a frame.
+enum class Way
+{
+    AtOnce,
+    OneByOne,
+    AtOnceSorted
+};
+
+FrameTimes ourFrames(const std::vector<OrderPtr> &orders, Way way, double seconds)
 {
     OurRecords ours(orders);
+    const bool sorted = way == Way::AtOnceSorted;
     const int price = ours.table.fieldID2columnID(refhost::OrderPrice);
     if (sorted)
         ours.table.setSortColumns({{price, 1}});
@@ -113,8 +116,11 @@ FrameTimes ourFrames(const std::vector<OrderPtr> &orders, bool sorted, double se
     const FrameTimes times = pacedFrames(
         {seconds, updatesPerSecond}, ours.table.findChild<ZB::GridView *>(), [&](int count) { feed.prepare(count); },
         [&] {
-            for (const Update &update : feed.next())
-                ours.table.updateDataField(update.order, update.field, false);
+            if (way == Way::OneByOne)
+                for (const auto &update : feed.next())
+                    ours.table.updateDataField(update.record, update.field, false);
+            else
+                ours.table.updateDataFields(feed.next());
             ours.table.updateTable();
         });
     checkTexts(feed.present(), "our", [&](std::size_t place, int field) {
@@ -135,8 +141,8 @@ FrameTimes stockFrames(const std::vector<OrderPtr> &orders, bool sorted, double 
     const FrameTimes times = pacedFrames(
         {seconds, updatesPerSecond}, stock.viewport(), [&](int count) { feed.prepare(count); },
         [&] {
-            for (const Update &update : feed.next())
-                stock.updateField(update.order, update.field);
+            for (const auto &update : feed.next())
+                stock.updateField(update.record, update.field);
             stock.fade();
         });
     checkTexts(feed.present(), "the stock", [&](std::size_t place, int field) { return stock.text(place, field); });
@@ -149,18 +155,19 @@ std::vector<BenchRow> updateFields(bool quick)
 {
     const std::vector<OrderPtr> orders = makeOrders(recordCount, 17);
     std::vector<BenchRow> rows;
-    for (const bool sorted : {false, true}) {
-        const FrameTimes ours = ourFrames(orders, sorted, quick ? 3 : 20);
-        FrameTimes stock;
-        if (isStockWanted())
-            stock = stockFrames(orders, sorted, quick ? 3 : 5);
-        const auto row = [&](const char *name, const char *unit, double FrameTimes::*part) {
-            rows.push_back(smallerIsBetter(name, ours.frames, unit, ours.*part, stock.*part));
-            rows.back().records = recordCount;
-        };
-        row(sorted ? "record.update_sorted_10k" : "record.update_10k", "ms p99", &FrameTimes::p99);
-        row(sorted ? "record.update_sorted_p50" : "record.update_10k_p50", "ms", &FrameTimes::median);
-    }
+    FrameTimes stock;
+    const auto measure = [&](Way way, const char *slowest, const char *median) {
+        const FrameTimes ours = ourFrames(orders, way, quick ? 3 : 20);
+        if (isStockWanted() && way != Way::OneByOne)
+            stock = stockFrames(orders, way == Way::AtOnceSorted, quick ? 3 : 5);
+        rows.push_back(smallerIsBetter(slowest, ours.frames, "ms p99", ours.p99, stock.p99));
+        rows.push_back(smallerIsBetter(median, ours.frames, "ms", ours.median, stock.median));
+    };
+    measure(Way::AtOnce, "record.update_10k", "record.update_10k_p50");
+    measure(Way::OneByOne, "record.update_single_10k", "record.update_single_p50");
+    measure(Way::AtOnceSorted, "record.update_sorted_10k", "record.update_sorted_p50");
+    for (BenchRow &row : rows)
+        row.records = recordCount;
     return rows;
 }
 

@@ -19,6 +19,8 @@ namespace bench {
 
 namespace {
 
+using RecordPtr = StockRecords::RecordPtr;
+
 constexpr int summedProperty = 1;
 constexpr int sumMilliseconds = 100;
 constexpr int flashProperty = 6;
@@ -51,6 +53,7 @@ public:
         return static_cast<int>((left * flashSteps + flashMilliseconds - 1) / flashMilliseconds);
     }
 
+    QString colorKey;
     double number = 0;
     double change = 0;
     qint64 changedAt = -flashMilliseconds;
@@ -87,14 +90,14 @@ private:
     const QColor fall;
 };
 
-boost::shared_ptr<kdservice::IData> holderOf(const OrderPtr &order, int fieldId)
+RecordPtr holderOf(const RecordPtr &order, int fieldId)
 {
     if (order->getFieldDes(fieldId))
         return order;
     return order->getIData(refhost::OrderInstrument);
 }
 
-double numberOf(const OrderPtr &order, const kdservice::FieldDes &field)
+double numberOf(const RecordPtr &order, const kdservice::FieldDes &field)
 {
     switch (field.dataType) {
     case kdservice::ExtInt:
@@ -110,7 +113,8 @@ double numberOf(const OrderPtr &order, const kdservice::FieldDes &field)
 
 } // namespace
 
-StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), table(new QTableWidget)
+StockRecords::StockRecords(const std::vector<OrderPtr> &list)
+    : orders(list.begin(), list.end()), table(new QTableWidget)
 {
     for (kdservice::FieldDes *field :
          kdservice::TypeManager::instance()->getAllFields({orderMetaId()}, kdservice::TraderStock)) {
@@ -123,10 +127,10 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
     const int columns = static_cast<int>(fields.size());
     table->setRowCount(static_cast<int>(orders.size()));
     table->setColumnCount(columns);
-    placeOfKey.reserve(table->rowCount());
+    placeOfKey.reserve(orders.size());
     for (int row = 0; row < table->rowCount(); ++row) {
-        const OrderPtr &order = orders[static_cast<std::size_t>(row)];
-        placeOfKey.insert(order->hashKey(), row);
+        const RecordPtr &order = orders[static_cast<std::size_t>(row)];
+        placeOfKey.emplace(order->getKey(), row);
         for (int column = 0; column < columns; ++column) {
             auto *item = new NumberItem;
             setCell(*item, order, *fields[static_cast<std::size_t>(column)]);
@@ -148,13 +152,14 @@ StockRecords::StockRecords(const std::vector<OrderPtr> &list) : orders(list), ta
     QCoreApplication::processEvents();
 }
 
-void StockRecords::setCell(QTableWidgetItem &item, const OrderPtr &order, const kdservice::FieldDes &field)
+void StockRecords::setCell(QTableWidgetItem &item, const RecordPtr &order, const kdservice::FieldDes &field)
 {
     QString text, colorKey, unit;
     QVariant value;
     KV::formatField(holderOf(order, field.fieldId), &field, field.fieldId, text, colorKey, unit, value,
                     kdservice::TraderStock);
     static_cast<NumberItem &>(item).number = numberOf(order, field);
+    static_cast<NumberItem &>(item).colorKey = colorKey;
     item.setForeground(*ZB::CUiResource::instance()->getColor(colorKey));
     item.setTextAlignment(field.getProperty(2)
                               ? int(Qt::AlignLeft | Qt::AlignVCenter)
@@ -170,9 +175,9 @@ int StockRecords::columnOfField(int fieldId) const
     return -1;
 }
 
-void StockRecords::updateField(const OrderPtr &order, int fieldId)
+void StockRecords::updateField(const RecordPtr &order, int fieldId)
 {
-    const auto place = static_cast<std::size_t>(placeOfKey.value(order->hashKey()));
+    const auto place = static_cast<std::size_t>(placeOfKey.at(order->getKey()));
     orders[place] = order;
     const int column = columnOfField(fieldId);
     const kdservice::FieldDes &field = *fields[static_cast<std::size_t>(column)];
@@ -189,6 +194,10 @@ void StockRecords::updateField(const OrderPtr &order, int fieldId)
         item->changedAt = now();
     }
     item->number = number;
+    if (item->colorKey != colorKey) {
+        item->colorKey = colorKey;
+        item->setForeground(*ZB::CUiResource::instance()->getColor(colorKey));
+    }
     item->setText(text);
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QtCore/QHash>
 #include <QtCore/QSet>
 #include <QtCore/QTimer>
 #include <QtWidgets/QTableWidget>
 #include <memory>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "kdservice/fielddes.h"
@@ -17,10 +18,12 @@ namespace bench {
 class StockRecords
 {
 public:
+    using RecordPtr = boost::shared_ptr<kdservice::IData>;
+
     explicit StockRecords(const std::vector<OrderPtr> &orders);
 
     int columnOfField(int fieldId) const;
-    void updateField(const OrderPtr &order, int fieldId);
+    void updateField(const RecordPtr &order, int fieldId);
     /// Rows whose text in the column is not among these are hidden; an empty set shows all.
     void filter(int column, const QSet<QString> &values);
     int shownRows() const;
@@ -36,7 +39,7 @@ public:
     QWidget *viewport() const { return table->viewport(); }
 
 private:
-    void setCell(QTableWidgetItem &item, const OrderPtr &order, const kdservice::FieldDes &field);
+    void setCell(QTableWidgetItem &item, const RecordPtr &order, const kdservice::FieldDes &field);
     void showSums();
 
     struct Sum
@@ -46,11 +49,11 @@ private:
         QString text; ///< as a label would show it
     };
 
-    std::vector<OrderPtr> orders;
+    std::vector<RecordPtr> orders;
     std::vector<kdservice::FieldDes *> fields;
     std::vector<int> flashingColumns;
     std::vector<QTableWidgetItem *> keyItems; ///< by order: in its row, wherever that is
-    QHash<quint64, int> placeOfKey;
+    std::unordered_map<std::string, int> placeOfKey;
     std::vector<Sum> sums; ///< kept up to date with every change
     QTimer sumTimer;
     std::unique_ptr<QTableWidget> table;
