@@ -75,8 +75,8 @@ private:
     Sorts sortColumns;
     std::vector<RecordRowPtr> arrival; ///< by id
     std::vector<RecordRow *> order;
-    std::vector<RecordRow *> touchedRows; ///< new ones too
-    std::vector<char> known;              ///< by id
+    std::vector<RecordRow *> touchedRows;        ///< new ones too
+    std::vector<char> known;                     ///< by id
     core::PointerIndex<RecordRow> rowOfScreenId; ///< each id is its own hash
     std::vector<RecordRowPtr> spare;             ///< rows that nobody has any more
     int nextId = 0;
