@@ -80,7 +80,8 @@ QStringList FilterPopup::texts() const
 void FilterPopup::abandon()
 {
     step.stop();
-    disconnect();
+    disconnect(this, &FilterPopup::gathered, nullptr, nullptr);
+    disconnect(this, &FilterPopup::chosen, nullptr, nullptr);
     gatherer.reset();
     PopupFrame::abandon();
 }

@@ -38,7 +38,8 @@ void RecordShell::shutDown()
 {
     store.flush([this] { return shellSetting(); });
     closePopup();
-    grid->disconnect();
+    grid->disconnect(q); // from nobody else: accessibility, say, waits to hear that the grid is destroyed
+    grid->disconnect(&widgets);
     search.cancel();
     widgets.clear();
     grid->setSource(nullptr);

@@ -37,7 +37,7 @@ void CBaseHighPerformanceTable::Private::shutDown()
 {
     store.flush([this] { return q->CBaseHighPerformanceTable::getTableSetting(); });
     closePopup();
-    grid->disconnect();
+    grid->disconnect(q); // from nobody else: accessibility, say, waits to hear that the grid is destroyed
     search.cancel();
     grid->setSource(nullptr);
     releaseModel();

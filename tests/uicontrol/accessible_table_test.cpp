@@ -6,6 +6,8 @@
 #include <numeric>
 
 #include "accessibleevents.h"
+#include "popups/filterpopup.h"
+#include "table/cdatatable.h"
 #include "uicontrol/tablewindow.h"
 
 using namespace testrecords;
@@ -149,6 +151,34 @@ TEST_F(AccessibleTable, HasTheNameOfTheTableThatTheHostNamed)
     EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "当日委托");
     grid()->setAccessibleName(QStringLiteral("委托明细"));
     EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "委托明细");
+}
+
+TEST_F(AccessibleTable, NothingIsLeftForReadersOfTablesAndBoxesThatAreGone)
+{
+    const auto idOf = [](QObject *object) {
+        return QAccessible::uniqueId(QAccessible::queryAccessibleInterface(object));
+    };
+    std::vector<QAccessible::Id> ids;
+    {
+        KV::CHpfDataTable model(911, MetaTicket, nullptr, kdservice::TraderStock, false);
+        KV::CDataTable stored(912, MetaTicket, nullptr);
+        model.updateData(fullTicket("a", 1), true);
+        model.show();
+        stored.show();
+        auto *inner = model.findChild<ZB::GridView *>();
+        inner->refreshNow();
+        for (const int column : inner->visibleColumns()) // until one of them can be filtered
+            Q_EMIT inner->filterRequested(column, QRect());
+        auto *box = model.findChild<ZB::FilterPopup *>();
+        ASSERT_NE(box, nullptr);
+        for (QObject *object : std::initializer_list<QObject *>{inner, stored.findChild<ZB::GridView *>(), box})
+            ids.push_back(idOf(object));
+        for (const QAccessible::Id id : ids)
+            ASSERT_NE(QAccessible::accessibleInterface(id), nullptr);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (const QAccessible::Id id : ids)
+        EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
 }
 
 TEST_F(AccessibleTable, TheCellThatWasReadIsTheOneThatIsActedOn)
