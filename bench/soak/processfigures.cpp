@@ -65,11 +65,11 @@ QString growth(const std::vector<Figures> &samples)
         grown +=
             QStringLiteral("memory by %1 MB from %2 MB").arg(more, 0, 'f', 1).arg(memoryBefore[third / 2], 0, 'f', 1);
     const auto [threadsBefore, threadsAfter] = compare([](const Figures &figures) { return figures.threads; });
-    if (threadsAfter.back() > threadsBefore.back())
-        grown += QStringLiteral("threads from %1 to %2").arg(threadsBefore.back()).arg(threadsAfter.back());
+    if (threadsAfter.front() > threadsBefore.front())
+        grown += QStringLiteral("threads from %1 to %2").arg(threadsBefore.front()).arg(threadsAfter.front());
     const auto [filesBefore, filesAfter] = compare([](const Figures &figures) { return figures.descriptors; });
-    if (filesAfter.back() > filesBefore.back())
-        grown += QStringLiteral("descriptors from %1 to %2").arg(filesBefore.back()).arg(filesAfter.back());
+    if (filesAfter.front() > filesBefore.front())
+        grown += QStringLiteral("descriptors from %1 to %2").arg(filesBefore.front()).arg(filesAfter.front());
     const auto [stallBefore, stallAfter] = compare([](const Figures &figures) { return figures.worstStall; });
     if (stallAfter[third / 2] > frame && stallAfter[third / 2] > 2 * stallBefore[third / 2])
         grown += QStringLiteral("stalls from %1 to %2 ms").arg(stallBefore[third / 2]).arg(stallAfter[third / 2]);

@@ -20,8 +20,8 @@ Figures presentFigures();
 
 /// Compares the last third of a run with the one before it; the first third is for warming up. Returns what has grown,
 /// in words; empty when nothing has. Growth is: memory by more than 5 per cent and 16 MB between the medians, a thread
-/// or a descriptor more, stalls twice as long in the median and over a frame of 1/60 second. A single stall of more
-/// than two seconds counts as well, whatever was before.
+/// or a descriptor more at the least (an export holds one for a moment), stalls twice as long in the median and over a
+/// frame of 1/60 second. A single stall of more than two seconds counts as well, whatever was before.
 QString growth(const std::vector<Figures> &samples);
 
 } // namespace soak

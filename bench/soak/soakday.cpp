@@ -35,7 +35,10 @@ SoakDay::SoakDay(WatchedApplication &application, unsigned seed)
     auto *layout = new QHBoxLayout(this);
     layout->addWidget(table, 3);
     layout->addWidget(log, 2);
-    layout->addWidget(ladder);
+    auto *form = new QWidget(this);
+    auto *column = new QVBoxLayout(form);
+    column->addWidget(ladder, 1);
+    layout->addWidget(form);
     resize(1400, 800);
     ladder->setQuoteType(KV::QuoteLevel2Vertical);
 
@@ -49,6 +52,8 @@ SoakDay::SoakDay(WatchedApplication &application, unsigned seed)
     }
     table->updateDatas(records, false);
     table->setSortColumns({{table->getColumnIdByFileId(refhost::OrderPrice), 1}});
+
+    brief = std::make_unique<BriefPanels>(table, orders, form, seed);
 
     connect(&feedTimer, &QTimer::timeout, this, &SoakDay::feed);
     connect(&actionTimer, &QTimer::timeout, this, &SoakDay::act);
@@ -179,6 +184,13 @@ void SoakDay::act()
     case 17:
         watch.nameEvent(QStringLiteral("search in the table"));
         table->find(QStringLiteral("300750"), true);
+        break;
+    case 1:
+    case 6:
+    case 9:
+    case 10:
+        watch.nameEvent(BriefPanels::nameOf(briefCount));
+        brief->act(briefCount++);
         break;
     default:
         watch.nameEvent(QStringLiteral("row selected"));

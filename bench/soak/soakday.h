@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "records/record.h"
+#include "soak/briefpanels.h"
 #include "soak/processfigures.h"
 #include "soak/watchedapplication.h"
 #include "window/stallmeter.h"
@@ -21,7 +22,8 @@ namespace soak {
 
 /// A trading day in a few seconds, again and again: a table that changes under a sort and a filter, a log at full rate,
 /// a ladder, and every tenth of a second something that the user or the program does: another filter, another sort, the
-/// other theme, another scale, a table that is opened, loaded on the strand and closed, a search, a cleared log.
+/// other theme, another scale, a table that is opened, loaded on the strand and closed, a search, a cleared log, boxes
+/// and tables that come and go.
 class SoakDay : public QWidget
 {
     Q_OBJECT
@@ -36,6 +38,8 @@ public:
     qint64 updates() const { return updateCount; }
     qint64 logLines() const { return lineCount; }
     int actions() const { return actionCount; }
+    int boxes() const { return brief->boxes(); }
+    int exports() const { return brief->exports(); }
 
 private:
     void feed();
@@ -52,6 +56,8 @@ private:
     KV::CHpfLogWidget *log;
     KV::CQuotesPricesList *ladder;
     std::unique_ptr<KV::CHpfDataTable> opened; ///< for a moment
+    std::unique_ptr<BriefPanels> brief;
+    int briefCount = 0;
     QTimer feedTimer;
     QTimer actionTimer;
     QTimer sampleTimer;

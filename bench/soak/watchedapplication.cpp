@@ -3,7 +3,9 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEvent>
 #include <QtCore/QMetaEnum>
+#include <QtCore/QThread>
 #include <ctime>
+#include <utility>
 
 namespace soak {
 
@@ -27,7 +29,8 @@ WatchedApplication::~WatchedApplication() = default;
 
 bool WatchedApplication::notify(QObject *receiver, QEvent *event)
 {
-    if (depth > 0)
+    const int level = QThread::currentThread()->loopLevel();
+    if (level <= handledLevel)
         return QApplication::notify(receiver, event);
     const char *const type = QMetaEnum::fromType<QEvent::Type>().valueToKey(event->type());
     const char *const className = receiver->metaObject()->className(); // of a receiver that may go
@@ -35,9 +38,12 @@ bool WatchedApplication::notify(QObject *receiver, QEvent *event)
     QElapsedTimer clock;
     clock.start();
     const double busyBefore = processorTime();
-    ++depth;
+    const int outerLevel = std::exchange(handledLevel, level);
+    deepestLevel = level;
     const bool done = QApplication::notify(receiver, event);
-    --depth;
+    handledLevel = outerLevel;
+    if (deepestLevel > level) // a loop of its own let other events through, which were measured
+        return done;
     const double time = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
     if (time <= frame)
         return done;

@@ -32,7 +32,8 @@ public:
 private:
     std::map<QString, Cause> found;
     QString eventName;
-    int depth = 0;
+    int handledLevel = 0; ///< the loop whose event is being handled; of the outermost is 1
+    int deepestLevel = 0; ///< the innermost loop since then
 };
 
 } // namespace soak
