@@ -32,6 +32,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_NAME uicontrol-terminal)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_DEPENDS "libqt5sql5-sqlite, fonts-noto-cjk")
+set(CPACK_DEBIAN_TERMINAL_PACKAGE_RECOMMENDS "qttranslations5-l10n")
 set(CPACK_COMPONENT_TERMINAL_DESCRIPTION "A terminal that trades on paper, over recorded or simulated markets")
 set(CPACK_COMPONENT_TERMINAL_DEPENDS runtime)
 

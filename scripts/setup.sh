@@ -19,6 +19,7 @@ ccache /usr/bin/ccache
 qtbase5-dev $libdir/cmake/Qt5Widgets/Qt5WidgetsConfig.cmake
 qtbase5-private-dev $libdir/cmake/Qt5AccessibilitySupport/Qt5AccessibilitySupportConfig.cmake
 libqt5sql5-sqlite $libdir/qt5/plugins/sqldrivers/libqsqlite.so
+qttranslations5-l10n /usr/share/qt5/translations/qtbase_zh_CN.qm
 libqt5svg5-dev $libdir/cmake/Qt5Svg/Qt5SvgConfig.cmake
 libboost-thread-dev $libdir/libboost_thread.so
 libboost-date-time-dev $libdir/libboost_date_time.so

@@ -1,10 +1,14 @@
 #include <QtCore/QDateTime>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QTreeView>
 #include <algorithm>
 
 #include "popups/columnpopup.h"
 #include "popups/markpopup.h"
 #include "table/tableshell.h"
+#include "zb/cuiresource.h"
 #include "zb/etableflag.h"
 #include "zb/messagebox.h"
 
@@ -115,6 +119,19 @@ void TableShell::openMarks()
     box->showAt(popupAnchor(), Qt::RightEdge);
 }
 
+namespace {
+
+/// Qt's own box for files, where the system has none: places and dates are cut off in it as it comes.
+void giveRoom(QFileDialog &dialog)
+{
+    if (auto *places = dialog.findChild<QListView *>(QStringLiteral("sidebar")))
+        places->setMinimumWidth(scaled(120));
+    if (auto *files = dialog.findChild<QTreeView *>())
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+}
+
+} // namespace
+
 void TableShell::askExport()
 {
     auto *dialog = new QFileDialog(widget, QStringLiteral("导出数据"));
@@ -144,6 +161,7 @@ void TableShell::askExport()
                             QStringLiteral("导出失败：%1").arg(transfer.errorText()));
         },
         Qt::QueuedConnection);
+    giveRoom(*dialog);
     dialog->open();
 }
 

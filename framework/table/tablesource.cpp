@@ -15,11 +15,19 @@ namespace {
 constexpr int touchShift = 40; ///< changes of data count below it, so that neither can make up for the other
 
 /// In groups of digits where the user wants them.
-QString groupedText(qint64 number)
+/// With the digits in front of the decimal point in groups, where the user wants that.
+QString groupedText(const QString &text)
 {
+    const int sign = text.startsWith(QLatin1Char('-')) ? 1 : 0;
+    int end = sign;
+    while (end < text.size() && text.at(end) >= QLatin1Char('0') && text.at(end) <= QLatin1Char('9'))
+        ++end;
+    bool whole = false;
+    const qint64 number = text.midRef(sign, end - sign).toLongLong(&whole);
     const KV::CUserConfig *config = KV::getUserConfig();
-    return formatLonglongNumber(number, 0,
-                                config ? config->getSegmentedFormatFlag() : utils::CFlags<utils::EFormatNumberFlag>());
+    if (!whole || !config)
+        return text;
+    return text.left(sign) + formatLonglongNumber(number, 0, config->getSegmentedFormatFlag()) + text.mid(end);
 }
 
 } // namespace
@@ -216,9 +224,8 @@ QString TableSource::statisticsText(int column) const
     if (!HpfModelAccess::status(*model).pending) {
         const QVariant::Type type = model->columnType(column);
         const QString text = model->getStatDispalyQString(column);
-        bool whole = type == QVariant::Int || type == QVariant::LongLong;
-        const qint64 sum = whole ? text.toLongLong(&whole) : 0;
-        statisticsTexts[column] = whole ? groupedText(sum) : text;
+        const bool isNumber = type == QVariant::Int || type == QVariant::LongLong || type == QVariant::Double;
+        statisticsTexts[column] = isNumber ? groupedText(text) : text;
     }
     return statisticsTexts[column];
 }

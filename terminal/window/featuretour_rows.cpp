@@ -124,7 +124,7 @@ void FeatureTour::newRows()
 
 void FeatureTour::changedCells()
 {
-    orders->change(OrderFilled);
+    orders->fillOrder();
 }
 
 void FeatureTour::otherPage()

@@ -23,6 +23,7 @@
 #include "window/logpage.h"
 #include "window/mainwindow.h"
 #include "window/productname.h"
+#include "window/qttexts.h"
 #include "window/ticketpanel.h"
 #include "window/topbar.h"
 #include "window/viewsettings.h"
@@ -60,8 +61,11 @@ void logQtMessages()
     qInstallMessageHandler(logQtMessage);
 }
 
-TerminalProgram::TerminalProgram(QApplication &application, const Options &given) : options(given)
+TerminalProgram::TerminalProgram(QApplication &application, const Options &given)
+    : options(given), qtTexts(chineseQtTexts())
 {
+    if (qtTexts)
+        QCoreApplication::installTranslator(qtTexts.get());
     refhost::ThemeService::instance().styleApplication(application);
 }
 

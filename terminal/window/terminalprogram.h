@@ -7,6 +7,7 @@
 #include "window/runlog.h"
 
 class QApplication;
+class QTranslator;
 
 namespace refhost {
 class UserConfig;
@@ -46,6 +47,7 @@ private:
 
     const Options options;
     const RunLog runLog;
+    const std::unique_ptr<QTranslator> qtTexts;
     refhost::UserConfig *settings = nullptr; ///< while the program runs
     std::unique_ptr<FeedPump> pump;
     std::unique_ptr<TradeDesk> desk;    ///< heard by the pump

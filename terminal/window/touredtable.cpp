@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "feed/marketdata.h"
 #include "grid/gridview.h"
 #include "kdservice/idata.h"
 #include "model/chpfdata.h"
 #include "popups/pagingbar.h"
+#include "records/fieldids.h"
 #include "table/chpfdatatable.h"
 #include "window/repeatedrecord.h"
 #include "window/tablepanel.h"
@@ -29,6 +31,13 @@ boost::shared_ptr<kdservice::IData> recordOf(const KV::CHpfDataTable &table, int
     const int place = rows.size() - 1 - before % std::min(rows.size(), repeatedRows);
     const auto row = boost::dynamic_pointer_cast<KV::CHpfData>(rows[place]);
     return row ? row->getIData() : nullptr;
+}
+
+/// Of a stock, whose amount is price by quantity.
+bool isOpenOrder(const kdservice::IData &order)
+{
+    return order.getString(refhost::OrderCode).find('.') != std::string::npos &&
+           order.getInt(refhost::OrderStatus) == int(feed::OrderStatus::Accepted);
 }
 
 } // namespace
@@ -121,14 +130,22 @@ void TouredTable::bringNew(int count)
     bring(records);
 }
 
-void TouredTable::change(int field)
+void TouredTable::fillOrder()
 {
-    const auto newest = recordOf(table(), 0);
-    if (!newest)
-        return;
-    const auto changed = repeatedRecord(*newest, newest->getKey());
-    changed->setData(field, newest->getLong(field) + 100);
-    bring({changed});
+    for (int before = 0; before < repeatedRows; ++before) {
+        const auto order = recordOf(table(), before);
+        if (!order || !isOpenOrder(*order))
+            continue;
+        const auto filled = repeatedRecord(*order, order->getKey());
+        const qint64 quantity = order->getLong(refhost::OrderQuantity);
+        const double price = order->getDouble(refhost::OrderPrice);
+        filled->setData(refhost::OrderFilled, quantity);
+        filled->setData(refhost::OrderUnfilled, qint64(0));
+        filled->setData(refhost::OrderStatus, int(feed::OrderStatus::Filled));
+        filled->setData(refhost::OrderAveragePrice, price);
+        filled->setData(refhost::OrderAmount, price * double(quantity));
+        return bring({filled});
+    }
 }
 
 void TouredTable::bring(const FeedPump::Records &records)

@@ -51,8 +51,8 @@ public:
 
     /// So many records come: the newest ones again, each as a new one.
     void bringNew(int count);
-    /// The newest record comes again and has changed: what is in this integer field is more by one hundred.
-    void change(int field);
+    /// The newest open order of a stock on the list is filled.
+    void fillOrder();
 
 private:
     void bring(const FeedPump::Records &records);

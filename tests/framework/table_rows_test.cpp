@@ -46,6 +46,30 @@ TEST_F(TableRowsTest, WholeSumsAreGroupedLikeTheCellsAboveThem)
     EXPECT_EQ(grid()->source()->statisticsText(Quantity), QStringLiteral("1234567"));
 }
 
+TEST_F(TableRowsTest, SumsWithUnitsAreGroupedToo)
+{
+    class SummingModel : public OrderModel
+    {
+    public:
+        QString getStatDispalyQString(int) const override { return sum; }
+        QString sum;
+    };
+    const auto summing = boost::make_shared<SummingModel>();
+    rebuild(summing);
+    const auto shownSum = [&](const char *text) {
+        summing->sum = QString::fromUtf8(text);
+        return grid()->source()->statisticsText(Price).toStdString();
+    };
+    EXPECT_EQ(shownSum("6432.95万"), "6,432.95万");
+    EXPECT_EQ(shownSum("-1234567.5"), "-1,234,567.5");
+    EXPECT_EQ(shownSum("1 234.50"), "1 234.50");
+    EXPECT_EQ(shownSum("68.13亿"), "68.13亿");
+    EXPECT_EQ(shownSum("非法值"), "非法值");
+    EXPECT_EQ(shownSum(""), "");
+    KV::getUserConfig()->setSegmentedFormat(false);
+    EXPECT_EQ(shownSum("6432.95万"), "6432.95万");
+}
+
 TEST_F(TableRowsTest, TwoTablesOverOneModelBothSeeItsChanges)
 {
     auto *other = new ZB::CBaseHighPerformanceTable(tableId + 1, window.get(), ZB::MenuAll);

@@ -3,7 +3,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QTreeView>
 #include <gtest/gtest.h>
 
 #include "dialog/caboutdialog.h"
@@ -18,6 +20,7 @@
 #include "window/logpage.h"
 #include "window/mainwindow.h"
 #include "window/productname.h"
+#include "window/qttexts.h"
 #include "window/windowdialogs.h"
 
 using namespace terminal;
@@ -51,6 +54,19 @@ TEST(WindowDialogs, WhatAKilledProgramHasLeftGoesAtTheNextStart)
         qunsetenv("TMPDIR");
     else
         qputenv("TMPDIR", formerTemp);
+}
+
+TEST(WindowDialogs, BoxesOfQtsOwnAreChinese)
+{
+    const std::unique_ptr<QTranslator> texts = chineseQtTexts();
+    if (!texts)
+        GTEST_SKIP() << "Qt's Chinese texts are not installed";
+    QCoreApplication::installTranslator(texts.get());
+    const QFileDialog box;
+    QStringList headers;
+    for (const int column : {0, 3})
+        headers << box.findChild<QTreeView *>()->model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_EQ(headers.join(QLatin1Char(' ')), QStringLiteral("名称 修改日期"));
 }
 
 TEST(WindowDialogs, OpenByKeyAndByButtonOnceAndGoWithTheWindow)
