@@ -6,7 +6,9 @@
 #include <QtWidgets/QWidget>
 
 #include "model/chpfdatamodel.h"
+#include "records/fieldids.h"
 #include "services/userconfig.h"
+#include "table/cdatatable.h"
 #include "table/chpfdatatable.h"
 
 extern void (*const recipes[])(QWidget *);
@@ -26,7 +28,7 @@ void runEventsFor(int milliseconds)
 TEST(Cookbook, EveryRecipeRunsInAShownWindow)
 {
     refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
-    ASSERT_EQ(recipeCount, 10);
+    ASSERT_EQ(recipeCount, 11);
     std::string rows;
     for (int number = 0; number < recipeCount; ++number) {
         QWidget window;
@@ -41,7 +43,10 @@ TEST(Cookbook, EveryRecipeRunsInAShownWindow)
         ASSERT_GT(window.layout()->count(), 0) << "recipe " << number + 1 << " shows nothing";
         for (const auto *table : window.findChildren<KV::CHpfDataTable *>())
             rows += std::to_string(number + 1) + ":" + std::to_string(table->getAllDatas().size()) + " ";
+        for (auto *table : window.findChildren<KV::CDataTable *>())
+            rows += std::to_string(number + 1) + ":" +
+                    table->cellText(0, table->fieldID2columnID(refhost::PositionLastPrice)).toStdString() + " ";
     }
-    EXPECT_EQ(rows, "1:1 2:1000 3:1 4:0 5:1 6:1 7:0 7:0 8:0 ");
+    EXPECT_EQ(rows, "1:1 2:1000 3:1 4:0 5:1 6:1 7:0 7:0 8:0 11:1,690.50 ");
     refhost::setUserConfig(nullptr);
 }
