@@ -14,7 +14,6 @@ namespace {
 
 constexpr int touchShift = 40; ///< changes of data count below it, so that neither can make up for the other
 
-/// In groups of digits where the user wants them.
 /// With the digits in front of the decimal point in groups, where the user wants that.
 QString groupedText(const QString &text)
 {
