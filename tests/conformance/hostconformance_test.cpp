@@ -5,21 +5,12 @@
 #include <boost/make_shared.hpp>
 #include <limits>
 
+#include "conformance/findingtext.h"
 #include "records/record.h"
 #include "services/userconfig.h"
 #include "theme/themeservice.h"
 
-using conformance::Findings;
-
 namespace {
-
-std::string lines(const Findings &findings)
-{
-    std::string text;
-    for (const conformance::Finding &finding : findings)
-        text += finding.subject.toStdString() + ": " + finding.what.toStdString() + "\n";
-    return text;
-}
 
 conformance::HostSample referenceSample()
 {
