@@ -35,7 +35,8 @@ constexpr int ladderCancel = 1243;
 
 DeskControl::DeskControl(TradeDesk &tradeDesk, FeedPump &feedPump, TradePage &tradePage, TicketForm &ticketForm)
     : QObject(&tradePage), desk(tradeDesk), pump(feedPump), page(tradePage), ticket(ticketForm),
-      guard(tradeDesk, feedPump), present(DeskSettings::load()), makeSound([](bool) { QApplication::beep(); })
+      guard(tradeDesk, feedPump), present(DeskSettings::load()), sounds(&QApplication::beep),
+      makeSound([this](bool isFill) { sounds.play(isFill); })
 {
     desk.setRules(present.fees.rules());
     addPanels(page);
@@ -216,7 +217,7 @@ void DeskControl::openSettings()
         });
     };
     addSwitch(QStringLiteral("委托前确认"), &DeskSettings::confirms);
-    addSwitch(QStringLiteral("成交和废单提示音"), &DeskSettings::sounds);
+    addSwitch(QStringLiteral("提示音（成交一声，废单两声）"), &DeskSettings::sounds);
     // A box has an event loop of its own, and the menu must be off the stack by then.
     const auto addEntry = [&](const QString &text, void (DeskControl::*open)()) {
         QAction *action = menu->addAction(text);

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "desk/desksettings.h"
+#include "desk/desksounds.h"
 #include "desk/orderguard.h"
 #include "desk/ownorderspanel.h"
 #include "desk/ticketorders.h"
@@ -74,6 +75,7 @@ private:
     TicketForm &ticket;
     OrderGuard guard;
     DeskSettings present;
+    DeskSounds sounds;
     OwnOrdersPanel *ordersPanel;
     OwnDealsPanel *dealsPanel;
     OwnPositionsPanel *positionsPanel;

@@ -83,10 +83,11 @@ protected:
 TEST_F(DeskSettingsMenu, SwitchesQuestionsAndSoundsAndKeepsThem)
 {
     open();
-    EXPECT_EQ(menuText(),
-              "委托前确认 on\n成交和废单提示音 on\n单笔上限... off\n费率和保证金... off\n结束交易日... off\n");
+    EXPECT_EQ(
+        menuText(),
+        "委托前确认 on\n提示音（成交一声，废单两声） on\n单笔上限... off\n费率和保证金... off\n结束交易日... off\n");
     choose(QStringLiteral("委托前确认"));
-    choose(QStringLiteral("成交和废单提示音"));
+    choose(QStringLiteral("提示音（成交一声，废单两声）"));
     EXPECT_FALSE(DeskSettings::load().confirms);
     EXPECT_FALSE(DeskSettings::load().sounds);
 
@@ -100,7 +101,7 @@ TEST_F(DeskSettingsMenu, SwitchesQuestionsAndSoundsAndKeepsThem)
     EXPECT_EQ(orderRows(), "1 买入 10.00 100 100 已成 \n");
     EXPECT_EQ(fillSounds, 0);
 
-    choose(QStringLiteral("成交和废单提示音"));
+    choose(QStringLiteral("提示音（成交一声，废单两声）"));
     const auto sendAgain = [&](qint64 quantity) {
         ticket().setQuantity(quantity);
         QTest::qWait(600); // the button rests after a click
