@@ -1,6 +1,16 @@
 #include "grid/gridsource.h"
 
+#include <cmath>
+
 namespace ZB {
+
+GridFlash flashOfChange(double change)
+{
+    constexpr double greatest = 4.0e18; // less than half of the greatest whole number
+    if (change == 0.0 || !(std::abs(change) < greatest))
+        return GridFlash::Equal;
+    return change > 0 ? GridFlash::Rise : GridFlash::Fall;
+}
 
 GridSource::GridSource() = default;
 

@@ -49,6 +49,10 @@ enum class GridFlash
     Equal ///< changed without a direction
 };
 
+/// Of a number that is more by `change` than before. An absent number is the greatest of its type: one that comes or
+/// goes has no direction.
+FRAMEWORK_API GridFlash flashOfChange(double change);
+
 /// What a GridView shows. Implemented by each table family over its own rows.
 ///
 /// Threading: called on the GUI thread only, while the rows behind it may change on any thread; answers come from the

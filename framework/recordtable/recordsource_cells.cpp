@@ -93,10 +93,7 @@ GridFlash RecordSource::flash(int index, int column)
     RecordRow *row = windowRow(index);
     if (!row || !hasColumn(column) || !columns[static_cast<std::size_t>(column)].flashes)
         return GridFlash::None;
-    const double change = row->cell(column).change;
-    if (change == 0 || std::isnan(change))
-        return GridFlash::Equal;
-    return change > 0 ? GridFlash::Rise : GridFlash::Fall;
+    return flashOfChange(row->cell(column).change);
 }
 
 TableRows::Row RecordSource::copyOf(RecordRow &row) const

@@ -84,9 +84,7 @@ GridFlash TableSource::direction(const IBaseHpfTableModel::Row &row, GridRowId i
         for (const HpfShownRow &old : before)
             if (old.id == id && old.row && old.row != row)
                 change = row->getDouble(column) - old.row->getDouble(column);
-    if (change == 0.0 || std::isnan(change))
-        return GridFlash::Equal;
-    return change > 0 ? GridFlash::Rise : GridFlash::Fall;
+    return flashOfChange(change);
 }
 
 QString TableSource::tip(int windowRow, int column) const

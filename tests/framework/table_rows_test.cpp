@@ -34,6 +34,19 @@ TEST_F(TableRowsTest, ARowIsAskedForItsFlashWhereItStandsNow)
     EXPECT_EQ(grid()->source()->flash(1, Price), ZB::GridFlash::None);
 }
 
+TEST_F(TableRowsTest, ANumberThatComesOrGoesHasNoDirection)
+{
+    rebuild(boost::make_shared<FlashingModel>());
+    std::string directions;
+    for (const double price : {10.0, 10.5, noPrice, 10.25, 10.0}) {
+        model->put({"a", "600000", "浦发银行", 0, price, 300});
+        settle();
+        const ZB::GridFlash flash = grid()->source()->flash(0, Price);
+        directions += flash == ZB::GridFlash::Rise ? '+' : flash == ZB::GridFlash::Fall ? '-' : '=';
+    }
+    EXPECT_EQ(directions, "=+==-");
+}
+
 TEST_F(TableRowsTest, WholeSumsAreGroupedLikeTheCellsAboveThem)
 {
     model->setColumnStatEnable(Quantity, true);
