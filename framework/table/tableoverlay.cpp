@@ -21,10 +21,11 @@ void setBadge(GridBadge *badge, const QString &text)
 } // namespace
 
 TableOverlay::TableOverlay(GridView *gridView)
-    : grid(gridView), pause(new GridBadge(gridView)), unseen(new GridBadge(gridView)), work(new TaskStrip(gridView)),
-      transfer(new TaskStrip(gridView))
+    : grid(gridView), pause(new GridBadge(gridView)), unseen(new GridBadge(gridView)), filter(new GridBadge(gridView)),
+      work(new TaskStrip(gridView)), transfer(new TaskStrip(gridView))
 {
     pause->setStrong(true);
+    filter->setToolTip(QStringLiteral("单击清除隐藏列的筛选"));
     for (QWidget *part : {static_cast<QWidget *>(grid), static_cast<QWidget *>(work), static_cast<QWidget *>(transfer)})
         part->installEventFilter(this);
 }
@@ -37,6 +38,11 @@ GridBadge *TableOverlay::pauseBadge() const
 GridBadge *TableOverlay::unseenBadge() const
 {
     return unseen;
+}
+
+GridBadge *TableOverlay::filterBadge() const
+{
+    return filter;
 }
 
 TaskStrip *TableOverlay::workStrip() const
@@ -53,6 +59,7 @@ void TableOverlay::setLook(const PopupLook &look)
 {
     pause->setLook(look);
     unseen->setLook(look);
+    filter->setLook(look);
     work->setLook(look);
     transfer->setLook(look);
     place();
@@ -71,6 +78,14 @@ void TableOverlay::setUnseenText(const QString &text, bool atTop)
     place();
 }
 
+void TableOverlay::setFilterText(const QString &text)
+{
+    if (filter->text() == text)
+        return;
+    setBadge(filter, text);
+    place();
+}
+
 /// Between header and statistics row, clear of the scroll bars.
 void TableOverlay::place()
 {
@@ -80,6 +95,7 @@ void TableOverlay::place()
     const int top = look.headerHeight + gap;
     int bottom = grid->height() - bars - gap - (grid->statisticsVisible() ? look.statisticsHeight : 0);
     unseen->move((grid->width() - unseen->width()) / 2, unseenAtTop ? top : bottom - unseen->height());
+    filter->move(gap, bottom - filter->height());
     pause->move(grid->width() - pause->width() - bars - gap, top);
     for (TaskStrip *strip : {work, transfer}) {
         if (!strip->isVisibleTo(grid))

@@ -20,6 +20,8 @@ public:
 
     GridBadge *pauseBadge() const;
     GridBadge *unseenBadge() const;
+    /// Tells of filters whose columns are hidden.
+    GridBadge *filterBadge() const;
     /// A sort, a filter or a load that is being carried out.
     TaskStrip *workStrip() const;
     /// An export or a large copy.
@@ -31,6 +33,7 @@ public:
     /// Empty texts hide the badges.
     void setPauseText(const QString &text);
     void setUnseenText(const QString &text, bool atTop);
+    void setFilterText(const QString &text);
     void place();
 
 protected:
@@ -40,6 +43,7 @@ private:
     GridView *grid;
     GridBadge *pause;
     GridBadge *unseen;
+    GridBadge *filter;
     TaskStrip *work;
     TaskStrip *transfer;
     bool unseenAtTop = false;

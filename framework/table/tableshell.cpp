@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "popups/findbar.h"
+#include "popups/gridbadge.h"
 #include "zb/cuiresource.h"
+#include "zb/efiltertype.h"
 #include "zb/etableflag.h"
 
 namespace ZB {
@@ -46,6 +48,11 @@ void TableShell::connectShell()
         saveSoon();
     });
     on(&GridView::numbersCut, [this](const QSet<int> &cut) { widenForNumbers(cut); });
+    on(&GridView::frameShown, [this] { showHiddenFilters(); });
+    QObject::connect(overlay.filterBadge(), &GridBadge::clicked, widget, [this] {
+        for (const int column : hiddenFilters())
+            takeFilter(column, FilterExact, {});
+    });
     on(&GridView::contextMenuRequested,
        [this](quint64 row, int column, const QPoint &position) { openRowMenu(row, column, position); });
     on(&GridView::headerMenuRequested,

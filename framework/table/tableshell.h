@@ -108,6 +108,9 @@ public:
     void setEmptyText(const QString &text);
     /// The header's marks of sorts and filters.
     void showMarks(const QVector<QPair<int, int>> &sorts, const QList<int> &filteredColumns);
+    /// A filter on a column that is hidden has no header to stand in: it is told over the rows, and a click takes it
+    /// off.
+    void showHiddenFilters();
     /// After a mark has come into a header whose text was whole before or was not.
     void widenForHeader(int column, bool wasCut);
     /// @}
@@ -203,6 +206,7 @@ private:
     void connectColumnSets(ColumnPopup *popup);
     QRect popupAnchor() const;
     void showEmptyText();
+    std::vector<int> hiddenFilters() const;
 };
 
 template <typename Change>

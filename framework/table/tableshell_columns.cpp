@@ -172,6 +172,26 @@ void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<in
     }
 }
 
+std::vector<int> TableShell::hiddenFilters() const
+{
+    std::vector<int> hidden;
+    for (int column = 0; column < int(columns.size()); ++column) {
+        const GridColumn shown = grid->column(column);
+        if (shown.filtered && !shown.visible)
+            hidden.push_back(column);
+    }
+    return hidden;
+}
+
+void TableShell::showHiddenFilters()
+{
+    QStringList names;
+    for (const int column : hiddenFilters())
+        names.append(columns[std::size_t(column)].info.name);
+    overlay.setFilterText(names.isEmpty() ? QString()
+                                          : QStringLiteral("隐藏列筛选中：%1").arg(names.join(QChar(0x3001))));
+}
+
 /// The signs of a sort and a filter must not push the header's text out. Where the user has made it too narrow for the
 /// text alone, it stays so.
 void TableShell::widenForHeader(int column, bool wasCut)

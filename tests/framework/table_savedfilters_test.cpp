@@ -4,6 +4,7 @@
 #include "framework/tablefixture.h"
 #include "kv/cuserconfig.h"
 #include "loggedlines.h"
+#include "popups/gridbadge.h"
 #include "table/settingtext.h"
 #include "utils/clogcenter.h"
 
@@ -56,6 +57,30 @@ TEST_F(TableSavedFiltersTest, AFilterIsThereAgainWithItsSignAndCanBeTakenOff)
     startAgain();
     EXPECT_EQ(model->size(), 5);
     EXPECT_EQ(logged->text('\n'), "");
+}
+
+TEST_F(TableSavedFiltersTest, AFilterOnAHiddenColumnIsToldOverTheRows)
+{
+    const auto badge = [this] {
+        settle();
+        grid()->refreshNow();
+        for (ZB::GridBadge *each : grid()->findChildren<ZB::GridBadge *>())
+            if (each->isVisible())
+                return each;
+        return static_cast<ZB::GridBadge *>(nullptr);
+    };
+    waitForSave([this] {
+        choose(Side, ZB::FilterExact, {"买入"});
+        choose(Code, ZB::FilterContains, {"6"});
+        table->setColumnVisible(Side, false);
+    });
+    startAgain();
+    ASSERT_TRUE(badge());
+    EXPECT_EQ(badge()->text(), QStringLiteral("隐藏列筛选中：方向"));
+    EXPECT_EQ(model->size(), 2);
+    QTest::mouseClick(badge(), Qt::LeftButton);
+    EXPECT_FALSE(badge());
+    EXPECT_EQ(model->size(), 3) << "the other filter stays";
 }
 
 TEST_F(TableSavedFiltersTest, ATableWithoutRowsSaysThatItIsFiltered)
