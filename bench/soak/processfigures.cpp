@@ -10,8 +10,7 @@ namespace soak {
 namespace {
 
 constexpr double frame = 1000.0 / 60;
-constexpr double standstill =
-    2000; ///< milliseconds; longer than any theme or scale of a whole window on a busy machine
+constexpr double standstill = 2000; ///< milliseconds; longer than any theme or scale of a whole window
 
 /// The number of a line such as "VmRSS:    1234 kB".
 int statusNumber(const QByteArray &status, const char *name)
@@ -49,6 +48,14 @@ Figures presentFigures()
     return figures;
 }
 
+double waitedForCore()
+{
+    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().simplified().split(' ').value(1).toDouble() * 1e-6;
+}
+
 QString growth(const std::vector<Figures> &samples)
 {
     const std::size_t third = samples.size() / 3;
@@ -73,7 +80,9 @@ QString growth(const std::vector<Figures> &samples)
     const auto [stallBefore, stallAfter] = compare([](const Figures &figures) { return figures.worstStall; });
     if (stallAfter[third / 2] > frame && stallAfter[third / 2] > 2 * stallBefore[third / 2])
         grown += QStringLiteral("stalls from %1 to %2 ms").arg(stallBefore[third / 2]).arg(stallAfter[third / 2]);
-    const double longest = std::max(stallBefore.back(), stallAfter.back());
+    const auto [ownBefore, ownAfter] =
+        compare([](const Figures &figures) { return figures.worstStall - figures.waited; });
+    const double longest = std::max(ownBefore.back(), ownAfter.back());
     if (longest > standstill)
         grown += QStringLiteral("the window stood still for %1 ms").arg(longest);
     return grown.join(QStringLiteral(", "));

@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QHBoxLayout>
 #include <boost/make_shared.hpp>
+#include <utility>
 
 #include "log/chpflogwidget.h"
 #include "model/chpfthreaddatamodel.h"
@@ -67,6 +68,7 @@ void SoakDay::start()
     show();
     clock.start();
     stalls.restart();
+    waited = waitedForCore();
     feedTimer.start(feedInterval);
     actionTimer.start(actionInterval);
     sampleTimer.start(sampleInterval);
@@ -204,6 +206,8 @@ void SoakDay::sample()
     Figures figures = presentFigures();
     figures.seconds = static_cast<double>(clock.elapsed()) / 1000;
     figures.worstStall = stalls.takeRecentWorst();
+    const double waitedNow = waitedForCore();
+    figures.waited = waitedNow - std::exchange(waited, waitedNow);
     taken.push_back(figures);
 }
 

@@ -63,6 +63,7 @@ private:
     QTimer sampleTimer;
     QElapsedTimer clock;
     terminal::StallMeter stalls;
+    double waited = 0; ///< for a core, up to the last sample, in milliseconds
     std::vector<Figures> taken;
     qint64 updateCount = 0;
     qint64 lineCount = 0;

@@ -41,6 +41,12 @@ TEST(SoakGrowth, OneStallIsNoGrowthUnlessTheWindowStoodStill)
     EXPECT_EQ(grown([](int i, soak::Figures &figures) { figures.worstStall = i == 200 ? 500 : 8; }), "");
     EXPECT_EQ(grown([](int i, soak::Figures &figures) { figures.worstStall = i % 100 == 99 ? 2500 : 8; }),
               "the window stood still for 2500 ms");
+    EXPECT_EQ(grown([](int i, soak::Figures &figures) {
+                  figures.worstStall = i % 100 == 99 ? 2500 : 8;
+                  figures.waited = i % 100 == 99 ? 700 : 1;
+              }),
+              "")
+        << "others had the cores";
 }
 
 TEST(SoakGrowth, AShortRunIsNoProofAndThisProcessHasFigures)
