@@ -5,6 +5,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <algorithm>
 
 #include "popups/popuplook.h"
 #include "zb/cuiresource.h"
@@ -12,6 +13,9 @@
 namespace terminal {
 
 namespace {
+
+constexpr int narrowestText = 280; ///< pixels at 100 %
+constexpr int widestText = 560;
 
 bool boxesShown = true;
 
@@ -29,7 +33,9 @@ void buildBox(QDialog &box, const QString &text, const QString &yes, EnterMeans 
     auto *message = new QLabel(text, &box);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
-    message->setMinimumWidth(ZB::scaled(280));
+    message->ensurePolished(); // an order stands on one line
+    const int widest = message->fontMetrics().size(0, text).width() + 1;
+    message->setMinimumWidth(std::clamp(widest, ZB::scaled(narrowestText), ZB::scaled(widestText)));
     column->addWidget(message);
     auto *row = new QHBoxLayout;
     row->setSpacing(ZB::scaled(8));
