@@ -126,8 +126,12 @@ void giveRoom(QFileDialog &dialog)
 {
     if (auto *places = dialog.findChild<QListView *>(QStringLiteral("sidebar")))
         places->setMinimumWidth(scaled(120));
-    if (auto *files = dialog.findChild<QTreeView *>())
-        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    auto *files = dialog.findChild<QTreeView *>();
+    if (!files || files->header()->count() == 0)
+        return;
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    dialog.resize(scaled(760), scaled(460));
 }
 
 } // namespace
