@@ -38,6 +38,8 @@ const char *const names[] = {"record table opened",
                              "accounts and codes opened",
                              "accounts and codes closed, rows exported"};
 
+static_assert(std::size(names) == BriefPanels::stepsOfRound);
+
 } // namespace
 
 BriefPanels::BriefPanels(KV::CHpfDataTable *shown, const Orders &all, QWidget *form, unsigned seed)

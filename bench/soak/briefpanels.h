@@ -34,6 +34,7 @@ public:
 
     /// The next thing of a round of ten; what it is called. An export lets events through and returns when its file is
     /// there, the other things at once.
+    static constexpr int stepsOfRound = 10;
     static QString nameOf(int step);
     void act(int step);
 

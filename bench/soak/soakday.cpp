@@ -66,6 +66,10 @@ SoakDay::~SoakDay() = default;
 void SoakDay::start()
 {
     show();
+    for (; briefCount < BriefPanels::stepsOfRound; ++briefCount) { // threads that the first one starts stay
+        brief->act(briefCount);
+        QApplication::processEvents();
+    }
     clock.start();
     stalls.restart();
     waited = waitedForCore();

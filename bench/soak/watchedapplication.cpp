@@ -29,6 +29,8 @@ WatchedApplication::~WatchedApplication() = default;
 
 bool WatchedApplication::notify(QObject *receiver, QEvent *event)
 {
+    if (QThread::currentThread() != thread())
+        return QApplication::notify(receiver, event);
     const int level = QThread::currentThread()->loopLevel();
     if (level <= handledLevel)
         return QApplication::notify(receiver, event);

@@ -22,7 +22,6 @@ RecordRowPtr RecordRows::freshRow()
         return std::make_shared<RecordRow>();
     RecordRowPtr row = std::move(spare.back());
     spare.pop_back();
-    row->reset();
     return row;
 }
 
@@ -55,8 +54,10 @@ void RecordRows::clear()
 {
     for (RecordRowPtr &row : arrival) {
         row->gone = true;
-        if (row.use_count() == 1)
-            spare.push_back(std::move(row));
+        if (row.use_count() > 1)
+            continue;
+        row->reset();
+        spare.push_back(std::move(row));
     }
     order.clear();
     touchedRows.clear();

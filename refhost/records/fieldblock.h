@@ -16,7 +16,7 @@ namespace refhost {
 class REFHOST_API FieldBlock
 {
 public:
-    /// memory: bytesFor(type, key) bytes, aligned for a pointer; outlives the block.
+    /// memory: bytesFor(type, key.size()) bytes, aligned for a pointer; outlives the block.
     FieldBlock(const RecordType &type, const std::string &key, void *memory);
     /// The values and the key of another block.
     FieldBlock(const FieldBlock &other, void *memory);

@@ -58,8 +58,7 @@ QString HistorySearch::open(const QString &path)
         return deskschema::problemText(database.lastError());
     QSqlQuery pragma(database);
     // What is found goes to a temporary file: memory stays small however much that is.
-    if (!pragma.exec(QStringLiteral("PRAGMA temp_store = FILE")) ||
-        !pragma.exec(QStringLiteral("CREATE TEMP TABLE found(place INTEGER PRIMARY KEY, row INT NOT NULL)")))
+    if (!pragma.exec(QStringLiteral("PRAGMA temp_store = FILE")))
         return deskschema::problemText(pragma.lastError());
     return {};
 }
@@ -103,11 +102,11 @@ void HistorySearch::begin(const HistoryQuery &asked)
     if (complete)
         return;
     QSqlQuery rows(QSqlDatabase::database(connection));
-    run(rows, QStringLiteral("DELETE FROM temp.found"), {});
     keyed = 0;
     taken.clear();
-    for (const char *left : {"keyed", "sorted"}) // by a sort that did not end
-        run(rows, QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(QLatin1String(left)), {});
+    for (const char *former : {"found", "keyed", "sorted"}) // the last two where a sort did not end
+        run(rows, QStringLiteral("DROP TABLE IF EXISTS temp.%1").arg(QLatin1String(former)), {});
+    run(rows, QStringLiteral("CREATE TEMP TABLE found(place INTEGER PRIMARY KEY, row INT NOT NULL)"), {});
     if (query.isFiltered() || top <= mostSorted)
         return;
     complete = true;

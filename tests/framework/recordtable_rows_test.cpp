@@ -1,3 +1,4 @@
+#include <QtCore/QByteArray>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
@@ -86,8 +87,10 @@ TEST_F(RecordRowsTest, ARowThatSomebodyHoldsOverAClearIsNotGivenAgain)
     EXPECT_EQ(shown(), "1 0 ");
     const ZB::RecordRowPtr held = rows.find(0)->shared_from_this();
     held->cell(0).text = "on the screen";
-    rows.find(1)->cell(0).text = "of the former row";
+    const QByteArray kept(100, 'x');
+    rows.find(1)->cell(0).value = kept;
     rows.clear();
+    EXPECT_TRUE(kept.isDetached()) << "what was in a cell goes with its row";
     rows.setSorts({});
     for (int i = 0; i < 3; ++i)
         add(5 - i, "x");

@@ -123,7 +123,13 @@ shutil.rmtree(work)
 listed = re.search(r'CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "([^"]*)"', (build / "CPackConfig.cmake").read_text())
 brought = closure(names(listed.group(1)))
 owners = {}
-for line in output("dpkg-query", "-S", *sorted({str(path) for path in needed.values()})).splitlines():
+needed = {name: path.resolve() for name, path in needed.items()}
+asked = subprocess.run(["dpkg-query", "-S", *sorted({str(path) for path in needed.values()})], text=True,
+                       stdout=subprocess.PIPE)
+if asked.returncode:
+    print("some of what is built against is of none of dpkg's packages here")
+    sys.exit(77)
+for line in asked.stdout.splitlines():
     packages, _, path = line.partition(": ")
     owners[path] = {package.split(":")[0] for package in packages.split(", ")}
 missing = sorted(f"{name} ({', '.join(sorted(owners[str(path)]))})" for name, path in needed.items()

@@ -1,3 +1,4 @@
+#include <QtCore/QElapsedTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
@@ -121,6 +122,8 @@ TEST_F(AccessibleTable, TellsAtMostOnceASecondThatTheTextOfTheCurrentCellIsAnoth
     grid()->refreshNow();
     change("a", 3); // nobody listens
     AccessibleEvents events(grid());
+    QElapsedTimer clock;
+    clock.start();
     QTest::keyClick(grid(), Qt::Key_Right);
     QTest::keyClick(grid(), Qt::Key_Right);
     grid()->refreshNow();
@@ -128,6 +131,8 @@ TEST_F(AccessibleTable, TellsAtMostOnceASecondThatTheTextOfTheCurrentCellIsAnoth
     change("a", 4);
     change("a", 5);
     change("b", 7);
+    if (clock.elapsed() > 900)
+        GTEST_SKIP() << "the machine is too busy for three changes in a second";
     QTest::qWait(1300);
     EXPECT_EQ(events.take(), "name 2") << "once, after the cell could be read, and without another change";
     QTest::qWait(1100);

@@ -39,6 +39,11 @@ protected:
             ASSERT_EQ(table->keyToRowID(key) >= 0, seen.count(key) > 0) << key;
     }
 
+    std::string lots(const std::string &key) const
+    {
+        return table->cellText(table->keyToRowID(key), ColumnLots).toStdString();
+    }
+
     bool isDone = false;
 };
 
@@ -113,11 +118,25 @@ TEST_F(CDataTableHooks, MayDoSoInTheMiddleOfABatch)
         {fullTicket("l", 1), fullTicket("m", 2), fullTicket("n", 3), fullTicket("o", 4), fullTicket("m", 5)});
     EXPECT_EQ(keys(), "b l m o");
     EXPECT_EQ(rows, (QVector<int>{table->keyToRowID("l"), table->keyToRowID("m"), table->keyToRowID("o")}));
+    EXPECT_EQ(lots("o"), "9") << "the record that the hook has handed in is the newer one";
     checkRows();
     onceAt(table->whileShowing, "p", [this] { table->filterColumn(); });
     EXPECT_EQ(table->updateDatas({fullTicket("p", 1), fullTicket("c", 2)}).size(), 2);
     EXPECT_EQ(keys(), "b c l m o p");
     checkRows();
+}
+
+TEST_F(CDataTableHooks, MayChangeTheListThatWasHandedIn)
+{
+    addTickets(3);
+    QVector<KV::CDataTable::FieldChange> changes = {{fullTicket("a", 7), TicketLots}, {fullTicket("c", 8), TicketLots}};
+    QVector<RecordPtr> records = {fullTicket("b", 7), fullTicket("d", 8)};
+    table->onFilter(ColumnLots, 7, "0");
+    table->whilePassing = [&changes](const RecordPtr &) { changes.clear(); };
+    EXPECT_EQ(table->updateDataFields(changes), (QVector<int>{0, 2}));
+    table->whilePassing = [&records](const RecordPtr &) { records.clear(); };
+    EXPECT_EQ(table->updateDatas(records), (QVector<int>{3}));
+    EXPECT_EQ(lots("a") + lots("b") + lots("c"), "778");
 }
 
 TEST_F(CDataTableHooks, MayRemoveRecordsWhileTheTextsOfAFilterBoxAreGathered)
@@ -215,7 +234,6 @@ TEST_F(CDataTableHooks, LeaveRowsAndMapsInAgreementWhateverTheyDo)
             table->updateDatas({anyTicket(), anyTicket(), anyTicket(), anyTicket()});
             return;
         case 8:
-            changes.clear();
             for (int i = 0; i < 60; ++i)
                 changes.append({anyTicket(), TicketLots});
             table->updateDataFields(changes);

@@ -12,6 +12,7 @@
 #include "account/caccountscombobox.h"
 #include "dialog/caboutdialog.h"
 #include "dialog/csendlogwidget.h"
+#include "grid/gridview.h"
 #include "log/chpflogwidget.h"
 #include "order/cautobutton.h"
 #include "order/ccompactselectwidget.h"
@@ -84,6 +85,8 @@ QString textOf(QWidget &stop)
 QImage picture(QWidget &shown)
 {
     QTest::qWait(40);
+    for (auto *grid : shown.findChildren<ZB::GridView *>())
+        grid->refreshNow();
     return shown.grab().toImage();
 }
 

@@ -67,9 +67,9 @@ public:
     int refreshData(const RecordPtr &record, bool flag);
     /// The same for one of its fields; costs about a microsecond.
     int updateDataField(const RecordPtr &record, int field, bool flag);
-    /// The same for many, in their order and repainted with the next frame; the row of each. An update costs about half
-    /// of one that comes alone.
-    QVector<int> updateDataFields(const QVector<FieldChange> &changes);
+    /// The same for many, in their order and repainted with the next frame; the row of each when its turn came. An
+    /// update costs about half of one that comes alone.
+    QVector<int> updateDataFields(const QVector<FieldChange> &list);
     void refreshDatas();
     /// These answer with the row that was removed. A record without a row stays stored (-1).
     int removeData(const RecordPtr &record);

@@ -35,8 +35,9 @@ int CDataTable::updateDataField(const RecordPtr &record, int field, bool flag)
 /// Records, entries and rows lie anywhere in memory: having fetched ahead of time what the changes read, many at once,
 /// saves most of the waiting. What was seen ahead is looked up again in its turn, as those before it may have had it
 /// removed.
-QVector<int> CDataTable::updateDataFields(const QVector<FieldChange> &changes)
+QVector<int> CDataTable::updateDataFields(const QVector<FieldChange> &list)
 {
+    const QVector<FieldChange> changes = list; // hooks may change what the caller gave
     const int count = changes.size();
     std::array<KnownKey, keyAhead + 1> keys;
     const auto keyOf = [&keys](int change) -> KnownKey & {
@@ -75,8 +76,10 @@ void CDataTable::prefetchRow(const KnownKey &key, int field) const
     const Entry *entry = keyToRow->likely(key.hash);
     if (!entry || entry->second.row < 0)
         return;
-    const auto place = static_cast<std::size_t>(entry->second.row);
-    core::prefetch(entry->second.record.get()); // it is let go
+    core::prefetch(entry->second.record.get());                     // it is let go
+    const auto place = static_cast<std::size_t>(entry->second.row); // unless earlier rows have gone
+    if (place >= rowToKey.size())
+        return;
     core::prefetch(rowToKey.data() + place);
     totals->prefetch(field, place);
 }

@@ -120,7 +120,8 @@ QVector<int> CDataTable::updateDatas(const QVector<RecordPtr> &list)
 {
     std::vector<NewRecord> passed;
     const quint64 removalsBefore = removals;
-    for (const RecordPtr &record : list) {
+    const QVector<RecordPtr> held = list; // hooks may change what the caller gave
+    for (const RecordPtr &record : held) {
         if (!record)
             continue;
         Entry &stored = store(record);
@@ -172,7 +173,9 @@ QVector<int> CDataTable::showNew(const std::vector<NewRecord> &newOnes)
     QVector<int> rowsNow;
     for (int at = 0; at < rowsOfNew.size() && rowsForgotten == forgottenBefore; ++at) {
         const RecordPtr &record = newOnes[static_cast<std::size_t>(at)].record;
-        if (isAsBefore() || keyToRowID(record->getKey()) == rowsOfNew[at])
+        const ShownRow *row = shownRow(rowsOfNew[at]);
+        const bool isShown = row && row->shown; // by the hook of another one: that may be a newer record
+        if (!isShown && (isAsBefore() || keyToRowID(record->getKey()) == rowsOfNew[at]))
             showRow(record, rowsOfNew[at]);
     }
     if (isAsBefore())

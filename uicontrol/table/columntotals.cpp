@@ -33,7 +33,7 @@ void ColumnTotals::change(int field, std::size_t place, double value)
 void ColumnTotals::prefetch(int field, std::size_t place) const
 {
     const auto found = totals.find(field);
-    if (found != totals.end())
+    if (found != totals.end() && place < found->second.values.size())
         core::prefetch(found->second.values.data() + place);
 }
 
