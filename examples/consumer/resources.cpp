@@ -1,10 +1,10 @@
 // One theme, at one scale: a handful of colours by what their keys end in, and one font.
 
-#include <QtCore/QMap>
 #include <QtCore/QMutex>
 #include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtGui/QPixmap>
+#include <map>
 
 #include "zb/cstylesheetcenter.h"
 #include "zb/cuiresource.h"
@@ -30,7 +30,7 @@ QColor chosenColor(const QString &key)
 }
 
 QMutex mutex;
-QMap<QString, QColor *> colors; ///< never freed: rows keep the pointers
+std::map<QString, QColor> colors; ///< each stays where it is, as rows keep the pointers
 
 } // namespace
 
@@ -46,10 +46,10 @@ CUiResource *CUiResource::instance()
 const QColor *CUiResource::getColor(const QString &key)
 {
     const QMutexLocker lock(&mutex);
-    QColor *&color = colors[key];
-    if (!color)
-        color = new QColor(chosenColor(key));
-    return color;
+    const auto [color, isNew] = colors.try_emplace(key);
+    if (isNew)
+        color->second = chosenColor(key);
+    return &color->second;
 }
 
 const QFont *CUiResource::getFont(const QString &)
