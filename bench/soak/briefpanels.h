@@ -32,9 +32,9 @@ public:
     BriefPanels(KV::CHpfDataTable *table, const Orders &orders, QWidget *form, unsigned seed);
     ~BriefPanels();
 
-    /// The next thing of a round of ten; what it is called. An export lets events through and returns when its file is
-    /// there, the other things at once.
     static constexpr int stepsOfRound = 10;
+    /// The next thing of a round; what it is called. An export lets events through and returns when its file is there,
+    /// the other things at once.
     static QString nameOf(int step);
     void act(int step);
 

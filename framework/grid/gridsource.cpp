@@ -4,9 +4,9 @@
 
 namespace ZB {
 
-GridFlash flashOfChange(double change)
+GridFlash flashOfChange(double change, QVariant::Type type)
 {
-    constexpr double greatest = 4.0e18; // less than half of the greatest whole number
+    const double greatest = type == QVariant::Int ? 1.0e9 : 4.0e18; // less than half of the greatest whole number
     if (change == 0.0 || !(std::abs(change) < greatest))
         return GridFlash::Equal;
     return change > 0 ? GridFlash::Rise : GridFlash::Fall;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QString>
+#include <QtCore/QVariant>
 #include <vector>
 
 #include "frameworkexport.h"
@@ -49,9 +50,9 @@ enum class GridFlash
     Equal ///< changed without a direction
 };
 
-/// Of a number that is more by `change` than before. An absent number is the greatest of its type: one that comes or
-/// goes has no direction.
-FRAMEWORK_API GridFlash flashOfChange(double change);
+/// Of a number of this type that is more by `change` than before. An absent number is the greatest of its type: one
+/// that comes or goes has no direction.
+FRAMEWORK_API GridFlash flashOfChange(double change, QVariant::Type type);
 
 /// What a GridView shows. Implemented by each table family over its own rows.
 ///

@@ -201,6 +201,8 @@ Q_SIGNALS:
     /// Rows on the screen are others than before (scrolled, resized, another order).
     void visibleRowsChanged();
     void unseenRowsChanged(qint64 count);
+    /// Columns were shown, hidden or moved.
+    void visibleColumnsChanged();
     /// Numbers that do not fit their columns have come on the screen, the statistics row included, and stand there as
     /// "###". Not more often than once a second, and not while rows are held.
     void numbersCut(const QSet<int> &columns);

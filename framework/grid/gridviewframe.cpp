@@ -178,10 +178,16 @@ void GridViewPrivate::announce()
     const GridRowId current = chooser.isCurrentShown() ? chooser.current().row : NoGridRow;
     const int column = chooser.current().column;
     std::vector<int> shownColumns = q->visibleColumns();
-    if (told.rowCount != geometry.rowCount || told.columns != shownColumns) {
+    const bool areColumnsOthers = told.columns != shownColumns;
+    if (told.rowCount != geometry.rowCount || areColumnsOthers) {
         told.rowCount = geometry.rowCount;
         told.columns = std::move(shownColumns);
         GridAccessible::layoutChanged(q);
+    }
+    if (areColumnsOthers) {
+        Q_EMIT q->visibleColumnsChanged();
+        if (!guard)
+            return;
     }
     if (told.current != current || told.column != column) {
         told.current = current;

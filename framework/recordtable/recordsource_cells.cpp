@@ -93,7 +93,7 @@ GridFlash RecordSource::flash(int index, int column)
     RecordRow *row = windowRow(index);
     if (!row || !hasColumn(column) || !columns[static_cast<std::size_t>(column)].flashes)
         return GridFlash::None;
-    return flashOfChange(row->cell(column).change);
+    return flashOfChange(row->cell(column).change, columnType(column));
 }
 
 TableRows::Row RecordSource::copyOf(RecordRow &row) const

@@ -48,7 +48,7 @@ void TableShell::connectShell()
         saveSoon();
     });
     on(&GridView::numbersCut, [this](const QSet<int> &cut) { widenForNumbers(cut); });
-    on(&GridView::frameShown, [this] { showHiddenFilters(); });
+    on(&GridView::visibleColumnsChanged, [this] { showHiddenFilters(); });
     QObject::connect(overlay.filterBadge(), &GridBadge::clicked, widget, [this] {
         for (const int column : hiddenFilters())
             takeFilter(column, FilterExact, {});

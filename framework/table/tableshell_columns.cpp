@@ -170,6 +170,7 @@ void TableShell::showMarks(const QVector<QPair<int, int>> &sorts, const QList<in
         changeColumn(column, [filtered](GridColumn &shown) { shown.filtered = filtered; });
         widenForHeader(column, wasCut);
     }
+    showHiddenFilters();
 }
 
 std::vector<int> TableShell::hiddenFilters() const

@@ -80,11 +80,12 @@ bool TableSource::isFlashing(const HpfShownRow &shown, int column) const
 GridFlash TableSource::direction(const IBaseHpfTableModel::Row &row, GridRowId id, int column) const
 {
     double change = row->getChangedValue(column);
-    if (change == 0.0 && isNumberType(model->columnType(column)))
+    const QVariant::Type type = model->columnType(column);
+    if (change == 0.0 && isNumberType(type))
         for (const HpfShownRow &old : before)
             if (old.id == id && old.row && old.row != row)
                 change = row->getDouble(column) - old.row->getDouble(column);
-    return flashOfChange(change);
+    return flashOfChange(change, type);
 }
 
 QString TableSource::tip(int windowRow, int column) const

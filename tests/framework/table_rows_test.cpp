@@ -1,4 +1,5 @@
 #include <QtTest/QTest>
+#include <limits>
 
 #include "framework/tablefixture.h"
 #include "grid/gridsource.h"
@@ -45,6 +46,20 @@ TEST_F(TableRowsTest, ANumberThatComesOrGoesHasNoDirection)
         directions += flash == ZB::GridFlash::Rise ? '+' : flash == ZB::GridFlash::Fall ? '-' : '=';
     }
     EXPECT_EQ(directions, "=+==-");
+}
+
+TEST(FlashDirection, OfWholeNumbersThatComeOrGoThereIsNone)
+{
+    const auto directionOf = [](auto from, auto to, QVariant::Type type) {
+        return ZB::flashOfChange(static_cast<double>(to) - static_cast<double>(from), type);
+    };
+    constexpr int noCount = std::numeric_limits<int>::max();
+    constexpr qint64 noQuantity = std::numeric_limits<qint64>::max();
+    EXPECT_EQ(directionOf(7, noCount, QVariant::Int), ZB::GridFlash::Equal);
+    EXPECT_EQ(directionOf(noCount, 7, QVariant::Int), ZB::GridFlash::Equal);
+    EXPECT_EQ(directionOf(7, 8, QVariant::Int), ZB::GridFlash::Rise);
+    EXPECT_EQ(directionOf(noQuantity, qint64(7), QVariant::LongLong), ZB::GridFlash::Equal);
+    EXPECT_EQ(directionOf(qint64(3'000'000'000), qint64(0), QVariant::LongLong), ZB::GridFlash::Fall);
 }
 
 TEST_F(TableRowsTest, WholeSumsAreGroupedLikeTheCellsAboveThem)
