@@ -75,6 +75,16 @@ protected:
             });
     }
 
+    /// What lets go of the attachment when the sending does.
+    std::weak_ptr<int> sendOwned(int &id)
+    {
+        auto owner = std::make_shared<int>(0);
+        message.attachmentOwner = owner;
+        id = send();
+        message.attachmentOwner.reset();
+        return owner;
+    }
+
     /// "sent", or "reason|server's words".
     QString answer()
     {
@@ -249,12 +259,8 @@ TEST_F(Mail, CancelledOrLeftBehindIsBrokenOffAtOnceAndLetsGoOfItsFile)
 {
     const SmtpServer server({"stall-at-the-end"});
     server.configure(*config);
-    auto owner = std::make_shared<int>(0);
-    const std::weak_ptr<int> file = owner;
-    message.attachmentOwner = owner;
-    const int id = send();
-    owner.reset();
-    message.attachmentOwner.reset();
+    int id = 0;
+    const std::weak_ptr<int> file = sendOwned(id);
     ASSERT_TRUE(QTest::qWaitFor([this] { return told > 0; }));
     EXPECT_FALSE(file.expired());
     service->cancel(id);
@@ -278,12 +284,8 @@ TEST_F(Mail, ANameThatIsLookedUpForLongHoldsNobodyUp)
     config->setValue("mail/server", "slow.example");
     config->setValue("mail/from", "terminal@example.com");
     config->setValue("mail/to", "support@example.com");
-    auto owner = std::make_shared<int>(0);
-    const std::weak_ptr<int> file = owner;
-    message.attachmentOwner = owner;
-    const int id = send();
-    owner.reset();
-    message.attachmentOwner.reset();
+    int id = 0;
+    const std::weak_ptr<int> file = sendOwned(id);
     ASSERT_TRUE(QTest::qWaitFor([] { return slowLookUps > 0; }));
     service->cancel(id);
     EXPECT_TRUE(QTest::qWaitFor([&file] { return file.expired(); }, 3000));
@@ -303,12 +305,8 @@ TEST_F(Mail, ACancelledOneIsNeverTakenForAWholeOne)
     server.configure(*config);
     QFile file(message.attachmentPath);
     ASSERT_TRUE(file.resize(20 << 20)); // takes a second or two
-    auto owner = std::make_shared<int>(0);
-    const std::weak_ptr<int> held = owner;
-    message.attachmentOwner = owner;
-    const int id = send();
-    owner.reset();
-    message.attachmentOwner.reset();
+    int id = 0;
+    const std::weak_ptr<int> held = sendOwned(id);
     ASSERT_TRUE(QTest::qWaitFor([this] { return told > 0; }));
     service->cancel(id);
     ASSERT_TRUE(QTest::qWaitFor([&held] { return held.expired(); }));

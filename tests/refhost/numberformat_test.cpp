@@ -24,14 +24,6 @@ std::string text(long double value, int precision, Flags flags = Flags())
     return formatDoubleNumber(value, precision, flags, false, QStringLiteral("非法值")).toStdString();
 }
 
-struct Case
-{
-    double value;
-    int precision;
-    Flags flags;
-    const char *expected;
-};
-
 /// The slow way, on decimal texts: sign, 15 digits as Qt writes them, rounding by hand.
 struct SlowNumber
 {
@@ -149,31 +141,44 @@ double randomValue(std::mt19937_64 &random)
 
 } // namespace
 
-TEST(NumberFormat, RoundsHalfAwayFromZeroOnTheDecimalValue)
+/// Where the decimal text that a user thinks of, and not the binary fraction, decides.
+TEST(NumberFormat, RoundsThenChoosesTheUnitThenCombinesTheFlags)
 {
-    const Case cases[] = {
-        {1.005, 2, {}, "1.01"},
-        {-1.005, 2, {}, "-1.01"},
+    const struct
+    {
+        double value;
+        int precision;
+        Flags flags;
+        const char *expected;
+    } cases[] = {
         {2.675, 2, {}, "2.68"},
-        {15.929999999999999, 2, {}, "15.93"},
         {15.929999999999999, 4, {}, "15.9300"},
-        {0.5, 0, {}, "1"},
-        {1.5, 0, {}, "2"},
         {2.5, 0, {}, "3"},
         {-0.5, 0, {}, "-1"},
-        {0.4999, 0, {}, "0"},
-        {9.995, 2, {}, "10.00"},
-        {999.9999, 3, {}, "1000.000"},
-        {0.0, 2, {}, "0.00"},
         {-0.0, 2, {}, "0.00"},
-        {-0.004, 2, {}, "0.00"},
-        {-0.005, 2, {}, "-0.01"},
         {1e-300, 2, {}, "0.00"},
         {0.1, 15, {}, "0.100000000000000"},
         {1.0 / 3, 15, {}, "0.333333333333333"},
+        {-9999.995, 2, FormatUnit, "-1.00万"},
+        {9999.4, 0, FormatUnit, "9999"},
+        {9999.5, 0, FormatUnit, "1.00万"},
+        {99999949.99, 2, FormatUnit, "9999.99万"},
+        {99999950, 2, FormatUnit, "1.00亿"},
+        {99999999.99, 6, FormatUnit, "9999.999999万"},
+        {1234567890123, 2, FormatUnit | FormatGroupDigits, "12,345.68亿"},
+        {20000, 2, FormatUnit | FormatTrimZeros, "2万"},
+        {999.999, 2, FormatGroupDigits, "1,000.00"},
+        {1234567, 0, FormatGroupSpace, "1234567"},
+        {0, 2, FormatSign | FormatZeroAsEmpty, "-"},
+        {0.001, 2, FormatSign, "0.00"},
+        {123.45, 0, FormatPercent | FormatUnit | FormatGroupDigits, "12,345%"},
+        {1e20, 2, FormatTrimZeros, "100000000000000000000"},
     };
-    for (const Case &c : cases)
+    for (const auto &c : cases)
         EXPECT_EQ(text(c.value, c.precision, c.flags), c.expected) << c.value << " to " << c.precision;
+    EXPECT_EQ(formatDoubleNumberSpace(1234567.891, 2, FormatNone, false, QString()), QStringLiteral("1234567.89"));
+    EXPECT_EQ(formatPriceDoubleNumber(12345.678, 2, FormatUnit | FormatGroupDigits), QStringLiteral("12,345.68"))
+        << "prices are never in units";
 }
 
 TEST(NumberFormat, KeepsEveryDigitBeforeThePointOfLargeValues)
@@ -192,65 +197,6 @@ TEST(NumberFormat, KeepsEveryDigitBeforeThePointOfLargeValues)
     EXPECT_EQ(text(0.1L, 2), "0.10");
     EXPECT_EQ(text(1.005L, 2), "1.01");
     EXPECT_EQ(text(-115836344.125L, 2), "-115836344.13");
-}
-
-TEST(NumberFormat, SwitchesUnitsByTheValueAfterRounding)
-{
-    const Case cases[] = {
-        {9999.994, 2, FormatUnit, "9999.99"},
-        {9999.995, 2, FormatUnit, "1.00万"},
-        {-9999.995, 2, FormatUnit, "-1.00万"},
-        {9999.4, 0, FormatUnit, "9999"},
-        {9999.5, 0, FormatUnit, "1.00万"},
-        {10000, 2, FormatUnit, "1.00万"},
-        {12345, 2, FormatUnit, "1.23万"},
-        {12350, 2, FormatUnit, "1.24万"},
-        {12345.678, 4, FormatUnit, "1.2346万"},
-        {99994999, 2, FormatUnit, "9999.50万"},
-        {99999949.99, 2, FormatUnit, "9999.99万"},
-        {99999950, 2, FormatUnit, "1.00亿"},
-        {99999999.99, 2, FormatUnit, "1.00亿"},
-        {99999999.99, 6, FormatUnit, "9999.999999万"},
-        {100000000, 2, FormatUnit, "1.00亿"},
-        {-123456789, 2, FormatUnit, "-1.23亿"},
-        {1234567890123, 2, FormatUnit | FormatGroupDigits, "12,345.68亿"},
-        {20000, 2, FormatUnit | FormatTrimZeros, "2万"},
-        {0.126, 2, FormatUnit, "0.13"},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(text(c.value, c.precision, c.flags), c.expected) << c.value << " to " << c.precision;
-}
-
-TEST(NumberFormat, FlagsCombine)
-{
-    const Case cases[] = {
-        {1234.5, 2, FormatGroupDigits, "1,234.50"},
-        {-1234567.891, 2, FormatGroupDigits, "-1,234,567.89"},
-        {999.999, 2, FormatGroupDigits, "1,000.00"},
-        {123, 2, FormatGroupDigits, "123.00"},
-        {1234567, 0, FormatGroupDigits | FormatGroupSpace, "1 234 567"},
-        {1234567, 0, FormatGroupSpace, "1234567"},
-        {1234567, 0, FormatGroupDigits | FormatNoGroups, "1234567"},
-        {12.5, 2, FormatSign, "+12.50"},
-        {-12.5, 2, FormatSign, "-12.50"},
-        {0.001, 2, FormatSign, "0.00"},
-        {0, 2, FormatSign | FormatZeroAsEmpty, "-"},
-        {-0.001, 2, FormatZeroAsEmpty, "-"},
-        {0.01, 2, FormatZeroAsEmpty, "0.01"},
-        {0.0315, 2, FormatPercent, "3.15%"},
-        {0.03145, 1, FormatPercent | FormatSign, "+3.1%"},
-        {0.1, 2, FormatPercent | FormatTrimZeros, "10%"},
-        {123.45, 0, FormatPercent | FormatUnit | FormatGroupDigits, "12,345%"},
-        {1.5, 4, FormatTrimZeros, "1.5"},
-        {100, 4, FormatTrimZeros, "100"},
-        {0, 4, FormatTrimZeros, "0"},
-        {1e20, 2, FormatTrimZeros, "100000000000000000000"},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(text(c.value, c.precision, c.flags), c.expected) << c.value << " to " << c.precision;
-    EXPECT_EQ(formatDoubleNumberSpace(1234567.891, 2, FormatGroupDigits, false, QString()),
-              QStringLiteral("1 234 567.89"));
-    EXPECT_EQ(formatDoubleNumberSpace(1234567.891, 2, FormatNone, false, QString()), QStringLiteral("1234567.89"));
 }
 
 TEST(NumberFormat, PrecisionOutOfRangeIsClamped)
@@ -278,34 +224,31 @@ TEST(NumberFormat, AbsentAndInvalidValuesHaveTheirTexts)
     EXPECT_EQ(text(std::numeric_limits<long double>::max(), 2), "-");
 }
 
-TEST(NumberFormat, PricesAreNeverInUnits)
-{
-    EXPECT_EQ(formatPriceDoubleNumber(12345.678, 2, FormatUnit | FormatGroupDigits), QStringLiteral("12,345.68"));
-    EXPECT_EQ(formatPriceDoubleNumber(0, 2, FormatNone), QStringLiteral("-"));
-    EXPECT_EQ(formatPriceDoubleNumber(-37.63, 2, FormatNone), QStringLiteral("-37.63"));
-    EXPECT_EQ(formatPriceDoubleNumber(2.5, 3, FormatSign), QStringLiteral("+2.500"));
-}
-
 TEST(NumberFormat, IntegersToTheEndsOfTheirTypes)
 {
-    EXPECT_EQ(formatIntNumber(std::numeric_limits<int>::max(), 0, FormatNone), QStringLiteral("-"));
+    constexpr qint64 least = std::numeric_limits<qint64>::min();
+    const struct
+    {
+        qint64 value;
+        int precision;
+        Flags flags;
+        const char *expected;
+    } cases[] = {
+        {std::numeric_limits<qint64>::max(), 0, {}, "-"},
+        {least, 5, FormatGroupDigits, "-9,223,372,036,854,775,808"},
+        {least, 0, FormatUnit, "-92233720368.55亿"},
+        {least, 2, FormatPercent, "-922337203685477580800.00%"},
+        {10000, 0, FormatUnit, "1.00万"},
+        {99999999, 0, FormatUnit, "1.00亿"},
+        {3, 1, FormatPercent | FormatSign, "+300.0%"},
+        {7, 3, {}, "7"},
+        {-5, 0, FormatSign, "-5"},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(formatLonglongNumber(c.value, c.precision, c.flags).toStdString(), c.expected);
     EXPECT_EQ(formatIntNumber(std::numeric_limits<int>::max() - 1, 0, FormatGroupDigits),
               QStringLiteral("2,147,483,646"));
     EXPECT_EQ(formatIntNumber(std::numeric_limits<int>::min(), 0, FormatNone), QStringLiteral("-2147483648"));
-    EXPECT_EQ(formatLonglongNumber(std::numeric_limits<qint64>::max(), 0, FormatNone), QStringLiteral("-"));
-    EXPECT_EQ(formatLonglongNumber(std::numeric_limits<qint64>::min(), 5, FormatGroupDigits),
-              QStringLiteral("-9,223,372,036,854,775,808"));
-    EXPECT_EQ(formatLonglongNumber(std::numeric_limits<qint64>::min(), 0, FormatUnit),
-              QStringLiteral("-92233720368.55亿"));
-    EXPECT_EQ(formatLonglongNumber(std::numeric_limits<qint64>::min(), 2, FormatPercent),
-              QStringLiteral("-922337203685477580800.00%"));
-    EXPECT_EQ(formatIntNumber(9999, 0, FormatUnit), QStringLiteral("9999"));
-    EXPECT_EQ(formatIntNumber(10000, 0, FormatUnit), QStringLiteral("1.00万"));
-    EXPECT_EQ(formatIntNumber(99999999, 0, FormatUnit), QStringLiteral("1.00亿"));
-    EXPECT_EQ(formatIntNumber(3, 1, FormatPercent | FormatSign), QStringLiteral("+300.0%"));
-    EXPECT_EQ(formatIntNumber(7, 3, FormatNone), QStringLiteral("7"));
-    EXPECT_EQ(formatIntNumber(0, 0, FormatZeroAsEmpty), QStringLiteral("-"));
-    EXPECT_EQ(formatIntNumber(-5, 0, FormatSign), QStringLiteral("-5"));
 }
 
 TEST(NumberFormat, AgreesWithArithmeticOnDecimalTexts)
@@ -340,12 +283,8 @@ TEST(NumberFormat, DoesNotDependOnTheLocale)
 
 TEST(StockColour, ComparesWithinATolerance)
 {
-    EXPECT_STREQ(getStockColorKey(10.01, 10), "clr_global_rise");
-    EXPECT_STREQ(getStockColorKey(9.99, 10), "clr_global_fall");
-    EXPECT_STREQ(getStockColorKey(10.000009, 10), "clr_global_equal");
-    EXPECT_STREQ(getStockColorKey(9.999991, 10), "clr_global_equal");
-    EXPECT_STREQ(getStockColorKey(noDouble, 10), "clr_global_equal");
-    EXPECT_STREQ(getStockColorKey(10, noDouble), "clr_global_equal");
-    EXPECT_STREQ(getStockColorKey(std::nan(""), 10), "clr_global_equal");
-    EXPECT_STREQ(getStockColorKey(std::numeric_limits<double>::infinity(), 10), "clr_global_equal");
+    for (const double price : {10.000009, 9.999991, std::nan(""), std::numeric_limits<double>::infinity()})
+        EXPECT_STREQ(getStockColorKey(price, 10), "clr_global_equal") << price;
+    EXPECT_STREQ(getStockColorKey(10.00002, 10), "clr_global_rise");
+    EXPECT_STREQ(getStockColorKey(9.99998, 10), "clr_global_fall");
 }

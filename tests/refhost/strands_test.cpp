@@ -10,13 +10,6 @@
 #include "net/rpcengine.h"
 #include "services/strandservice.h"
 
-TEST(Strands, AreTheSameForTheSameName)
-{
-    net::RPCEngine *engine = net::RPCEngine::instance();
-    EXPECT_EQ(engine->getStrand("a"), engine->getStrand("a"));
-    EXPECT_NE(engine->getStrand("a"), engine->getStrand("b"));
-}
-
 TEST(Strands, RunTheTasksOfOneInOrderOffTheThreadThatPosts)
 {
     const auto strand = net::RPCEngine::instance()->getStrand("order");

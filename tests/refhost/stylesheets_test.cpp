@@ -48,18 +48,6 @@ TEST(StyleSheets, AreThereForEveryKindAndQtReadsThem)
     EXPECT_EQ(sheet("../themes/dark.json"), QString());
 }
 
-TEST(StyleSheets, FollowThemeAndScale)
-{
-    const QString dark = sheet("QMenu");
-    ThemeService::instance().setTheme(QStringLiteral("light"));
-    EXPECT_TRUE(sheet("QMenu").contains(QLatin1String("rgba(238,241,245,255)")));
-    ThemeService::instance().setScale(2);
-    EXPECT_TRUE(sheet("QMenu").contains(QLatin1String("font-size: 24px")));
-    ThemeService::instance().setScale(1);
-    ThemeService::instance().setTheme(QStringLiteral("dark"));
-    EXPECT_EQ(sheet("QMenu"), dark);
-}
-
 TEST(StyleSheets, DressAProgramThatAsksForIt)
 {
     ThemeService &service = ThemeService::instance();
@@ -70,6 +58,7 @@ TEST(StyleSheets, DressAProgramThatAsksForIt)
     const int height = QPushButton(QStringLiteral("确定")).sizeHint().height();
     service.setTheme(QStringLiteral("light"));
     service.setScale(2);
+    EXPECT_TRUE(sheet("QMenu").contains(QLatin1String("rgba(238,241,245,255)")));
     EXPECT_EQ(QApplication::font().pixelSize(), 24);
     EXPECT_EQ(QApplication::palette().color(QPalette::Window).name(), QStringLiteral("#ffffff"));
     EXPECT_NEAR(QPushButton(QStringLiteral("确定")).sizeHint().height(), 2 * height, 4);

@@ -90,77 +90,21 @@ private:
 
 } // namespace
 
-TEST_F(Theme, HasEveryKeyThatControlsAskFor)
+/// Beside the keys that the check of a host gathers from the sources.
+TEST_F(Theme, HasTheKeysWithAPrefixOfTheirOwn)
 {
-    const char *colors[] = {"clr_bidoffer_price_background",
-                            "clr_btn_background_color",
-                            "clr_btn_s_nonormal_0",
-                            "clr_btn_text_color",
-                            "clr_global_equal",
-                            "clr_global_fall",
-                            "clr_global_rise",
-                            "clr_lineedit_btn_text_normal",
-                            "clr_maintoolbar_btn_disable",
-                            "clr_operation_direction_text",
-                            "clr_quote_ask_backgroud",
-                            "clr_quote_bid_backgroud",
-                            "clr_quote_border_line",
-                            "clr_quote_lastprice_backgroud",
-                            "clr_quote_one_ask_background",
-                            "clr_quote_one_bid_background",
-                            "clr_quote_one_stock_price_back",
-                            "clr_table_background",
-                            "clr_table_background_selected",
-                            "clr_table_background_selected_no_focus",
-                            "clr_table_column_header_disable",
-                            "clr_table_column_header_hover",
-                            "clr_table_column_header_nomal",
-                            "clr_table_column_header_press",
-                            "clr_table_header_text",
-                            "clr_table_item_bg_fall",
-                            "clr_table_item_bg_rise",
-                            "clr_table_number_background",
-                            "clr_table_sort_noactive_split_line",
-                            "clr_table_sort_split_line",
-                            "clr_table_split_line",
-                            "clr_table_stat_background",
-                            "clr_table_stat_border",
-                            "clr_table_stat_title_background",
-                            "clr_table_text_default",
-                            "clr_table_text_selected",
-                            "clr_task_progress_background",
-                            "clr_text_default",
-                            "clr_text_second",
-                            "ic_clr_syntax_edit_highlight"};
-    const char *fonts[] = {"fnt_default_normal",          "fnt_output_log_text",   "fnt_quote_list_name",
-                           "fnt_quote_list_volumn_price", "fnt_quote_stockname",   "fnt_table_number_default",
-                           "fnt_table_stat_text_default", "fnt_table_text_default"};
-    const char *sizes[] = {
-        "kv_siz_code_quotes_height",      "kv_siz_code_quotes_height_L2H",      "kv_siz_code_quotes_height_L2V",
-        "kv_siz_code_quotes_width",       "kv_siz_code_quotes_width_L2H",       "kv_siz_select_code_widget_height",
-        "siz_operation_cell_height",      "siz_operation_cell_width",           "siz_standard_table_header_height",
-        "siz_standard_table_item_height", "siz_standard_table_stat_text_margin"};
-    const char *images[] = {"kv_img_btn_green_small",
-                            "kv_img_btn_red_small",
-                            "kv_img_combo_btn_small_nonormal",
-                            "kv_img_setting_tree_icon_account",
-                            "img_arrow_up",
-                            "img_arrow_down",
-                            "img_check",
-                            "img_filter",
-                            "img_close",
-                            "img_lock"};
+    const auto keys = [](const char *text) { return QString::fromLatin1(text).split(QLatin1Char(' ')); };
     for (const QString &theme : {QStringLiteral("dark"), QStringLiteral("light")}) {
         const QStringList warnings = warningsOf([&] {
             service.setTheme(theme);
-            for (const char *key : colors)
-                resources()->getColor(QLatin1String(key));
-            for (const char *key : fonts)
-                EXPECT_GE(resources()->getFont(QLatin1String(key))->pixelSize(), 11) << key;
-            for (const char *key : sizes)
-                EXPECT_GT(resources()->getSize(QLatin1String(key)), 0) << key;
-            for (const char *key : images)
-                EXPECT_FALSE(resources()->getPixmap(QLatin1String(key))->isNull()) << key;
+            resources()->getColor(QStringLiteral("ic_clr_syntax_edit_highlight"));
+            for (const QString &key :
+                 keys("kv_siz_code_quotes_height kv_siz_code_quotes_height_L2H kv_siz_code_quotes_height_L2V "
+                      "kv_siz_code_quotes_width kv_siz_code_quotes_width_L2H kv_siz_select_code_widget_height"))
+                EXPECT_GT(resources()->getSize(key), 0) << key.toStdString();
+            for (const QString &key : keys("kv_img_btn_green_small kv_img_btn_red_small "
+                                           "kv_img_combo_btn_small_nonormal kv_img_setting_tree_icon_account"))
+                EXPECT_FALSE(resources()->getPixmap(key)->isNull()) << key.toStdString();
         });
         EXPECT_EQ(warnings.join(QLatin1Char('\n')).toStdString(), "") << theme.toStdString();
     }

@@ -139,16 +139,3 @@ TEST(UserConfig, AFileThatCannotBeWrittenCostsAWarningOnly)
               }),
               1);
 }
-
-TEST(UserConfig, BelongsToWhoeverIsLoggedIn)
-{
-    EXPECT_EQ(KV::getUserConfig(), nullptr);
-    auto config = std::make_unique<UserConfig>();
-    UserConfig *first = config.get();
-    setUserConfig(std::move(config));
-    EXPECT_EQ(KV::getUserConfig(), first);
-    setUserConfig(std::make_unique<UserConfig>());
-    EXPECT_NE(KV::getUserConfig(), nullptr);
-    setUserConfig(nullptr);
-    EXPECT_EQ(KV::getUserConfig(), nullptr);
-}
