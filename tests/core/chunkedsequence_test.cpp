@@ -53,7 +53,9 @@ std::string markedLines(const ChunkedSequence &sequence)
 
 void expectSame(const ChunkedSequence &sequence, const PlainSequence &plain)
 {
+    constexpr quint32 nowhere = 1'000'000;
     ASSERT_TRUE(sequence.checkConsistency());
+    ASSERT_EQ(std::max(sequence.indexOf(nowhere), sequence.markedIndexOf(nowhere)), -1);
     ASSERT_EQ(sequence.size(), static_cast<int>(plain.entries.size()));
     ASSERT_EQ(allLines(sequence), lines(plain.entries));
     const std::vector<Entry> marked = plain.marked();
@@ -68,26 +70,17 @@ void expectSame(const ChunkedSequence &sequence, const PlainSequence &plain)
         ASSERT_EQ(sequence.indexOf(plain.entries[i].slot), static_cast<int>(i));
         ASSERT_EQ(sequence.markedIndexOf(plain.entries[i].slot) >= 0, plain.entries[i].marked);
     }
+    std::vector<quint32> slots;
+    sequence.copySlots(slots);
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        ASSERT_EQ(slots[i], plain.entries[i].slot);
+    sequence.copyMarkedSlots(slots);
+    ASSERT_EQ(slots.size(), marked.size());
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        ASSERT_EQ(slots[i], marked[i].slot);
 }
 
 } // namespace
-
-TEST(ChunkedSequence, IsEmptyAtFirstAndAnswersSo)
-{
-    ChunkedSequence sequence;
-    EXPECT_EQ(sequence.size(), 0);
-    EXPECT_EQ(sequence.indexOf(0), -1);
-    EXPECT_EQ(sequence.markedIndexOf(7), -1);
-    sequence.erase(5);
-    sequence.append({1, 9, true});
-    EXPECT_EQ(sequence.markedIndexOf(9), 0);
-    EXPECT_EQ(sequence.indexOf(8), -1);
-    sequence.eraseAt(0);
-    EXPECT_EQ(sequence.markedCount(), 0);
-    EXPECT_EQ(sequence.indexOf(9), -1);
-    EXPECT_TRUE(sequence.checkConsistency());
-    EXPECT_EQ(allLines(sequence), "");
-}
 
 TEST(ChunkedSequence, VisitsAPartOfIt)
 {
@@ -113,6 +106,8 @@ TEST(ChunkedSequence, FollowsRandomChangesByIndex)
     std::mt19937_64 random(seed);
     ChunkedSequence sequence;
     PlainSequence plain;
+    expectSame(sequence, plain);
+    sequence.erase(5); // is not there
     quint32 nextSlot = 0;
     // Growing, shrinking to nothing and growing again, at either end and in between.
     for (int step = 0; step < 30000; ++step) {
@@ -170,16 +165,8 @@ TEST(ChunkedSequence, KeepsItsOrderUnderSortedInsertions)
         ChunkedSequence assigned;
         assigned.assign(5000, [&](int i) { return plain.entries[static_cast<std::size_t>(i)]; });
         expectSame(assigned, plain);
-        std::vector<quint32> slots;
-        assigned.copySlots(slots);
-        for (std::size_t i = 0; i < slots.size(); ++i)
-            ASSERT_EQ(slots[i], plain.entries[i].slot);
         for (quint32 slot = 0; slot < 448; ++slot)
             assigned.setMarked(plain.entries[slot].slot, plain.entries[slot].marked = true);
-        const std::vector<Entry> marked = plain.marked();
-        assigned.copyMarkedSlots(slots);
-        ASSERT_EQ(slots.size(), marked.size());
-        for (std::size_t i = 0; i < slots.size(); ++i)
-            ASSERT_EQ(slots[i], marked[i].slot);
+        expectSame(assigned, plain);
     }
 }
