@@ -164,10 +164,17 @@ TEST(BookBuilder, AnOrderThatTradesAsItArrivesStandsInTheBookWithItsRemainderOnl
 TEST(BookBuilder, AQuoteHasTheDaysFiguresAndWhatItCannotKnowIsAbsent)
 {
     BookBuilder builder;
+    const auto text = [&builder] {
+        const QuoteSnapshot quote = builder.quote(3, 1689039000000);
+        std::ostringstream out;
+        out << quote.instrument << " phase " << int(quote.phase);
+        for (const double price : {quote.open, quote.high, quote.low, quote.last, quote.previousClose})
+            out << ' ' << cents(price);
+        out << " volume " << quote.volume << " for " << std::llround(quote.turnover);
+        return out.str();
+    };
     builder.startDay(20230711);
-    const QuoteSnapshot before = builder.quote(3, 1689039000000);
-    EXPECT_EQ(before.last, absent<double>);
-    EXPECT_EQ(before.volume, 0);
+    EXPECT_EQ(text(), "3 phase 3 -1 -1 -1 -1 -1 volume 0 for 0");
     for (const double price : {10.0, 10.5, 9.8, 10.1}) {
         Deal deal;
         deal.price = price;
@@ -175,18 +182,9 @@ TEST(BookBuilder, AQuoteHasTheDaysFiguresAndWhatItCannotKnowIsAbsent)
         deal.amount = price * 100;
         builder.addDeal(deal);
     }
-    const QuoteSnapshot quote = builder.quote(3, 1689039000000);
-    EXPECT_EQ(quote.instrument, 3);
-    EXPECT_EQ(quote.phase, TradingPhase::Continuous);
-    EXPECT_EQ(cents(quote.open), 1000);
-    EXPECT_EQ(cents(quote.high), 1050);
-    EXPECT_EQ(cents(quote.low), 980);
-    EXPECT_EQ(cents(quote.last), 1010);
-    EXPECT_EQ(quote.volume, 400);
-    EXPECT_NEAR(quote.turnover, 4040, 1e-6);
-    EXPECT_EQ(quote.previousClose, absent<double>);
+    EXPECT_EQ(text(), "3 phase 3 1000 1050 980 1010 -1 volume 400 for 4040");
     builder.startDay(20230712);
-    EXPECT_EQ(builder.quote(3, 1689125400000).last, absent<double>);
+    EXPECT_EQ(text(), "3 phase 3 -1 -1 -1 -1 -1 volume 0 for 0");
 }
 
 TEST(BookBuilder, ARecordedDaysBooksAreNeverCrossedOutsideAuctions)

@@ -58,6 +58,19 @@ public:
         orders.erase(found);
         return quantity;
     }
+    qint64 openQuantity(qint64 id) const
+    {
+        const auto found = std::find_if(orders.begin(), orders.end(), [id](const Order &o) { return o.id == id; });
+        return found == orders.end() ? 0 : found->quantity;
+    }
+    qint64 best(Side side) const
+    {
+        qint64 result = 0;
+        for (const Order &order : orders)
+            if (order.side == side && (result == 0 || (side == Side::Buy) == (order.price > result)))
+                result = order.price;
+        return result;
+    }
     qint64 quantityAt(Side side, qint64 price) const
     {
         qint64 sum = 0;
@@ -80,49 +93,6 @@ private:
 };
 
 } // namespace
-
-TEST(MatchingEngine, TradesAtTheBestPriceFirstAndWithTheEarliestOrderThere)
-{
-    MatchingEngine engine;
-    std::vector<Fill> fills;
-    engine.submit(1, Side::Sell, 102, 300, fills);
-    engine.submit(2, Side::Sell, 101, 200, fills);
-    engine.submit(3, Side::Sell, 101, 200, fills);
-    engine.submit(4, Side::Buy, 99, 100, fills);
-    EXPECT_EQ(fillsText(fills), "");
-
-    engine.submit(5, Side::Buy, 101, 250, fills);
-    EXPECT_EQ(fillsText(fills), "5 takes 200 of 2 at 101\n5 takes 50 of 3 at 101\n");
-    EXPECT_EQ(engine.openQuantity(3), 150);
-    EXPECT_EQ(engine.openQuantity(5), 0);
-
-    fills.clear();
-    engine.submit(6, Side::Buy, 103, 1000, fills);
-    EXPECT_EQ(fillsText(fills), "6 takes 150 of 3 at 101\n6 takes 300 of 1 at 102\n");
-    EXPECT_EQ(engine.book().bestBid(), 103) << "what is left rests at its own price";
-    EXPECT_EQ(engine.openQuantity(6), 550);
-    EXPECT_EQ(engine.book().bestAsk(), std::nullopt);
-
-    fills.clear();
-    engine.submit(7, Side::Sell, 99, 600, fills);
-    EXPECT_EQ(fillsText(fills), "7 takes 550 of 6 at 103\n7 takes 50 of 4 at 99\n");
-}
-
-TEST(MatchingEngine, AnOrderThatWasCutKeepsItsPlaceAndACancelTakesOnlyTheRest)
-{
-    MatchingEngine engine;
-    std::vector<Fill> fills;
-    engine.submit(1, Side::Buy, 100, 500, fills);
-    engine.submit(2, Side::Buy, 100, 500, fills);
-    engine.submit(3, Side::Sell, 100, 200, fills);
-    engine.submit(4, Side::Sell, 100, 200, fills);
-    EXPECT_EQ(fillsText(fills), "3 takes 200 of 1 at 100\n4 takes 200 of 1 at 100\n");
-    EXPECT_EQ(engine.cancel(1), 100);
-    EXPECT_EQ(engine.cancel(1), 0);
-    EXPECT_EQ(engine.cancel(77), 0);
-    EXPECT_EQ(engine.book().quantityAt(Side::Buy, 100), 500);
-    EXPECT_EQ(engine.restingOrders(), 1u);
-}
 
 TEST(MatchingEngine, RefusesWhatCannotBeAnOrderAndChangesNothing)
 {
@@ -160,6 +130,10 @@ TEST(MatchingEngine, AgreesWithThePlainestMatcherOverRandomOrders)
             slow.submit(id, side, price, quantity, slowFills);
             ASSERT_EQ(fillsText(fills), fillsText(slowFills)) << "order " << id;
             ASSERT_EQ(engine.restingOrders(), slow.size());
+            for (const qint64 asked : {id, 1 + qint64(random() % quint64(id))})
+                ASSERT_EQ(engine.openQuantity(asked), slow.openQuantity(asked)) << "of " << asked;
+            ASSERT_EQ(engine.book().bestBid().value_or(0), slow.best(Side::Buy));
+            ASSERT_EQ(engine.book().bestAsk().value_or(0), slow.best(Side::Sell));
             ASSERT_FALSE(engine.book().isCrossed());
             for (const Side checked : {Side::Buy, Side::Sell})
                 ASSERT_EQ(engine.book().quantityAt(checked, price), slow.quantityAt(checked, price));

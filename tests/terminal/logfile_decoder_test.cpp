@@ -1,4 +1,3 @@
-#include <QtCore/QFile>
 #include <QtCore/QTextCodec>
 #include <gtest/gtest.h>
 
@@ -83,24 +82,6 @@ TEST(LogDecoder, TheStartOfACharacterIsKnownAtEveryPlaceOfALine)
             from += character.size();
             start += length;
         }
-    }
-}
-
-TEST(LogDecoder, RecordedLogsReadAsTheyWereWritten)
-{
-    for (const char *name : {"stock_screener_zh_gbk.log", "stock_screener_zh_utf8.log"}) {
-        QFile file(QStringLiteral(SHARED_DATA_DIR "/logs/") + QLatin1String(name));
-        if (!file.open(QIODevice::ReadOnly))
-            GTEST_SKIP() << "no recorded log at " << file.fileName().toStdString();
-        const bool utf8 = file.fileName().contains(QLatin1String("utf8"));
-        QTextCodec *codec = QTextCodec::codecForName(utf8 ? "UTF-8" : "GB18030");
-        LogDecoder decoder;
-        int number = 0;
-        for (const QByteArray &line : file.readAll().split('\n')) {
-            ++number;
-            ASSERT_EQ(decoded(decoder, line), codec->toUnicode(line).toStdString()) << name << " line " << number;
-        }
-        EXPECT_EQ(decoder.encoding().toStdString(), utf8 ? "UTF-8" : "GB18030");
     }
 }
 

@@ -242,22 +242,3 @@ TEST_F(LogTailTest, WhatCannotBeReadIsToldOnceAndTriedAgain)
     EXPECT_EQ(readAll(device), "<lost>");
 #endif
 }
-
-TEST_F(LogTailTest, RecordedLogsComeWhole)
-{
-    for (const char *name : {"stock_screener_zh_gbk.log", "stock_screener_zh_utf8.log"}) {
-        QFile file(QStringLiteral(SHARED_DATA_DIR "/logs/") + QLatin1String(name));
-        if (!file.open(QIODevice::ReadOnly))
-            GTEST_SKIP() << "no recorded log at " << file.fileName().toStdString();
-        LogTail tail(file.fileName());
-        QStringList lines;
-        LogRead read;
-        while (tail.read(read))
-            lines << read.lines;
-        const bool utf8 = file.fileName().contains(QLatin1String("utf8"));
-        QString expected = QTextCodec::codecForName(utf8 ? "UTF-8" : "GB18030")->toUnicode(file.readAll());
-        expected.remove(QLatin1Char('\r'));
-        expected.chop(expected.endsWith(QLatin1Char('\n')) ? 1 : 0);
-        EXPECT_TRUE(lines.join(QLatin1Char('\n')) == expected) << name << ", " << lines.size() << " lines";
-    }
-}
