@@ -38,11 +38,11 @@ protected:
     }
 
     /// The same books at another moment.
-    void show(int day, int hour, int minute, double price = 10.00, double rebarPrice = 3500)
+    void show(int day, int hour, int minute, double price = 10.00)
     {
         const qint64 time = at(day, hour, minute);
         broker.takeQuote(quote(shares, time, {{price - 0.01, 10000}}, {{price, 10000}}, price));
-        broker.takeQuote(quote(rebar, time, {{rebarPrice - 1, 100}}, {{rebarPrice, 100}}, rebarPrice));
+        broker.takeQuote(quote(rebar, time, {{3499, 100}}, {{3500, 100}}, 3500));
         broker.takeQuote(quote(index300, time, {{3599.8, 50}}, {{3600, 50}}, 3600));
     }
 
@@ -62,9 +62,7 @@ protected:
     std::string charges(qint64 order) const
     {
         const trading::Charges &sum = broker.orders().at(order).charges;
-        return (trading::moneyText(sum.commission) + ' ' + trading::moneyText(sum.stampDuty) + ' ' +
-                trading::moneyText(sum.transferFee))
-            .toStdString();
+        return money(sum.commission) + ' ' + money(sum.stampDuty) + ' ' + money(sum.transferFee);
     }
 
     PaperBroker broker;
@@ -91,18 +89,6 @@ TEST_F(TradingBroker, AStockIsPaidWithChargesAndSoldFromTheNextDayOn)
     EXPECT_EQ(money(broker.accounts().at("S1").funds().withdrawable), "989994.90")
         << "proceeds can be traded at once, and withdrawn from the next day on";
     EXPECT_EQ(money(broker.accounts().at("S1").funds().profitToday), "987.20");
-}
-
-TEST_F(TradingBroker, ChargesDoNotDependOnHowAnOrderWasFilled)
-{
-    const qint64 whole = stocks(Side::Buy, 10.00, 3000);
-    const qint64 pieces = stocks(Side::Buy, 9.99, 3000);
-    for (const qint64 piece : {100, 1, 2899})
-        broker.takeDeal(deal(shares, at(monday, 10, 1), 9.98, piece, DealKind::SellerInitiated));
-    EXPECT_EQ(charges(whole), "7.50 0.00 0.30");
-    EXPECT_EQ(charges(pieces), "7.49 0.00 0.30");
-    EXPECT_EQ(broker.orders().at(pieces).status, feed::OrderStatus::Filled);
-    EXPECT_EQ(fundsText(broker, "S1"), "999894.41 940014.41 0.00");
 }
 
 TEST_F(TradingBroker, LowerFeesPayNothingBackOfAnOrderThatIsUnderWay)
@@ -138,33 +124,6 @@ TEST_F(TradingBroker, OpenOrdersSetMoneyAndSharesAsideUntilTheyEnd)
     show(20240320, 9, 30);
     EXPECT_EQ(broker.largestQuantity(stockRequest(Side::Sell, 10.50, 0)), 4000) << "orders end with their day";
     EXPECT_TRUE(broker.orders().empty());
-}
-
-TEST_F(TradingBroker, AFutureIsMarkedToTheSettlementAndClosedAgainstIt)
-{
-    EXPECT_NE(futures(Side::Buy, Offset::Open, 3500, 10), 0);
-    EXPECT_EQ(positionsText(broker, "F1"), "rb2410 long 0+10 350000.00\n");
-    EXPECT_EQ(fundsText(broker, "F1"), "999965.00 957965.00 0.00") << "12 % margin and 0.01 % commission";
-    show(monday, 14, 0, 10, 3480);
-    EXPECT_EQ(fundsText(broker, "F1"), "997965.00 955965.00 0.00") << "a loss counts at once";
-    show(monday, 14, 1, 10, 3520);
-    EXPECT_EQ(fundsText(broker, "F1"), "1001965.00 957965.00 0.00") << "a profit only when it is settled";
-
-    show(tuesday, 9, 30, 10, 3530);
-    EXPECT_EQ(positionsText(broker, "F1"), "rb2410 long 10+0 352000.00\n");
-    EXPECT_EQ(money(broker.accounts().at("F1").account().balance), "1001965.00");
-    // The exchange's settlement price comes with the next day's quotes and takes the place of the last price.
-    feed::QuoteSnapshot official = quote(rebar, at(tuesday, 9, 31), {{3529, 100}}, {{3530, 100}}, 3530);
-    official.previousSettlement = 3510;
-    broker.takeQuote(official);
-    broker.takeQuote(official);
-    EXPECT_EQ(money(broker.accounts().at("F1").account().balance), "1000965.00");
-    EXPECT_EQ(money(broker.accounts().at("F1").funds().profitToday), "2000.00");
-
-    const qint64 closed = futures(Side::Sell, Offset::Close, 3529, 4);
-    EXPECT_EQ(charges(closed), "14.12 0.00 0.00");
-    EXPECT_EQ(money(broker.accounts().at("F1").account().balance), "1001710.88");
-    EXPECT_EQ(positionsText(broker, "F1"), "rb2410 long 6+0 210600.00\n");
 }
 
 TEST_F(TradingBroker, ClosingTodaysLotsIsAnOrderOfItsOwnInShanghaiOnly)
@@ -315,26 +274,25 @@ TEST_F(TradingBroker, OddSharesAreSoldInOneGo)
     EXPECT_EQ(positionsText(other, "S1"), "");
 }
 
-TEST_F(TradingBroker, AnOrderTradesOnlyOnceItIsConfirmed)
+TEST_F(TradingBroker, AnOrderTradesOnlyOnceItIsConfirmedAndTheMarketIsOpen)
 {
-    const PaperBroker::Answer answer = broker.submit(stockRequest(Side::Buy, 10, 100));
+    const auto submitted = [this] { return broker.submit(stockRequest(Side::Buy, 10, 100)).order; };
+    const auto status = [this](qint64 order) { return broker.orders().at(order).status; };
+    const qint64 rejected = submitted();
     show(monday, 10, 1);
-    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Sending);
+    EXPECT_EQ(status(rejected), feed::OrderStatus::Sending);
     EXPECT_EQ(positionsText(broker, "S1"), "");
-    broker.reject(answer.order, "磁盘已满");
-    broker.confirm(answer.order);
-    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Rejected);
+    broker.reject(rejected, "磁盘已满");
+    broker.confirm(rejected);
+    EXPECT_EQ(status(rejected), feed::OrderStatus::Rejected);
     EXPECT_EQ(fundsText(broker, "S1"), "1000000.00 1000000.00 0.00");
-}
 
-TEST_F(TradingBroker, AnOrderThatWasStoredAfterTheCloseDoesNotTrade)
-{
-    const PaperBroker::Answer answer = broker.submit(stockRequest(Side::Buy, 10, 100));
+    const qint64 late = submitted();
     broker.takeTime(at(monday, 11, 30));
-    broker.confirm(answer.order);
-    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Accepted);
+    broker.confirm(late);
+    EXPECT_EQ(status(late), feed::OrderStatus::Accepted) << "stored after the close";
     show(monday, 13, 0);
-    EXPECT_EQ(broker.orders().at(answer.order).status, feed::OrderStatus::Filled);
+    EXPECT_EQ(status(late), feed::OrderStatus::Filled);
 }
 
 /// 37 shares at 1.234 cost 45.658: what moves is cents, and the pieces of an order come to what the whole costs.
@@ -381,13 +339,4 @@ TEST_F(TradingBroker, AReplacementCountsWhatTheOrderHoldsAsFree)
     const qint64 sale = stocks(Side::Sell, 10.50, 1000);
     EXPECT_EQ(broker.checkReplacement(sale, stockRequest(Side::Sell, 10.40, 1000)).reason, Reason::None);
     EXPECT_EQ(broker.checkReplacement(sale, stockRequest(Side::Sell, 10.40, 1100)).reason, Reason::NotEnoughPosition);
-}
-
-TEST_F(TradingBroker, TheLargestQuantityIsTheLastThatPasses)
-{
-    const qint64 largest = broker.largestQuantity(stockRequest(Side::Buy, 10.00, 0));
-    EXPECT_EQ(largest, 99900);
-    EXPECT_EQ(reasonOf(stockRequest(Side::Buy, 10.00, largest)), Reason::None);
-    EXPECT_EQ(reasonOf(stockRequest(Side::Buy, 10.00, largest + 100)), Reason::NotEnoughFunds);
-    EXPECT_EQ(broker.largestQuantity({"F1", "rb2410", Side::Sell, Offset::Open, 3500, 0}), 237);
 }

@@ -1,38 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <QFileInfo>
-
-#include "dealrecount.h"
 #include "trading/demonstrationaccounts.h"
+#include "trading_support.h"
 
 namespace {
 
-using trading::AccountBook;
 using trading::DemonstrationAccounts;
-using trading::Money;
-using trading::PositionSide;
 using trading::yuan;
-
-constexpr int accountCount = 5;
-constexpr Money initial = 50'000'000 * yuan;
-
-feed::Instrument stock(int index, const std::string &code)
-{
-    feed::Instrument instrument;
-    instrument.index = index;
-    instrument.code = code;
-    instrument.exchange = "SH";
-    return instrument;
-}
+using tradingtest::stock;
 
 feed::Deal deal(int entry, feed::DealKind kind, double price, qint64 quantity, int instrument = 0)
 {
-    feed::Deal made;
+    feed::Deal made = tradingtest::deal(instrument, 0, price, quantity, kind);
     made.entry = entry;
-    made.instrument = instrument;
-    made.kind = kind;
-    made.price = price;
-    made.quantity = quantity;
     return made;
 }
 
@@ -74,9 +54,7 @@ TEST(DemonstrationAccounts, WhatMakesNoSenseIsPassedOver)
 {
     DemonstrationAccounts accounts(0, 10'000 * yuan);
     EXPECT_EQ(accounts.books().size(), 1u);
-    feed::Instrument future = stock(1, "AP010");
-    future.kind = feed::InstrumentKind::Future;
-    accounts.takeInstrument(future);
+    accounts.takeInstrument(tradingtest::future(1, "AP010"));
     accounts.takeInstrument(stock(-1, "600001.SH"));
     accounts.takeDeal(deal(0, Buyer, 10, 100, 1));
     accounts.takeDeal(deal(1, Buyer, 10, 100, 7));
@@ -109,41 +87,4 @@ TEST(DemonstrationAccounts, AQuoteChangesWhoHoldsTheStock)
     quote.last = 0;
     accounts.takeQuote(quote);
     EXPECT_TRUE(accounts.takeChanges().accounts.empty());
-}
-
-TEST(DemonstrationAccounts, PositionsAndFundsOfARecordedDayEqualARecount)
-{
-    const QString folder = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
-    const QStringList paths{folder + "sse_orders_2023-07-11_3stocks.csv.gz",
-                            folder + "sse_trades_2023-07-11_3stocks.csv.gz"};
-    if (!QFileInfo::exists(paths[0]) || !QFileInfo::exists(paths[1]))
-        GTEST_SKIP() << "no recorded data at " << folder.toStdString();
-    feed::ReplayFeed replay(paths);
-    const PlayedFeed played = playFeed(replay);
-    ASSERT_GT(played.deals.size(), 70'000u);
-
-    DemonstrationAccounts accounts(accountCount, initial);
-    for (const feed::Instrument &instrument : played.instruments)
-        accounts.takeInstrument(instrument);
-    for (const feed::Deal &one : played.deals)
-        accounts.takeDeal(one);
-
-    const DealRecount recount(played, accountCount, initial);
-    size_t compared = 0;
-    for (const auto &[id, book] : accounts.books()) {
-        Money value = 0;
-        for (const auto &[code, price] : recount.lastPrice) {
-            const auto expected = recount.held.find({id, code});
-            ASSERT_NE(expected, recount.held.end());
-            const trading::Position *position = book.position({code, PositionSide::Long});
-            ASSERT_EQ(position ? position->quantity() : 0, expected->second.quantity) << id << ' ' << code;
-            EXPECT_EQ(position ? position->openCost : 0, expected->second.cost) << id << ' ' << code;
-            value += expected->second.quantity * price;
-            ++compared;
-        }
-        EXPECT_EQ(book.account().balance, recount.cash.at(id)) << id;
-        EXPECT_EQ(book.funds().positionValue, value) << id;
-        EXPECT_EQ(book.funds().total, recount.cash.at(id) + value) << id;
-    }
-    EXPECT_EQ(compared, 15u);
 }

@@ -376,13 +376,9 @@ TEST_F(TradingHistory, APageFarBehindCostsNoMoreThanTheFirstAndMemoryHoldsPagesO
         QElapsedTimer time;
         time.start();
         search.begin(query);
-        qint64 longest = 0;
-        while (!search.isComplete()) {
-            const qint64 start = time.nsecsElapsed();
+        while (!search.isComplete())
             search.step();
-            longest = std::max(longest, time.nsecsElapsed() - start);
-        }
-        return std::make_pair(time.elapsed(), longest / 1'000'000);
+        return time.elapsed();
     };
     search.begin({});
     EXPECT_EQ(search.page(0, 1).total, count);
@@ -401,11 +397,9 @@ TEST_F(TradingHistory, APageFarBehindCostsNoMoreThanTheFirstAndMemoryHoldsPagesO
     const auto sortTime = searchAll(query);
     const double sorted = slowestPage();
 
-    std::printf("%d rows: slowest page %.2f ms, filtered %.2f ms, sorted %.2f ms; search by side %lld ms (step %lld),"
-                " by code %lld (step %lld), by code and sort %lld; memory %d -> %d MB\n",
-                count, direct, filtered, sorted, sidesTime.first, sidesTime.second, codesTime.first, codesTime.second,
-                sortTime.first, before, memory());
-    EXPECT_LT(std::max({direct, filtered, sorted}), 50);
+    std::printf("%d rows: slowest page %.2f ms, filtered %.2f ms, sorted %.2f ms; search by side %lld ms, by code %lld"
+                " ms, by code and sort %lld ms; memory %d -> %d MB\n",
+                count, direct, filtered, sorted, sidesTime, codesTime, sortTime, before, memory());
     EXPECT_LT(memory() - before, 60);
     EXPECT_LT(std::max({direct, filtered, sorted}), 50) << "milliseconds; usually under one";
 }
