@@ -55,18 +55,6 @@ TEST_F(CDataTable, ShowsEveryRecordInARowOfItsOwnWithItsTextsAndColours)
     EXPECT_EQ(table->options() & (511 | 1024), 511 | 1024);
 }
 
-TEST_F(CDataTable, AnUpdateUnderTheSameKeyStaysInItsRow)
-{
-    addTickets(2);
-    EXPECT_EQ(table->updateData(fullTicket("a", 8), false), 0);
-    EXPECT_EQ(text("a", ColumnLots), "8");
-    const auto changed = fullTicket("a", 8);
-    changed->setData(TicketLots, 9);
-    EXPECT_EQ(table->updateDataField(changed, TicketLots, false), 0);
-    EXPECT_EQ(text("a", ColumnLots), "9");
-    EXPECT_EQ(table->getData(0), changed);
-}
-
 TEST_F(CDataTable, ARecordThatIsChangedInPlaceShowsWhenItIsRefreshed)
 {
     const auto first = fullTicket("a", 2);
@@ -105,6 +93,7 @@ TEST_F(CDataTable, NothingAndUnknownKeysAreRefused)
     const RecordPtr none;
     const auto stranger = fullTicket("stranger", 5);
     EXPECT_EQ(table->updateData(none, true), -1);
+    EXPECT_TRUE(table->updateDatas({none}).isEmpty());
     EXPECT_EQ(table->refreshData(none, true), -1);
     EXPECT_EQ(table->refreshData(stranger, true), -1);
     EXPECT_EQ(table->updateDataField(stranger, TicketLots, true), -1);
@@ -118,33 +107,13 @@ TEST_F(CDataTable, NothingAndUnknownKeysAreRefused)
     EXPECT_EQ(table->size(), 1);
 }
 
-TEST_F(CDataTable, RemovingLeavesTheOtherRowIdsAlone)
+TEST_F(CDataTable, AValueFilterKeepsTextsThatAreOrContainOneOfItsOwn)
 {
     addTickets(4);
-    EXPECT_EQ(table->removeDataByKey("b"), 1);
-    EXPECT_EQ(table->removeDataByID(3), 3);
-    EXPECT_EQ(keys(), "a c");
-    EXPECT_EQ(table->keyToRowID("c"), 2);
-    EXPECT_EQ(table->size(), 2);
-    EXPECT_EQ(table->updateData(fullTicket("b", 2), false), 4) << "an id is not given twice";
-}
-
-TEST_F(CDataTable, AValueFilterOfTypeZeroKeepsExactlyItsTexts)
-{
-    addTickets(4);
-    filter(ColumnSide, ZB::FilterExact, {"买入"});
-    EXPECT_EQ(keys(), "b d");
-    EXPECT_EQ(table->size(), 4);
-    EXPECT_EQ(table->keyToRowID("a"), -1);
     filter(ColumnSide, ZB::FilterExact, {"买"});
     EXPECT_EQ(keys(), "");
     filter(ColumnSide, ZB::FilterExact, {});
     EXPECT_EQ(keys(), "a b c d");
-}
-
-TEST_F(CDataTable, AValueFilterOfTypeOneKeepsTextsThatContainOneOfThem)
-{
-    addTickets(4);
     table->setColumnFilterable(ColumnText, true);
     const auto latin = fullTicket("z", 9);
     latin->setData(TicketText, "Spot ORDER");
@@ -173,62 +142,6 @@ TEST_F(CDataTable, AColumnThatIsNotFilterableLetsEverythingPass)
     table->setColumnFilterable(ColumnLots, false);
     table->filterColumn();
     EXPECT_EQ(keys(), "a b");
-}
-
-TEST_F(CDataTable, AFilterOfADerivedTableAndThoseOfColumnsHoldTogether)
-{
-    addTickets(6);
-    table->onFilter(ColumnLots, 7, "3");
-    EXPECT_EQ(keys(), "c d e f");
-    filter(ColumnSide, ZB::FilterExact, {"卖出"});
-    EXPECT_EQ(keys(), "c e");
-    table->onFilter(ColumnLots, 0, "");
-    EXPECT_EQ(keys(), "a c e");
-}
-
-TEST_F(CDataTable, ARecordThatStopsPassingKeepsItsRowAsItWasUntilTheNextFilter)
-{
-    addTickets(4);
-    filter(ColumnSide, ZB::FilterExact, {"买入"});
-    EXPECT_EQ(keys(), "b d");
-    const int row = table->keyToRowID("b");
-    EXPECT_TRUE(table->updateDatas({fullTicket("b", 11)}).isEmpty());
-    EXPECT_EQ(table->keyToRowID("b"), row);
-    EXPECT_EQ(text("b", ColumnLots), "2");
-    EXPECT_EQ(table->updateData(fullTicket("d", 13), false), table->keyToRowID("d"));
-    EXPECT_EQ(text("d", ColumnLots), "4");
-    EXPECT_EQ(table->getDataByKey("b")->getInt(TicketLots), 11) << "what is stored is the new one";
-    table->filterColumn();
-    EXPECT_EQ(keys(), "");
-}
-
-TEST_F(CDataTable, ARecordWithoutARowStaysStoredWhenItIsRemoved)
-{
-    addTickets(2);
-    filter(ColumnSide, ZB::FilterExact, {"买入"});
-    EXPECT_EQ(table->removeDataByKey("a"), -1);
-    EXPECT_EQ(table->size(), 2);
-    EXPECT_EQ(table->removeDataByKey("b"), 0);
-    EXPECT_EQ(table->size(), 1);
-}
-
-TEST_F(CDataTable, ABatchAnswersWithTheRowsOfTheNewRecordsAndSortsOnce)
-{
-    addTickets(2);
-    table->setSortColumns({{ColumnLots, 1}});
-    const RecordPtr none;
-    const QVector<int> rows =
-        table->updateDatas({fullTicket("x", 5), none, fullTicket("a", 9), fullTicket("y", 7), fullTicket("x", 6)});
-    EXPECT_EQ(rows, (QVector<int>{2, 3}));
-    EXPECT_EQ(keys(), "a y x b");
-    EXPECT_EQ(text("x", ColumnLots), "6") << "the later one of a key counts";
-    filter(ColumnSide, ZB::FilterExact, {"买入"});
-    EXPECT_EQ(keys(), "x b");
-    EXPECT_TRUE(table->updateDatas({fullTicket("p", 1)}).isEmpty()) << "one that does not pass gets no row";
-    EXPECT_EQ(table->size(), 5);
-    EXPECT_EQ(table->updateDatas({fullTicket("n", 20), fullTicket("n", 21)}).size(), 1);
-    EXPECT_EQ(text("n", ColumnLots), "20") << "a row shows what passed";
-    EXPECT_EQ(table->getDataByKey("n")->getInt(TicketLots), 21);
 }
 
 TEST_F(CDataTable, StatisticsSkipMissingValuesAndFollowTheFieldsFormat)
