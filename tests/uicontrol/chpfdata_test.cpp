@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "model/chpfextradatamodel.h"
-#include "model/chpfsorttimedata.h"
 #include "testrecords.h"
 #include "zb/cuiresource.h"
 
@@ -296,18 +295,6 @@ TEST(HpfData, DerivedRowsReadValuesAndTexts)
     EXPECT_EQ(value, QVariant(false));
     model->getExtraDataModel()->addColumn(ColumnLots, KV::CExtraColumnInfo());
     EXPECT_EQ(row->getIDataString(ColumnLots), QStringLiteral("7"));
-}
-
-TEST(HpfData, ARowSortedByTimeIsARowOfItsOwnType)
-{
-    const Guarded<> model;
-    const PlainPtr ticket = fullTicket("T1", 7);
-    const boost::shared_ptr<KV::CHpfData> row =
-        boost::make_shared<KV::CHpfSortTimeData>(ticket, model->fieldColumnMap(), model.pointer());
-    const auto plain = makeRow(model.pointer(), ticket);
-    EXPECT_EQ(rawTexts(*row), rawTexts(*plain));
-    EXPECT_EQ(rowText(*model, *row), rowText(*model, *plain));
-    EXPECT_NE(dynamic_cast<KV::CHpfSortTimeData *>(row.get()), nullptr);
 }
 
 TEST(HpfData, StatisticsOfManyColumnsAndOfRecordTypesByTheDozen)

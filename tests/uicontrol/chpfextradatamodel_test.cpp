@@ -146,17 +146,6 @@ TEST_F(HpfExtraDataModel, ClearingEndsStatisticsOnlyAndClearingColumnsForgetsEve
     EXPECT_FALSE(extra.exist(1) || has("a", 1) || extra.hasStatistics());
 }
 
-TEST_F(HpfExtraDataModel, RemovingARowForgetsAllItsValues)
-{
-    add("a", 1, 1);
-    add("a", 2, 2);
-    add("b", 1, 3);
-    extra.removeData(QStringLiteral("a"));
-    extra.removeData(QStringLiteral("nobody"));
-    EXPECT_FALSE(has("a", 1) || has("a", 2));
-    EXPECT_TRUE(has("b", 1));
-}
-
 TEST_F(HpfExtraDataModel, SumsLeaveOutWhatIsNoNumber)
 {
     extra.setColumnStatEnable(1, true);

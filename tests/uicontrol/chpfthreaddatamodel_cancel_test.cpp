@@ -94,17 +94,6 @@ TEST(HpfThreadDataModelCancel, ProgressRunsFromTheHandOverUntilAllIsIn)
     EXPECT_EQ(runsOf(*model), "0-3999");
 }
 
-TEST(HpfThreadDataModelCancel, AnEmptyBatchIsUnderWayUntilItsTurn)
-{
-    const Guarded<CHpfThreadDataModel> model;
-    HeldStrand held;
-    model->addDatas(Records{});
-    EXPECT_EQ(model->loadProgress(), 0);
-    held.go();
-    finishStrand();
-    EXPECT_EQ(model->loadProgress(), 1000);
-}
-
 TEST(HpfThreadDataModelCancel, WhatIsQueuedIsDroppedAndWhatComesLaterIsLoadedWholeAndInOrder)
 {
     const Guarded<CHpfThreadDataModel> model;
@@ -146,24 +135,6 @@ TEST(HpfThreadDataModelCancel, ABatchEndsInTheMiddleAndKeepsWhatIsIn)
     finishStrand();
     EXPECT_TRUE(model->updated());
     EXPECT_EQ(runsOf(*model), "0-" + std::to_string(stored - 1) + " 30000-30699");
-}
-
-TEST(HpfThreadDataModelCancel, TwoLoadsAreCancelledOneAfterTheOther)
-{
-    const Guarded<HaltingModel> model;
-    std::string expected;
-    for (const int first : {0, 100000}) {
-        const int before = model->allSize();
-        model->haltAt('T' + std::to_string(first + 3000));
-        model->addDatas(tickets(first, 10000));
-        model->waitUntilHalted();
-        EXPECT_TRUE(model->cancelLoad());
-        expected += (before == 0 ? "" : " ") + std::to_string(first) + '-' +
-                    std::to_string(first + model->allSize() - before - 1);
-        model->goOn();
-        finishStrand();
-    }
-    EXPECT_EQ(runsOf(*model), expected);
 }
 
 TEST(HpfThreadDataModelCancel, TheFiltersOfABatchOfWhichRowsAreInAreSet)

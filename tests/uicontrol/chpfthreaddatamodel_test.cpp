@@ -73,13 +73,17 @@ TEST(HpfThreadDataModel, BatchesArriveInTheOrderInWhichTheyCame)
     EXPECT_EQ(model->getDataByKey(QStringLiteral("T2"))->getInt(ColumnLots), 20);
 }
 
-TEST(HpfThreadDataModel, AnEmptyBatchChangesNothing)
+TEST(HpfThreadDataModel, AnEmptyBatchIsUnderWayUntilItsTurnAndChangesNothing)
 {
     const Guarded<CHpfThreadDataModel> model;
     model->setUpdated(false);
+    HeldStrand held;
     model->addDatas(Records{});
     model->addDatas(ColoredRecords{}, {{ColumnLots, {ZB::FilterExact, {QStringLiteral("1")}}}});
+    EXPECT_EQ(model->loadProgress(), 0);
+    held.go();
     finishStrand();
+    EXPECT_EQ(model->loadProgress(), 1000);
     EXPECT_FALSE(model->updated());
     EXPECT_TRUE(model->columnFilters().isEmpty());
 }

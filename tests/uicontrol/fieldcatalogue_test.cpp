@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QtCore/QMap>
 #include <QtCore/QStringList>
 #include <limits>
 
@@ -79,10 +80,11 @@ protected:
                (unit.isEmpty() ? QString() : QLatin1String(" [") + unit + QLatin1Char(']'));
     }
 
-    /// A field a line: its name, then what it shows for its samples and for no value.
+    /// What fields show for their samples and then for no value, a line for all that show the same: their names.
     std::string table(int metaId) const
     {
-        std::string lines;
+        QStringList lines;
+        QMap<QString, QStringList> names;
         for (const FieldDef &def : TypeCatalogue::instance().findType(metaId)->def().fields) {
             if (def.type == ExtData)
                 continue;
@@ -95,9 +97,15 @@ protected:
                 fill(*record, field, sample);
                 texts << shown(record, field);
             }
-            lines += def.name + (": " + (texts << absent).join(" | ").toStdString()) + '\n';
+            const QString line = (texts << absent).join(QLatin1String(" | "));
+            if (!names.contains(line))
+                lines << line;
+            names[line] << QString::fromUtf8(def.name);
         }
-        return lines;
+        QString all;
+        for (const QString &line : lines)
+            all += line + QLatin1String(": ") + names[line].join(QLatin1Char(' ')) + QLatin1Char('\n');
+        return all.toStdString();
     }
 
     void nest(const boost::shared_ptr<IData> &record) const
@@ -119,123 +127,78 @@ protected:
 
 TEST_F(FieldCatalogue, Orders)
 {
-    EXPECT_EQ(table(MetaOwnOrder), "委托时间: 09:30:00.120 default | - second\n"
-                                   "证券代码: abc default |  default\n"
-                                   "方向: 买入 rise | - second\n"
-                                   "开平: 开仓 default | - second\n"
-                                   "委托价格: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                   "委托数量: 1,234,567 default | -5 default | - second\n"
-                                   "成交数量: 1,234,567 default | -5 default | - second\n"
-                                   "成交均价: 1,234,567.891 default | -5.432 default | - second\n"
-                                   "成交金额: 123.46万 default [万] | -5.43 default | - second\n"
-                                   "未成数量: 1,234,567 default | -5 default | - second\n"
-                                   "撤单数量: 1,234,567 default | -5 default | - second\n"
-                                   "状态: 未报 default | - second\n"
-                                   "更新时间: 09:30:00.120 default | - second\n"
-                                   "返回信息: abc default |  default\n"
-                                   "委托类型: 市价 default | - second\n"
-                                   "资金账号: abc default |  default\n"
-                                   "委托编号: 1234567 default | -5 default | - second\n"
-                                   "合同编号: abc default |  default\n"
-                                   "通道: 1234567 default | -5 default | - second\n"
-                                   "备注: abc default |  default\n"
-                                   "交易所: 上交所 default | - second\n"
-                                   "交易日: 1234567 default | -5 default | - second\n"
-                                   "序号: 1,234,567 default | -5 default | - second\n");
+    EXPECT_EQ(table(MetaOwnOrder),
+              "09:30:00.120 default | - second: 委托时间 更新时间\n"
+              "abc default |  default: 证券代码 返回信息 资金账号 合同编号 备注\n"
+              "买入 rise | - second: 方向\n"
+              "开仓 default | - second: 开平\n"
+              "1,234,567.891 rise | -5.432 fall | - second: 委托价格\n"
+              "1,234,567 default | -5 default | - second: 委托数量 成交数量 未成数量 撤单数量 序号\n"
+              "1,234,567.891 default | -5.432 default | - second: 成交均价\n"
+              "123.46万 default [万] | -5.43 default | - second: 成交金额\n"
+              "未报 default | - second: 状态\n"
+              "市价 default | - second: 委托类型\n"
+              "1234567 default | -5 default | - second: 委托编号 通道 交易日\n"
+              "上交所 default | - second: 交易所\n");
 }
 
 TEST_F(FieldCatalogue, Deals)
 {
-    EXPECT_EQ(table(MetaMarketDeal), "成交时间: 09:30:00.120 default | - second\n"
-                                     "证券代码: abc default |  default\n"
-                                     "方向: 买入 rise | - second\n"
-                                     "开平: 开仓 default | - second\n"
-                                     "成交价格: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                     "成交数量: 1,234,567 default | -5 default | - second\n"
-                                     "成交金额: 123.46万 default [万] | -5.43 default | - second\n"
-                                     "成交编号: 1234567 default | -5 default | - second\n"
-                                     "买方委托: 1234567 default | -5 default | - second\n"
-                                     "卖方委托: 1234567 default | -5 default | - second\n"
-                                     "通道: 1234567 default | -5 default | - second\n"
-                                     "交易所: 上交所 default | - second\n"
-                                     "序号: 1,234,567 default | -5 default | - second\n");
-    EXPECT_EQ(table(MetaOwnDeal), "成交时间: 09:30:00.120 default | - second\n"
-                                  "证券代码: abc default |  default\n"
-                                  "方向: 买入 rise | - second\n"
-                                  "开平: 开仓 default | - second\n"
-                                  "成交价格: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                  "成交数量: 1,234,567 default | -5 default | - second\n"
-                                  "成交金额: 123.46万 default [万] | -5.43 default | - second\n"
-                                  "手续费: 1,234,567.89 default | -5.43 default | - second\n"
-                                  "成交编号: 1234567 default | -5 default | - second\n"
-                                  "委托编号: 1234567 default | -5 default | - second\n"
-                                  "平仓盈亏: +1,234,567.89 rise | -5.43 fall | - second\n"
-                                  "合同编号: abc default |  default\n"
-                                  "资金账号: abc default |  default\n"
-                                  "通道: 1234567 default | -5 default | - second\n"
-                                  "交易所: 上交所 default | - second\n"
-                                  "交易日: 1234567 default | -5 default | - second\n"
-                                  "序号: 1,234,567 default | -5 default | - second\n");
+    EXPECT_EQ(table(MetaMarketDeal), "09:30:00.120 default | - second: 成交时间\n"
+                                     "abc default |  default: 证券代码\n"
+                                     "买入 rise | - second: 方向\n"
+                                     "开仓 default | - second: 开平\n"
+                                     "1,234,567.891 rise | -5.432 fall | - second: 成交价格\n"
+                                     "1,234,567 default | -5 default | - second: 成交数量 序号\n"
+                                     "123.46万 default [万] | -5.43 default | - second: 成交金额\n"
+                                     "1234567 default | -5 default | - second: 成交编号 买方委托 卖方委托 通道\n"
+                                     "上交所 default | - second: 交易所\n");
+    EXPECT_EQ(table(MetaOwnDeal), "09:30:00.120 default | - second: 成交时间\n"
+                                  "abc default |  default: 证券代码 合同编号 资金账号\n"
+                                  "买入 rise | - second: 方向\n"
+                                  "开仓 default | - second: 开平\n"
+                                  "1,234,567.891 rise | -5.432 fall | - second: 成交价格\n"
+                                  "1,234,567 default | -5 default | - second: 成交数量 序号\n"
+                                  "123.46万 default [万] | -5.43 default | - second: 成交金额\n"
+                                  "1,234,567.89 default | -5.43 default | - second: 手续费\n"
+                                  "1234567 default | -5 default | - second: 成交编号 委托编号 通道 交易日\n"
+                                  "+1,234,567.89 rise | -5.43 fall | - second: 平仓盈亏\n"
+                                  "上交所 default | - second: 交易所\n");
 }
 
 TEST_F(FieldCatalogue, PositionsAndFunds)
 {
-    EXPECT_EQ(table(MetaPosition), "资金账号: abc default |  default\n"
-                                   "证券代码: abc default |  default\n"
-                                   "持仓方向: 多 default | - second\n"
-                                   "多空: abc default |  default\n"
-                                   "持仓数量: 1 234 567 default | -5 default | - second\n"
-                                   "可用数量: 1 234 567 default | -5 default | - second\n"
-                                   "冻结数量: 1 234 567 default | -5 default | - second\n"
-                                   "今买数量: 1 234 567 default | -5 default | - second\n"
-                                   "成本价: 1,234,567.891 default | -5.432 default | - second\n"
-                                   "最新价: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                   "市值: 1 234 567.89 default | -5.43 default | - second\n"
-                                   "浮动盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
-                                   "盈亏比例: +123,456,789.12% rise [%] | -543.21% fall [%] | - second\n"
-                                   "持仓盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
-                                   "保证金: 1 234 567.89 default | -5.43 default | - second\n"
-                                   "交易所: 上交所 default | - second\n");
-    EXPECT_EQ(table(MetaFunds), "资金账号: abc default |  default\n"
-                                "账户名称: abc default |  default\n"
-                                "币种: 人民币 default | - second\n"
-                                "总资产: 1 234 567.89 default | -5.43 default | - second\n"
-                                "可用资金: 1 234 567.89 default | -5.43 default | - second\n"
-                                "冻结资金: 1 234 567.89 default | -5.43 default | - second\n"
-                                "可取资金: 1 234 567.89 default | -5.43 default | - second\n"
-                                "持仓市值: 1 234 567.89 default | -5.43 default | - second\n"
-                                "占用保证金: 1 234 567.89 default | -5.43 default | - second\n"
-                                "持仓盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
-                                "当日盈亏: +1 234 567.89 rise | -5.43 fall | - second\n"
-                                "风险度: 123,456,789.12% default [%] | -543.21% default [%] | - second\n");
+    EXPECT_EQ(table(MetaPosition), "abc default |  default: 资金账号 证券代码 多空\n"
+                                   "多 default | - second: 持仓方向\n"
+                                   "1 234 567 default | -5 default | - second: 持仓数量 可用数量 冻结数量 今买数量\n"
+                                   "1,234,567.891 default | -5.432 default | - second: 成本价\n"
+                                   "1,234,567.891 rise | -5.432 fall | - second: 最新价\n"
+                                   "1 234 567.89 default | -5.43 default | - second: 市值 保证金\n"
+                                   "+1 234 567.89 rise | -5.43 fall | - second: 浮动盈亏 持仓盈亏\n"
+                                   "+123,456,789.12% rise [%] | -543.21% fall [%] | - second: 盈亏比例\n"
+                                   "上交所 default | - second: 交易所\n");
+    EXPECT_EQ(table(MetaFunds),
+              "abc default |  default: 资金账号 账户名称\n"
+              "人民币 default | - second: 币种\n"
+              "1 234 567.89 default | -5.43 default | - second: 总资产 可用资金 冻结资金 可取资金 持仓市值 占用保证金\n"
+              "+1 234 567.89 rise | -5.43 fall | - second: 持仓盈亏 当日盈亏\n"
+              "123,456,789.12% default [%] | -543.21% default [%] | - second: 风险度\n");
 }
 
 TEST_F(FieldCatalogue, InstrumentsAndQuotes)
 {
-    EXPECT_EQ(table(MetaInstrument), "证券代码: abc default |  default\n"
-                                     "证券名称: abc default |  default\n"
-                                     "交易所: 上交所 default | - second\n"
-                                     "昨收: 1,234,567.89 default | -5.43 default | - second\n"
-                                     "涨停: 1,234,567.89 default | -5.43 default | - second\n"
-                                     "跌停: 1,234,567.89 default | -5.43 default | - second\n"
-                                     "最小变动: 1,234,567.89 default | -5.43 default | - second\n"
-                                     "交易单位: 1,234,567 default | -5 default | - second\n"
-                                     "合约乘数: 1,234,567 default | -5 default | - second\n"
-                                     "价格小数位: 1,234,567 default | -5 default | - second\n"
-                                     "证券类别: 1,234,567 default | -5 default | - second\n");
-    EXPECT_EQ(table(MetaQuote), "行情时间: 09:30:00 default | - second\n"
-                                "证券代码: abc default |  default\n"
-                                "最新价: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "涨跌: +1,234,567.891 rise | -5.432 fall | - second\n"
-                                "涨跌幅: +123,456,789.12% rise [%] | -543.21% fall [%] | - second\n"
-                                "成交量: 123.46万 default [万] | -5 default | - second\n"
-                                "成交额: 123.46万 default [万] | -5.43 default | - second\n"
-                                "买一价: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "买一量: 1,234,567 default | -5 default | - second\n"
-                                "卖一价: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "卖一量: 1,234,567 default | -5 default | - second\n"
-                                "今开: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "最高: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "最低: 1,234,567.891 rise | -5.432 fall | - second\n"
-                                "昨收: 1,234,567.891 default | -5.432 default | - second\n");
+    EXPECT_EQ(table(MetaInstrument),
+              "abc default |  default: 证券代码 证券名称\n"
+              "上交所 default | - second: 交易所\n"
+              "1,234,567.89 default | -5.43 default | - second: 昨收 涨停 跌停 最小变动\n"
+              "1,234,567 default | -5 default | - second: 交易单位 合约乘数 价格小数位 证券类别\n");
+    EXPECT_EQ(table(MetaQuote), "09:30:00 default | - second: 行情时间\n"
+                                "abc default |  default: 证券代码\n"
+                                "1,234,567.891 rise | -5.432 fall | - second: 最新价 买一价 卖一价 今开 最高 最低\n"
+                                "+1,234,567.891 rise | -5.432 fall | - second: 涨跌\n"
+                                "+123,456,789.12% rise [%] | -543.21% fall [%] | - second: 涨跌幅\n"
+                                "123.46万 default [万] | -5 default | - second: 成交量\n"
+                                "123.46万 default [万] | -5.43 default | - second: 成交额\n"
+                                "1,234,567 default | -5 default | - second: 买一量 卖一量\n"
+                                "1,234,567.891 default | -5.432 default | - second: 昨收\n");
 }
