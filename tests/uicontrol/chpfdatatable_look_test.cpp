@@ -79,7 +79,7 @@ private:
 
 } // namespace
 
-TEST_F(HpfDataTableLook, EveryPartOfTheTableHasItsOwnThemeItem)
+TEST_F(HpfDataTableLook, EveryPartOfTheTableHasItsOwnThemeItemAndFollowsTheScale)
 {
     ASSERT_TRUE(ThemeService::instance().setTheme(QStringLiteral("distinct")));
     settle();
@@ -91,11 +91,6 @@ TEST_F(HpfDataTableLook, EveryPartOfTheTableHasItsOwnThemeItem)
                                     "selected 8 9 10 \n"
                                     "statistics 11 0 27 12 13 7 15 5\n"
                                     "buttons 14 15 16 17 ");
-}
-
-TEST_F(HpfDataTableLook, SizesFollowTheScale)
-{
-    ASSERT_TRUE(ThemeService::instance().setTheme(QStringLiteral("distinct")));
     ThemeService::instance().setScale(2.0);
     settle();
     EXPECT_EQ(grid()->look().headerHeight, 62);
