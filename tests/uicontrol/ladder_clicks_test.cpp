@@ -1,7 +1,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtGui/QFocusEvent>
-#include <QtGui/QFontMetrics>
 #include <QtTest/QTest>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
@@ -116,21 +115,6 @@ TEST(LadderClicks, OnWhatOverlapsDeliverEachKindOnceInTheirOrder)
     EXPECT_FALSE(areas.contains({30, 30}));
     areas.clear();
     EXPECT_FALSE(areas.contains({1, 1}));
-}
-
-TEST(LadderClicks, OnAVolumeThatReachesIntoThePriceTellTheVolumeFirst)
-{
-    LadderWindow window;
-    quoter::QuoterAllData quote = plainQuote();
-    quote.askVolumes[2] = 2147483646;
-    window.give(quote);
-    const QuoteRowPlace row = window.places().asks[2];
-    const QFont *font = ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_quote_list_volumn_price"));
-    const QRect volume = row.volume.area(QFontMetrics(*font).horizontalAdvance(QStringLiteral("2147483646")));
-    const QRect both = volume & row.price.area(10);
-    ASSERT_FALSE(both.isEmpty());
-    window.click(both.center());
-    EXPECT_EQ(window.takeEvents().toStdString(), "1129 0 0 2147483646.0000 | 1128 0 0 10.0800");
 }
 
 TEST(LadderClicks, OnALadderTooNarrowForItsPartsTellTheVolumeThenThePriceThenTheCancelling)

@@ -171,21 +171,6 @@ TEST(QuotesLevel2Layouts, KeepTheirPartsApartAndInsideAtTheSizesOfTheThemeWithLe
         }
 }
 
-TEST(QuotesLayouts, GiveEveryTextRoomOfItsOwn)
-{
-    for (const int lineHeight : {18, 20})
-        for (const bool cancel : {false, true}) {
-            SCOPED_TRACE(std::to_string(lineHeight) + (cancel ? " with cancel marks" : ""));
-            const QuotesMetrics letters{lineHeight, 12, QSize(12, 12)};
-            const int more = cancel ? 15 : 0;
-            const QuotesLayout all[] = {CQuotesNormalLayout(QSize(200, 364 + more), letters, cancel),
-                                        CQuotesVerticalLayout(QSize(200, 430 + more), letters, cancel),
-                                        CQuotesHorizontalLayout(QSize(400, 240 + more), letters, cancel)};
-            for (const QuotesLayout &layout : all)
-                expectApart(texts(layout, letters), layout.frame);
-        }
-}
-
 TEST(QuotesLayouts, GiveEveryTextRoomOfItsOwnAtEveryScaleOfTheTheme)
 {
     refhost::ThemeService &themes = refhost::ThemeService::instance();
@@ -229,24 +214,6 @@ TEST(QuotesLevel2Layouts, UprightAllPricesEndInOneColumn)
         for (std::size_t i = 0; i < 5; ++i) {
             EXPECT_EQ(layout.asks[i].price.right, layout.latest.right);
             EXPECT_EQ(layout.bids[i].price.right, layout.latest.right);
-        }
-    }
-}
-
-TEST(QuotesLevel2Layouts, NumbersFindRoomBetweenTheirNeighbours)
-{
-    for (const bool cancel : {false, true}) {
-        const CQuotesHorizontalLayout layout(QSize(400, 255), metrics, cancel);
-        const QuoteRowPlace &bid = layout.bids[0];
-        const QuoteRowPlace &ask = layout.asks[0];
-        const int captionEnd = bid.digit.x() + metrics.digit.width();
-        EXPECT_LE(captionEnd, bid.volume.right - bid.volume.room);
-        EXPECT_LE(bid.volume.right, bid.price.right - bid.price.room);
-        EXPECT_LE(ask.price.right, ask.volume.right - ask.volume.room);
-        EXPECT_LE(ask.volume.right, ask.caption.x());
-        if (cancel) {
-            EXPECT_LT(bid.cancel.right(), bid.caption.x());
-            EXPECT_LT(ask.digit.x() + metrics.digit.width(), ask.cancel.left() + 1);
         }
     }
 }

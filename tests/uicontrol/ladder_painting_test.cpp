@@ -309,26 +309,6 @@ TEST(LadderPainting, BadQuotesNeitherCrashNorPutATextOverAnother)
     }
 }
 
-TEST(LadderPainting, CrossedLockedAndOneSidedBooksShowAsTheyAre)
-{
-    LadderWindow window;
-    quoter::QuoterAllData quote;
-    quote.previousClose = 10;
-    quote.bidPrices[0] = quote.askPrices[0] = 10.02;
-    quote.bidVolumes[0] = quote.askVolumes[0] = 500;
-    window.give(quote);
-    const QuotesLayout places = window.places();
-    const QRgb rise = color("clr_global_rise").rgb();
-    EXPECT_TRUE(has(window.picture(), placeOf(places.bids[0].price), rise));
-    EXPECT_TRUE(has(window.picture(), placeOf(places.asks[0].price), rise));
-    EXPECT_FALSE(has(window.picture(), placeOf(places.asks[1].price), rise));
-    EXPECT_FALSE(has(window.picture(), placeOf(places.latest), rise)) << "no last price in an auction";
-    quote.bidPrices[0] = 0;
-    window.give(quote);
-    EXPECT_FALSE(has(window.picture(), placeOf(places.bids[0].price), rise));
-    EXPECT_TRUE(has(window.picture(), placeOf(places.asks[0].price), rise));
-}
-
 TEST(LadderPainting, FollowsTheThemeAndTheColoursOfDirection)
 {
     refhost::ThemeService &themes = refhost::ThemeService::instance();

@@ -2,7 +2,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QSet>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QFontMetrics>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
@@ -180,15 +179,6 @@ TEST(QuotesPricesList, IsNoWiderThanItsLayoutHasUseForWhateverTheThemeSays)
     themes.setScale(1);
 }
 
-TEST(QuotesPricesList, ItsQuoteHasANameAndTakesTheKeyboard)
-{
-    CQuotesPricesList list(OpParamQuotes);
-    auto *graph = list.findChild<CQuotesGraphWidget *>();
-    EXPECT_EQ(graph->objectName().toStdString(), "mqlt_tavesk_quotepriceslist");
-    EXPECT_EQ(graph->focusPolicy(), Qt::StrongFocus);
-    EXPECT_EQ(list.focusProxy(), graph);
-}
-
 TEST(QuotesPricesList, TheCancelRowAddsFifteenPixelsAndASelectorItsHeight)
 {
     CQuotesPricesList list(OpParamQuotes);
@@ -225,7 +215,7 @@ TEST(QuotesPricesList, WithoutASelectorItsCallsDoNothing)
     list.setDrawTop(true);
     list.setOperationType(kdservice::OperationBuy);
     list.setUiEnabled(false, false);
-    EXPECT_FALSE(list.findChild<CQuotesGraphWidget *>()->isEnabled());
+    EXPECT_FALSE(list.findChild<CQuotesGraphWidget *>(QStringLiteral("mqlt_tavesk_quotepriceslist"))->isEnabled());
 }
 
 TEST(QuotesPricesList, HandsItsSettingsOnToTheSelector)
@@ -262,49 +252,24 @@ TEST(QuotesPricesList, TypingOverTheQuoteStartsTheEntryOfACode)
     EXPECT_TRUE(selector->getStockCodeLineEdit()->isVisible());
     ZB::CLineEdit *inner = selector->getStockCodeLineEdit()->getLineEdit();
     EXPECT_EQ(inner->text().toStdString(), "3");
-    window.list->inputStockCodeChar(QStringLiteral("0"));
-    EXPECT_EQ(inner->text().toStdString(), "0") << "the text is replaced";
+    EXPECT_TRUE(inner->hasFocus());
+    window.list->inputStockCodeChar(QStringLiteral("600"));
+    EXPECT_EQ(inner->text().toStdString(), "600") << "the text is replaced";
+    EXPECT_EQ(inner->selectedText().toStdString(), "") << "the next character is added";
+
+    window.graph->setFocus();
 
     selector->setCompletionSuppressed(true);
     window.list->setCodeEditFocus();
     EXPECT_FALSE(selector->isCompletionSuppressed());
     EXPECT_TRUE(selector->isEditing());
+    EXPECT_TRUE(inner->hasFocus());
     EXPECT_EQ(inner->selectedText(), inner->text());
 
     selector->getStockCodeLineEdit()->setStockCode(QStringLiteral("000001.SZ"), true);
     EXPECT_FALSE(selector->isEditing());
     EXPECT_EQ(window.list->getStockCode().toStdString(), "000001.SZ");
     EXPECT_TRUE(window.takeEvents().contains(QStringLiteral("1082 0 0 000001.SZ")));
-}
-
-TEST(QuotesPricesList, TheSelectorIsAsHighAsItsTwoLinesOfText)
-{
-    CQuotesPricesList list(OpParamQuotes);
-    auto *selector = new CSelectCodeWidget;
-    list.setSelectCodeWidget(selector);
-    ZB::CUiResource *resources = ZB::CUiResource::instance();
-    const QFontMetrics name(*resources->getFont(QStringLiteral("fnt_quote_stockname")));
-    const QFontMetrics code(*resources->getFont(QStringLiteral("fnt_default_normal")));
-    EXPECT_EQ(selector->height(), std::max(50, name.height() + 15 + code.height()));
-}
-
-TEST(QuotesPricesList, BringsTheKeyboardToTheSelectorsField)
-{
-    LadderWindow window;
-    auto *selector = new CSelectCodeWidget;
-    window.list->setSelectCodeWidget(selector);
-    QLineEdit *inner = selector->getStockCodeLineEdit()->getLineEdit();
-    ASSERT_TRUE(window.graph->hasFocus());
-    window.list->inputStockCodeChar(QStringLiteral("600"));
-    EXPECT_TRUE(inner->isVisible());
-    EXPECT_TRUE(inner->hasFocus());
-    EXPECT_EQ(inner->text().toStdString(), "600");
-    EXPECT_EQ(inner->selectedText().toStdString(), "") << "the next character is added";
-
-    window.graph->setFocus();
-    window.list->setCodeEditFocus();
-    EXPECT_TRUE(inner->isVisible());
-    EXPECT_TRUE(inner->hasFocus());
 }
 
 TEST(QuotesPricesList, AnOperationLeavesOutWhatCannotBeTraded)

@@ -133,6 +133,13 @@ TEST(LadderWords, NameEverySideTheLatestPriceAndTheSummary)
                 EXPECT_FALSE(showsCaption(image, bid.caption, bid.band, QStringLiteral("卖"))) << i;
             }
             EXPECT_TRUE(showsCaption(image, places.latestCaption, rowOf(places.latest), QStringLiteral("最新")));
+            EXPECT_TRUE(
+                showsNumber(image, places.latest, places.latest.right, QStringLiteral("10.05"), "clr_global_rise"));
+            const QRect line(places.lines.back().p1() + QPoint(4, 0), QSize(1, 2));
+            EXPECT_EQ(image.pixel(line.topLeft()), color("clr_quote_border_line").rgb());
+            EXPECT_NE(image.pixel(line.bottomLeft()), color("clr_quote_border_line").rgb()) << "one pixel thick";
+            window.click({places.asks[2].price.right - ZB::scaled(4), places.asks[2].band.center().y()});
+            EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0800");
             for (std::size_t i = 0; i < 4; ++i)
                 EXPECT_TRUE(showsCaption(image, places.summary[i].caption, rowOf(places.summary[i].value),
                                          names[static_cast<int>(i)]))
@@ -325,37 +332,6 @@ TEST(LadderWords, TheLargestValuesStayInTheirRooms)
                 EXPECT_EQ(image, empty) << price;
             }
         }
-    }
-    refhost::ThemeService::instance().setScale(1);
-}
-
-TEST(LadderWords, AtTwiceTheSizeEverythingIsTwiceAsLargeButTheLines)
-{
-    refhost::ThemeService::instance().setScale(2);
-    {
-        LadderWindow window;
-        window.give(plainQuote());
-        const QImage image = window.picture();
-        const QuotesLayout places = window.places();
-        EXPECT_EQ(image.width(), 400);
-        const QRgb line = color("clr_quote_border_line").rgb();
-        const QRgb askGround = color("clr_quote_ask_backgroud").rgb();
-        EXPECT_EQ(image.pixel(0, 300), line);
-        EXPECT_EQ(image.pixel(1, places.askArea.center().y()), askGround);
-        for (const QLine &each : places.lines) {
-            EXPECT_EQ(image.pixel(4, each.y1()), line);
-            EXPECT_NE(image.pixel(4, each.y1() + 1), line) << "one pixel thick";
-        }
-        int bar = 0;
-        for (int x = 0; x < image.width(); ++x)
-            bar += image.pixel(x, places.bids[0].band.top()) !=
-                   image.pixel(places.bids[0].band.left(), places.bids[0].band.top());
-        EXPECT_EQ(bar - 2, 160) << "with the border on both sides";
-        EXPECT_TRUE(showsNumber(image, places.asks[2].price, 206, QStringLiteral("10.08"), "clr_global_rise"));
-        EXPECT_TRUE(showsNumber(image, places.change, 366, QStringLiteral("+0.05"), "clr_global_rise"));
-        window.click(QPoint(200, places.asks[2].band.center().y()));
-        window.click(QPoint(360, places.bids[1].band.center().y()));
-        EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 10.0800 | 1129 0 0 900.0000");
     }
     refhost::ThemeService::instance().setScale(1);
 }
