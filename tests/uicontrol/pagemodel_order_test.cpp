@@ -47,64 +47,6 @@ TEST(PageModelOrder, TheOrderOfTwoDoesNotDependOnWhichCameFirst)
                 }
 }
 
-TEST(PageModelOrder, MissingValuesAreLastInBothDirectionsForEveryType)
-{
-    struct Case
-    {
-        int column;
-        Values low, high, none;
-    };
-    const auto with = [](auto member, auto value) {
-        Values values;
-        values.*member = value;
-        return values;
-    };
-    const Case cases[] = {
-        {IntColumn, with(&Values::channel, -1), with(&Values::channel, 7), with(&Values::channel, noInt)},
-        {LongColumn, with(&Values::quantity, qint64(-5)), with(&Values::quantity, qint64(1) << 40),
-         with(&Values::quantity, noLong)},
-        {DoubleColumn, priced(-1e300), priced(1e300), priced(noDouble)},
-        {DoubleColumn, priced(-std::numeric_limits<double>::infinity()),
-         priced(std::numeric_limits<double>::infinity()), priced(std::numeric_limits<double>::quiet_NaN())},
-        {CharColumn, withStatus('0'), withStatus('9'), withStatus(noInt)},
-    };
-    for (const Case &c : cases) {
-        RulesModel model;
-        model.put("none", c.none);
-        model.put("high", c.high);
-        model.put("low", c.low);
-        model.sortByColumnID(c.column, 0);
-        EXPECT_EQ(model.shown(), "low high none") << "column " << c.column;
-        model.sortByColumnID(c.column, 1);
-        EXPECT_EQ(model.everything(), "high low none") << "column " << c.column;
-        model.put("low", c.high);
-        model.put("late", c.low);
-        EXPECT_EQ(model.shown(), "high low late none") << "column " << c.column;
-    }
-}
-
-TEST(PageModelOrder, TextsSortByLengthThenByBytesAndTiesBySequenceThenKey)
-{
-    RulesModel model;
-    for (const auto &[key, code] : {std::pair{"1", "600001.SH"}, {"2", "AP010"}, {"3", "600000.SH"}, {"4", "AP009"}}) {
-        Values values;
-        values.code = code;
-        model.put(key, values);
-    }
-    model.sortByColumnID(TextColumn, 0);
-    EXPECT_EQ(model.shown(), "4 2 3 1");
-
-    RulesModel ties;
-    ties.put("b", priced(1, 7));
-    ties.put("aa", priced(1, 7));
-    ties.put("c", priced(1.000005, 3));
-    ties.put("d", priced(1, noInt));
-    ties.sortByColumnID(DoubleColumn, 0);
-    EXPECT_EQ(ties.shown(), "c b aa d");
-    ties.sortByColumnID(DoubleColumn, 5);
-    EXPECT_EQ(ties.shown(), "aa b c d");
-}
-
 TEST(PageModelOrder, ReversingTogglesTheCurrentColumnOnly)
 {
     RulesModel model;

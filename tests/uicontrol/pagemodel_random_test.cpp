@@ -75,7 +75,7 @@ protected:
         v.price = pick({10.0, 10.000006, 10.000012, 9.5, noDouble, std::numeric_limits<double>::quiet_NaN(),
                         std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()});
         v.code = pick<const char *>({"600000.SH", "000001.SZ", "AP010", "600001.SH"});
-        v.status = pick({'0', '2', '5', '6', '7', '8', 'V', '9'});
+        v.status = pick<int>({'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'V', noInt});
         v.lot = pick({1, 100, noInt});
         v.sequence = pick({1, 2, 3, noInt});
         return v;

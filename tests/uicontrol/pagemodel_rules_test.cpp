@@ -8,41 +8,6 @@
 
 using namespace pagetest;
 
-TEST(PageModelRules, NewRecordsGoWhereTheSequenceFlagSays)
-{
-    RulesModel front(false);
-    EXPECT_EQ(front.put("A"), "+A -");
-    EXPECT_EQ(front.put("B"), "+B -");
-    EXPECT_EQ(front.shown(), "B A");
-    EXPECT_EQ(front.everything(), "B A");
-    front.setAppendSeq(true);
-    front.put("C");
-    EXPECT_EQ(front.shown(), "B A C");
-    EXPECT_TRUE(front.defaultSeqAscending());
-}
-
-TEST(PageModelRules, AnUpdateKeepsTheSequenceNumberAndACoverToo)
-{
-    RulesModel model;
-    model.put("A");
-    model.put("B");
-    model.put("A");
-    model.put("C");
-    const auto sequence = [&](const char *key) { return model.getDataByKey(kdservice::hashOfKey(key))->getDataSeq(); };
-    EXPECT_EQ(sequence("A"), 0);
-    EXPECT_EQ(sequence("C"), 2);
-
-    // Hidden records are covered: they keep their number, and the counter goes on.
-    model.setExFilterStatus(2);
-    model.filterColumn({});
-    model.put("B");
-    EXPECT_EQ(sequence("B"), 1);
-    model.put("D");
-    EXPECT_EQ(sequence("D"), 4);
-    EXPECT_EQ(model.size(), 0);
-    EXPECT_EQ(model.originalSize(), 4);
-}
-
 TEST(PageModelRules, ResultsTellWhatEntersAndLeavesThePage)
 {
     RulesModel model;
@@ -111,26 +76,8 @@ TEST(PageModelRules, ARecordThatNoLongerPassesLeavesAndTheNextMovesUp)
     EXPECT_EQ(model.shown(), "C D E");
 }
 
-TEST(PageModelRules, StatusModesAndTheCodeSearchChooseRecords)
+TEST(PageModelRules, DealsKnowNoStatusAndAreFoundByTheirOwnCodeAndOtherRecordsByNone)
 {
-    RulesModel model;
-    for (const char status : std::string("0123456789V"))
-        model.put(std::string(1, status), withStatus(status, status < '5' ? "600000.SH" : "AP010"));
-    const auto shownIn = [&](int mode, const char *search) {
-        model.setExFilterStatus(mode);
-        model.setFilter(search);
-        model.filterColumn({});
-        return model.shown();
-    };
-    EXPECT_EQ(shownIn(0, ""), "0 1 2 3 4 5 6 7 8 9 V");
-    EXPECT_EQ(shownIn(1, ""), "0 1 2 3 4 7");
-    EXPECT_EQ(shownIn(2, ""), "8 V");
-    EXPECT_EQ(shownIn(3, ""), "5 6 9");
-    EXPECT_EQ(shownIn(4, ""), "");
-    EXPECT_EQ(shownIn(1, "AP"), "7");
-    EXPECT_EQ(shownIn(0, "ap"), "") << "the search is case-sensitive";
-
-    // Deals know no status, and are found by their own code; other records are found by none.
     RulesModel deals(true, 16203);
     const auto deal = refhost::makeDeal(refhost::MetaMarketDeal, "D");
     deal->setData(refhost::DealCode, "600000.SH");
@@ -138,7 +85,10 @@ TEST(PageModelRules, StatusModesAndTheCodeSearchChooseRecords)
     deals.setExFilterStatus(1);
     deals.filterColumn({});
     EXPECT_EQ(deals.shown(), "D");
-    deals.setFilter("AP");
+    deals.setExFilterSource(7); // asks nothing
+    deals.filterColumn({});
+    EXPECT_EQ(std::to_string(deals.exFilterSource()) + deals.shown(), "7D");
+    deals.setFilter("sh"); // the search is case-sensitive
     deals.filterColumn({});
     EXPECT_EQ(deals.shown(), "");
     RulesModel others(true, 16205);
@@ -190,17 +140,6 @@ TEST(PageModelRules, ClearingTheFiltersMayLeaveTheListAsItIs)
     EXPECT_EQ(model.shown(), "A B C");
 }
 
-TEST(PageModelRules, TheSourceOfTheExtraFilterIsKeptAndAsksNothing)
-{
-    RulesModel model;
-    EXPECT_EQ(model.exFilterSource(), 0);
-    model.setExFilterSource(7);
-    model.put("A");
-    model.filterColumn({});
-    EXPECT_EQ(model.exFilterSource(), 7);
-    EXPECT_EQ(model.shown(), "A");
-}
-
 TEST(PageModelRules, APageWithoutRowsReportsNothingAndOddPagesAreHarmless)
 {
     RulesModel model;
@@ -216,8 +155,6 @@ TEST(PageModelRules, APageWithoutRowsReportsNothingAndOddPagesAreHarmless)
     EXPECT_FALSE(model.getData(3));
     EXPECT_FALSE(model.getDataFromAll(3));
     EXPECT_EQ(model.getDataKeyByIndex(7), "");
-    EXPECT_EQ(model.getFiledIdByColumn(NestedColumn), refhost::InstrumentLot);
-    EXPECT_EQ(model.getFiledIdByColumn(99), 0);
 }
 
 TEST(PageModelRules, MenuItemsAreTheTextsOfAllRecordsAndCellsTellTheirValue)

@@ -231,6 +231,7 @@ TEST_P(SlicedPagesRandom, WhatIsAskedForComesWholeAndChangesInBetweenAreInTheLis
         ASSERT_EQ(model.originalSize(), static_cast<int>(slow.all.size()));
         ASSERT_EQ(model.isPending(), !works.empty());
         ASSERT_EQ(model.sortColumn(), askedColumn);
+        ASSERT_TRUE(askedColumn < 0 || model.sortOrder() == askedOrder);
         ASSERT_EQ(model.columnFilters().isEmpty(), asked.columns.empty());
         ASSERT_EQ(model.exFilterStatus(), asked.status);
         ASSERT_EQ(model.codeSearch().toStdString(), asked.search);

@@ -83,68 +83,6 @@ TEST_F(SlicedPages, NearlyEqualValuesThatComeBetweenSlicesStayAmongTheirOwn)
     }
 }
 
-TEST_F(SlicedPages, TakingWorkBackRestoresWhatTheModelSaysAndShows)
-{
-    fillModel();
-    model.sortByColumnID(IntColumn, 0);
-    slow.sort(IntColumn, 0);
-    model.setFilter(QStringLiteral("600"));
-    model.filterColumn({{LongColumn, {ZB::FilterExact, {"100"}}}});
-    const std::string all = keysOf(model.getAllDatas());
-    const std::string shown = keysOf(model.getShowDatas());
-
-    model.sortByColumnID(DoubleColumn, 1);
-    model.setExFilterStatus(2);
-    model.setFilter(QStringLiteral("AP"));
-    model.filterColumn({});
-    EXPECT_EQ(model.sortColumn(), DoubleColumn);
-    EXPECT_EQ(model.exFilterStatus(), 2);
-    EXPECT_FALSE(model.step(0));
-    EXPECT_TRUE(model.cancel());
-    EXPECT_FALSE(model.isPending());
-    EXPECT_EQ(model.sortColumn(), IntColumn);
-    EXPECT_EQ(model.sortOrder(), 0);
-    EXPECT_EQ(model.exFilterStatus(), 0);
-    EXPECT_EQ(model.codeSearch(), QStringLiteral("600"));
-    EXPECT_EQ(model.columnFilters().keys(), QList<int>{LongColumn});
-    EXPECT_EQ(keysOf(model.getAllDatas()), all);
-    EXPECT_EQ(keysOf(model.getShowDatas()), shown);
-    EXPECT_FALSE(model.cancel());
-    model.reverseSortByColumn(DoubleColumn);
-    model.reverseSortByColumn(DoubleColumn);
-    EXPECT_EQ(model.sortOrder(), 0) << "a click counts from what was asked for last";
-}
-
-TEST_F(SlicedPages, WhatIsAskedForLaterTakesThePlaceOfWhatIsNotDone)
-{
-    fillModel();
-    model.filterColumn({{TextColumn, {ZB::FilterContains, {"AP"}}}});
-    model.step(0);
-    model.clearFilter(true);
-    EXPECT_EQ(model.size(), recordCount);
-    EXPECT_TRUE(model.columnFilters().isEmpty());
-
-    model.sortByColumnID(LongColumn, 1);
-    model.filterColumn({{TextColumn, {ZB::FilterContains, {"AP"}}}});
-    model.step(0);
-    model.clearSort(); // the lists keep their order, the filter is still wanted
-    slow.filters[TextColumn] = {1, {"AP"}};
-    slow.rebuild();
-    expectSame();
-    EXPECT_EQ(model.sortColumn(), -1);
-
-    model.sortByColumnID(IntColumn, 0);
-    model.step(0);
-    model.clear();
-    slow.clear();
-    slow.sortColumn = IntColumn;
-    EXPECT_FALSE(model.isPending());
-    EXPECT_EQ(model.sortColumn(), IntColumn) << "for the records to come";
-    for (int i = 0; i < 50; ++i)
-        put("N" + std::to_string(i));
-    expectSame();
-}
-
 TEST_F(SlicedPages, ThreadsReadAndWriteWhileWorkGoesOn)
 {
     fillModel();
