@@ -58,15 +58,6 @@ TEST(AutoButton, PassesOnWhetherItIsCheckedNow)
     EXPECT_EQ(window.take(), "5 3 1\n5 3 0");
 }
 
-TEST(AutoButton, IsBackAtTheNextTurnOfTheLoopWithoutAnInterval)
-{
-    EventWindow window;
-    KV::CAutoButton *button = makeButton(window, 0);
-    QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_FALSE(button->isEnabled());
-    EXPECT_TRUE(comesBack(button));
-}
-
 TEST(AutoButton, AnotherIntervalCountsFromTheNextClick)
 {
     EventWindow window;

@@ -141,10 +141,6 @@ TEST(CompactSelectWidget, StartsLockedAndEmpty)
     EXPECT_EQ(contract.field->getOpenDate(), QStringLiteral("-1"));
     EXPECT_FALSE(contract.field->isCompactDone());
     EXPECT_EQ(contract.field->objectName(), QStringLiteral("compact_select_widget"));
-    contract.field->setOpenDate(QStringLiteral("20230711"));
-    contract.field->setCompactDone(true);
-    EXPECT_EQ(contract.field->getOpenDate(), QStringLiteral("20230711"));
-    EXPECT_TRUE(contract.field->isCompactDone());
 }
 
 TEST(CompactSelectWidget, ItsCheckBoxUnlocksTheCellAndTheEventGoesOn)

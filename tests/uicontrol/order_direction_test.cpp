@@ -205,21 +205,15 @@ TEST(RateSelectWidget, SwitchesTheAmountByAKeyOfItsFractions)
     EXPECT_EQ(window.take(), "");
 }
 
-TEST(RateSelectWidget, GivesItsButtonTheLookThatItIsTold)
-{
-    KV::CRateSelectWidget rates;
-    const auto *button = rates.findChild<ZB::CSmallNormalButton *>();
-    EXPECT_EQ(button->buttonType(), ZB::NormalButtonRaised);
-    rates.setBtnType(ZB::NormalButtonAccent);
-    EXPECT_EQ(button->buttonType(), ZB::NormalButtonAccent);
-}
-
 TEST(RateSelectWidget, DoesWithoutItsParts)
 {
     EventWindow window;
     KV::CRateSelectWidget rates(&window);
     window.showNow();
-    delete rates.findChild<ZB::CSmallNormalButton *>();
+    const auto *button = rates.findChild<ZB::CSmallNormalButton *>();
+    rates.setBtnType(ZB::NormalButtonAccent);
+    EXPECT_EQ(button->buttonType(), ZB::NormalButtonAccent);
+    delete button;
     rates.setBtnType(ZB::NormalButtonPlain);
     EXPECT_TRUE(rates.handleEvent(5, 0, 0, QString(), nullptr));
     EXPECT_EQ(rates.getRateReference(), KV::RateOfTotal);
