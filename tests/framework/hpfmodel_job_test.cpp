@@ -263,29 +263,6 @@ TEST_F(HalfArranged, ARowThatTakesTheSlotOfAnotherOneIsBehindItsEqualsInACustomO
     EXPECT_EQ(shownKeys(*model), plain.shownKeys());
 }
 
-TEST(HpfModelJob, ManyRowsAreReadByTwoThreadsIntoOneOrder)
-{
-    constexpr int count = 30000;
-    ValueModel model;
-    PlainModel plain;
-    QVector<ZB::IBaseHpfTableModel::Row> rows;
-    for (int i = 0; i < count; ++i) {
-        const Record record{i * 7919LL % 1000, i % 5, i % 17 * 0.5, QString::number(i * 31 % 700), false};
-        plain.rows.push_back({keyOf(i), record});
-        rows.append(boost::make_shared<ValueRow>(keyOf(i), record));
-    }
-    model.updateDatas(rows);
-    plain.sort = {{Name, 1}, {Quantity, 0}};
-    plain.filters[Status].append({0, {"S1", "S4"}});
-    model.setSortColumns(plain.sort);
-    model.filter(Status, 0, {"S1", "S4"});
-    model.setColumnStatEnable(Price, true);
-    EXPECT_EQ(shownKeys(model), plain.shownKeys());
-    EXPECT_EQ(allKeys(model), plain.allKeys());
-    plain.sums = {Price};
-    EXPECT_TRUE(sameNumber(model.getStatColumnDouble(Price), plain.realSumOf(Price)));
-}
-
 TEST(HpfModelJob, AStreamOfRowsDoesNotPutOffWhatAColumnOfAnotherTypeAsksFor)
 {
     ValueModel model;

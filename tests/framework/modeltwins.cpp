@@ -12,8 +12,9 @@ constexpr int summed[] = {Quantity, Status, Price, Name};
 
 } // namespace
 
-ModelTwins::ModelTwins(Choice choice, int keys) : below(std::move(choice)), keyCount(keys)
+ModelTwins::ModelTwins(Choice choice, int keys) : below(std::move(choice)), keyCount(keys), model(false)
 {
+    plain.append = false;
     model.compareRecords = PlainModel::compareCustom;
     for (const int column : summed)
         enableSum(column, true);
@@ -21,6 +22,8 @@ ModelTwins::ModelTwins(Choice choice, int keys) : below(std::move(choice)), keyC
 
 void ModelTwins::fill(int rowCount)
 {
+    plain.append = true;
+    model.setAppendSeq(true);
     QVector<ZB::IBaseHpfTableModel::Row> rows;
     for (; filledRows < rowCount; ++filledRows) {
         plain.rows.push_back({filledKey(filledRows), chosenRecord(below)});
@@ -228,11 +231,11 @@ void ModelTwins::clear()
 
 void ModelTwins::sort()
 {
-    static constexpr int choices[] = {Quantity, Status, Price, Name, ZB::IBaseHpfTableModel::SortCustom, 17};
+    static constexpr int choices[] = {Quantity, Status, Price, Name, ZB::IBaseHpfTableModel::SortCustom, 17, -1};
     QVector<QPair<int, int>> columns;
     for (int i = below(4); i > 0; --i) {
         const int column = choices[below(static_cast<int>(std::size(choices)))];
-        columns.append({column, below(2)});
+        columns.append({column, below(3) - 1}); // whatever is not 0 is descending
     }
     plain.sort = columns;
     model.setSortColumns(columns);
