@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 #include "framework/gridlistsource.h"
 #include "grid/gridanchor.h"
@@ -53,18 +52,6 @@ TEST(GridRows, StaysOnItsRowsWhenOthersComeAndGo)
     shown.source.remove(82);
     shown.update();
     EXPECT_EQ(shown.ids(), "50 51 53 54 56");
-}
-
-TEST(GridRows, DoesNotFollowASingleRowThatJumps)
-{
-    Shown shown(100);
-    shown.scrollToRow(50);
-    for (const int from : {50, 52, 54}) {
-        shown.source.reorder(
-            [&](auto &rows) { std::rotate(rows.begin(), rows.begin() + from, rows.begin() + from + 1); });
-        shown.update();
-    }
-    EXPECT_EQ(shown.ids(), "50 52 54 56 57");
 }
 
 TEST(GridRows, StaysAtTheTopWhileItFollowsTheTop)
@@ -179,32 +166,6 @@ TEST(GridRows, WithoutACurrentRowInSightASortShowsWhatIsFirst)
         shown.update(current);
         EXPECT_EQ(shown.rows.window().first, 79) << "it is told once, and stays on its rows again";
     }
-}
-
-TEST(GridRows, RowsThatScatterByThemselvesLeaveTheViewWhereItIs)
-{
-    std::mt19937 random(7);
-    Shown shown(1000);
-    shown.scrollToRow(500);
-    shown.source.reorder([&](auto &rows) { std::shuffle(rows.begin(), rows.end(), random); });
-    shown.update();
-    EXPECT_EQ(shown.rows.window().first, 500);
-}
-
-TEST(GridRows, AFilterThatComesOffLeavesTheCurrentRowInItsPlace)
-{
-    Shown shown(1000);
-    std::vector<ListSource::Row> all = shown.source.rows;
-    shown.scrollToRow(300);
-    shown.source.reorder([](auto &rows) {
-        rows.erase(std::remove_if(rows.begin(), rows.end(), [](const auto &row) { return row.id % 100 != 2; }),
-                   rows.end());
-    });
-    shown.update(302);
-    ASSERT_EQ(shown.ids(), "202 302 402 502 602") << "the only row that is left keeps its place";
-    shown.source.reorder([&](auto &rows) { rows = all; });
-    shown.update(402);
-    EXPECT_EQ(shown.ids(), "400 401 402 403 404");
 }
 
 TEST(GridRows, SurvivesSourcesThatLoseTheirRows)
