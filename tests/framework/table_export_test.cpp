@@ -178,18 +178,6 @@ TEST_F(TableExportTest, CsvHasTheShownRowsAndColumnsAndNoFormulas)
     EXPECT_EQ(files(), QStringList({"out.csv"}));
 }
 
-TEST_F(TableExportTest, FilterAndSortShapeTheFile)
-{
-    QSet<QString> values{QStringLiteral("买入")};
-    table->onFilterTrigger(Side, ZB::FilterExact, values);
-    clickHeader(Price);
-    EXPECT_TRUE(table->exportData(path("out.csv")));
-    EXPECT_EQ(QString::fromUtf8(contentOf(path("out.csv"))).section(QLatin1Char('\n'), 1, 3),
-              QStringLiteral("688293,'=奥浦迈,买入,98.7,50\r\n"
-                             "300918,南山智尚,买入,15.93,100\r\n"
-                             "600000,浦发银行,买入,10.25,300\r"));
-}
-
 TEST_F(TableExportTest, AFilterThatIsUnderWayIsFinishedFirst)
 {
     filterHalfWay();
@@ -470,16 +458,6 @@ TEST_F(TableExportTest, RowsAndModelMayGoDuringAnExport)
     });
     EXPECT_TRUE(table->exportData(path("out.csv")));
     EXPECT_EQ(contentOf(path("out.csv")).count('\n'), 5006);
-}
-
-TEST_F(TableExportTest, OneExportRunsAtATime)
-{
-    fill(5000);
-    bool second = true;
-    QTimer::singleShot(0, table, [this, &second] { second = table->exportData(path("second.csv")); });
-    EXPECT_TRUE(table->exportData(path("first.csv")));
-    EXPECT_FALSE(second);
-    EXPECT_EQ(files(), QStringList({"first.csv"}));
 }
 
 } // namespace

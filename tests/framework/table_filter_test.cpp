@@ -217,34 +217,6 @@ TEST_F(TableFilterTest, AChoiceMayTakeTheModelAway)
     EXPECT_EQ(grid()->source()->rowCount(), 0);
 }
 
-TEST_F(TableFilterTest, ABoxThatIsLeftAsItIsChangesNothing)
-{
-    const auto narrow = [this](int column, const QSet<QString> &values) {
-        QPair<ZB::EFilterType, QSet<QString>> filter(ZB::FilterExact, values);
-        model->filterColumnCombin(column, filter);
-    };
-    narrow(Code, {"000001", "600000"});
-    narrow(Code, {"600000", "688293"});
-    narrow(Side, {"买入"});
-    ZB::FilterPopup *box = openFilter(Code);
-    EXPECT_EQ(choices(box), QStringLiteral("  300918 1\nx 600000 1\n  688293 1"));
-    QTest::keyClick(box, Qt::Key_Return);
-    closePopups();
-    EXPECT_EQ(rowCount(), 1);
-    // Nothing else is left to choose, and still the filter stays.
-    narrow(Name, {"浦发银行"});
-    QTest::keyClick(openFilter(Code), Qt::Key_Return);
-    closePopups();
-    EXPECT_EQ(model->columnFilters().keys(), (QList<int>{Code, Name, Side}));
-    narrow(Code, {"300918"});
-    box = openFilter(Code);
-    EXPECT_EQ(choices(box), QStringLiteral("  600000 1"));
-    EXPECT_TRUE(button(box, QStringLiteral("清除筛选"))->isEnabled());
-    QTest::keyClick(box, Qt::Key_Return);
-    closePopups();
-    EXPECT_EQ(rowCount(), 0);
-}
-
 TEST_F(TableFilterTest, ABoxOverAnyConditionsChangesNothingWhenItIsLeftAsItIs)
 {
     const auto exact = ZB::FilterExact;

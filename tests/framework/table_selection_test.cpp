@@ -250,6 +250,7 @@ private:
         current = model->getData(static_cast<int>(random() % static_cast<unsigned>(model->size())))->key();
         chosen = {current};
         table->selectKey(current);
+        table->selectKey("unknown");
     }
 
     /// Ctrl+Down goes on without choosing, Ctrl+Space takes the row in or out.

@@ -55,14 +55,6 @@ TEST_F(TableTest, APagedTableOnlyAsksForItsOrder)
                                                                        "600000 浦发银行 买入 10.25 300"));
 }
 
-TEST_F(TableTest, TheCurrentRowStaysOnItsRecordThroughASort)
-{
-    clickCell(1, Name);
-    clickHeader(Price);
-    EXPECT_EQ(shown().split(QLatin1Char('\n')).at(3), QStringLiteral("> 000001 平安银行 卖出 12.50 1,200,000"));
-    EXPECT_EQ(window->takeEvents(), QStringList({"70(1, 1, b)", "33(1, 3, )"}));
-}
-
 TEST_F(TableTest, AClickOnAHeaderShowsWhatIsFirstUnlessTheCurrentRowIsInSight)
 {
     for (int row = 0; row < 300; ++row)
@@ -99,21 +91,6 @@ TEST_F(TableTest, EventsNameTheRowThatIsCurrentAndTheOneThatIsOpened)
     QStringList events;
     EXPECT_TRUE(QTest::qWaitFor([this, &events] { return !(events = window->takeEvents()).isEmpty(); }));
     EXPECT_EQ(events, QStringList({"70(3, -1, )"}));
-}
-
-TEST_F(TableTest, SelectionIsAskedAndSetByKey)
-{
-    clickCell(0, Code);
-    clickCell(2, Code, Qt::ControlModifier);
-    QStringList codes;
-    for (const auto &row : table->selectedDatas())
-        codes.append(row->qsKey());
-    EXPECT_EQ(codes, QStringList({"a", "c"}));
-    table->selectKey("e");
-    ASSERT_TRUE(table->currentData());
-    EXPECT_EQ(table->currentData()->key(), "e");
-    table->selectKey("unknown");
-    EXPECT_EQ(table->currentData()->key(), "e");
 }
 
 TEST_F(TableTest, ANameThatComesLateIsSeenWithoutItsRowBeingHandedIn)
