@@ -335,29 +335,17 @@ TEST_F(CDataTable, SelectionAndCurrentRowSurviveAFilter)
     EXPECT_EQ(table->selectedRows(), QVector<int>{table->keyToRowID("c")});
 }
 
-TEST_F(CDataTable, AnotherTraderTypeBringsItsColumnsAndKeepsTheirArrangement)
-{
-    addTickets(2);
-    table->setColumnWidth(ColumnPrice, ZB::scaled(123));
-    table->setColumnVisible(ColumnOpen, false);
-    table->setTradeType(kdservice::TraderFuture);
-    EXPECT_EQ(table->fieldID2columnID(TicketOpen), -1);
-    const int price = table->fieldID2columnID(InnerPrice);
-    EXPECT_EQ(price, ColumnPrice - 1);
-    EXPECT_EQ(table->columnWidth(price), ZB::scaled(123));
-    EXPECT_EQ(table->column(ColumnValue).header, "权益");
-    EXPECT_EQ(keys(), "a b");
-}
-
-TEST_F(CDataTable, AnotherTraderTypeLeavesWhatADerivedTableHasAdded)
+TEST_F(CDataTable, AnotherTraderTypeBringsItsColumnsAndLeavesTheirArrangementAndWhatADerivedTableHasAdded)
 {
     table->initColumns(table->getMetaIDs(MetaTicket, kdservice::TraderStock, {QString::number(MetaWide)}));
     const int action = table->addExtraColumn(5000, "操作");
     const int remark = table->addExtraColumn(-1, "附注");
+    const auto columnOf = [this](int field) { return table->fieldID2columnID(field); }; // others came between
+    table->setColumnWidth(columnOf(InnerPrice), ZB::scaled(123));
+    table->setColumnVisible(columnOf(TicketOpen), false);
     table->setColumnWidth(action, ZB::scaled(66));
     table->setColumnWidth(remark, ZB::scaled(77));
     addTickets(6);
-    const auto columnOf = [this](int field) { return table->fieldID2columnID(field); }; // others came between
     table->onFilter(columnOf(TicketLots), 7, "3");
     table->onFilter(columnOf(TicketOpen), 7, "5");
     filter(columnOf(TicketSide), ZB::FilterExact, {"买入"});
@@ -365,6 +353,9 @@ TEST_F(CDataTable, AnotherTraderTypeLeavesWhatADerivedTableHasAdded)
     table->setTradeType(kdservice::TraderFuture);
     EXPECT_EQ(keys(), "c d e f") << "the user's filter goes, and the one on a column that has gone";
     EXPECT_GE(columnOf(WideFirst + 3), 0);
+    EXPECT_EQ(columnOf(TicketOpen), -1);
+    EXPECT_EQ(table->columnWidth(columnOf(InnerPrice)), ZB::scaled(123));
+    EXPECT_EQ(table->column(columnOf(TicketValue)).header, "权益");
     const int present = columnOf(5000);
     ASSERT_EQ(present, action - 1);
     EXPECT_EQ(table->columnCount(), remark);
