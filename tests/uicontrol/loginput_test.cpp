@@ -26,6 +26,17 @@ protected:
         return std::to_string(window.vertical->value()) + ":" + window.copied().left(2).toStdString();
     }
 
+    std::string after(int key, int times = 1)
+    {
+        window.press(key, Qt::NoModifier, times);
+        return state();
+    }
+    int sidewaysAfter(int key)
+    {
+        window.press(key);
+        return window.horizontal->value();
+    }
+
     LogWindow window;
 };
 
@@ -33,33 +44,23 @@ protected:
 
 TEST_F(LogInput, UpMovesTheSelectionAndTheTopRowFollowsIt)
 {
-    window.press(Qt::Key_Up);
-    EXPECT_EQ(state(), "15:19") << "nothing selected: the last visible row";
-    window.press(Qt::Key_Up, Qt::NoModifier, 4);
-    EXPECT_EQ(state(), "15:15");
-    window.press(Qt::Key_Up);
-    EXPECT_EQ(state(), "14:14");
-    window.press(Qt::Key_Up, Qt::NoModifier, 30);
-    EXPECT_EQ(state(), "0:0");
+    EXPECT_EQ(after(Qt::Key_Up), "15:19") << "nothing selected: the last visible row";
+    EXPECT_EQ(after(Qt::Key_Up, 4), "15:15");
+    EXPECT_EQ(after(Qt::Key_Up), "14:14");
+    EXPECT_EQ(after(Qt::Key_Up, 30), "0:0");
     window.vertical->setSliderPosition(10);
-    window.press(Qt::Key_Up);
-    EXPECT_EQ(state(), "10:14") << "the selected row was out of sight";
+    EXPECT_EQ(after(Qt::Key_Up), "10:14") << "the selected row was out of sight";
 }
 
 TEST_F(LogInput, DownMovesTheSelectionAndThePageFollowsIt)
 {
     window.press(Qt::Key_Home, Qt::ControlModifier);
-    window.press(Qt::Key_Down);
-    EXPECT_EQ(state(), "0:0") << "nothing selected: the top row";
-    window.press(Qt::Key_Down, Qt::NoModifier, 4);
-    EXPECT_EQ(state(), "0:4");
-    window.press(Qt::Key_Down);
-    EXPECT_EQ(state(), "1:5");
-    window.press(Qt::Key_Down, Qt::NoModifier, 30);
-    EXPECT_EQ(state(), "15:19");
+    EXPECT_EQ(after(Qt::Key_Down), "0:0") << "nothing selected: the top row";
+    EXPECT_EQ(after(Qt::Key_Down, 4), "0:4");
+    EXPECT_EQ(after(Qt::Key_Down), "1:5");
+    EXPECT_EQ(after(Qt::Key_Down, 30), "15:19");
     window.vertical->setSliderPosition(3);
-    window.press(Qt::Key_Down);
-    EXPECT_EQ(state(), "3:3");
+    EXPECT_EQ(after(Qt::Key_Down), "3:3");
 }
 
 TEST_F(LogInput, PagesAndEndsMoveTheTopRowOnly)
@@ -106,16 +107,11 @@ TEST_F(LogInput, MovingEndsSelectAllButSidewaysDoesNot)
 TEST_F(LogInput, SidewaysKeysScrollBy200UpToTheWidestLine)
 {
     const int overflow = 103 * 6 - 310;
-    window.press(Qt::Key_Left);
-    EXPECT_EQ(window.horizontal->value(), 0);
-    window.press(Qt::Key_Right);
-    EXPECT_EQ(window.horizontal->value(), 200);
-    window.press(Qt::Key_Right);
-    EXPECT_EQ(window.horizontal->value(), overflow);
-    window.press(Qt::Key_Left);
-    EXPECT_EQ(window.horizontal->value(), overflow - 200);
-    window.press(Qt::Key_Left);
-    EXPECT_EQ(window.horizontal->value(), 0);
+    EXPECT_EQ(sidewaysAfter(Qt::Key_Left), 0);
+    EXPECT_EQ(sidewaysAfter(Qt::Key_Right), 200);
+    EXPECT_EQ(sidewaysAfter(Qt::Key_Right), overflow);
+    EXPECT_EQ(sidewaysAfter(Qt::Key_Left), overflow - 200);
+    EXPECT_EQ(sidewaysAfter(Qt::Key_Left), 0);
 }
 
 TEST_F(LogInput, AFocusThatCameByKeyboardIsFramedUntilTheMouseGoesOn)
