@@ -211,25 +211,6 @@ TEST(LadderClicks, SurviveAHandlerThatDestroysTheLadder)
     EXPECT_TRUE(form.list.isNull());
 }
 
-TEST(LadderMouse, ShowsAHandAndLightsUpWhatAClickTakes)
-{
-    LadderWindow window;
-    window.give(plainQuote());
-    const QuoteValuePlace place = window.places().asks[2].price;
-    const QRgb hover = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_quote_one_stock_price_back"))->rgb();
-    const QPoint corner(place.right + 9, place.rowTop + 5);
-    EXPECT_NE(window.picture().pixel(corner), hover);
-    window.move(on(place));
-    EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
-    EXPECT_EQ(window.picture().pixel(corner), hover);
-    window.move(QPoint(3, place.rowTop + 5));
-    EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor);
-    EXPECT_NE(window.picture().pixel(corner), hover);
-    window.move(on(place));
-    window.move(QPoint(-40, -40));
-    EXPECT_NE(window.picture().pixel(corner), hover);
-}
-
 TEST(LadderMouse, ShowsAHandOnEverythingThatAClickTakesAndOnNothingElse)
 {
     for (const EQuoteType layout : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
@@ -276,7 +257,7 @@ TEST(LadderMouse, AHandGoesWithTheValueUnderItAndComesWithTheNextOne)
     EXPECT_EQ(window.graph->cursor().shape(), Qt::ArrowCursor) << "a click would take nothing";
 }
 
-TEST(LadderMouse, APointerThatRestsIsSeenWhenALadderAppearsOrChangesItsLayout)
+TEST(LadderMouse, LightsUpWhatIsUnderItAlsoWhenALadderAppearsOrChangesItsLayoutUnderAPointerThatRests)
 {
     const QRgb hover = ZB::CUiResource::instance()->getColor(QStringLiteral("clr_quote_one_stock_price_back"))->rgb();
     LadderWindow window;
@@ -291,6 +272,12 @@ TEST(LadderMouse, APointerThatRestsIsSeenWhenALadderAppearsOrChangesItsLayout)
     window.settle();
     EXPECT_TRUE(isLit(window.places().asks[1].price));
     EXPECT_EQ(window.graph->cursor().shape(), Qt::PointingHandCursor);
+    for (const QPoint &elsewhere : {QPoint(3, resting.y()), QPoint(-40, -40)}) {
+        window.move(elsewhere);
+        EXPECT_FALSE(isLit(window.places().asks[1].price));
+        window.move(resting);
+        EXPECT_TRUE(isLit(window.places().asks[1].price));
+    }
 
     window.list->setQuoteType(QuoteLevel2Vertical);
     window.settle();
