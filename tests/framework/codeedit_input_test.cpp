@@ -141,8 +141,14 @@ TEST(CodeEditInput, ATextThatLeadsNowhereIsToldAndNeverBecomesTheCode)
     EXPECT_EQ(window.shown(), QStringLiteral("qqqq"));
     EXPECT_EQ(window.field->getStockCode(), QStringLiteral("600519.SH"));
     window.button->setFocus();
+    EXPECT_FALSE(window.isOpen());
     EXPECT_EQ(window.shown(), QStringLiteral("600519.SH"));
     EXPECT_EQ(window.taken(), QStringLiteral("245 7 0"));
+    window.enter();
+    window.type("6");
+    ASSERT_TRUE(window.isOpen());
+    window.hide();
+    EXPECT_FALSE(window.isOpen());
 }
 
 TEST(CodeEditInput, GoingOnTakesAWholeCodeByTabAlsoWhatTheListOffers)

@@ -83,6 +83,11 @@ TEST(ComboPushButton, KeysOpenChooseTakeAndClose)
         QTest::keyClick(combo.list(), Qt::Key_Escape);
         EXPECT_TRUE(combo.isClosed()) << key;
     }
+    combo.open();
+    QWidget *popup = combo.button.popup();
+    QTest::mouseClick(popup, Qt::LeftButton, Qt::NoModifier,
+                      popup->mapFromGlobal(combo.window.mapToGlobal(QPoint(380, 280)))); // elsewhere
+    EXPECT_TRUE(combo.isClosed());
     EXPECT_EQ(combo.button.currentIndex(), 0);
     EXPECT_EQ(combo.window.take(), "");
     combo.open();
@@ -119,6 +124,12 @@ TEST(ComboPushButton, ItsListFitsTheTextsWhenItMay)
     combo.open();
     EXPECT_GT(combo.button.popup()->width(), combo.button.width());
     EXPECT_LE(combo.list()->sizeHintForColumn(0), combo.list()->viewport()->width());
+    combo.button.popup()->close();
+    ASSERT_TRUE(combo.isClosed());
+    for (int more = 3; more < 40; ++more)
+        combo.button.addItem(QString::number(more));
+    combo.open();
+    EXPECT_EQ(combo.button.popup()->height(), 32 * 24 + 2 * 3);
 }
 
 TEST(ComboPushButton, ItsListGoesWithIt)

@@ -124,33 +124,6 @@ TEST(OrderPopups, TheRestOfADoubleClickReachesNothingBelowThePopup)
     EXPECT_EQ(form.window.take(), "1083 4 0 600519.SH\n245 4 0 this\n5 9 0");
 }
 
-TEST(OrderPopups, ADropDownIsAsWideAsItsTextsAndAsHighAsItsRows)
-{
-    Form form;
-    EXPECT_EQ(form.dropDown()->window()->size(), QSize(130, 3 * 24 + 2 * 3));
-    form.combo->popup()->close();
-    EXPECT_TRUE(form.isDropDownGone());
-    for (int more = 3; more < 40; ++more)
-        form.combo->addItem(QStringLiteral("一个名字长得多的合约来源 %1").arg(more));
-    const QWidget *list = form.dropDown()->window();
-    EXPECT_GT(list->width(), 130);
-    EXPECT_EQ(list->height(), 32 * 24 + 2 * 3);
-}
-
-TEST(OrderPopups, EscapeAndAPressElsewhereCloseADropDownAndChooseNothing)
-{
-    Form form;
-    QTest::keyClick(form.dropDown(), Qt::Key_Escape);
-    EXPECT_TRUE(form.isDropDownGone());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return form.combo->hasFocus(); }));
-    QWidget *popup = form.dropDown()->window();
-    const QPoint elsewhere = popup->mapFromGlobal(form.window.mapToGlobal(QPoint(280, 280)));
-    QTest::mouseClick(popup, Qt::LeftButton, Qt::NoModifier, elsewhere);
-    EXPECT_TRUE(form.isDropDownGone());
-    EXPECT_EQ(form.window.take(), "");
-    EXPECT_EQ(form.combo->currentIndex(), 0);
-}
-
 TEST(OrderPopups, ADoubleClickInTheListOfCodesIsOneChoiceAndLeavesTheKeyboardToTheField)
 {
     Form form;
@@ -161,21 +134,4 @@ TEST(OrderPopups, ADoubleClickInTheListOfCodesIsOneChoiceAndLeavesTheKeyboardToT
     })) << "the codes were never ready";
     EXPECT_EQ(form.window.take(), "1083 4 0 600519.SH");
     EXPECT_EQ(form.window.focusWidget(), form.edit);
-}
-
-TEST(OrderPopups, EscapeAndLeavingCloseTheListOfCodesAndChooseNothing)
-{
-    Form form;
-    QWidget *list = form.typed("6005");
-    QTest::keyClick(form.edit, Qt::Key_Escape);
-    EXPECT_FALSE(list->isVisible());
-    EXPECT_EQ(form.window.take(), "");
-    form.typed("6005");
-    form.other->setFocus();
-    EXPECT_FALSE(list->isVisible());
-    EXPECT_EQ(form.window.take(), "245 4 0 this");
-    EXPECT_EQ(form.code->getStockCode(), QString());
-    form.typed("6");
-    form.window.hide();
-    EXPECT_FALSE(list->isVisible());
 }
