@@ -22,6 +22,11 @@ struct Shown
     void update(GridRowId current = NoGridRow, bool held = false) { rows.update(source, geometry, held, current); }
     void scrollToRow(qint64 row) { rows.scrollTo(&source, geometry, 0, row * 20); }
     std::string ids() const { return idsOf(rows.window()).toStdString(); }
+    std::string updated()
+    {
+        update();
+        return ids();
+    }
 
     ListSource source;
     GridGeometry geometry;
@@ -43,15 +48,12 @@ TEST(GridRows, StaysOnItsRowsWhenOthersComeAndGo)
     for (int i = 0; i < 30; ++i)
         shown.source.insert(3);
     shown.source.remove(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "51 52 53 54 55");
+    EXPECT_EQ(shown.updated(), "51 52 53 54 55");
     EXPECT_EQ(shown.rows.window().first, 79);
     shown.source.remove(80); // 52, from the middle of the screen
-    shown.update();
-    EXPECT_EQ(shown.ids(), "50 51 53 54 55") << "as few as possible move";
+    EXPECT_EQ(shown.updated(), "50 51 53 54 55") << "as few as possible move";
     shown.source.remove(82);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "50 51 53 54 56");
+    EXPECT_EQ(shown.updated(), "50 51 53 54 56");
 }
 
 TEST(GridRows, StaysAtTheTopWhileItFollowsTheTop)
@@ -59,20 +61,17 @@ TEST(GridRows, StaysAtTheTopWhileItFollowsTheTop)
     Shown shown(100);
     shown.rows.setFollow(GridFollow::Top, shown.geometry);
     shown.source.insert(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "101 1 2 3 4");
+    EXPECT_EQ(shown.updated(), "101 1 2 3 4");
     shown.scrollToRow(1);
     EXPECT_FALSE(shown.rows.isAtEdge());
     shown.source.insert(0);
     shown.source.insert(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "1 2 3 4 5");
+    EXPECT_EQ(shown.updated(), "1 2 3 4 5");
     EXPECT_EQ(shown.rows.unseen(), 2);
     shown.scrollToRow(0);
     EXPECT_EQ(shown.rows.unseen(), 0);
     shown.source.insert(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "104 103 102 101 1");
+    EXPECT_EQ(shown.updated(), "104 103 102 101 1");
 }
 
 TEST(GridRows, FollowsTheBottomThroughGrowthAndThroughSmallerSizes)
@@ -81,16 +80,13 @@ TEST(GridRows, FollowsTheBottomThroughGrowthAndThroughSmallerSizes)
     shown.rows.setFollow(GridFollow::Bottom, shown.geometry);
     for (int i = 0; i < 10; ++i)
         shown.source.insert(shown.source.rowCount());
-    shown.update();
-    EXPECT_EQ(shown.ids(), "9 10 11 12 13");
+    EXPECT_EQ(shown.updated(), "9 10 11 12 13");
     shown.geometry.size.setHeight(60);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "11 12 13");
+    EXPECT_EQ(shown.updated(), "11 12 13");
     shown.scrollToRow(5);
     shown.source.insert(13);
     shown.source.insert(0); // not at the edge that is followed
-    shown.update();
-    EXPECT_EQ(shown.ids(), "6 7 8");
+    EXPECT_EQ(shown.updated(), "6 7 8");
     EXPECT_EQ(shown.rows.unseen(), 1);
     shown.source.remove(13); // the row that was last when the view left
     shown.update();
@@ -104,8 +100,7 @@ TEST(GridRows, WithoutAnEdgeToFollowItStaysOnItsRowsEvenAtTheTop)
 {
     Shown shown(100);
     shown.source.insert(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "1 2 3 4 5");
+    EXPECT_EQ(shown.updated(), "1 2 3 4 5");
 }
 
 TEST(GridRows, AHeldOrderStaysWhileContentsGoOn)
@@ -173,15 +168,12 @@ TEST(GridRows, SurvivesSourcesThatLoseTheirRows)
     Shown shown(100);
     shown.scrollToRow(90);
     shown.source.reorder([](auto &rows) { rows.resize(3); });
-    shown.update();
-    EXPECT_EQ(shown.ids(), "1 2 3");
+    EXPECT_EQ(shown.updated(), "1 2 3");
     EXPECT_EQ(shown.geometry.scrollY, 0);
     shown.source.reorder([](auto &rows) { rows.clear(); });
-    shown.update();
-    EXPECT_EQ(shown.ids(), "");
+    EXPECT_EQ(shown.updated(), "");
     shown.source.insert(0);
-    shown.update();
-    EXPECT_EQ(shown.ids(), "101");
+    EXPECT_EQ(shown.updated(), "101");
 }
 
 TEST(GridAnchor, MostRowsDecide)
