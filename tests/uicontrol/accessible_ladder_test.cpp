@@ -232,20 +232,3 @@ TEST(AccessibleLadder, TellsWhatChangedAndNothingElse)
     window.settle();
     EXPECT_EQ(events.take(), "rows changed 0-5; name");
 }
-
-TEST(AccessibleLadder, AnswersEveryReadWithinAMillisecond)
-{
-    LadderWindow window(QuoteLevel2Horizontal);
-    window.list->setShowCancelOrder(true);
-    window.give(plainQuote());
-    window.press(Qt::Key_Up);
-    QAccessibleInterface *ladder = seen(window);
-    QAccessibleTableInterface *table = ladder->tableInterface();
-    EXPECT_LT(millisecondsOf([&] { cell(window, 4, 1)->text(QAccessible::Name); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { cell(window, 4, 1)->state(); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { cell(window, 4, 1)->rect(); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { table->columnDescription(1); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { table->rowCount(); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { table->selectedRows(); }), readMilliseconds);
-    EXPECT_LT(millisecondsOf([&] { ladder->childAt(100, 100); }), readMilliseconds);
-}

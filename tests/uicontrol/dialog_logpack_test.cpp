@@ -253,19 +253,6 @@ TEST_F(LogPacking, APipeAmongTheLogsIsNeitherListedNorWaitedFor)
     EXPECT_EQ(request().files[0].name, "a.log");
 }
 
-TEST_F(LogPacking, AFileWithoutPermissionIsMarkedInTheList)
-{
-    write("a.log", "2026-11-21 x\n");
-    QFile::setPermissions(folder.path(), QFile::Permissions(0x7555));
-    QFile::setPermissions(folder.filePath("a.log"), QFile::Permissions());
-    const bool isRoot = geteuid() == 0;
-    ASSERT_EQ(isRoot ? seteuid(65534) : 0, 0);
-    const QVector<KV::LogFileEntry> files = KV::listLogFiles(folder.path());
-    ASSERT_EQ(isRoot ? seteuid(0) : 0, 0);
-    ASSERT_EQ(files.size(), 1);
-    EXPECT_TRUE(files[0].problem.startsWith("无法读取：")) << files[0].problem.toStdString();
-}
-
 TEST_F(LogPacking, AFullDiskIsSaidAndNothingStays)
 {
     QByteArray noise;
