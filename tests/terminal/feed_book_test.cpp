@@ -189,10 +189,10 @@ TEST(BookBuilder, AQuoteHasTheDaysFiguresAndWhatItCannotKnowIsAbsent)
 
 TEST(BookBuilder, ARecordedDaysBooksAreNeverCrossedOutsideAuctions)
 {
-    const QString data = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
-    if (!QFileInfo(data).exists())
+    const QStringList paths = recordedDay();
+    if (paths.isEmpty())
         GTEST_SKIP() << "no recorded data in " << SHARED_DATA_DIR;
-    ReplayFeed replay({data + "sse_orders_2023-07-11_3stocks.csv.gz", data + "sse_trades_2023-07-11_3stocks.csv.gz"});
+    ReplayFeed replay(paths);
     const PlayedFeed played = playFeed(replay);
     std::map<TradingPhase, int> crossed;
     std::map<int, QuoteSnapshot> last;

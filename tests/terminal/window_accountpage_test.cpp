@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
@@ -8,9 +7,10 @@
 #include "account/caccountlistcolumnsettingwidget.h"
 #include "dealrecount.h"
 #include "feed/instrumentrules.h"
+#include "loggedin.h"
 #include "records/fieldids.h"
-#include "services/userconfig.h"
 #include "table/cdatatable.h"
+#include "trading_support.h"
 #include "window/accountpage.h"
 #include "window/columnsbutton.h"
 #include "window/fundspanel.h"
@@ -28,30 +28,18 @@ class AccountPageTest : public testing::Test
 protected:
     AccountPageTest()
     {
-        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
         page = std::make_unique<AccountPage>();
         page->resize(1200, 700);
-        instrument.code = "600000.SH";
+        feed::Instrument instrument = tradingtest::stock(0, "600000.SH");
         instrument.name = "浦发银行";
-        instrument.exchange = "SH";
-        instrument.previousClose = 10;
         market.takeInstrument(instrument);
         page->takeInstrument(instrument);
     }
 
-    ~AccountPageTest() override
-    {
-        page.reset();
-        refhost::setUserConfig(nullptr);
-    }
-
     void deal(int entry, feed::DealKind kind, double price, qint64 quantity)
     {
-        feed::Deal made;
+        feed::Deal made = tradingtest::deal(0, 0, price, quantity, kind);
         made.entry = entry;
-        made.kind = kind;
-        made.price = price;
-        made.quantity = quantity;
         page->takeDeal(made);
     }
 
@@ -74,7 +62,7 @@ protected:
         return table.cellColor(table.rows().first(), table.fieldID2columnID(PositionProfit));
     }
 
-    feed::Instrument instrument;
+    const LoggedIn user;
     terminal::MarketRecords market;
     std::unique_ptr<AccountPage> page;
 };
@@ -193,11 +181,9 @@ TEST_F(AccountPageTest, ItFollowsByItselfWhileItIsShown)
 /// What stands in the table after a recorded day of three stocks, to the last cent.
 TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
 {
-    const QString folder = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
-    const QStringList paths{folder + "sse_orders_2023-07-11_3stocks.csv.gz",
-                            folder + "sse_trades_2023-07-11_3stocks.csv.gz"};
-    if (!QFileInfo::exists(paths[0]) || !QFileInfo::exists(paths[1]))
-        GTEST_SKIP() << "no recorded data at " << folder.toStdString();
+    const QStringList paths = recordedDay();
+    if (paths.isEmpty())
+        GTEST_SKIP() << "no recorded data in " << SHARED_DATA_DIR;
     feed::ReplayFeed replay(paths);
     const PlayedFeed played = playFeed(replay);
     for (const feed::Instrument &one : played.instruments)
@@ -206,7 +192,12 @@ TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
         page->takeDeal(one);
     page->showNow();
 
-    const auto cents = [](qint64 money) { return QString::number(std::round(double(money) / 100) / 100, 'f', 2); };
+    const auto cents = [](qint64 money) {
+        return QString::number(std::round(double(money) / 100) / 100, 'f', 2).toStdString();
+    };
+    const auto shownText = [](KV::CDataTable &table, int row, int field) {
+        return table.cellText(row, table.fieldID2columnID(field)).remove(QRegularExpression("[ ,+]")).toStdString();
+    };
     const DealRecount recount(played, 5, 50'000'000 * trading::yuan);
     KV::CDataTable &positions = page->positions().table();
     qint64 profitOfAll = 0;
@@ -220,31 +211,27 @@ TEST_F(AccountPageTest, PositionsOfARecordedDayReadAsTheRecountDoes)
         ++rows;
         const qint64 value = held.quantity * recount.lastPrice.at(place.second);
         profitOfAll += value - held.cost;
-        const auto text = [&](int field) {
-            return positions.cellText(row, positions.fieldID2columnID(field)).remove(QRegularExpression("[ ,+]"));
-        };
-        EXPECT_EQ(text(PositionQuantity), QString::number(held.quantity));
-        EXPECT_EQ(text(PositionValue), cents(value));
-        EXPECT_EQ(text(PositionProfit), cents(value - held.cost));
-        EXPECT_EQ(text(PositionCostPrice).toStdString(),
+        EXPECT_EQ(shownText(positions, row, PositionQuantity), std::to_string(held.quantity));
+        EXPECT_EQ(shownText(positions, row, PositionValue), cents(value));
+        EXPECT_EQ(shownText(positions, row, PositionProfit), cents(value - held.cost));
+        EXPECT_EQ(shownText(positions, row, PositionCostPrice),
                   QString::number(double(held.cost) / 10'000 / double(held.quantity), 'f', 3).toStdString());
         valueOf[place.first] += value;
     }
     EXPECT_EQ(positions.rowCount(), rows);
     EXPECT_GT(rows, 10);
-    EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)).remove(' '), cents(profitOfAll));
+    EXPECT_EQ(positions.statText(positions.fieldID2columnID(PositionProfit)).remove(' ').toStdString(),
+              cents(profitOfAll));
 
     KV::CDataTable &funds = page->funds().table();
     EXPECT_EQ(funds.rowCount(), 5);
     for (const auto &[account, value] : valueOf) {
-        const auto text = [&funds, row = funds.keyToRowID(account)](int field) {
-            return funds.cellText(row, funds.fieldID2columnID(field)).remove(QRegularExpression("[ ,+]")).toStdString();
-        };
+        const int row = funds.keyToRowID(account);
         const qint64 cash = recount.cash.at(account);
-        EXPECT_EQ(text(FundsAvailable), cents(cash).toStdString()) << account;
-        EXPECT_EQ(text(FundsPositionValue), cents(value).toStdString()) << account;
-        EXPECT_EQ(text(FundsTotal), cents(cash + value).toStdString()) << account;
-        EXPECT_EQ(text(FundsProfitToday), cents(cash + value - 50'000'000 * trading::yuan).toStdString()) << account;
+        EXPECT_EQ(shownText(funds, row, FundsAvailable), cents(cash)) << account;
+        EXPECT_EQ(shownText(funds, row, FundsPositionValue), cents(value)) << account;
+        EXPECT_EQ(shownText(funds, row, FundsTotal), cents(cash + value)) << account;
+        EXPECT_EQ(shownText(funds, row, FundsProfitToday), cents(cash + value - 50'000'000 * trading::yuan)) << account;
     }
 }
 

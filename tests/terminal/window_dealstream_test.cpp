@@ -8,12 +8,12 @@
 
 #include "grid/gridview.h"
 #include "kdservice/idata.h"
+#include "loggedin.h"
 #include "model/chpfdatamodel.h"
 #include "net/rpcengine.h"
 #include "popups/taskstrip.h"
 #include "records/fieldids.h"
 #include "records/record.h"
-#include "services/userconfig.h"
 #include "table/chpfdatatable.h"
 #include "window/dealstreampanel.h"
 #include "window/marketpage.h"
@@ -54,17 +54,11 @@ class DealStreamTest : public ::testing::Test
 protected:
     DealStreamTest()
     {
-        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
         page = std::make_unique<MarketPage>();
         page->resize(1200, 600);
         page->show();
     }
-    ~DealStreamTest() override
-    {
-        page.reset();
-        refhost::setUserConfig(nullptr);
-    }
-
+    const LoggedIn user;
     std::unique_ptr<MarketPage> page;
 };
 

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "log/chpflogwidget.h"
-#include "services/userconfig.h"
+#include "loggedin.h"
 #include "theme/themeservice.h"
 #include "window/barbutton.h"
 #include "window/barlabel.h"
@@ -80,7 +80,6 @@ class LogPanelTest : public ::testing::Test
 {
 protected:
     LogPanelTest() : window(QStringLiteral("日志"), 7, QStringLiteral("test")) {}
-    ~LogPanelTest() override { refhost::setUserConfig(nullptr); }
 
     void fill()
     {
@@ -173,7 +172,7 @@ TEST_F(LogPanelTest, NewLinesAreCountedWhileTheViewStaysWhereItIs)
 
 TEST_F(LogPanelTest, WrappingIsKeptForTheNextTime)
 {
-    refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
+    const LoggedIn user;
     window.panel.add(QString(1000, QLatin1Char('w')), 0);
     window.settle();
     window.press(Qt::Key_W, Qt::AltModifier);
@@ -262,19 +261,12 @@ TEST(LogFilePanel, ShowsRecordedLogsWholeWrappedAndSearched)
     const QString logs = QStringLiteral(SHARED_DATA_DIR "/logs/");
     if (!QFile::exists(logs))
         GTEST_SKIP() << "no recorded logs at " << logs.toStdString();
-    const struct
-    {
-        const char *name;
-        const char *codec;
-        const char *encoding;
-        const char *wanted;
-    } files[] = {{"stock_screener_zh_utf8.log", "UTF-8", "UTF-8", "涨停数"},
-                 {"stock_screener_zh_gbk.log", "GB18030", "GB18030", "涨停数"}};
-    for (const auto &given : files) {
-        SCOPED_TRACE(given.name);
-        QFile file(logs + QLatin1String(given.name));
+    for (const auto &[name, codec] :
+         {std::pair("stock_screener_zh_utf8.log", "UTF-8"), std::pair("stock_screener_zh_gbk.log", "GB18030")}) {
+        SCOPED_TRACE(name);
+        QFile file(logs + QLatin1String(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        QString all = QTextCodec::codecForName(given.codec)->toUnicode(file.readAll()).remove(QLatin1Char('\r'));
+        QString all = QTextCodec::codecForName(codec)->toUnicode(file.readAll()).remove(QLatin1Char('\r'));
         all.chop(all.endsWith(QLatin1Char('\n')) ? 1 : 0);
         const int lines = all.count(QLatin1Char('\n')) + 1;
 
@@ -283,8 +275,8 @@ TEST(LogFilePanel, ShowsRecordedLogsWholeWrappedAndSearched)
         window.panel.showNow();
         KV::CHpfLogWidget &log = window.panel.log();
         EXPECT_EQ(log.shownLines(), lines);
-        EXPECT_NE(window.labels().find(given.encoding), std::string::npos) << window.labels();
-        const QString wanted = QString::fromUtf8(given.wanted);
+        EXPECT_NE(window.labels().find(codec), std::string::npos) << window.labels();
+        const QString wanted = QStringLiteral("涨停数");
         EXPECT_TRUE(log.findText(wanted));
         EXPECT_EQ(log.matchCount(), all.count(wanted));
 

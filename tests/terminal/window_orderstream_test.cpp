@@ -1,4 +1,3 @@
-#include <QtCore/QFileInfo>
 #include <QtGui/QAccessible>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
@@ -7,8 +6,9 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "feed/replay/replayfeed.h"
+#include "feedplayer.h"
 #include "grid/gridview.h"
+#include "loggedin.h"
 #include "model/chpfdatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
 #include "popups/checklist.h"
@@ -16,7 +16,6 @@
 #include "popups/pagingbar.h"
 #include "records/fieldids.h"
 #include "records/record.h"
-#include "services/userconfig.h"
 #include "window/feedpump.h"
 #include "window/orderstreampanel.h"
 #include "window/pagedrows.h"
@@ -35,7 +34,6 @@ class OrderStreamTest : public ::testing::Test
 protected:
     OrderStreamTest()
     {
-        setUserConfig(std::make_unique<UserConfig>());
         panel = std::make_unique<OrderStreamPanel>();
         panel->resize(1000, 500);
         panel->show();
@@ -44,12 +42,6 @@ protected:
         grid = table->findChild<ZB::GridView *>();
         bar = table->findChild<ZB::PagingBar *>();
     }
-    ~OrderStreamTest() override
-    {
-        panel.reset();
-        setUserConfig(nullptr);
-    }
-
     /// Orders with the numbers as keys and quantities: every second one sells, every fifth is filled, the two codes
     /// take turns after each ten.
     void takeOrders(int first, int last)
@@ -143,6 +135,7 @@ protected:
         return {met, again};
     }
 
+    const LoggedIn user;
     std::unique_ptr<OrderStreamPanel> panel;
     PagedStreamTable *table = nullptr;
     KV::CHpfPageDataModel *pages = nullptr;
@@ -156,11 +149,9 @@ class OrderStreamReplay : public OrderStreamTest
 protected:
     void SetUp() override
     {
-        const QString folder = QStringLiteral(SHARED_DATA_DIR "/orders_trades/");
-        const QStringList paths{folder + QStringLiteral("sse_orders_2023-07-11_3stocks.csv.gz"),
-                                folder + QStringLiteral("sse_trades_2023-07-11_3stocks.csv.gz")};
-        if (!QFileInfo::exists(paths.front()))
-            GTEST_SKIP() << "no recorded data at " << paths.front().toStdString();
+        const QStringList paths = recordedDay();
+        if (paths.isEmpty())
+            GTEST_SKIP() << "no recorded data in " << SHARED_DATA_DIR;
         pump = std::make_unique<FeedPump>(
             std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(paths), feed::MarketFeed::maxSpeed));
         pump->setOrderSink([this](const FeedPump::Records &records) {
@@ -268,6 +259,10 @@ TEST_F(OrderStreamTest, AClickOnAHeaderDescendsFirstAndArrowAndPageAgree)
     EXPECT_EQ(order(), column + " 1, " + column + " 1");
     EXPECT_EQ(shown(), "250..151 x 100");
     EXPECT_EQ(shownKeys(), pageKeys());
+    OrderStreamPanel next;
+    next.table().setTableSetting(table->getTableSetting());
+    EXPECT_EQ(next.stream().pages().sortColumn(), quantity) << "saved, it comes back";
+    EXPECT_EQ(next.stream().pages().sortOrder(), 1);
     takeOrders(251, 251);
     EXPECT_EQ(shown(), "251..152 x 100");
     clickHeader(quantity);
@@ -280,17 +275,6 @@ TEST_F(OrderStreamTest, AClickOnAHeaderDescendsFirstAndArrowAndPageAgree)
     takeOrders(252, 252);
     bar->goToLast();
     EXPECT_EQ(shown(), "153..252 x 100");
-}
-
-TEST_F(OrderStreamTest, ASavedOrderComesBackToThePagedModel)
-{
-    const int quantity = columnOf(OrderQuantity);
-    clickHeader(quantity);
-    const ZB::CBaseTableSettingParam setting = table->getTableSetting();
-    OrderStreamPanel other;
-    other.table().setTableSetting(setting);
-    EXPECT_EQ(other.stream().pages().sortColumn(), quantity);
-    EXPECT_EQ(other.stream().pages().sortOrder(), 1);
 }
 
 TEST_F(OrderStreamTest, TheFilterBoxOffersAllRecordsAndFiltersAllPages)

@@ -3,11 +3,12 @@
 
 #include "feed/simulation/simulatedfeed.h"
 #include "kv/cstockcodelineedit.h"
+#include "loggedin.h"
 #include "order/cautobutton.h"
 #include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"
 #include "printtext.h"
-#include "services/userconfig.h"
+#include "trading_support.h"
 #include "window/ladderpanel.h"
 #include "window/pricefield.h"
 #include "window/quantityfield.h"
@@ -27,7 +28,6 @@ class TicketPageTest : public ::testing::Test
 protected:
     TicketPageTest()
     {
-        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
         pump = std::make_unique<FeedPump>(
             std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), feed::MarketFeed::maxSpeed));
         page = std::make_unique<TradePage>(*pump);
@@ -38,33 +38,18 @@ protected:
         page->show();
         page->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(page.get()));
-        tell(0, "600000.SH", feed::InstrumentKind::Stock);
-        tell(1, "AP010", feed::InstrumentKind::Future);
+        tell(tradingtest::stock(0, "600000.SH"));
+        feed::Instrument apple = tradingtest::future(1, "AP010");
+        apple.tick = 0.5;
+        apple.priceDecimals = 1;
+        tell(apple);
     }
-    ~TicketPageTest() override
+    void tell(const feed::Instrument &instrument)
     {
-        page.reset();
-        refhost::setUserConfig(nullptr);
-    }
-
-    void tell(int index, const char *code, feed::InstrumentKind kind)
-    {
-        feed::Instrument instrument;
-        instrument.index = index;
-        instrument.code = code;
-        instrument.kind = kind;
-        instrument.lot = kind == feed::InstrumentKind::Stock ? 100 : 1;
-        instrument.upperLimit = 11;
-        instrument.lowerLimit = 9;
         records.takeInstrument(instrument);
         page->takeInstrument(instrument);
-        feed::QuoteSnapshot quote;
-        quote.instrument = index;
-        quote.phase = feed::TradingPhase::Continuous;
-        quote.last = 10.5;
+        feed::QuoteSnapshot quote = tradingtest::quote(instrument.index, 0, {{10.5, 300}}, {{10.51, 1250}}, 10.5);
         quote.previousClose = 10;
-        quote.asks[0] = {10.51, 1250, 1};
-        quote.bids[0] = {10.5, 300, 1};
         page->takeQuote(quote);
     }
     void click(const KV::QuoteValuePlace &place) const
@@ -80,6 +65,7 @@ protected:
                ticket->findChild<QuantityField *>()->text();
     }
 
+    const LoggedIn user;
     MarketRecords records;
     std::unique_ptr<FeedPump> pump;
     std::unique_ptr<TradePage> page;

@@ -6,13 +6,14 @@
 #include "feed/simulation/simulatedfeed.h"
 #include "grid/gridview.h"
 #include "kdservice/idata.h"
+#include "loggedin.h"
 #include "model/chpfdatamodel.h"
 #include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"
 #include "records/fieldids.h"
-#include "services/userconfig.h"
 #include "table/chpfdatatable.h"
 #include "theme/themeservice.h"
+#include "trading_support.h"
 #include "window/barbutton.h"
 #include "window/ladderheader.h"
 #include "window/ladderpanel.h"
@@ -37,16 +38,9 @@ public:
     }
 };
 
-feed::Instrument instrumentOf(int index, const std::string &code, feed::InstrumentKind kind)
+feed::Instrument named(feed::Instrument instrument)
 {
-    feed::Instrument instrument;
-    instrument.index = index;
-    instrument.code = code;
-    instrument.name = "名称" + std::to_string(index);
-    instrument.kind = kind;
-    instrument.previousClose = 10;
-    instrument.upperLimit = 11;
-    instrument.lowerLimit = 9;
+    instrument.name = "名称" + std::to_string(instrument.index);
     return instrument;
 }
 
@@ -70,7 +64,6 @@ class TradePageTest : public ::testing::Test
 protected:
     TradePageTest()
     {
-        refhost::setUserConfig(std::make_unique<refhost::UserConfig>());
         pump = std::make_unique<FeedPump>(
             std::make_unique<feed::MarketFeed>(std::make_unique<feed::SimulatedFeed>(1), feed::MarketFeed::maxSpeed));
         window = std::make_unique<MainWindow>(*pump);
@@ -79,12 +72,7 @@ protected:
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
-    ~TradePageTest() override
-    {
-        window.reset();
-        refhost::setUserConfig(nullptr);
-        refhost::ThemeService::instance().setScale(1);
-    }
+    ~TradePageTest() override { refhost::ThemeService::instance().setScale(1); }
 
     void tell(const feed::Instrument &instrument)
     {
@@ -98,9 +86,9 @@ protected:
     }
     void tellAll()
     {
-        tell(instrumentOf(0, "600000.SH", feed::InstrumentKind::Stock));
-        tell(instrumentOf(1, "000001.SZ", feed::InstrumentKind::Stock));
-        tell(instrumentOf(2, "AP010", feed::InstrumentKind::Future));
+        tell(named(tradingtest::stock(0, "600000.SH")));
+        tell(named(tradingtest::stock(1, "000001.SZ")));
+        tell(named(tradingtest::future(2, "AP010")));
         for (int i = 0; i < 3; ++i)
             tell(quoteOf(i, 10.5 + i));
         window->showNow();
@@ -123,6 +111,7 @@ protected:
     }
     std::string shownCode() const { return page().ladder().header().code().toStdString(); }
 
+    const LoggedIn user;
     MarketRecords records;
     std::unique_ptr<FeedPump> pump;
     std::unique_ptr<MainWindow> window;
@@ -297,16 +286,6 @@ TEST_F(TradePageTest, AddedPanelsGetTheirRoomAndThereIsNoneWithoutThem)
     EXPECT_FALSE(buttonOf(*deals, QStringLiteral("委托"))->isChecked());
     page().focusNextPanel();
     EXPECT_TRUE(page().quoteList().isAncestorOf(QApplication::focusWidget()));
-}
-
-TEST_F(TradePageTest, ADoubleClickOnAQuoteAsksToTradeIt)
-{
-    tellAll();
-    QSignalSpy activated(&page(), &TradePage::codeActivated);
-    page().quoteList().handleEvent(69, 0, 2, QStringLiteral("AP010"), nullptr);
-    ASSERT_EQ(activated.count(), 1);
-    EXPECT_EQ(activated[0][0].toString(), QStringLiteral("AP010"));
-    EXPECT_EQ(shownCode(), "AP010");
 }
 
 TEST_F(TradePageTest, SilenceIsToldOnlyWhileQuotesAreExpected)
