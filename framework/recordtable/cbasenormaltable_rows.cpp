@@ -123,15 +123,13 @@ void CBaseNormalTable::markRow(int row)
 
 void CBaseNormalTable::markCell(int row, int column)
 {
-    if (!d->source.hasColumn(column))
-        return;
     RecordRows &rows = d->source.rows;
-    if (rows.isKnown(row) || rows.sortsBy(column)) {
-        RecordRow *found = rows.peek(row);
-        if (!found)
-            return;
-        d->source.markCell(*found, column);
-    }
+    if (!rows.isKnown(row) && !rows.sortsBy(column))
+        return; // nobody has seen what is in the cell
+    RecordRow *found = d->source.hasColumn(column) ? rows.peek(row) : nullptr;
+    if (!found)
+        return;
+    d->source.markCell(*found, column);
     d->changed();
 }
 

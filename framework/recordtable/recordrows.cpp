@@ -33,7 +33,7 @@ RecordRow *RecordRows::add(quint64 identity)
     RecordRow &row = *arrival.back();
     row.id = nextId++;
     row.version = nextVersion();
-    known.push_back(0);
+    known.push_back(false);
     row.gridId = takeScreenId(identity, &row);
     touch(row);
     return &row;
@@ -110,7 +110,7 @@ void RecordRows::setSorts(const Sorts &sorts)
     allStale = true;
 }
 
-bool RecordRows::sortsBy(int column) const
+bool RecordRows::isAmongSorts(int column) const
 {
     return std::any_of(sortColumns.begin(), sortColumns.end(),
                        [column](const QPair<int, int> &sort) { return sort.first == column; });

@@ -41,17 +41,17 @@ public:
     /// no interest, and most rows of a large table are never seen; answers without touching the row.
     bool isKnown(int id) const
     {
-        return id >= 0 && static_cast<std::size_t>(id) < known.size() && known[static_cast<std::size_t>(id)] != 0;
+        return id >= 0 && static_cast<std::size_t>(id) < known.size() && known[static_cast<std::size_t>(id)];
     }
     /// The row is on the screen.
-    void noteKnown(const RecordRow &row) { known[static_cast<std::size_t>(row.id)] = 1; }
+    void noteKnown(const RecordRow &row) { known[static_cast<std::size_t>(row.id)] = true; }
     /// A version that no row has had before under the same identity.
     quint32 nextVersion() { return ++lastVersion; }
     int lastId() const { return nextId - 1; }
 
     void setSorts(const Sorts &sorts);
     const Sorts &sorts() const { return sortColumns; }
-    bool sortsBy(int column) const;
+    bool sortsBy(int column) const { return !sortColumns.isEmpty() && isAmongSorts(column); }
     /// Values of the row that count for the order may have changed.
     void touch(RecordRow &row);
     void touchAll();
@@ -68,6 +68,7 @@ private:
     void takeKeys(RecordRow &row) const;
     bool goesBefore(const RecordRow &a, const RecordRow &b) const;
     RecordRowPtr freshRow();
+    bool isAmongSorts(int column) const;
     RecordRow *rowOnScreen(GridRowId id) const { return rowOfScreenId.likely(id); }
     GridRowId takeScreenId(quint64 identity, RecordRow *row);
 
@@ -76,7 +77,7 @@ private:
     std::vector<RecordRowPtr> arrival; ///< by id
     std::vector<RecordRow *> order;
     std::vector<RecordRow *> touchedRows;        ///< new ones too
-    std::vector<char> known;                     ///< by id
+    std::vector<bool> known;                     ///< by id; in bits, which stay in the near caches
     core::PointerIndex<RecordRow> rowOfScreenId; ///< each id is its own hash
     std::vector<RecordRowPtr> spare;             ///< rows that nobody has any more
     int nextId = 0;

@@ -61,7 +61,7 @@ int CDataTable::removeDataByKey(std::string key)
     const int row = entry->second.row;
     sumAnew();
     removeRow(row);
-    keyToRow->remove(Index::hashOf(key), entry);
+    keyToRow->remove(kdservice::hashOfKey(key), entry);
     ++removals;
     rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
     records.erase(key);
@@ -118,12 +118,41 @@ CDataTable::ShownRow &CDataTable::rowFor(int row)
     return *rowToKey.insert(place, {row, false, nullptr, RecordPtr()});
 }
 
+/// Of a row that stands in rowToKey.
+std::size_t CDataTable::placeOf(int row) const
+{
+    const bool nothingHasGone = rowToKey.back().row + 1 == static_cast<int>(rowToKey.size());
+    return static_cast<std::size_t>(nothingHasGone ? row : shownRow(row) - rowToKey.data());
+}
+
+const CDataTable::RecordPtr &CDataTable::recordIn(const ShownRow &row)
+{
+    return row.entry && row.entry->second.isShown ? row.entry->second.record : row.shown;
+}
+
+bool CDataTable::hasChanged(const ShownRow &row)
+{
+    return row.entry ? row.entry->second.hasChanged : row.hasChanged;
+}
+
+void CDataTable::setShown(ShownRow &row, const RecordPtr &record, bool hasChanged)
+{
+    Stored *stored = row.entry ? &row.entry->second : nullptr;
+    const bool isStored = stored && stored->record == record;
+    row.shown = isStored ? RecordPtr() : record;
+    row.hasChanged = hasChanged;
+    if (stored) {
+        stored->isShown = isStored;
+        stored->hasChanged = hasChanged;
+    }
+}
+
 /// No row is any record's any more.
 void CDataTable::forgetRows()
 {
-    for (const ShownRow &row : rowToKey)
+    for (ShownRow &row : rowToKey)
         if (row.entry)
-            row.entry->second.row = -1;
+            row.entry->second = {std::move(row.entry->second.record)};
     rowToKey.clear();
     ++rowsForgotten;
     sumAnew();

@@ -171,22 +171,25 @@ private:
         QString text;
     };
 
-    /// One record, with its row or -1.
+    /// One record, with its row or -1. What a change of one field needs of the row is here, beside the record.
     struct Stored
     {
         RecordPtr record;
         int row = -1;
+        bool isShown = false;    ///< it is what the row was given to show last
+        bool hasChanged = false; ///< since the row came
     };
     using Entry = std::pair<const std::string, Stored>;
     class Index;
-    struct KnownKey;
-    /// A row and what it was given to show last. No entry for a row that a derived table has added on its own.
+    class FieldBatch;
+    struct FieldRoute;
+    /// No entry for a row that a derived table has added on its own.
     struct ShownRow
     {
         int row;
-        bool hasChanged; ///< since it came
+        bool hasChanged; ///< since it came; of a row with an entry, the entry knows
         Entry *entry;
-        RecordPtr shown;
+        RecordPtr shown; ///< what it was given to show last, unless that is the entry's record
     };
 
     struct ExtraColumn
@@ -210,9 +213,11 @@ private:
     Entry *entryOf(const std::string &key) const;
     Entry &store(const RecordPtr &record);
     Entry *takeOver(const RecordPtr &record);
-    void prefetchEntry(const KnownKey &key) const;
-    void prefetchRow(const KnownKey &key, int field) const;
-    int takeField(const FieldChange &change, const KnownKey &key, bool flag);
+    void handIn(Entry &entry, const RecordPtr &record);
+    int takeField(Entry &known, const FieldRoute &route, const RecordPtr &record, bool flag);
+    int showField(Entry &entry, const FieldRoute &route, bool flag);
+    FieldRoute routeOf(int field);
+    bool isSure(const Entry &entry) const;
     int showStored(Entry &entry, bool flag);
     void giveRow(Entry &entry, int row);
     void showRow(const RecordPtr &record, int row);
@@ -223,6 +228,10 @@ private:
     void forgetRows();
     const ShownRow *shownRow(int row) const;
     ShownRow &rowFor(int row);
+    std::size_t placeOf(int row) const;
+    static const RecordPtr &recordIn(const ShownRow &row);
+    static bool hasChanged(const ShownRow &row);
+    static void setShown(ShownRow &row, const RecordPtr &record, bool hasChanged);
     QMap<int, int> newColumnIds(const std::map<int, int> &formerFields) const;
     void keepExtraColumns(const std::vector<ExtraColumn> &former, QMap<int, int> &newIds);
     void keepCustomFilters(const std::map<int, CustomFilter> &former, const QMap<int, int> &newIds);
@@ -230,12 +239,12 @@ private:
     void repaint(bool flag);
     void sumAnew();
     void takeBoldColumns();
-    void takeSummed(int field, int column, const ShownRow &row);
+    void takeSummed(int row, const RecordPtr &record);
     void showSum(const kdservice::FieldDes &field, int column, double sum);
     double keptSumOf(int field, int column);
     double sumOf(int column) const;
     std::vector<double> numbersIn(int column) const;
-    double numberIn(const ShownRow &row, int column) const;
+    double numberIn(int row, const RecordPtr &record, int column) const;
     /// The largest double where there is none.
     static double numberOf(const kdservice::IData &record, int field);
     QString sumText(const kdservice::FieldDes &field, double sum) const;

@@ -5,7 +5,7 @@
 #include "model/cfieldformat.h"
 #include "model/fieldvalue.h"
 #include "model/recordsearch.h"
-#include "table/cdatatable.h"
+#include "table/cdatatable_p.h"
 #include "zb/cuiresource.h"
 
 namespace KV {
@@ -48,13 +48,12 @@ void CDataTable::showData(const RecordPtr &record, int row, int firstColumn)
     if (!hasRow(row))
         return;
     ShownRow &shown = rowFor(row);
-    const bool isNew = !shown.shown;
-    shown.shown = record;
-    shown.hasChanged = !isNew;
+    const bool isNew = !recordIn(shown);
+    setShown(shown, record, !isNew);
     if (isNew)
         sumAnew();
-    for (auto field = summedFields.begin(); !isNew && field != summedFields.end(); ++field)
-        takeSummed(field->first, fieldID2columnID(field->first), shown);
+    else
+        takeSummed(row, record);
     takeBoldColumns();
     if (firstColumn <= 0)
         markRow(row);
@@ -77,7 +76,7 @@ void CDataTable::showCell(int row, int column)
     const ShownRow *shown = shownRow(row);
     const CFieldFormat *format = formatOfColumn(column);
     if (shown && format)
-        showDataField(shown->hasChanged, RecordPtr(shown->shown), row, column, format->fieldId());
+        showDataField(hasChanged(*shown), RecordPtr(recordIn(*shown)), row, column, format->fieldId());
 }
 
 void CDataTable::showDataField(bool flag, const RecordPtr &record, int row, int column, int field)
@@ -122,10 +121,10 @@ QVariant CDataTable::cellValue(int row, int column) const
 {
     const ShownRow *shown = shownRow(row);
     const CFieldFormat *format = formatOfColumn(column);
-    if (!shown || !shown->shown || !format)
+    if (!shown || !recordIn(*shown) || !format)
         return ZB::COddEvenRowTable::cellValue(row, column);
     RecordPtr nested;
-    const kdservice::IData *holder = recordHolding(*shown->shown, format->fieldId(), nested);
+    const kdservice::IData *holder = recordHolding(*recordIn(*shown), format->fieldId(), nested);
     const kdservice::EXT_DATA_TYPE type = format->field()->dataType;
     QVariant value;
     if (holder && !isNoValue(*holder, type, format->fieldId()))

@@ -8,7 +8,7 @@ namespace KV {
 
 CDataTable::Entry *CDataTable::entryOf(const std::string &key) const
 {
-    return keyToRow->entryOf(key, Index::hashOf(key));
+    return keyToRow->entryOf(key, kdservice::hashOfKey(key));
 }
 
 CDataTable::Entry &CDataTable::store(const RecordPtr &record)
@@ -17,10 +17,21 @@ CDataTable::Entry &CDataTable::store(const RecordPtr &record)
     Entry *entry = entryOf(key);
     if (!entry) {
         entry = &*records.emplace(std::move(key), Stored()).first;
-        keyToRow->insert(Index::hashOf(entry->first), entry);
+        keyToRow->insert(kdservice::hashOfKey(entry->first), entry);
     }
-    entry->second.record = record;
+    handIn(*entry, record);
     return *entry;
+}
+
+/// The row goes on showing what it was given until it is given this one.
+void CDataTable::handIn(Entry &entry, const RecordPtr &record)
+{
+    Stored &stored = entry.second;
+    if (stored.isShown && stored.record != record) {
+        rowFor(stored.row).shown = std::move(stored.record);
+        stored.isShown = false;
+    }
+    stored.record = record;
 }
 
 int CDataTable::updateData(const RecordPtr &record, bool flag)
@@ -36,7 +47,7 @@ CDataTable::Entry *CDataTable::takeOver(const RecordPtr &record)
 {
     Entry *entry = record ? entryOf(record->getKey()) : nullptr;
     if (entry)
-        entry->second.record = record;
+        handIn(*entry, record);
     return entry;
 }
 
@@ -106,6 +117,8 @@ void CDataTable::giveRow(Entry &entry, int row)
 {
     sumAnew();
     entry.second.row = row;
+    entry.second.isShown = false;
+    entry.second.hasChanged = false;
     rowFor(row).entry = &entry;
 }
 
@@ -174,7 +187,7 @@ QVector<int> CDataTable::showNew(const std::vector<NewRecord> &newOnes)
     for (int at = 0; at < rowsOfNew.size() && rowsForgotten == forgottenBefore; ++at) {
         const RecordPtr &record = newOnes[static_cast<std::size_t>(at)].record;
         const ShownRow *row = shownRow(rowsOfNew[at]);
-        const bool isShown = row && row->shown; // by the hook of another one: that may be a newer record
+        const bool isShown = row && recordIn(*row); // by the hook of another one: that may be a newer record
         if (!isShown && (isAsBefore() || keyToRowID(record->getKey()) == rowsOfNew[at]))
             showRow(record, rowsOfNew[at]);
     }

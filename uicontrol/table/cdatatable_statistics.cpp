@@ -9,7 +9,7 @@
 #include "model/fieldvalue.h"
 #include "model/recordsearch.h"
 #include "stats/exactsum.h"
-#include "table/cdatatable.h"
+#include "table/cdatatable_p.h"
 #include "table/columntotals.h"
 #include "utils/clogcenter.h"
 #include "zb/numberformat.h"
@@ -83,15 +83,12 @@ void CDataTable::sumAnew()
     totals->clear();
 }
 
-/// A row may count for another value under a field.
-void CDataTable::takeSummed(int field, int column, const ShownRow &row)
+/// A row may count for other values: those of the record that it shows now.
+void CDataTable::takeSummed(int row, const RecordPtr &record)
 {
-    const auto summed = summedFields.find(field);
-    if (summed == summedFields.end())
-        return;
-    staleSums.insert(*summed);
-    if (totals->sum(field))
-        totals->change(field, static_cast<std::size_t>(&row - rowToKey.data()), numberIn(row, column));
+    for (const auto &[fieldId, field] : summedFields)
+        if (const FieldRoute route = routeOf(fieldId); route.total)
+            route.total->change(placeOf(row), numberIn(row, record, route.column));
 }
 
 /// What is kept is brought up to date with every record that is handed in. Cells that no record fills change unseen, so
@@ -100,13 +97,12 @@ double CDataTable::keptSumOf(int field, int column)
 {
     if (static_cast<int>(rowToKey.size()) != rowCount())
         return sumOf(column); // there are rows of a derived table's own
-    if (const core::ExactSum *kept = totals->sum(field))
-        return kept->value();
-    const auto hasRecord = [](const ShownRow &row) { return row.shown != nullptr; };
+    if (const ColumnTotal *kept = totals->find(field))
+        return kept->sum();
+    const auto hasRecord = [](const ShownRow &row) { return recordIn(row) != nullptr; };
     if (!formatOfColumn(column) || !std::all_of(rowToKey.begin(), rowToKey.end(), hasRecord))
         return sumOf(column);
-    totals->count(field, numbersIn(column));
-    return totals->sum(field)->value();
+    return totals->count(field, numbersIn(column)).sum();
 }
 
 /// By row id, those of rows too that a derived table has added on its own.
@@ -116,24 +112,25 @@ std::vector<double> CDataTable::numbersIn(int column) const
     numbers.reserve(static_cast<std::size_t>(rowCount()));
     if (static_cast<int>(rowToKey.size()) == rowCount()) {
         for (const ShownRow &row : rowToKey)
-            numbers.push_back(numberIn(row, column));
+            numbers.push_back(numberIn(row.row, recordIn(row), column));
         return numbers;
     }
     QVector<int> ids = rows();
     std::sort(ids.begin(), ids.end());
     for (const int id : ids) {
         const ShownRow *known = shownRow(id);
-        numbers.push_back(numberIn(known ? *known : ShownRow{id, false, nullptr, RecordPtr()}, column));
+        numbers.push_back(numberIn(id, known ? recordIn(*known) : RecordPtr(), column));
     }
     return numbers;
 }
 
-double CDataTable::numberIn(const ShownRow &row, int column) const
+/// record: what the row shows; null for none.
+double CDataTable::numberIn(int row, const RecordPtr &record, int column) const
 {
     const CFieldFormat *format = formatOfColumn(column);
-    if (row.shown && format)
-        return numberOf(*row.shown, format->fieldId());
-    const QVariant value = cellValue(row.row, column);
+    if (record && format)
+        return numberOf(*record, format->fieldId());
+    const QVariant value = cellValue(row, column);
     return value.isValid() ? value.toDouble() : noNumber;
 }
 

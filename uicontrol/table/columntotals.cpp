@@ -7,40 +7,37 @@
 
 namespace KV {
 
-void ColumnTotals::count(int field, std::vector<double> values)
+ColumnTotal::ColumnTotal(std::vector<double> all) : values(std::move(all))
 {
-    Total &total = totals[field];
-    total.sum.clear();
-    total.values = std::move(values);
-    for (const double value : total.values)
+    for (const double value : values)
         if (!isAbsent(value))
-            total.sum.add(value);
+            total.add(value);
 }
 
-void ColumnTotals::change(int field, std::size_t place, double value)
+void ColumnTotal::change(std::size_t place, double value)
 {
-    const auto found = totals.find(field);
-    if (found == totals.end())
-        return;
-    Total &total = found->second;
-    const double before = std::exchange(total.values[place], value);
+    const double before = std::exchange(values[place], value);
     if (!isAbsent(before))
-        total.sum.subtract(before);
+        total.subtract(before);
     if (!isAbsent(value))
-        total.sum.add(value);
+        total.add(value);
 }
 
-void ColumnTotals::prefetch(int field, std::size_t place) const
+void ColumnTotal::prefetch(std::size_t place) const
 {
-    const auto found = totals.find(field);
-    if (found != totals.end() && place < found->second.values.size())
-        core::prefetch(found->second.values.data() + place);
+    if (place < values.size())
+        core::prefetch(values.data() + place);
 }
 
-const core::ExactSum *ColumnTotals::sum(int field) const
+const ColumnTotal &ColumnTotals::count(int field, std::vector<double> values)
+{
+    return totals.insert_or_assign(field, ColumnTotal(std::move(values))).first->second;
+}
+
+ColumnTotal *ColumnTotals::find(int field)
 {
     const auto found = totals.find(field);
-    return found == totals.end() ? nullptr : &found->second.sum;
+    return found == totals.end() ? nullptr : &found->second;
 }
 
 void ColumnTotals::clear()
