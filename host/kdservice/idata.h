@@ -49,6 +49,8 @@ public:
     /// Null for an id that the record does not have.
     virtual const FieldDes *getFieldDes(int id) const = 0;
 
+    /// A field that the record does not have, or whose type cannot take the value, is left as it is. Not for text
+    /// literals, which C++ hands to the form for bool: std::string("...").
     virtual void setData(int id, const int &value) = 0;
     virtual void setData(int id, const qint64 &value) = 0;
     virtual void setData(int id, const double &value) = 0;

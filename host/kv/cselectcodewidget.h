@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "kdservice/eoperationtype.h"
 #include "kdservice/evxtradertype.h"
 #include "zb/cbasewidget.h"
 

@@ -49,7 +49,7 @@ public:
     kdservice::EVxTraderType getTradeType() const;
     /// With an operation only what can be traded is offered: no index.
     void setOperationType(kdservice::EOperationType type);
-    /// Which kinds are offered, as bits.
+    /// Which kinds are offered, as bits; all of them at first.
     void setFlag(EFilterFlag flags);
     /// Offers only these codes, without exchange, by exchange ("SH"; empty for codes without one); an empty set allows
     /// the whole exchange. clearOthers: a present code that is not on the list is taken away, which delivers 1082 with
@@ -66,9 +66,9 @@ public:
     /// Frames the field in the colour of errors, for a code that is missing or wrong; until the user types or a code is
     /// set.
     void setWarning(bool on);
-    /// Of the frame; 1 at first.
+    /// Of the frame, in pixels that no scale changes; 1 at first. A value below 0 is ignored.
     void setBorderWidth(int pixels);
-    /// Font of the code.
+    /// Font of the code, a key of the theme.
     void setTextFontKey(const QString &key);
     /// The field inside that holds the text.
     ZB::CLineEdit *getLineEdit() const;

@@ -52,9 +52,10 @@ public:
     /// The largest file that a mail may carry, in bytes.
     virtual qint64 attachmentLimit() const = 0;
 
-    /// Returns what cancel() takes. `done` is called once, unless the mail is cancelled before.
+    /// Returns what cancel() takes. `done` is called once, unless the mail is cancelled before. Either function may be
+    /// empty.
     virtual int send(const MailMessage &message, Progress progress, Done done) = 0;
-    /// Neither function of that mail is called any more. It may have been sent all the same.
+    /// Neither function of that mail is called any more. It may have been sent all the same. An unknown id is ignored.
     virtual void cancel(int id) = 0;
 };
 

@@ -21,32 +21,35 @@ class CBaseTableColumnWidgetDelegate;
 /// Ownership: shares its model. Columns are model columns; what they look like is set per column below and stays with
 /// the column until the next setDataModel.
 ///
-/// Events it delivers: 33 (header sort click; first the order after the click, second the column), 277 (page request;
-/// second the page's first index, text the rows per page), 69 (a row was double-clicked; second the shown row, text its
-/// key), 70 (the current row changed; second the shown row or -1, text its key).
+/// Events it delivers: 33 (header sort click; first the order after the click, 0 for ascending, second the column), 277
+/// (page request; first 0, second the page's first index, text the rows per page), 69 (a row was double-clicked, or
+/// Enter pressed on it; first the column, second the shown row, text its key), 70 (the current row changed; first the
+/// column, second the shown row or -1, text its key).
 class HOST_API CBaseHighPerformanceTable : public CBaseWidget, public IBaseTable
 {
     Q_OBJECT
 
 public:
+    /// tableId: under which the user's settings are kept. menuFlags: bits of ETableMenu.
     CBaseHighPerformanceTable(int tableId, QWidget *parent, int menuFlags);
     ~CBaseHighPerformanceTable() override;
 
     int tableId() const override;
 
-    /// Flags of ETableFlag.
+    /// Bits of ETableFlag, none at first; there is no way to take one back.
     void addTableFlag(int flag);
     int tableFlags() const;
 
-    /// @name Model and columns
+    /// @name Model and columns; alignments are values of Qt::Alignment, columns that there are not are ignored
     /// @{
     /// Shows a model; null takes the present one away. The caller keeps the model alive until another one is installed
-    /// or the table is gone.
+    /// or the table is gone. All columns start anew, without marks and column sets; the user's settings come back at
+    /// the next turn of the event loop, so columns are to be set up before that.
     virtual void setDataModel(IBaseHpfTableModel *model);
     /// The same for a model that the table shares.
     void installDataModel(const boost::shared_ptr<IBaseHpfTableModel> &model);
     boost::shared_ptr<IBaseHpfTableModel> baseDataModel() const;
-    /// The model has one more column at its end.
+    /// The model has one more column at its end: its number.
     void addTableColumn(int column);
     void setColumnAlignment(int column, int alignment);
     void setStatColumnAlignment(int column, int alignment);
@@ -58,6 +61,7 @@ public:
     bool columnVisible(int column) const;
     /// Finds the column again in saved settings; -1 for columns that are no field.
     void setColumnFieldId(int column, int fieldId);
+    /// Pixels at the present scale, above 0; the column follows later changes of the scale. 0 for an unknown column.
     void setColumnWidth(int column, int pixels);
     int columnWidth(int column) const;
     /// The table shares the delegate; an empty pointer takes it away.
@@ -65,7 +69,8 @@ public:
     bool columnFilterable(int column) const override;
     /// @}
 
-    /// @name Look; texts are resource keys, sizes pixels at the present scale
+    /// @name Look. Texts are resource keys, but for setEmptyText(); sizes are pixels at the present scale, to be set
+    /// again when that changes
     /// @{
     void setBackgroundColor(const QString &background, const QString &numberBackground);
     void setSplitLine(const QString &color, int horizontalWidth, int verticalWidth, const QString &sortColor,
@@ -80,7 +85,7 @@ public:
                      const QString &titleBackground, const QString &textColor, const QString &font, int textMargin);
     void setHeaderButtonColors(const QString &normal, const QString &hover, const QString &pressed,
                                const QString &disabled);
-    /// What stands in the middle of a table without rows.
+    /// What stands in the middle of a table without rows; nothing unless set.
     void setEmptyText(const QString &text);
     /// @}
 
@@ -88,15 +93,18 @@ public:
     /// @{
     /// Redraws what has changed since the last time, now instead of with the next frame, and clears the model's mark.
     virtual void updateTable();
-    /// Called on the table's timer (every 100 ms while visible).
+    /// Called on the table's timer (every 100 ms while visible). Calls the model's unless overridden.
     virtual void onTimer();
+    /// Clears the model, whoever else shows it.
     virtual void clear();
     virtual void clearFilter();
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
-    /// The distinct texts of a column that the filter box offers, in reading order.
+    /// The distinct texts of a column that the filter box offers, in reading order. Gathers them at once, from all
+    /// rows, unless the box of that column is open and has.
     virtual QStringList getMenuItems(int column);
-    /// Brings nearer, for about as many milliseconds, what getMenuItems() is going to answer while the filter box of a
-    /// column is open; in thousandths, 1000 when there is nothing to wait for. anew: the box has just been opened.
+    /// Works for about as many milliseconds on what getMenuItems() is going to answer; called again and again while the
+    /// filter box of a column is open. Returns how far it is in thousandths: 1000, as ever unless overridden, when
+    /// there is nothing to wait for. anew: the box has just been opened.
     virtual int gatherMenuItems(int column, bool anew, int milliseconds);
     /// The filters that headers and filter boxes tell of, by column: the model's, unless somebody else filters.
     virtual QMap<int, FilterConditions> columnFilters() const;
@@ -104,7 +112,7 @@ public:
     virtual void setSortColumns(const QVector<QPair<int, int>> &columns);
     /// @}
 
-    /// @name Selection; rows are shown rows
+    /// @name Selection; rows are shown rows. A key that is unknown or filtered out changes nothing.
     /// @{
     QList<boost::shared_ptr<IBaseHpfTableData>> selectedDatas() const;
     boost::shared_ptr<IBaseHpfTableData> currentData() const;
@@ -125,7 +133,7 @@ public:
     /// Columns at the left that do not scroll, counted on the screen.
     void setFrozenColumns(int count);
     int frozenColumns() const;
-    /// Rules that tint rows which stand out, such as large orders.
+    /// Rules that tint rows which stand out, such as large orders; the first that applies counts.
     void setRowMarks(const QVector<CTableRowMark> &marks);
     QVector<CTableRowMark> rowMarks() const;
     /// Arrangements of columns under a name. Saving replaces one of the same name; applying answers false for a name
@@ -146,14 +154,17 @@ public:
     /// was: the time until it is shown begins anew. 0 for the sorts and the filters of the table itself.
     virtual quint64 workNumber() const;
 
-    /// Holds the rows as they are shown now, while the model goes on; a sign says so and counts what has come.
+    /// Holds the rows as they are shown now, while the model goes on; a sign says so and counts what has come. A sort,
+    /// a filter and another page end it.
     void setPaused(bool paused);
     bool isPaused() const;
 
-    /// @name Paging
+    /// @name Paging; for tables with the flag TablePaged
     /// @{
+    /// A value of EPagingQueryType. The bar below the rows shows for PagingByIndex only.
     void setPagingQueryType(int type);
     int pagingQueryType() const;
+    /// Rows on all pages together.
     void setTotalCount(int count);
     int totalCount() const;
     /// Who carries out a page request tells what is shown now, out of how many rows, instead of setTotalCount(): a

@@ -30,9 +30,9 @@ class RecordShell;
 ///
 /// Threading: GUI thread. Changes show with the next frame; any number of them costs one.
 ///
-/// Events it delivers: 33 (header sort click; first the order after the click, second the column), 69 (a row was
-/// double-clicked; first the column, second the row id), 70 (the current row changed; first the column, second the row
-/// id or -1).
+/// Events it delivers: 33 (header sort click; first the order after the click, 0 for ascending, second the column), 69
+/// (a row was double-clicked, or Enter pressed on it; first the column, second the row id), 70 (the current row
+/// changed; first the column, second the row id or -1).
 class HOST_API CBaseNormalTable : public CBaseWidget, public IBaseTable
 {
     Q_OBJECT
@@ -45,11 +45,12 @@ public:
     int tableId() const override;
     void addOptions(int options);
     int options() const;
-    /// What stands in the middle of a table without rows.
+    /// What stands in the middle of a table without rows; nothing unless set.
     void setEmptyText(const QString &text);
 
     /// @name Columns
     /// @{
+    /// At the end; returns its id.
     int addColumn(const CTableColumn &column);
     /// Removes all rows too.
     void clearColumns();
@@ -61,12 +62,13 @@ public:
     void setColumnBoldFont(int column, bool bold);
     void setColumnVisible(int column, bool visible);
     bool columnVisible(int column) const;
-    /// Pixels at the present scale.
+    /// Pixels at the present scale, above 0; the column follows later changes of the scale.
     void setColumnWidth(int column, int pixels);
     int columnWidth(int column) const;
     /// Makes the columns as wide as their header and the rows on the screen need, but for those whose width the user
     /// has chosen.
     void fitVisibleColumns();
+    /// Columns at the left that do not scroll, counted on the screen.
     void setFrozenColumns(int count);
     /// The header's funnel is lit: a filter is on.
     void setColumnFiltered(int column, bool filtered);
@@ -84,12 +86,14 @@ public:
     int buildingRow() const;
     /// Many new rows at the end in one step; their ids in the same order.
     QVector<int> addRows(const QVector<quint64> &identities);
+    /// False for a row that there is not.
     bool removeRow(int row);
     void clearRows();
     int rowCount() const;
     bool hasRow(int row) const;
     /// The ids of all rows, in the order on the screen.
     QVector<int> rows() const;
+    /// The id given last, be its row gone or not; -1 before the first and after clearRows().
     int lastAddedRow() const;
     /// @}
 
@@ -99,8 +103,9 @@ public:
     /// text.
     void setCellText(int row, int column, const QString &text, const QColor *color = nullptr,
                      const QString &unit = QString());
-    /// Text and unit, as the cell shows them.
+    /// Text and unit, as the cell shows them. A due cell is shown first (showCell()).
     QString cellText(int row, int column);
+    /// Null for the table's own.
     const QColor *cellColor(int row, int column);
     /// The value behind a cell for sorts, sums and export, where cellValue() is not overridden.
     void setCellValue(int row, int column, const QVariant &value);
@@ -108,7 +113,7 @@ public:
     void markRow(int row);
     void markCell(int row, int column);
     /// Puts a widget over a cell; the table owns it from then on, and deletes it with the row or when another one takes
-    /// its place. Null takes it away.
+    /// its place, and at once where there is no such cell. Null takes it away.
     void setCellWidget(int row, int column, QWidget *widget);
     QWidget *cellWidget(int row, int column) const;
     /// @}
@@ -150,9 +155,11 @@ protected:
     virtual void showCell(int row, int column);
     /// The value behind a cell; an invalid one for none. What setCellValue() stored unless overridden.
     virtual QVariant cellValue(int row, int column) const;
-    /// The user asks for the filter box of a column; `header` is where its header stands in the table.
+    /// The user asks for the filter box of a column; `header` is where its header stands in the table. Does nothing
+    /// unless overridden.
     virtual void showFilterMenu(int column, QRect header);
-    /// Takes the filters of all columns off.
+    /// Takes the filters of all columns off: of those that setColumnFiltered() has marked, by onFilterTrigger() with an
+    /// empty set, unless overridden.
     virtual void clearFilter();
     /// The filters that are part of the table's settings, by column; they come back through onFilterTrigger(), one
     /// condition of each column. None unless overridden.
@@ -168,6 +175,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
+    /// For the tables of the host's own library that are built on this one.
     RecordShell &shell() const { return *d; }
 
 private:

@@ -23,6 +23,8 @@ struct CTableCell
 class HOST_API CBaseTableColumnWidgetDelegate : public CEventDeliverer
 {
 public:
+    /// columnId: kept for columnId() alone; the column is that of setColumnDelegate(). parent: where events of the
+    /// delegate go, the table as a rule; may be null.
     CBaseTableColumnWidgetDelegate(int columnId, CEventDeliverer *parent);
     ~CBaseTableColumnWidgetDelegate() override;
 
@@ -30,7 +32,8 @@ public:
 
     /// Paints the whole content of a cell over its background. True when the table still has to draw the text itself.
     virtual bool paintCell(const CTableCell &cell, QPainter *painter) = 0;
-    /// A left click in a cell; true when the delegate used it up. Ignores it unless overridden.
+    /// A left click in a cell, at a position in the coordinates of `cell.rect`; true when the delegate used it up.
+    /// Ignores it unless overridden.
     virtual bool clickCell(const CTableCell &cell, const QPoint &position);
 
 private:

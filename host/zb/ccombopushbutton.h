@@ -7,8 +7,8 @@
 namespace ZB {
 
 /// The host's drop-down button: shows the chosen item; a click, Space, Enter, Down or F4 opens the list. Delivers event
-/// 7 with its id and the index whenever the user picks an item, also the present one. GUI thread; owned by its Qt
-/// parent.
+/// 7 with its id, the index and the text whenever the user picks an item, also the present one. GUI thread; owned by
+/// its Qt parent.
 class HOST_API CComboPushButton : public CPushButton
 {
     Q_OBJECT
@@ -20,6 +20,7 @@ public:
                      QWidget *parent);
     ~CComboPushButton() override;
 
+    /// What event 7 carries.
     void setEventId(int id);
     int eventId() const;
 
@@ -27,6 +28,7 @@ public:
     void addItem(const QString &text, const QVariant &userData = QVariant());
     void clear();
     int count() const;
+    /// Empty, and an invalid variant, for an index that is not there.
     QString itemText(int index) const;
     QVariant itemData(int index) const;
 

@@ -23,8 +23,8 @@ public:
     QString emptyHintText() const;
     /// A font key of the theme; "fnt_default_normal" at first.
     void setTextFontKey(const QString &key);
-    /// In pixels, which stay device pixels at every scale; 1 at first. 0 takes frame, ground and margins away, for a
-    /// field inside a control that paints them.
+    /// In pixels that no scale changes; 1 at first. 0 takes frame, ground and margins away, for a field inside a
+    /// control that paints them. A value below 0 is ignored.
     void setBorderWidth(int pixels);
     /// Frames the field in the colour of errors, for a text that leads nowhere.
     void setWarning(bool on);

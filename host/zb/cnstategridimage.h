@@ -12,8 +12,8 @@ class QPoint;
 
 namespace ZB {
 
-/// One image cut into cells of one size, one cell per state. Made of a font it holds the numbers from 1 on, cell 0
-/// showing "1", in the middle of their cells, to be drawn in any colour.
+/// One image cut into cells of one size, one cell per state: the numbers from 1 on in a font, each in the middle of its
+/// cell, cell 0 showing "1". They are drawn in any colour.
 ///
 /// GUI thread. The pictures are made when they are first drawn, for the colour and the pixel ratio asked for, and kept.
 class HOST_API CNStateGridImage

@@ -9,7 +9,8 @@
 namespace ZB {
 
 /// The host's push button: an image stretched over it, by state ("key", "key_hover", "key_press", "key_disable"), and a
-/// text. A click, Space and Enter deliver event 5 with its id. GUI thread; owned by its Qt parent.
+/// text. A click, Space and Enter deliver event 5 with its id, and with 1 when the button is checked now. GUI thread;
+/// owned by its Qt parent.
 class HOST_API CPushButton : public CEventWidgetT<QAbstractButton>, public CUiResourceChangeHandler
 {
     Q_OBJECT
@@ -38,10 +39,11 @@ protected Q_SLOTS:
     virtual void slotClicked(bool isChecked);
 
 protected:
-    /// What lies under the text, and the focus.
+    /// Paints what lies under the text and under the sign of the focus: the state's image unless overridden.
     virtual void paintGround(QPainter &painter);
+    /// Of the present state.
     virtual QColor textColor() const;
-    /// Where the text goes, centred.
+    /// Where the text goes, centred: the whole button unless overridden.
     virtual QRect textRect() const;
 
     bool event(QEvent *event) override;

@@ -8,8 +8,8 @@
 namespace ZB {
 
 /// A row or column of buttons of which at most one is checked. Delivers event 6 with its own id and the button's id at
-/// every click, also on the checked one, and when the arrow keys move on; never event 5. GUI thread; owned by its Qt
-/// parent.
+/// every click, also on the checked one (-1 when that lets it go), and when the arrow keys move on; never event 5. GUI
+/// thread; owned by its Qt parent.
 class HOST_API CRadioButtonGroup : public CBaseWidget
 {
     Q_OBJECT

@@ -26,7 +26,6 @@ public:
     /// The next cell (or the one before) whose text contains this, ignoring case, becomes the current one soon.
     void find(const QString &text, bool forward);
 
-    /// XLSX for a path that ends so, CSV for all others. Returns when the file is there; events are handled meanwhile.
     bool exportData(QString path) override;
     CBaseTableSettingParam getTableSetting() override;
     void setTableSetting(const CBaseTableSettingParam &setting) override;

@@ -9,7 +9,7 @@ namespace ZB {
 /// Kinds of stock widgets that controls ask for by number.
 enum EControlType : int
 {
-    ControlTree = 14 ///< a tree in a frame of its own, without one itself
+    ControlTree = 14 ///< a tree without a frame, for a widget that draws one around it
 };
 
 /// Style sheets for the few stock Qt widgets in use. GUI thread.

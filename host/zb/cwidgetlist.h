@@ -10,6 +10,7 @@ namespace ZB {
 
 /// A box of widgets side by side or one below the other, with host events and theme changes. Stretching widgets share
 /// what the fixed ones leave over. Margins, spacing and spaces are given in pixels at 100 % and follow the scale.
+/// Anchors are values of EWidgetAnchor; any other number is AnchorFill. Null widgets are ignored.
 ///
 /// GUI thread. Added widgets become its children. A hidden widget takes no room, unless it is added with keepsRoom; a
 /// deleted one leaves the list.

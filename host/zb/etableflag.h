@@ -2,7 +2,7 @@
 
 namespace ZB {
 
-/// Entries of a table's context menu.
+/// Entries of a table's context menu, as bits. An entry that is left out takes its key along.
 enum ETableMenu : int
 {
     MenuCopy = 0x1,
@@ -17,7 +17,7 @@ enum ETableMenu : int
     MenuAll = 0x1ff
 };
 
-/// What a table shows and does beside its rows.
+/// What a table shows and does beside its rows, as bits.
 enum ETableFlag : int
 {
     TableRowNumbers = 0x4,    ///< a column of row numbers at the left edge

@@ -2,8 +2,9 @@
 
 namespace ZB {
 
-/// Events that the host's own controls deliver; the first integer is always the control's id. Only what the user does
-/// is told, never what a caller sets.
+/// Events of the host's buttons, boxes and fields; the first integer is the control's id. Only what the user does is
+/// told, never what a caller sets. Tables, code fields and scroll bars have events of their own, told in their headers;
+/// a table's 69 is another one than a check box's.
 enum EWidgetEvent : int
 {
     EventClicked = 5,          ///< a push button was clicked; second: 1 when it is checked now

@@ -49,6 +49,7 @@ public:
     virtual QStringList getIndexFromName() const;
     /// Resource key of an icon shown in front of the text; empty (no icon) unless overridden.
     virtual QString getItemIconKey(int column) const;
+    /// The icon's tool tip; empty unless overridden.
     virtual QString getItemIconTip(int column) const;
     /// A background for the cell, or null for the table's own.
     virtual const QColor *getBackgroundColor(int column) const;

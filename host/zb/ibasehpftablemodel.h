@@ -55,8 +55,11 @@ public:
     virtual QVariant::Type columnType(int column) const = 0;
     /// The text under a column in the statistics row; empty for none.
     virtual QString getStatDispalyQString(int column) const = 0;
+    /// Whether cells of a column flash when they change, where their row does not say otherwise.
     virtual bool columnFlashChange(int column) const = 0;
+    /// The background of a column's cells where the row has none; null for the table's own.
     virtual const QColor *getBackgroundColor(int column) const = 0;
+    /// How a column's numbers are written. Tables take from it how much room a unit needs (FormatUnit, FormatPercent).
     virtual CFlags<utils::EFormatNumberFlag> columnFlag(int column) const = 0;
 
     /// Does nothing for an unknown key.
@@ -81,13 +84,15 @@ protected:
     virtual void _updateData(const Row &row);
 
 public:
-    /// Called by the table on its timer, once a second, and when the theme or the scale changed. The latter two call
-    /// onTimer() unless overridden.
+    /// Called by the table on its timer (every 100 ms while it is visible), once a second, and when the theme or the
+    /// scale changed; GUI thread. The latter two call onTimer() unless overridden.
     virtual void onTimer() = 0;
     virtual void onSecondTimer();
     virtual void onResourceChanged();
 
 protected:
+    /// Makes the columns for records of these types. For a derived model to call, in its constructor and where the
+    /// types change; the host calls it nowhere.
     virtual void initColumns(const std::vector<int> &metaIds) = 0;
 
 public:
@@ -98,9 +103,9 @@ public:
 
     static constexpr int SortCustom = -2; ///< sort column id of the order that customSort() defines
 
-    /// A row of a known key replaces that row. Rows without a key are refused (false).
+    /// Both put a row in under its key: one of an unknown key is added, one of a known key takes that row's place.
+    /// False, and nothing is changed, for an empty pointer and for a row without a key.
     bool addData(const Row &row);
-    /// A row of an unknown key is added.
     bool updateData(const Row &row);
     /// Many at once, settled once; of several rows with one key the last one wins. Empty pointers are skipped.
     void updateDatas(const QVector<Row> &rows);
@@ -113,7 +118,7 @@ public:
     /// The row shown at an index of the filtered order, or an empty pointer.
     Row getData(int row) const;
     Row getDataByKey(const QString &key) const;
-    /// Every row, filtered or not, in the present order.
+    /// Every row, filtered or not, in the present order. A copy of as many pointers.
     QList<Row> getAllDatas() const;
     /// Appends the rows that pass the filters, in the present order.
     void getDatas(QList<Row> &rows) const;
@@ -158,6 +163,8 @@ public:
     qint64 getStatColumnLongLong(int column) const;
 
 protected:
+    /// Counts a row in the sums, and takes all rows out of them: to sum anew, a derived model resets, then adds its
+    /// rows. Rows that come, change and go are counted without it.
     void _addStatColumnData(const Row &row);
     void _resetStatMap();
     /// What a derived clear() calls.

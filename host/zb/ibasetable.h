@@ -30,7 +30,9 @@ public:
     virtual CBaseTableSettingParam getTableSetting() = 0;
     /// Applies what fits the table's columns and ignores the rest.
     virtual void setTableSetting(const CBaseTableSettingParam &setting) = 0;
-    /// Writes the shown rows and columns to a file; false when that failed.
+    /// Writes the rows that pass the filters and the visible columns to a file: XLSX for a path that ends so, CSV for
+    /// all others. Returns when the file is there; events are handled meanwhile, so the table may be gone then. False
+    /// when that failed, when the user stopped it, and while another export or copy is under way.
     virtual bool exportData(QString path) = 0;
 
 protected:

@@ -8,8 +8,9 @@ class QWidget;
 
 namespace ZB {
 
-/// An information box with one OK button, over `parent`. Does not block: it returns at once, and closes with its
-/// parent. Without a screen (see setMessageBoxesShown) the text goes to the standard logger instead.
+/// An information box with one OK button, over `parent` (null for none). Does not block: it returns at once, and closes
+/// with its parent. Where boxes are not shown (see setMessageBoxesShown) the text, which is plain, goes to the standard
+/// logger instead. GUI thread.
 HOST_API void showInformation(QWidget *parent, const QString &title, const QString &text);
 /// Boxes are shown from the start; a run without a user switches them off.
 HOST_API void setMessageBoxesShown(bool shown);
