@@ -5,7 +5,6 @@
 #include <tuple>
 
 #include "kdservice/fielddes.h"
-#include "pagemodel/pagecolumns.h"
 #include "pagerecords.h"
 #include "records/fieldids.h"
 #include "records/typecatalogue.h"

@@ -3,7 +3,6 @@
 #include <boost/make_shared.hpp>
 
 #include "kdservice/keyhash.h"
-#include "pagemodel/pagecolumns.h"
 #include "pagerulesmodel.h"
 
 using namespace pagetest;

@@ -24,6 +24,7 @@ class UICONTROL_API CAccountListColumnSettingWidget : public ZB::CBaseWidget
     Q_OBJECT
 
 public:
+    /// listId: under which the arrangement is kept; two lists with one id would overwrite each other's.
     CAccountListColumnSettingWidget(int listId, QWidget *parent);
     ~CAccountListColumnSettingWidget() override;
 

@@ -26,15 +26,20 @@ public:
     CAccountsComboBox(int eventId, QWidget *parent);
     ~CAccountsComboBox() override;
 
+    /// An empty name while nothing has been chosen and once the chosen group is gone; the kind is SelectedAccountGroup
+    /// at first.
     QPair<ESelectedAccountType, QString> getSelection() const;
     /// False, and nothing is changed: a selection comes from the tree only.
     bool setSelection(ESelectedAccountType type, QString name);
 
+    /// TraderFuture until another is set. A choice that was made stays, whether accounts of the new type hold it or
+    /// not.
     kdservice::EVxTraderType getTraderType() const;
     void setTraderType(kdservice::EVxTraderType type);
     /// The tree shows composed accounts too from now on.
     void setComposeAcct();
 
+    /// What showPopup() and hidePopup() do: the tree below the box.
     void showTree();
     void hideTree();
     void showPopup() override;

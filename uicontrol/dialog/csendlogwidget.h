@@ -42,7 +42,9 @@ public:
 
     /// Whether files are being packed, saved or sent.
     bool isBusy() const { return state != State::Listing && state != State::Ready; }
-    /// Writes the zip file to a path as soon as it is packed.
+    /// Packs the files that are chosen, if need be, and writes the zip file to a path, in place of what is there. The
+    /// window tells how it went. Does nothing while busy, before the window was shown and has read the folder of logs,
+    /// and as long as something that the user has entered or chosen is wrong.
     void saveTo(const QString &path);
 
     void themeChanged() override;

@@ -19,6 +19,7 @@ namespace KV {
 
 /// Draws rows of text by copying pictures of their glyphs, each of which is drawn once: what QPainter::drawText()
 /// draws, in half the time or less. Only glyphs that touch each other or the edge of a mark are drawn anew. GUI thread.
+/// Part of CHpfLogWidget, of no use by itself.
 class UICONTROL_API CLogGlyphPictures
 {
 public:
@@ -41,8 +42,8 @@ public:
     /// Throws away what was drawn in another style or for another pixel ratio.
     void use(const Style &style, double pixelRatio);
     /// A row `width` pixels wide with the text starting at `left`, its ink cut off at `right`. Null when the text has
-    /// to be drawn the ordinary way, as one that runs from right to left, or
-    /// with characters beyond U+FFFF. Valid until the next call.
+    /// to be drawn the ordinary way, as one that runs from right to left or has characters beyond U+FFFF. Valid until
+    /// the next call.
     const QImage *draw(const QString &text, int width, int left, int right, const Spans &marks);
 
 private:

@@ -7,6 +7,7 @@
 namespace KV {
 
 /// Where the rows of a log are, in pixels of the widget. Knows no widget, no text, no colour.
+/// Part of CHpfLogWidget, of no use by itself.
 struct UICONTROL_API CLogLayout
 {
     QSize size;

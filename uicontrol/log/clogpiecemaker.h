@@ -20,7 +20,8 @@ struct LogCutSettings
     bool autoLine = false;     ///< whether lines are cut at all
 };
 
-/// Makes display pieces of source lines. One thread at a time; it measures anew when the font changes.
+/// Makes display pieces of source lines. One thread at a time; it measures anew when the font changes. Part of
+/// CModelTextCache, and not exported.
 class CLogPieceMaker
 {
 public:

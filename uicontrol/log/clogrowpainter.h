@@ -32,7 +32,7 @@ struct LogRow
 };
 
 /// Draws the rows of a log into a picture and remembers what it drew: rows that have only moved are moved in the
-/// picture, rows that have not changed stay as they are. GUI thread.
+/// picture, rows that have not changed stay as they are. GUI thread. Part of CHpfLogWidget, of no use by itself.
 class UICONTROL_API CLogRowPainter
 {
 public:

@@ -28,7 +28,8 @@ struct LogCharWidth
 /// widths (under 0.2 us), which are true wherever the font has proved that its characters do not touch each other.
 ///
 /// Lengths ending in "Fine" are in 1/64 pixel, the unit in which Qt adds up glyphs; a width in pixels is rounded from
-/// it. To be used on the thread that made it: fonts keep per-thread state behind every copy.
+/// it. To be used on the thread that made it: fonts keep per-thread state behind every copy. Part of CHpfLogWidget, of
+/// no use by itself.
 class UICONTROL_API CLogTextMeasure
 {
 public:

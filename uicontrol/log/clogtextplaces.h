@@ -22,7 +22,8 @@ struct LogSlice
 };
 
 /// Where the characters of pieces are. A line of hundreds of thousands of characters is never shaped whole: only the
-/// slice around the view is, placed by the sum of the characters before it. GUI thread.
+/// slice around the view is, placed by the sum of the characters before it. GUI thread. Part of CHpfLogWidget, of no
+/// use by itself.
 class UICONTROL_API CLogTextPlaces
 {
 public:

@@ -20,7 +20,8 @@ namespace KV {
 ///
 /// Any thread may add and read; setAutoLine, setSplitWidth and resetFont are for the GUI thread. Blocks are cut on the
 /// worker of CLogBlockQueue and appended whole, in the order of the calls; no reader waits while one is cut. To be
-/// owned by a boost::shared_ptr: a queued block keeps its cache alive.
+/// owned by a boost::shared_ptr, or it takes nothing: a queued block keeps its cache alive. CHpfLogWidget has one of
+/// its own, which programs do not see.
 class UICONTROL_API CModelTextCache : public boost::enable_shared_from_this<CModelTextCache>, public CLogBlockSink
 {
 public:

@@ -9,7 +9,7 @@ namespace KV {
 
 struct LogBlock;
 
-/// Where blocks of log text end up.
+/// Where blocks of log text end up. Part of CModelTextCache.
 class UICONTROL_API CLogBlockSink
 {
 public:

@@ -41,7 +41,7 @@ public:
     ~CHpfData() override;
 
     QString getDisplayQString(int column) override;
-    /// Numbers without any formatting, absent ones as the largest value of their type.
+    /// Numbers without any formatting, absent ones as the largest value of their type; an extra value as it is shown.
     QString getQString(int column) override;
     int getInt(int column) override;
     double getDouble(int column) override;
@@ -55,7 +55,8 @@ public:
     /// Takes the statistic values of a record without replacing the row's.
     void updateOriginData(const RecordPtr &data, const QMap<int, int> &fieldColumnMap);
     RecordPtr getIData() const;
-    /// The value that the statistics of a column last took from the record; invalid for none.
+    /// The value that the statistics of a column last took from a record; invalid for none. What sums are made of: an
+    /// absent number is 0.
     QVariant getStatValue(int column) const;
 
     /// Text colour by resource key.

@@ -26,7 +26,8 @@ struct ColumnMaps;
 class UICONTROL_API CHpfDataModel : public ZB::IBaseHpfTableModel, public boost::enable_shared_from_this<CHpfDataModel>
 {
 public:
-    /// metaId: the records' type; with -1 the model has no columns until setMetaID.
+    /// metaId: the records' type; with -1 the model has no columns until setMetaID. New rows go to the end until
+    /// setAppendSeq() says otherwise.
     CHpfDataModel(int metaId, kdservice::EVxTraderType traderType);
     ~CHpfDataModel() override;
 
@@ -48,9 +49,10 @@ public:
     /// decimals and with `name` as the text of cells without a value.
     int addColumn(const CHpfDataColumnProperty &property, const QString &name, bool extra);
 
-    /// Starts or stops summing a column: an extra column in the extra-data model, any other in the base.
+    /// Starts or stops summing a column: an extra column in the extra-data model, any other in the base. Stands in
+    /// front of the base's function, which is not virtual and knows no extra columns.
     void setColumnStatEnable(int column, bool enable);
-    /// Sums all rows anew, in row order.
+    /// Takes every row out of the sums and counts it in again. Rows that are handed in are counted without it.
     void resetStatData();
     /// Lets the sums of the extra columns count the rows that pass the filters. Costs about 1 us per row with extra
     /// values, nothing without such sums.
@@ -71,9 +73,10 @@ public:
     const QMap<int, kdservice::FieldDes *> &columnFieldDesMap() const;
     /// @}
     QMap<int, int> fieldColumnMapCopy() const;
-    /// False, and `out` untouched, when there is none.
+    /// Both: false, and `out` untouched, when there is none.
     bool getColumnProperty(const int &column, CHpfDataColumnProperty &out) const;
     bool getFieldDesID(int column, kdservice::FieldDes **out) const;
+    /// Never null; lives as long as the model.
     CHpfExtraDataModel *getExtraDataModel() const;
 
     /// Whether cells without a colour of their own take the one that their field asks for: the side of an order, the
@@ -89,6 +92,7 @@ public:
         const CColumnPlan *ready = plan.load(std::memory_order_acquire);
         return ready != nullptr ? *ready : makePlan();
     }
+    /// getExtraDataModel() for those who need no null check.
     CHpfExtraDataModel &extraData() const { return *extraDataModel; }
 
 protected:

@@ -47,11 +47,13 @@ public:
     bool exist(int column) const;
     bool getColumnInfo(int column, CExtraColumnInfo &out) const;
 
-    /// Stores a value; null is the default text colour. A value that looks like an empty cell of its column (same text,
-    /// "clr_text_default") empties the cell.
+    /// Stores a value, also for a column that has no description yet and for a row that there is not. color: of the
+    /// resource service, or null for the default text colour. A value that looks like an empty cell of its column (same
+    /// text, and the colour of "clr_text_default" itself, not null) empties the cell.
     void addData(const QString &key, int column, const QVariant &value, const QColor *color);
+    /// False, and `out` untouched, for an empty cell.
     bool getData(const QString &key, int column, QVariant &out) const;
-    /// 0 for an empty cell.
+    /// These three: 0 for an empty cell.
     int getInt(const QString &key, int column) const;
     qint64 getLonglong(const QString &key, int column) const;
     double getDouble(const QString &key, int column) const;

@@ -7,7 +7,7 @@ namespace KV {
 
 /// How far the batches of a threaded model are, and which of them are still wanted. A load begins with a batch that
 /// finds nothing under way and ends when nothing is left or when it is cancelled; batches that come after that are
-/// another load. Any thread; each call costs some 20 ns.
+/// another load. Any thread; each call costs some 20 ns. Part of CHpfThreadDataModel, and not exported.
 class CLoadCount
 {
 public:

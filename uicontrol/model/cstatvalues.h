@@ -14,7 +14,7 @@ class CStatLayout;
 struct FieldValue;
 
 /// The last statistic values of one row: one small block, laid out by its model's columns, in the row itself as a rule.
-/// Not thread-safe.
+/// Not thread-safe. Part of CHpfData, and not exported.
 class CStatValues
 {
 public:

@@ -12,7 +12,7 @@ class UICONTROL_API CAutoButton : public ZB::CSmallNormalButton
     Q_OBJECT
 
 public:
-    /// interval: milliseconds; 0 enables it at the next turn of the event loop.
+    /// interval: milliseconds; 0 and below enable it at the next turn of the event loop.
     CAutoButton(int eventId, bool framed, ZB::ENormalButtonType type, QWidget *parent, int interval);
     ~CAutoButton() override;
 

@@ -25,6 +25,7 @@ public:
     explicit CCompactSelectWidget(QWidget *parent = nullptr);
     ~CCompactSelectWidget() override;
 
+    /// No event.
     void setCompactId(const QString &id);
     QString getCompactId() const;
     /// A contract named by a command is fixed; an empty text hands the choice back to the user.
@@ -36,9 +37,10 @@ public:
     void setEnableEdit(bool enabled);
     bool getEnableEdit() const;
 
-    /// "-1" at first.
+    /// Kept for the host, as is the flag below. "-1" at first.
     void setOpenDate(const QString &date);
     QString getOpenDate() const;
+    /// False at first.
     void setCompactDone(bool done);
     bool isCompactDone() const;
 

@@ -13,11 +13,12 @@ class UICONTROL_API COpTypeButton : public ZB::CPushButton
     Q_OBJECT
 
 public:
-    /// style: the id that its events carry.
+    /// style: the id that its events carry. id: decides the words; any but those of long and short shows open and
+    /// close.
     COpTypeButton(int style, EOpParamWidgetID id, QWidget *parent);
     ~COpTypeButton() override;
 
-    /// isLong: or open.
+    /// isLong: or open, as it is at first. No event.
     void setDirection(bool isLong);
     bool isLong() const;
     void switchDirection();

@@ -4,7 +4,8 @@
 
 namespace KV {
 
-/// One level of one side of a quote. No value: the largest double and the largest int.
+/// One level of one side of a quote. No value: the largest double and the largest int (quotevalue::noPrice and
+/// noVolume), which have to be set: a new one has zeros.
 class UICONTROL_API CQuoteData
 {
 public:

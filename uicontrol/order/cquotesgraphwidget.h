@@ -22,10 +22,11 @@ class CQuotesAccessible;
 
 /// The painted price ladder: best levels of both sides, latest price, previous close and limits of one instrument.
 ///
-/// Tells the host of clicks: 1129 (0, 0, volume) and 1128 (0, 0, price), the number with four decimals; 1127 (0, price
-/// type); 1243 (level or 0 for all, 48 buying or 49 selling, stock code). With the keyboard, the arrows, Home and End
-/// move a cursor over the levels and the buttons below them, Escape puts it away. Return takes the level's price as a
-/// click does, the space bar its volume, Delete its orders where marks do; on a button both the first press it.
+/// Tells the host of clicks: 1129 (0, 0, volume) and 1128 (0, 0, price), the number as a text with four decimals; 1127
+/// (0, an EPriceType); 1243 (level from 1, or 0 for all, 48 buying or 49 selling, stock code). With the keyboard, the
+/// arrows, Home and End move a cursor over the levels and the buttons below them, Escape puts it away. Return takes the
+/// level's price as a click does, the space bar its volume, Delete its orders where marks do; on a button both the
+/// first press it.
 ///
 /// GUI thread. Snapshots are kept alive while they are shown; however many come, each frame draws the last one.
 class UICONTROL_API CQuotesGraphWidget : public ZB::CBaseWidget
@@ -36,16 +37,19 @@ public:
     explicit CQuotesGraphWidget(QWidget *parent = nullptr);
     ~CQuotesGraphWidget() override;
 
-    /// Another code than the present one takes all values away until the next snapshot.
+    /// What event 1243 carries. Another code than the present one takes all values away until the next snapshot.
     void setStockCode(const QString &code);
-    /// Shows a snapshot; without one of both, no values.
+    /// Shows a snapshot; without one of both, no values. Neither may change from then on.
     void setQuoterAllData(boost::shared_ptr<quoter::QuoterAllData> quote,
                           boost::shared_ptr<kdservice::CInstrumentDetail> detail);
-    /// Account kinds 128 and 16384 have one level on each side, from the next snapshot on.
+    /// A kdservice::EVxTraderType. TraderCredit and TraderStockOption have one level on each side, from the next
+    /// snapshot on.
     void setTradeType(int type);
+    /// An EQuoteType. Any other number paints nothing where the accounts have a choice of layouts.
     void setQuoteType(int type);
     /// Pending orders of both sides; the level-2 layouts show them.
     void setOrderNum(qint64 buying, qint64 selling);
+    /// Shows the marks and buttons of event 1243.
     void setShowCancelOrder(bool show);
     /// A quote older than this many milliseconds turns grey and shows its age; 0, as at first, for never.
     void setSilenceLimit(int milliseconds);
@@ -59,10 +63,11 @@ public:
     QString ageText() const;
 
     void setCanUseQuickOrder(bool can);
-    /// Whether a click on a price is an order. Off where quick orders are not allowed, and from then on.
+    /// Whether a click on a price is to be an order: kept for the host, which asks when event 1128 comes. Off where
+    /// quick orders are not allowed, and from then on.
     void setQuickOrder(bool quick);
     bool isQuickOrder() const { return quickOrder; }
-    /// Whether the click that is being delivered ends a double-click; for volumes only.
+    /// While event 1129 is being delivered: whether the click ends a double-click.
     bool isDoubleClick() const { return doubleClick; }
 
     /// Where everything is for the present size, layout and look.

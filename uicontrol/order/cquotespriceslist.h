@@ -25,6 +25,7 @@ class UICONTROL_API CQuotesPricesList : public ZB::CWidgetList
     Q_OBJECT
 
 public:
+    /// The id changes nothing about the ladder.
     explicit CQuotesPricesList(EOpParamWidgetID id, QWidget *parent = nullptr);
     ~CQuotesPricesList() override;
 
@@ -32,28 +33,39 @@ public:
     /// present trade type. It may be destroyed at any time; its room goes with the next turn of the event loop.
     void setSelectCodeWidget(CSelectCodeWidget *widget);
     CSelectCodeWidget *getSelectCodeWidget() const;
-    /// The selector's code; empty without one.
+    /// The selector's code, not the one of setStockCode(); empty without a selector.
     QString getStockCode() const;
-    /// Starts the entry of a code with what was typed over the quote.
+    /// Starts the entry of a code with what was typed over the quote. Nothing without a selector.
     void inputStockCodeChar(QString text);
+    /// Starts it with the keyboard in the selector's line edit and all of its text selected.
     void setCodeEditFocus();
 
-    /// The instrument whose quotes are to come.
+    /// The instrument whose quotes are to come; takes the values of another one away. The selector keeps the code that
+    /// it shows.
     void setStockCode(QString code);
     void setTradeType(kdservice::EVxTraderType type);
     void setQuoteType(EQuoteType type);
     EQuoteType getQuoteType() const { return quoteType; }
     void setQuoterAllData(boost::shared_ptr<quoter::QuoterAllData> quote,
                           boost::shared_ptr<kdservice::CInstrumentDetail> detail);
+
+    /// @name The painted ladder's; CQuotesGraphWidget tells more
+    /// @{
     void setOrderNum(qint64 buying, qint64 selling);
     void setShowCancelOrder(bool show);
-    void setDrawTop(bool drawTop);
-    void setOperationType(kdservice::EOperationType type);
     void setCanUseQuickOrder(bool can);
     void setQuickOrder(bool quick);
     bool isQuickOrder() const;
-    /// There must be a code selector.
+    /// @}
+
+    /// @name The selector's; the first two do nothing without one
+    /// @{
+    void setDrawTop(bool drawTop);
+    void setOperationType(kdservice::EOperationType type);
+    /// There must be a code selector: a debug build stops without one, any other does nothing.
     void setTradeOpType(quint64 type);
+    /// @}
+    /// A disabled quote is grey and takes no click.
     void setUiEnabled(bool selectorEnabled, bool quoteEnabled);
 
     /// A quote older than this many milliseconds turns grey and shows its age; 0, as at first, for never.

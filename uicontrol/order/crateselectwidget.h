@@ -31,13 +31,16 @@ public:
 
     /// Id of the chosen fraction; -1 without one, and without the fractions.
     int getCheckedButtonID() const;
-    /// An id that is no fraction's lets the choice go.
+    /// An id that is no fraction's lets the choice go. No event.
     void setButtonCheckedByID(int id);
 
     ERateReference getRateReference() const;
+    /// No event.
     void setRateReference(ERateReference reference);
-    /// Which accounts it is for decides what the total amount is called.
+    /// Which accounts it is for decides what the total amount is called: assets of TraderStock and TraderOption, equity
+    /// of TraderFuture; any other type leaves the words that are there.
     void setTradeType(kdservice::EVxTraderType type);
+    /// Of the button that switches.
     void setBtnType(ZB::ENormalButtonType type);
 
     bool handleEvent(int event, int first, int second, QString text, void *pointer) override;

@@ -11,6 +11,7 @@
 namespace KV {
 
 /// What a click on the last painted picture of a ladder means. Areas may overlap; in each list the first one counts.
+/// Part of CQuotesGraphWidget, of no use by itself.
 struct UICONTROL_API QuoteClickAreas
 {
     struct PriceType

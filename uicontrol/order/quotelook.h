@@ -5,7 +5,8 @@
 
 namespace KV {
 
-/// Colours and fonts of a ladder. The resource service owns them; looked up once per theme or scale change.
+/// Colours and fonts of a ladder. The resource service owns them; looked up once per theme or scale change. Part of
+/// CQuotesGraphWidget, and not exported.
 struct QuoteLook
 {
     const QFont *nameFont;

@@ -23,7 +23,7 @@ struct QuoteCursor
     }
 };
 
-/// What a ladder shows.
+/// What a ladder shows. Part of CQuotesGraphWidget, and not exported.
 struct QuoteView
 {
     int tradeType = 1;

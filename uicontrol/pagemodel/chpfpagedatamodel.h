@@ -18,6 +18,7 @@
 #include "model/chpfdatacolumnproperty.h"
 #include "pagemodel/chpfpagedata.h"
 #include "pagemodel/cupdatepagedataresult.h"
+#include "pagemodel/origindata.h"
 #include "uicontrolexport.h"
 #include "zb/efiltertype.h"
 
@@ -29,7 +30,6 @@ struct FieldDes;
 namespace KV {
 
 class PageModelCore;
-struct OriginData;
 
 /// Every record of one kind in order, and the page of them that a table shows. Keeps two ordered lists: all records,
 /// and the visible ones that pass the filters; a page is the slice of the visible list from the start index, of at most
@@ -76,6 +76,7 @@ public:
     /// Whether the number of records changed since the last call.
     bool totalCountChange();
 
+    /// All of the visible list, and of all records, in order: copies of as many pointers.
     QList<Page> getShowDatas() const;
     QList<Page> getAllDatas() const;
     /// The records of the page, in order: at most page count.
@@ -97,7 +98,8 @@ public:
     int getAllDataInsertIndex(const Page &page);
     /// @}
 
-    /// @name Page; nothing is recomputed until the next add, update or read
+    /// @name Page: 100 rows from index 0 at first; nothing is recomputed until the next add, update or read. What of a
+    /// page lies outside of the list holds nothing, as does a page of 0 rows or less.
     /// @{
     void setPageCount(int rows);
     void setStartIndex(int index);
@@ -155,6 +157,7 @@ public:
     QString codeSearch() const;
     /// Search for a code; takes effect with the next record or rebuild, like the two below.
     void setFilter(const QString &text);
+    /// Kept for the host; hides no record.
     void setExFilterSource(int source);
     /// Orders only: 0 all, 1 open, 2 filled, 3 ended without a full fill; any other none.
     void setExFilterStatus(int status);
@@ -166,7 +169,8 @@ public:
     /// @}
 
     /// @name Columns. A change finishes what is under way, takes the sums anew and sorts the records again before it
-    /// returns; the visible list keeps its records until they change or filterColumn() is called.
+    /// returns; the visible list keeps its records until they change or filterColumn() is called. The maps are those of
+    /// a CHpfDataModel: columnFieldDesMap(), columnPropertyMap() and fieldColumnMap().
     /// @{
     void setTraderType(kdservice::EVxTraderType traderType);
     void setColumnFieldDesMap(const QMap<int, kdservice::FieldDes *> &map);

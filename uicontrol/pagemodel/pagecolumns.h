@@ -8,16 +8,9 @@
 #include "kdservice/idata.h"
 #include "model/cfieldformat.h"
 #include "model/chpfdatacolumnproperty.h"
+#include "pagemodel/origindata.h"
 
 namespace KV {
-
-/// What the display text of a cell comes with.
-struct OriginData
-{
-    QString colorKey; ///< resource key of the text's colour
-    QString unit;     ///< what the text ends with: "万", "亿", "%" or nothing
-    QVariant value;   ///< the raw value; invalid for none
-};
 
 /// The columns of a paged model: which field each one shows, of which type, and how it becomes text. Not thread-safe.
 class PageColumns

@@ -43,6 +43,7 @@ class UICONTROL_API CDataTable : public ZB::COddEvenRowTable
 
 public:
     using RecordPtr = boost::shared_ptr<kdservice::IData>;
+    /// By key.
     using Records = std::map<std::string, RecordPtr>;
     using ColumnFilter = QPair<ZB::EFilterType, QSet<QString>>;
 
@@ -53,6 +54,8 @@ public:
         int field = -1;
     };
 
+    /// tableId: under which the user's settings are kept. metaID: the records' type. Columns are those of TraderStock
+    /// until setTradeType().
     CDataTable(int tableId, int metaID, QWidget *parent);
     ~CDataTable() override;
 
@@ -70,17 +73,21 @@ public:
     /// The same for many, in their order and repainted with the next frame; the row of each when its turn came. An
     /// update costs about half of one that comes alone.
     QVector<int> updateDataFields(const QVector<FieldChange> &list);
+    /// Shows every stored record again, those too that have begun to pass; one that has stopped keeps its row. Costs a
+    /// repaint.
     void refreshDatas();
-    /// These answer with the row that was removed. A record without a row stays stored (-1).
+    /// These answer with the row that was removed. A record without a row is not removed: it stays stored (-1).
     int removeData(const RecordPtr &record);
     int removeDataByID(int row);
     int removeDataByKey(std::string key);
+    /// Removes all records and rows. Columns and filters stay.
     virtual void clear();
     void setImmediateUpdate(bool immediate);
     /// @}
 
     /// @name What is stored
     /// @{
+    /// Records, with a row or without; rowCount() has the rows.
     int size() const;
     Records getAllDatas() const;
     int keyToRowID(std::string key) const;
@@ -106,21 +113,22 @@ public:
     int getMetaID() const;
     kdservice::EVxTraderType getTradeType() const;
     /// Makes the columns anew for another kind of trader; the user's filters go, but for those that only come back from
-    /// the settings now. Records, the columns' arrangement,
-    /// columns of addExtraColumn() and filters of onFilter() on columns that are still there stay.
+    /// the settings now. Records, the columns' arrangement, columns of addExtraColumn() and filters of onFilter() on
+    /// columns that are still there stay.
     void setTradeType(kdservice::EVxTraderType type);
     /// @}
 
     /// Puts the sums of these fields into the statistics row; those of all columns are put there by themselves a moment
-    /// after something has changed. Costs about 30 ns for a row and summed field; the latter only when rows have come
-    /// or gone.
+    /// after something has changed. Costs about 30 ns for each row of each field; those that come by themselves only
+    /// when rows have come or gone.
     void updateStatData(const std::map<int, kdservice::FieldDes *> &fields);
-    /// Sums what has changed now, where the table's timer may leave it for later; costs as many looks as there are
-    /// rows.
+    /// Sums what has changed now, where the table's timer may leave it for later. Reads every row when rows have come
+    /// or gone, else only what has changed.
     void updateSums();
 
-    /// Gives rows anew to all records that pass.
+    /// Gives rows anew to all records that pass, in the order of their keys; row ids begin anew.
     virtual void filterColumn();
+    /// FilterExcept, which the filter box of this table never asks for, lets no record pass.
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
     /// The filters of the user's choice are part of it. Those of onFilter() are not: a derived table sets them.
     ZB::CBaseTableSettingParam getTableSetting() override;
@@ -128,6 +136,8 @@ public:
     void onTimer() override;
 
 protected:
+    /// Drops all columns, rows and filters of the user's and makes the columns of these record types. Called by
+    /// setTradeType(); the constructor calls this class's own, whatever overrides it.
     virtual void initColumns(const std::vector<int> &metaIds);
     /// The record types that make up the columns: the table's own, and the numbers among `further` that the catalogue
     /// knows fields of for this trader, ascending.
@@ -149,11 +159,14 @@ protected:
     /// Text of a field as cells and filters have it; false, and `text` untouched, when the record does not have it.
     bool getDataByFieldID(const RecordPtr &record, int field, QString &text) const;
 
+    /// Whether a record passes all filters, the user's and those of onFilter().
     bool passData(const RecordPtr &record) const;
-    /// A derived table's own filter on a column; lets everything pass unless overridden.
+    /// A derived table's own filter on a column, asked for each record with what onFilter() was given for the column;
+    /// lets everything pass unless overridden.
     virtual bool passFilter(const RecordPtr &record, int column, int type, QString text) const;
-    /// Sets the argument of passFilter() for a column, and filters.
+    /// Sets the arguments of passFilter() for a column, whose meaning is the derived table's, and filters.
     void onFilter(int column, int type, QString text);
+    /// What filterColumn() does here.
     void reFilterDatas();
     void showFilterMenu(int column, QRect header) override;
     void takeColumnFilter(int column, ZB::EFilterType type, const QSet<QString> &values) override;

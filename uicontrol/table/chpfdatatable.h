@@ -42,15 +42,18 @@ public:
     /// Records with the colour key of their whole row; an empty key is the default colour.
     using ColoredRecords = QList<QPair<RecordPtr, QString>>;
 
-    /// paged: the table shows one page and asks for others by event 277.
+    /// tableId: under which the user's settings are kept. metaId: the records' type. paged: the table shows one page
+    /// and asks for others by event 277.
     CHpfDataTable(int tableId, int metaId, QWidget *parent, kdservice::EVxTraderType traderType, bool paged);
     ~CHpfDataTable() override;
 
-    /// Shows a model. A CHpfDataModel is adopted (it must be owned by a boost::shared_ptr): every operation follows it
-    /// from then on. With any other model, or none, the operations on data do nothing and answer with nothing.
+    /// Shows a model. A CHpfDataModel that a boost::shared_ptr owns is adopted: every operation follows it from then
+    /// on. With any other model, which the caller keeps alive, or none, the operations on data do nothing and answer
+    /// with nothing.
     void setDataModel(ZB::IBaseHpfTableModel *model) override;
     /// Empty when the model is none of the library's.
     const boost::shared_ptr<CHpfDataModel> &getDataModel() const;
+    /// Null in the same case.
     CHpfExtraDataModel *getExtraDataModel() const;
     /// An empty pointer takes the present one away. From then on the table carries out the model's long sorts and
     /// filters in slices, between the events of the window. Headers show the order and the filters that the model has,
@@ -64,7 +67,8 @@ public:
     int getColumnIdByFileId(int fieldId) const;
     void setColumnStatEnable(int column, bool enable);
 
-    /// @name Records. The flag asks for redrawing now instead of with the next frame. Empty pointers are skipped.
+    /// @name Records: added, or updated under their keys. The flag asks for redrawing now instead of with the next
+    /// frame, which costs a repaint a call. Empty pointers are skipped.
     /// @{
     void updateData(const RecordPtr &record, bool redraw);
     void updateDatas(const std::vector<RecordPtr> &records, bool redraw);
@@ -75,13 +79,16 @@ public:
     /// Rows of a table sorted by time.
     void updateDataFixColorForSortTime(const RecordPtr &record, const QString &colorKey, bool redraw);
     void updateDataFixColorForSortTime(const ColoredRecords &records, bool redraw);
+    /// From the page model too, where there is one. Unknown keys are ignored.
     void removeDataByKey(const QString &key, bool refresh);
     void removeDatasByKey(const QVector<QString> &keys, bool refresh);
+    /// All rows; a page model keeps its records.
     void clear() override;
     /// @}
 
     /// @name Rows
     /// @{
+    /// Filtered or not, in the present order; a copy of as many pointers.
     QList<RowPtr> getAllDatas() const;
     /// The row shown at an index, or an empty pointer.
     RowPtr getData(int row) const;
@@ -91,7 +98,7 @@ public:
     /// @}
 
     void clearFilter() override;
-    /// The page model's, where there is one; the base's otherwise.
+    /// The page model's, where there is one; the base's otherwise. A page model takes no FilterExcept: that is ignored.
     void onFilterTrigger(int column, int type, QSet<QString> &values) override;
     QMap<int, ZB::FilterConditions> columnFilters() const override;
     /// A page model is sorted by the first of them; none ends its sort.
@@ -102,7 +109,7 @@ public:
     void setTradeType(kdservice::EVxTraderType traderType);
     kdservice::EVxTraderType tradeType() const;
 
-    /// Writes the file and says so in a box.
+    /// As the base; a box says when the file is there.
     bool exportData(QString path) override;
     /// The texts of the page model's records where it has the column, otherwise the base's; and those of the column's
     /// filter that no row shows at present, so that they can be taken off.

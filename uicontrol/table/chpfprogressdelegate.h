@@ -5,8 +5,9 @@
 
 namespace KV {
 
-/// Paints a progress bar behind a cell whose text is "done / total", such as "1.5万 / 3万". Any other text, and one
-/// whose numbers are not both above 0, stays without a bar. GUI thread.
+/// Paints a progress bar behind a cell whose text is "done / total", both in one unit, such as "1.5万 / 3万": "5000 /
+/// 1万" would show as done. Any other text, and one whose numbers are not both above 0, stays without a bar. GUI
+/// thread.
 class UICONTROL_API CHpfProgressDelegate : public ZB::CBaseTableColumnSimpleTextDelegate
 {
 public:
