@@ -260,55 +260,6 @@ TEST(LadderPainting, AQuietOrCutFeedTurnsPricesGreyAndSaysHowOldTheyAre)
     }
 }
 
-TEST(LadderPainting, BadQuotesNeitherCrashNorPutATextOverAnother)
-{
-    const double largest = std::numeric_limits<double>::max();
-    const double values[] = {
-        0, largest, -largest, 1e300, -1, 123456789.123, std::nan(""), INFINITY, 10.060000000000002, 1e-9};
-    const qint64 volumes[] = {0,
-                              -1,
-                              2147483646,
-                              2147483647,
-                              2147483648LL,
-                              -2147483648LL,
-                              std::numeric_limits<qint64>::max(),
-                              std::numeric_limits<qint64>::min()};
-    std::size_t turn = 0;
-    for (const EQuoteType layout : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
-        LadderWindow window(layout);
-        for (const double price : values)
-            for (const qint64 volume : volumes) {
-                quoter::QuoterAllData quote = plainQuote();
-                quote.latestPrice = values[++turn % 10];
-                quote.previousClose = values[turn / 10 % 10];
-                quote.askPrices.fill(price);
-                quote.bidPrices[turn % 5] = price;
-                quote.askVolumes.fill(volume);
-                quote.bidVolumes[turn % 5] = volume;
-                window.detail->upperLimitPrice = price;
-                window.detail->priceTick = price;
-                window.give(quote);
-                const QImage image = window.picture();
-                const QuotesLayout places = window.places();
-                // Between the digit of the level and the room of the price nothing may stand.
-                const QuoteRowPlace &row = layout == QuoteLevel2Horizontal ? places.bids[2] : places.asks[2];
-                const QuoteValuePlace &next = layout == QuoteLevel2Horizontal ? row.volume : row.price;
-                const int x = row.digit.x() + 12;
-                const QRgb ground = image.pixel(row.caption.x() - 2, row.band.center().y());
-                if (layout != QuoteLevel2Horizontal) {
-                    EXPECT_EQ(ink(image, QRect(x, row.band.top(), next.right - next.room - x, 20), ground), 0)
-                        << price << " " << volume;
-                }
-            }
-    }
-    LadderWindow tiny;
-    tiny.give(plainQuote());
-    for (const QSize size : {QSize(200, 1), QSize(1, 200), QSize(1, 1)}) {
-        tiny.graph->setFixedSize(size);
-        tiny.graph->grab();
-    }
-}
-
 TEST(LadderPainting, FollowsTheThemeAndTheColoursOfDirection)
 {
     refhost::ThemeService &themes = refhost::ThemeService::instance();
