@@ -247,10 +247,7 @@ TEST_F(ColumnSettingWindow, ScreenReadersHearWhichColumnsAreLockedAndShown)
 /// As the window system brings them, through the popup's own way of taking what the mouse does anywhere.
 TEST_F(ColumnSettingWindow, EventsOfTheWindowDragLockCheckAndClose)
 {
-    QString many = QStringLiteral("*账号");
-    for (int column = 1; column < 30; ++column)
-        many += QStringLiteral(" 列%1").arg(column);
-    open(many);
+    open("*账号 列1 列2 列3 列4 列5 列6");
     QWindow *handle = popup->windowHandle();
     const auto at = [this](const QPoint &place) { return list->viewport()->mapTo(popup.get(), place); };
     const auto click = [&](int line, Part part) {
@@ -263,13 +260,7 @@ TEST_F(ColumnSettingWindow, EventsOfTheWindowDragLockCheckAndClose)
     for (int y = nameOf(5).y(); y >= nameOf(2).y() - 9; y -= 3)
         QTest::mouseMove(handle, at(QPoint(60, y)));
     EXPECT_EQ(list->insertionGap(), 2);
-    for (const int below : {20, 50}) // out of the window, where the list goes on by itself
-        QTest::mouseMove(handle, QPoint(60, popup->height() + below));
-    QScrollBar *bar = list->verticalScrollBar();
-    EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->value() == bar->maximum(); }));
-    EXPECT_EQ(list->insertionGap(), 30);
-    QTest::mouseMove(handle, QPoint(60, -50));
-    EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 0; }));
+    QTest::mouseMove(handle, QPoint(60, -50)); // out of the window
     QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, QPoint(60, -50));
     EXPECT_TRUE(popup->isVisible());
     EXPECT_TRUE(shown().startsWith(QStringLiteral("*账号 *列2 列5 列1 列3 -列4 列6"))) << shown().toStdString();

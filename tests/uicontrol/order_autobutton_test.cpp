@@ -101,24 +101,18 @@ TEST(AutoButton, IsTheSmallButtonThatItIsMadeAs)
 {
     EventWindow window;
     window.showNow();
-    const auto pictureOf = [&window](ZB::CSmallNormalButton &button) {
+    const auto pictureOf = [](ZB::CSmallNormalButton &button) {
         button.setGeometry(10, 10, 80, 24);
         button.show();
         return button.grab().toImage();
     };
-    QList<QImage> pictures;
     for (const bool framed : {true, false})
         for (const auto type : {ZB::NormalButtonPlain, ZB::NormalButtonRise}) {
             KV::CAutoButton button(3, framed, type, &window, 1);
-            EXPECT_EQ(button.buttonType(), type);
-            EXPECT_EQ(button.eventId(), 3);
-            EXPECT_EQ(button.parentWidget(), &window);
             ZB::CSmallNormalButton plain(3, framed, type, &window);
-            pictures << pictureOf(button);
-            EXPECT_EQ(pictures.last(), pictureOf(plain));
+            EXPECT_EQ(button.buttonType(), type);
+            EXPECT_EQ(pictureOf(button), pictureOf(plain));
         }
-    EXPECT_NE(pictures[0], pictures[1]) << "types";
-    EXPECT_NE(pictures[0], pictures[2]) << "frames";
 }
 
 TEST(AutoButton, CutsItsConnectionsBeforeItsBaseIsDestroyed)

@@ -81,19 +81,15 @@ TEST(OpTypeButton, WritesInTheColourOfItsWordsInEveryState)
                     return true;
         return false;
     };
-    for (const bool isLong : {true, false}) {
-        button.setDirection(isLong);
-        EXPECT_TRUE(writesIn("clr_operation_direction_text"));
-        button.setAttribute(Qt::WA_UnderMouse);
-        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "hovered";
-        button.setDown(true);
-        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "pressed";
-        button.setDown(false);
-        button.setEnabled(false);
-        EXPECT_TRUE(writesIn("clr_operation_direction_text")) << "disabled";
-        button.setEnabled(true);
-        button.setAttribute(Qt::WA_UnderMouse, false);
-    }
+    for (const bool isLong : {true, false})
+        for (const char *state : {"normal", "hovered", "pressed", "disabled"}) {
+            button.setDirection(isLong);
+            button.setAttribute(Qt::WA_UnderMouse, qstrcmp(state, "hovered") == 0);
+            button.setDown(qstrcmp(state, "pressed") == 0);
+            button.setEnabled(qstrcmp(state, "disabled") != 0);
+            EXPECT_TRUE(writesIn("clr_operation_direction_text")) << state;
+        }
+    button.setEnabled(true);
     const QString another = QStringLiteral("clr_global_equal");
     button.setTextColorKey(another, another, another, another);
     EXPECT_FALSE(writesIn("clr_operation_direction_text"));
