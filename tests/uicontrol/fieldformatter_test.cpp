@@ -123,21 +123,6 @@ TEST_F(FieldFormatter, EveryDataTypeHasItsTextAndItsStatisticValue)
     EXPECT_EQ(shown(9, std::string("A")), "A default  ");
 }
 
-TEST_F(FieldFormatter, AbsentValuesShowAsADimDash)
-{
-    EXPECT_EQ(shown(2, noInt), "- second  0");
-    EXPECT_EQ(shown(4, noLong), "- second  0");
-    EXPECT_EQ(shown(5, noDouble), "- second  0");
-    EXPECT_EQ(shown(8, std::string()), " default  ");
-    EXPECT_EQ(shown(9), "- second  ");
-    EXPECT_EQ(shown(10), "- second  ");
-    EXPECT_EQ(shown(11), "- second  0");
-    EXPECT_EQ(shown(12), "- second  0");
-    EXPECT_EQ(shown(16), "- second  0");
-    EXPECT_EQ(shown(17), "- second  0");
-    EXPECT_EQ(shown(19), "- second  0");
-}
-
 TEST_F(FieldFormatter, NumbersThatAreNoneAreCalledInvalid)
 {
     EXPECT_EQ(shown(5, notANumber), "非法值 default  0");
