@@ -60,27 +60,6 @@ TEST(GridRowSet, AgreesWithAPlainSetThroughRandomChanges)
     EXPECT_EQ(set.size(), static_cast<qint64>(model.size()));
 }
 
-TEST(GridSelection, ClicksChooseToggleAndStretch)
-{
-    Chosen chosen(20);
-    chosen.chooser.chooseRow(chosen.at(3), Qt::NoModifier);
-    EXPECT_EQ(chosen.selected(), "4");
-    chosen.chooser.chooseRow(chosen.at(6), Qt::ShiftModifier);
-    EXPECT_EQ(chosen.selected(), "4 5 6 7");
-    chosen.chooser.chooseRow(chosen.at(1), Qt::ShiftModifier); // from the same beginning
-    EXPECT_EQ(chosen.selected(), "2 3 4");
-    chosen.chooser.chooseRow(chosen.at(9), Qt::ControlModifier);
-    chosen.chooser.chooseRow(chosen.at(2), Qt::ControlModifier);
-    EXPECT_EQ(chosen.selected(), "2 4 10");
-    chosen.chooser.chooseRow(chosen.at(12), Qt::ControlModifier);
-    chosen.chooser.chooseRow(chosen.at(14), Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(chosen.selected(), "2 4 10 13 14 15");
-    chosen.chooser.chooseRow(chosen.at(0), Qt::NoModifier);
-    EXPECT_EQ(chosen.selected(), "1");
-    chosen.chooser.selectAll();
-    EXPECT_EQ(chosen.chooser.selection().shownRows(chosen.source).size(), 20u);
-}
-
 TEST(GridSelection, AStretchGoesToWhereItsBeginningIsNow)
 {
     Chosen chosen(20);
@@ -93,50 +72,6 @@ TEST(GridSelection, AStretchGoesToWhereItsBeginningIsNow)
     chosen.update();
     chosen.chooser.chooseRow(chosen.at(5), Qt::ShiftModifier);
     EXPECT_EQ(chosen.selected(), "7");
-}
-
-TEST(GridSelection, BlocksKeepTheirColumnsAndRows)
-{
-    Chosen chosen(20);
-    chosen.geometry.columns.setOrder({4, 2, 0, 1, 3});
-    chosen.chooser.chooseRow(chosen.at(2, 2), Qt::NoModifier);
-    chosen.chooser.beginCells(false);
-    chosen.chooser.extendCells(chosen.at(4, 1));
-    const GridSelection &selection = chosen.chooser.selection();
-    EXPECT_EQ(chosen.selected(), "") << "rows and blocks exclude one another";
-    ASSERT_EQ(selection.cellBlocks().size(), 1u);
-    EXPECT_EQ(joined(selection.cellBlocks()[0].columns), "0 1 2");
-    chosen.geometry.columns.setOrder({0, 1, 2, 3, 4});
-    chosen.source.reorder([](auto &rows) { std::reverse(rows.begin(), rows.end()); });
-    EXPECT_EQ(joined(GridSelection::inShownOrder(chosen.source, selection.cellBlocks()[0].rows)), "5 4 3");
-    EXPECT_TRUE(selection.isCellSelected(4, 1));
-    EXPECT_FALSE(selection.isCellSelected(4, 3));
-    EXPECT_FALSE(selection.isCellSelected(6, 1));
-    chosen.chooser.beginCells(true);
-    chosen.chooser.extendCells(chosen.at(0, 4));
-    EXPECT_EQ(selection.cellBlocks().size(), 2u);
-    chosen.chooser.chooseRow(chosen.at(0), Qt::NoModifier);
-    EXPECT_FALSE(selection.hasBlocks());
-}
-
-TEST(GridSelection, TheCurrentRowIsRememberedWhileItIsNotShown)
-{
-    Chosen chosen(20);
-    chosen.chooser.chooseRow(chosen.at(5), Qt::NoModifier);
-    const auto all = chosen.source.rows;
-    chosen.source.remove(5);
-    chosen.update();
-    EXPECT_FALSE(chosen.chooser.isCurrentShown());
-    EXPECT_EQ(chosen.chooser.cursorPlace(), 5);
-    EXPECT_EQ(chosen.selected(), "");
-    chosen.source.reorder([&](auto &rows) {
-        rows = all;
-        std::reverse(rows.begin(), rows.end());
-    });
-    chosen.update();
-    EXPECT_TRUE(chosen.chooser.isCurrentShown());
-    EXPECT_EQ(chosen.chooser.cursorPlace(), 14);
-    EXPECT_EQ(chosen.selected(), "6");
 }
 
 TEST(GridSelection, StaysOnItsRecordsThroughRandomChanges)

@@ -44,6 +44,9 @@ TEST_F(GridViewTest, AClickSelectsTheRowAndMakesTheCellCurrent)
     click(cell(4, 1), Qt::ControlModifier);
     EXPECT_EQ(selected(), "4 6 9");
     EXPECT_EQ(current(), "5.1");
+    click(cell(7, 1), Qt::ControlModifier);
+    click(cell(9, 1), Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "4 6 8 9 10");
     takeSaid();
     press(cell(1, 0));
     drag(cell(1, 0) + QPoint(3, 3)); // a hand is never quite still
