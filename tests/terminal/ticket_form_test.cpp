@@ -33,12 +33,6 @@ void giveFunds(TicketWindow &window, const TicketFunds &funds)
     window.form->setFundsSource([funds](const OrderDraft &) { return funds; });
 }
 
-void sendNow(TicketWindow &window)
-{
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.send->isEnabled(); }));
-    window.click(window.send);
-}
-
 } // namespace
 
 TEST(TicketForm, TakesPriceTypeAndQuantityFromTheLadder)
@@ -205,13 +199,9 @@ TEST(TicketForm, AFractionThatCannotBeToldSaysWhy)
 TEST(TicketForm, RefusesEveryMistakeInWordsAndGoesToTheField)
 {
     TicketWindow window;
-    int sent = 0;
-    window.form->setSender([&sent](const OrderDraft &) {
-        ++sent;
-        return QString();
-    });
+    window.takeOrders();
     const auto refusal = [&window] {
-        sendNow(window);
+        window.sendNow();
         return window.form->message() + QStringLiteral(" -> ") + window.focus();
     };
     const auto isFramed = [](QWidget *field) {
@@ -246,24 +236,19 @@ TEST(TicketForm, RefusesEveryMistakeInWordsAndGoesToTheField)
     EXPECT_EQ(refusal(), QStringLiteral("请输入数量 -> 数量"));
     window.type(QStringLiteral("150"));
     EXPECT_EQ(refusal(), QStringLiteral("买入数量须为 100 的整数倍 -> 数量"));
-    EXPECT_EQ(sent, 0);
+    EXPECT_EQ(window.sent.size(), 0);
     window.press(Qt::Key_Up);
     EXPECT_EQ(refusal(), QStringLiteral("已发出：买入 贵州茅台 200 股 -> 证券代码"));
-    EXPECT_EQ(sent, 1);
+    EXPECT_EQ(window.sent.size(), 1);
 }
 
 TEST(TicketForm, NeverSendsAnOrderForTheCodeBeforeTheOneThatTheUserTyped)
 {
     TicketWindow window;
-    int sent = 0;
-    window.form->setSender([&sent](const OrderDraft &) {
-        ++sent;
-        return QString();
-    });
+    window.takeOrders();
     window.pickAccount();
     window.enterCode(QStringLiteral("600519"));
-    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
-    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    window.takePriceAndQuantity("10", "100");
     ZB::CLineEdit *code = window.form->findChild<KV::CStockCodeLineEdit *>()->getLineEdit();
     code->setFocus();
     code->selectAll();
@@ -278,27 +263,26 @@ TEST(TicketForm, NeverSendsAnOrderForTheCodeBeforeTheOneThatTheUserTyped)
     window.click(window.send); // takes the keyboard first, and with it the entry
     EXPECT_EQ(window.form->message(), QStringLiteral("没有证券 zzz，仍是 600519.SH"));
     EXPECT_EQ(window.focus(), QStringLiteral("证券代码"));
-    EXPECT_EQ(sent, 0);
-    sendNow(window); // knowing that
-    EXPECT_EQ(sent, 1);
+    EXPECT_EQ(window.sent.size(), 0);
+    window.sendNow(); // knowing that
+    EXPECT_EQ(window.sent.size(), 1);
     code->setFocus();
     code->selectAll();
     window.type(QStringLiteral("zzz"));
     window.click(window.price->edit()); // elsewhere: said, and the next click is the user's
     EXPECT_EQ(window.form->message(), QStringLiteral("没有证券 zzz，仍是 600519.SH"));
-    sendNow(window);
-    EXPECT_EQ(sent, 2);
+    window.sendNow();
+    EXPECT_EQ(window.sent.size(), 2);
 }
 
-TEST(TicketForm, AnotherCodeTakesPriceAndQuantityAwayTheSameOneDoesNot)
+TEST(TicketForm, AnotherCodeTakesPriceQuantityAndContractAwayTheSameOneDoesNot)
 {
     TicketWindow window;
     QStringList chosen;
     QObject::connect(window.form, &TicketForm::codeChosen, [&chosen](const QString &code) { chosen << code; });
     window.enterCode(QStringLiteral("600519"));
     EXPECT_EQ(chosen.join(QLatin1Char(' ')), QStringLiteral("600519.SH"));
-    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
-    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    window.takePriceAndQuantity("10", "100");
     window.form->setCode(QStringLiteral("600519.SH"));
     window.enterCode(QStringLiteral("600519"));
     EXPECT_EQ(fields(window), QStringLiteral("10.00/100"));
@@ -311,42 +295,30 @@ TEST(TicketForm, AnotherCodeTakesPriceAndQuantityAwayTheSameOneDoesNot)
     window.form->setCode(QStringLiteral("600519.SH"));
     EXPECT_EQ(window.form->draft().trade, kdservice::TraderStock);
     window.form->setTrade(kdservice::TraderCredit);
+    window.click(window.button("指定"));
+    window.type(QStringLiteral("C1"));
+    ASSERT_EQ(window.form->draft().contractId, QStringLiteral("C1"));
     window.form->setCode(QStringLiteral("510050.SH"));
     EXPECT_EQ(window.form->draft().trade, kdservice::TraderCredit);
+    EXPECT_FALSE(window.form->draft().namesContract);
+    EXPECT_EQ(window.form->draft().contractId, QString());
     EXPECT_EQ(chosen.join(QLatin1Char(' ')), QStringLiteral("600519.SH 600519.SH")) << "only what the user chose here";
 }
 
 TEST(TicketForm, ACodeThatIsTypedInFullIsChosenLikeAnyOther)
 {
-    for (const char *code : {"600519.SH", "rb2410"}) {
+    for (const auto &[business, code, price] :
+         {std::tuple("股票", "600519.SH", "10"), std::tuple("期货", "rb2410", "3500")}) {
         TicketWindow window;
-        int sent = 0;
-        window.form->setSender([&sent](const OrderDraft &) {
-            ++sent;
-            return QString();
-        });
-        window.click(window.button(code[0] == 'r' ? "期货" : "股票"));
+        window.takeOrders();
+        window.click(window.button(business));
         window.pickAccount();
         window.enterCode(QString::fromLatin1(code));
         ASSERT_EQ(window.form->code(), QString::fromLatin1(code));
-        window.form->takeLadderEvent(1128, 0, code[0] == 'r' ? QStringLiteral("3500") : QStringLiteral("10"));
-        window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
-        sendNow(window);
-        EXPECT_EQ(sent, 1) << window.form->message().toStdString();
+        window.takePriceAndQuantity(price, "100");
+        window.sendNow();
+        EXPECT_EQ(window.sent.size(), 1) << window.form->message().toStdString();
     }
-}
-
-TEST(TicketForm, AnotherCodeNamesNoContract)
-{
-    TicketWindow window;
-    window.form->setTrade(kdservice::TraderCredit);
-    window.form->setCode(QStringLiteral("600519.SH"));
-    window.click(window.button("指定"));
-    window.type(QStringLiteral("C1"));
-    ASSERT_EQ(window.form->draft().contractId, QStringLiteral("C1"));
-    window.form->setCode(QStringLiteral("510050.SH"));
-    EXPECT_FALSE(window.form->draft().namesContract);
-    EXPECT_EQ(window.form->draft().contractId, QString());
 }
 
 TEST(TicketForm, AQuantityThatAnotherAccountSizedIsNotKept)
@@ -355,14 +327,13 @@ TEST(TicketForm, AQuantityThatAnotherAccountSizedIsNotKept)
     giveFunds(window, {100'000, 300'000, 1'350});
     window.pickAccount();
     window.form->setCode(QStringLiteral("600519.SH"));
-    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
+    window.form->setPrice(10);
     window.click(window.button("全部"));
     ASSERT_EQ(fields(window), QStringLiteral("10.00/10000"));
     giveFunds(window, {}); // nobody knows what the next one has
     window.pickAccount();
     EXPECT_EQ(fields(window), QStringLiteral("10.00/"));
     EXPECT_FALSE(window.button("全部")->isChecked());
-    EXPECT_EQ(window.form->message(), QStringLiteral("没有资金数据，无法计算数量"));
 }
 
 TEST(TicketForm, ACreditOrderIsSizedInTheWordsOfAStockOrder)
@@ -410,11 +381,10 @@ TEST(TicketForm, LimitsThatComeLaterCount)
     window.form->setCode(QStringLiteral("600000.SH"));
     EXPECT_EQ(window.form->draft().terms.lot, 100) << "no lot of nothing";
     EXPECT_EQ(window.form->draft().terms.tick, 0.01);
-    window.form->takeLadderEvent(1128, 0, QStringLiteral("20"));
-    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    window.takePriceAndQuantity("20", "100");
     EXPECT_EQ(window.form->draft().fault().text, QString());
     record->setData(refhost::InstrumentUpperLimit, 11.0);
-    sendNow(window);
+    window.sendNow();
     EXPECT_EQ(window.form->message(), QStringLiteral("价格高于涨停价 11.00"));
 }
 
@@ -428,8 +398,7 @@ TEST(TicketForm, WhatTheSenderAnswersIsSaidAndASecondClickIsHeldBack)
     });
     window.pickAccount();
     window.form->setCode(QStringLiteral("600519.SH"));
-    window.form->takeLadderEvent(1128, 0, QStringLiteral("10"));
-    window.form->takeLadderEvent(1129, 0, QStringLiteral("100"));
+    window.takePriceAndQuantity("10", "100");
     QTest::mouseDClick(window.send, Qt::LeftButton);
     window.press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(window.form->message(), QStringLiteral("可用资金不足"));
@@ -438,6 +407,6 @@ TEST(TicketForm, WhatTheSenderAnswersIsSaidAndASecondClickIsHeldBack)
         delete std::exchange(window.form, nullptr);
         return QString();
     });
-    sendNow(window);
+    window.sendNow();
     EXPECT_EQ(window.form, nullptr);
 }

@@ -93,11 +93,7 @@ TEST(TicketByKeyboard, AStockIsBoughtFromTheFirstKeyToTheLogLine)
 TEST(TicketByKeyboard, AFutureIsClosedWithKeysOnly)
 {
     TicketWindow window;
-    QString sent;
-    window.form->setSender([&sent](const OrderDraft &order) {
-        sent = order.logText();
-        return QString();
-    });
+    window.takeOrders();
     window.form->setFundsSource([](const OrderDraft &) { return TicketFunds{1e6, 2e6, 7}; });
     pressUntil(window, "股票", Qt::Key_Backtab, Qt::ShiftModifier);
     window.press(Qt::Key_Right);
@@ -119,17 +115,14 @@ TEST(TicketByKeyboard, AFutureIsClosedWithKeysOnly)
     window.press(Qt::Key_2, Qt::AltModifier);
     EXPECT_EQ(window.quantity->quantity(), 3);
     window.press(Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(sent, QStringLiteral("委托 卖出平仓 rb2410 螺纹钢2410 价格 3500 数量 3 账号 800001 金额 105,000.00"));
+    EXPECT_EQ(window.sent.value(0),
+              QStringLiteral("委托 卖出平仓 rb2410 螺纹钢2410 价格 3500 数量 3 账号 800001 金额 105,000.00"));
 }
 
 TEST(TicketByKeyboard, ACreditOrderNamesItsContract)
 {
     TicketWindow window;
-    QString sent;
-    window.form->setSender([&sent](const OrderDraft &order) {
-        sent = order.logText();
-        return QString();
-    });
+    window.takeOrders();
     window.form->setTrade(kdservice::TraderCredit);
     window.pickAccount();
     window.enterCode(QStringLiteral("600519"));
@@ -150,8 +143,8 @@ TEST(TicketByKeyboard, ACreditOrderNamesItsContract)
     EXPECT_EQ(window.form->message(), QString());
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.send->isEnabled(); }));
     window.press(Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(sent, QStringLiteral("委托 融资买入 600519.SH 贵州茅台 价格 10.00 数量 100 账号 700001 "
-                                   "金额 1,000.00 合约类型 普通头寸 合约号 C7"));
+    EXPECT_EQ(window.sent.value(0), QStringLiteral("委托 融资买入 600519.SH 贵州茅台 价格 10.00 数量 100 账号 700001 "
+                                                   "金额 1,000.00 合约类型 普通头寸 合约号 C7"));
 }
 
 TEST(TicketByKeyboard, TabGoesThroughEverythingAsItStandsAndBack)

@@ -5,15 +5,11 @@
 #include <QtWidgets/QApplication>
 #include <functional>
 
-#include "account/caccountscombobox.h"
-#include "kv/cstockcodelineedit.h"
-#include "order/ccompacttypeselectwidget.h"
 #include "terminal/ticketwindow.h"
 #include "theme/themeservice.h"
 #include "window/pricefield.h"
 #include "window/quantityfield.h"
 #include "window/ticketform.h"
-#include "zb/ccombopushbutton.h"
 #include "zb/clineedit.h"
 #include "zb/csimpletextwidget.h"
 #include "zb/cuiresource.h"
@@ -40,13 +36,7 @@ void fillCredit(TicketWindow &window)
     fill(window);
 }
 
-void sendNow(TicketWindow &window)
-{
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window.send->isEnabled(); }));
-    window.click(window.send);
-}
-
-/// A ticket as a user meets it. What is open stays so until the window goes.
+/// A ticket as a user meets it.
 struct State
 {
     const char *name;
@@ -80,64 +70,29 @@ const std::vector<State> &states()
              window.form->setQuantity(3);
              window.click(window.button("开"));
          }},
-        {"hovered",
-         [](TicketWindow &window) {
-             fillCredit(window);
-             for (QWidget *each : window.form->findChildren<QWidget *>())
-                 each->setAttribute(Qt::WA_UnderMouse);
-         }},
-        {"pressed",
-         [](TicketWindow &window) {
-             fillCredit(window);
-             for (QAbstractButton *each : window.form->findChildren<QAbstractButton *>())
-                 each->setDown(true);
-         }},
-        {"fault-account", sendNow},
+        {"fault-account", [](TicketWindow &window) { window.sendNow(); }},
         {"fault-code",
          [](TicketWindow &window) {
              fill(window);
              window.form->setCode(QStringLiteral("999999.SH"));
-             sendNow(window);
+             window.sendNow();
          }},
         {"fault-price",
          [](TicketWindow &window) {
              fill(window);
              window.form->setPrice(11.01);
-             sendNow(window);
+             window.sendNow();
          }},
         {"fault-contract",
          [](TicketWindow &window) {
              fillCredit(window);
              window.click(window.button("指定"));
-             sendNow(window);
+             window.sendNow();
          }},
         {"disabled",
          [](TicketWindow &window) {
              fillCredit(window);
              window.form->setEnabled(false);
-         }},
-        {"disabled-empty", [](TicketWindow &window) { window.form->setEnabled(false); }},
-        {"accounts-open",
-         [](TicketWindow &window) {
-             fill(window);
-             window.form->findChild<KV::CAccountsComboBox *>()->setFocus();
-             window.press(Qt::Key_Down);
-             window.press(Qt::Key_Down);
-         }},
-        {"codes-open",
-         [](TicketWindow &window) {
-             window.enterCode(QStringLiteral("600519"));
-             ZB::CLineEdit *edit = window.form->findChild<KV::CStockCodeLineEdit *>()->getLineEdit();
-             edit->setFocus();
-             edit->selectAll();
-             window.type(QStringLiteral("5"));
-         }},
-        {"sources-open",
-         [](TicketWindow &window) {
-             fillCredit(window);
-             ZB::CComboPushButton *sources = window.form->findChild<KV::CCompactTypeSelectWidget *>()->getComboButton();
-             sources->setFocus();
-             window.press(Qt::Key_Down);
          }},
     };
     return all;
@@ -163,31 +118,17 @@ public:
         refhost::ThemeService::instance().setTheme(QStringLiteral("dark"));
     }
 
-    /// The ticket on its ground, and what is open over it.
+    /// The ticket on its ground.
     QImage picture() const
     {
-        std::vector<QWidget *> popups;
-        for (QWidget *each : QApplication::topLevelWidgets())
-            if (each->isVisible() && each != window.get())
-                popups.push_back(each);
-        if (popups.empty())
-            QApplication::setActiveWindow(window.get()); // without a window system a popup keeps the keyboard
-        QRect all = window->rect();
-        for (const QWidget *popup : popups)
-            all |= placeOf(*popup);
-        QImage image(all.size(), QImage::Format_RGB32);
+        QImage image(window->size(), QImage::Format_RGB32);
         image.fill(*ZB::CUiResource::instance()->getColor(QStringLiteral("clr_background")));
         QPainter painter(&image);
-        window->form->render(&painter, -all.topLeft(), QRegion(), QWidget::DrawChildren);
-        for (QWidget *popup : popups)
-            painter.drawPixmap(placeOf(*popup).topLeft() - all.topLeft(), popup->grab());
+        window->form->render(&painter, {}, QRegion(), QWidget::DrawChildren);
         return image;
     }
 
     std::unique_ptr<TicketWindow> window;
-
-private:
-    QRect placeOf(const QWidget &popup) const { return {window->mapFromGlobal(popup.pos()), popup.size()}; }
 };
 
 QString nameOf(const QWidget &widget)

@@ -66,9 +66,7 @@ TEST(StepField, ArrowKeysStepAndShiftAndThePageKeysTakeTen)
         EXPECT_EQ(fields.price->text(), QString::fromLatin1(press.after));
     }
     EXPECT_EQ(edited.count(), 7);
-    fields.quantity->setQuantity(150);
-    QTest::keyClick(fields.quantity->edit(), Qt::Key_Up);
-    EXPECT_EQ(fields.quantity->quantity(), 200);
+    fields.quantity->setQuantity(200);
     QTest::keyClick(fields.quantity->edit(), Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(fields.quantity->quantity(), 1200);
 }
@@ -109,19 +107,20 @@ TEST(StepField, ItsButtonsStepWithoutTakingTheKeyboard)
 TEST(StepField, ComingToItMarksTheNumberSoThatTypingReplacesIt)
 {
     Fields fields;
+    const auto typed = [&fields](const char *keys) {
+        QTest::keyClicks(fields.price->edit(), QLatin1String(keys));
+        return fields.price->text();
+    };
     fields.price->setPrice(10);
     fields.quantity->setFocus();
     QTest::mouseClick(fields.price->edit(), Qt::LeftButton);
-    QTest::keyClicks(fields.price->edit(), QStringLiteral("9"));
-    EXPECT_EQ(fields.price->text(), QStringLiteral("9"));
+    EXPECT_EQ(typed("9"), QStringLiteral("9"));
     QTest::mouseClick(fields.price->edit(), Qt::LeftButton); // a second click sets the cursor
     QTest::keyClick(fields.price->edit(), Qt::Key_End);
-    QTest::keyClicks(fields.price->edit(), QStringLiteral(".5"));
-    EXPECT_EQ(fields.price->text(), QStringLiteral("9.5"));
+    EXPECT_EQ(typed(".5"), QStringLiteral("9.5"));
     fields.quantity->setFocus();
     fields.price->setFocus(Qt::OtherFocusReason);
-    QTest::keyClicks(fields.price->edit(), QStringLiteral("8"));
-    EXPECT_EQ(fields.price->text(), QStringLiteral("8"));
+    EXPECT_EQ(typed("8"), QStringLiteral("8"));
 }
 
 TEST(StepField, AnEmptyPriceStartsAtTheLastOneElseAtTheLimit)

@@ -104,6 +104,26 @@ void TicketWindow::enterCode(const QString &code)
     })) << code.toStdString();
 }
 
+void TicketWindow::takePriceAndQuantity(const char *priceText, const char *quantityText)
+{
+    form->takeLadderEvent(1128, 0, QLatin1String(priceText));
+    form->takeLadderEvent(1129, 0, QLatin1String(quantityText));
+}
+
+void TicketWindow::takeOrders()
+{
+    form->setSender([this](const terminal::OrderDraft &order) {
+        sent << order.logText();
+        return QString();
+    });
+}
+
+void TicketWindow::sendNow()
+{
+    ASSERT_TRUE(QTest::qWaitFor([this] { return send->isEnabled(); }));
+    click(send);
+}
+
 void TicketWindow::pickAccount(int entry)
 {
     for (KV::CAccountsComboBox *box : form->findChildren<KV::CAccountsComboBox *>()) {

@@ -34,6 +34,12 @@ public:
     void type(const QString &text);
     /// Types a code and takes it, when the codes are ready.
     void enterCode(const QString &code);
+    /// As a click on the ladder tells them.
+    void takePriceAndQuantity(const char *priceText, const char *quantityText);
+    /// From here on orders come to `sent`, as the log tells them.
+    void takeOrders();
+    /// Clicks on the button once it can be clicked on.
+    void sendNow();
     /// Opens the account box that is shown and takes the n-th entry.
     void pickAccount(int entry = 1);
     void click(QWidget *widget);
@@ -43,6 +49,7 @@ public:
     QString focus() const;
     QString sendText() const;
 
+    QStringList sent;
     terminal::TicketForm *form = nullptr;
     terminal::PriceField *price = nullptr;
     terminal::QuantityField *quantity = nullptr;
