@@ -4,12 +4,13 @@
 
 #include "desk/historypanel.h"
 #include "desk/historytable.h"
+#include "deskrows.h"
 #include "grid/gridsource.h"
 #include "grid/gridview.h"
+#include "loggedin.h"
 #include "model/chpfdatamodel.h"
 #include "popups/pagingbar.h"
 #include "records/fieldids.h"
-#include "services/userconfig.h"
 #include "trading/deskstore.h"
 
 using namespace terminal;
@@ -40,7 +41,6 @@ class DeskHistory : public ::testing::Test
 protected:
     void SetUp() override
     {
-        setUserConfig(std::make_unique<UserConfig>());
         trading::DeskStore store;
         ASSERT_EQ(store.open(path).toStdString(), "");
         trading::DeskChange change;
@@ -53,11 +53,6 @@ protected:
         panel->resize(1200, 400);
         panel->show();
         settle();
-    }
-    void TearDown() override
-    {
-        panel.reset();
-        setUserConfig(nullptr);
     }
     void settle()
     {
@@ -80,6 +75,7 @@ protected:
         settle();
     }
 
+    const LoggedIn user;
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("desk.db"));
     std::unique_ptr<HistoryPanel> panel;
@@ -92,6 +88,10 @@ TEST_F(DeskHistory, ShowsTheNewestPageFirstAndEveryOtherWhenAsked)
 {
     EXPECT_EQ(pageText(), "1234..1135 100");
     EXPECT_EQ(panel->summary().toStdString(), "1,234 笔");
+    EXPECT_EQ(
+        deskRows(*panel, {OrderDay, OrderCode, InstrumentName, OrderDirection, OrderPrice, OrderStatus}).substr(0, 55),
+        "20240320 600001.SH 旧名 卖出 22.34 已撤 \n20240320")
+        << "as it was on its day";
     auto *bar = table->findChild<ZB::PagingBar *>();
     ASSERT_EQ(bar->totalCount(), orderCount);
     bar->goTo(5);
@@ -100,18 +100,6 @@ TEST_F(DeskHistory, ShowsTheNewestPageFirstAndEveryOtherWhenAsked)
     bar->goToLast();
     settle();
     EXPECT_EQ(pageText(), "34..1 34");
-}
-
-TEST_F(DeskHistory, RowsReadAsTheyDidOnTheirDay)
-{
-    const auto row = table->getData(0);
-    const auto text = [&](int field) { return row->getDisplayQString(columnOf(field)).toStdString(); };
-    EXPECT_EQ(text(OrderDay), "20240320");
-    EXPECT_EQ(text(OrderCode), "600001.SH");
-    EXPECT_EQ(text(InstrumentName), "旧名");
-    EXPECT_EQ(text(OrderDirection), "卖出");
-    EXPECT_EQ(text(OrderPrice), "22.34");
-    EXPECT_EQ(text(OrderStatus), "已撤");
 }
 
 TEST_F(DeskHistory, FiltersAndSortsOverAllPages)
@@ -181,11 +169,8 @@ TEST_F(DeskHistory, TheStatisticsRowAddsUpEveryPage)
 
 TEST(DeskHistoryPanel, SaysThatThereIsNoFile)
 {
-    setUserConfig(std::make_unique<UserConfig>());
-    {
-        HistoryPanel panel(trading::HistoryQuery::Kind::Deals);
-        panel.show();
-        EXPECT_EQ(panel.summary().toStdString(), "没有交易桌面文件");
-    }
-    setUserConfig(nullptr);
+    const LoggedIn user;
+    HistoryPanel panel(trading::HistoryQuery::Kind::Deals);
+    panel.show();
+    EXPECT_EQ(panel.summary().toStdString(), "没有交易桌面文件");
 }

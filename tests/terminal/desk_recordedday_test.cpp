@@ -1,31 +1,35 @@
-#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <cmath>
 #include <gtest/gtest.h>
 
-#include "desk/deskcontrol.h"
 #include "desk/tradedesk.h"
 #include "feed/instrumentrules.h"
 #include "feed/replay/replayfeed.h"
-#include "order/equotetype.h"
+#include "loggedin.h"
 #include "services/accounts.h"
-#include "services/userconfig.h"
-#include "theme/themeservice.h"
 #include "trading/deskstore.h"
-#include "window/ladderpanel.h"
-#include "window/mainwindow.h"
-#include "window/paneltabs.h"
-#include "window/ticketform.h"
-#include "window/ticketpanel.h"
-#include "window/tradepage.h"
+#include "window/feedpump.h"
 
 using namespace terminal;
 using namespace refhost;
 
 namespace {
+
+/// The program's only account, for as long as it lives.
+struct OneAccount
+{
+    OneAccount(const char *id, kdservice::EVxTraderType type)
+    {
+        auto accounts = std::make_unique<Accounts>();
+        accounts->putAccount({QLatin1String(id), QStringLiteral("测试"), type, {}});
+        setAccountData(std::move(accounts));
+    }
+    ~OneAccount() { setAccountData(nullptr); }
+
+    const LoggedIn user;
+};
 
 constexpr int recordedMorning = 10 * 60 + 30; ///< minutes after midnight at which the market is paused
 
@@ -78,42 +82,14 @@ private:
     qint64 lastMinute = 0;
 };
 
-/// Pictures of the window in both themes and two sizes, for people to look at.
-void takeShots(MainWindow &window, const QString &folder)
-{
-    ThemeService &service = ThemeService::instance();
-    service.styleApplication(*qApp);
-    auto *tabs = window.findChild<PanelTabs *>();
-    for (const char *theme : {"dark", "light"})
-        for (const int percent : {100, 150}) {
-            service.setTheme(QLatin1String(theme));
-            service.setScale(percent / 100.0);
-            window.resizeScaled({1680, 945});
-            window.tradePage().ladder().setLayoutKind(percent == 100 ? KV::QuoteLevel2Vertical : KV::QuoteNormal);
-            for (int tab = 0; tab < tabs->titles().size(); ++tab) {
-                tabs->showPanel(tab);
-                QTest::qWait(200);
-                window.showNow();
-                EXPECT_TRUE(window.grab().save(
-                    QStringLiteral("%1/%2-%3-%4.png").arg(folder, QLatin1String(theme)).arg(percent).arg(tab)));
-            }
-        }
-    service.setTheme(QStringLiteral("dark"));
-    service.setScale(1);
-}
-
 } // namespace
 
-/// DESK_SHOTS=FOLDER puts pictures of the desk there.
 TEST(DeskRecordedDay, FundsPositionsAndDealsReconcileInTheMiddleOfIt)
 {
     const QString recorded = QStringLiteral(SHARED_DATA_DIR "/snapshots/szse_snapshot_2022-06-01_3stocks.csv.gz");
     if (!QFileInfo::exists(recorded))
         GTEST_SKIP() << "no recorded data";
-    setUserConfig(std::make_unique<UserConfig>());
-    auto accounts = std::make_unique<Accounts>();
-    accounts->putAccount({QStringLiteral("88001"), QStringLiteral("股票"), kdservice::TraderStock, {}});
-    setAccountData(std::move(accounts));
+    const OneAccount account("88001", kdservice::TraderStock);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("desk.db"));
     {
@@ -122,28 +98,15 @@ TEST(DeskRecordedDay, FundsPositionsAndDealsReconcileInTheMiddleOfIt)
             std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(QStringList{recorded}), speed));
         TradeDesk desk(TradeDesk::Market::Recorded);
         pump.addListener(desk);
-        MainWindow window(pump);
-        auto *control = new DeskControl(desk, pump, window.tradePage(), window.ticketPanel().form());
-        control->setSound([](bool) {});
         ASSERT_EQ(desk.open(path).toStdString(), "");
-        control->openHistory(path);
         desk.begin();
         Trader trader(desk, pump);
         pump.addListener(trader);
-        window.resize(1680, 945);
-        window.showPage(window.tradePage());
-        window.show();
         pump.start();
         ASSERT_TRUE(QTest::qWaitFor([&] { return pump.isPaused() || pump.isFinished(); }, 60'000));
         ASSERT_TRUE(QTest::qWaitFor([&] { return desk.desk().isSettled(); }));
-        if (const QString shots = qEnvironmentVariable("DESK_SHOTS"); !shots.isEmpty()) {
-            QDir().mkpath(shots);
-            takeShots(window, shots);
-        }
         pump.stop();
     }
-    setAccountData(nullptr);
-    setUserConfig(nullptr);
 
     trading::DeskStore store;
     trading::DeskState state;
@@ -220,10 +183,7 @@ TEST(DeskRecordedDay, AFuturesAccountComesToWhatItsDealsAndTheTableOfFeesSay)
     const QString recorded = QStringLiteral(SHARED_DATA_DIR "/snapshots/ctp_tick_2020-08-03_AP010.csv.gz");
     if (!QFileInfo::exists(recorded))
         GTEST_SKIP() << "no recorded data";
-    setUserConfig(std::make_unique<UserConfig>());
-    auto accounts = std::make_unique<Accounts>();
-    accounts->putAccount({QStringLiteral("88002"), QStringLiteral("期货"), kdservice::TraderFuture, {}});
-    setAccountData(std::move(accounts));
+    const OneAccount account("88002", kdservice::TraderFuture);
     {
         FeedPump pump(std::make_unique<feed::MarketFeed>(std::make_unique<feed::ReplayFeed>(QStringList{recorded}),
                                                          feed::MarketFeed::maxSpeed, 1));
@@ -265,6 +225,4 @@ TEST(DeskRecordedDay, AFuturesAccountComesToWhatItsDealsAndTheTableOfFeesSay)
         EXPECT_NEAR(double(funds.margin), double(margin), double(2 * trading::cent)) << "a tenth";
         pump.stop();
     }
-    setAccountData(nullptr);
-    setUserConfig(nullptr);
 }

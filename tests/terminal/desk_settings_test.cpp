@@ -91,11 +91,7 @@ TEST_F(DeskSettingsMenu, SwitchesQuestionsAndSoundsAndKeepsThem)
     EXPECT_FALSE(DeskSettings::load().confirms);
     EXPECT_FALSE(DeskSettings::load().sounds);
 
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
-    ticket().setQuantity(100);
-    ticket().setFocus();
+    enterOrder();
     send(); // would hang in the question
     settle();
     EXPECT_EQ(orderRows(), "1 买入 10.00 100 100 已成 \n");
@@ -139,11 +135,7 @@ TEST_F(DeskSettingsMenu, LimitsAreTypedIntoABoxAndCountFromThenOn)
     QTest::keyClick(box, Qt::Key_Escape);
     EXPECT_EQ(control->settings().mostShares, 200) << "given up";
 
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
-    ticket().setQuantity(300);
-    ticket().setFocus();
+    enterOrder(300);
     send();
     EXPECT_EQ(ticket().message().toStdString(), "委托数量 300 股超过您设定的单笔上限 200 股，请减少数量或改设置");
 }
@@ -152,12 +144,11 @@ TEST_F(DeskSettingsMenu, FeesAndMarginsAreTypedIntoABoxAndChargedFromThenOn)
 {
     open();
     const auto buy = [&](qint64 quantity) {
-        desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 10, quantity}});
-        settle();
+        sendBuy(10, quantity);
         return trading::moneyText(desk->desk().broker().orders().rbegin()->second.charges.total()).toStdString();
     };
     EXPECT_EQ(buy(1000), "5.10");
-    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.5, 1000}});
+    sendBuy(9.5, 1000);
     desk->send({{"88002", "rb2410", feed::Side::Buy, trading::Offset::Open, 3501, 1}});
     settle();
     const auto frozen = [&] { return trading::moneyText(desk->books().at("88001").funds().frozen).toStdString(); };
@@ -193,8 +184,7 @@ TEST_F(DeskSettingsMenu, TheDayOfTheSimulatedExchangeIsEndedAfterAQuestion)
     pump->addListener(*desk);
     pump->setPaused(true);
     pump->start();
-    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.5, 100}});
-    settle();
+    sendBuy(9.5, 100);
     answerBox(false);
     choose(QStringLiteral("结束交易日"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !asked.isEmpty(); }));
@@ -213,11 +203,7 @@ TEST_F(DeskSettingsMenu, TheDayOfTheSimulatedExchangeIsEndedAfterAQuestion)
 TEST_F(DeskSettingsMenu, AMarketThatFallsSilentWhileTheUserThinksIsToldBeforeTheOrderGoesOut)
 {
     open();
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
-    ticket().setQuantity(100);
-    ticket().setFocus();
+    enterOrder();
     QStringList questions;
     int answers = 0;
     QTimer user;
@@ -247,11 +233,7 @@ TEST_F(DeskSettingsMenu, CreditIsRefusedAsSoonAsItIsChosen)
             QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(ticket().draft().trade, kdservice::TraderCredit);
     EXPECT_EQ(ticket().message().toStdString(), refusal);
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
-    ticket().setQuantity(100);
-    ticket().setFocus();
+    enterOrder();
     send();
     EXPECT_EQ(ticket().message().toStdString(), refusal);
     EXPECT_TRUE(desk->desk().broker().orders().empty());

@@ -32,10 +32,6 @@ namespace {
 class DeskStoring : public DeskWindow
 {
 protected:
-    void sendBuy(double price, qint64 quantity)
-    {
-        ASSERT_EQ(desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, price, quantity}}), "");
-    }
     void waitForProblem()
     {
         ASSERT_TRUE(QTest::qWaitFor([this] { return !desk->desk().storageProblem().isEmpty(); }));
@@ -84,7 +80,6 @@ TEST_F(DeskStoring, WhileTheFileCannotBeWrittenTheTablesAgreeAndNothingIsToldAsD
     open();
     sendBuy(9.99, 300);
     sendBuy(9.98, 100);
-    settle();
     {
         const FileSizeLimit full(0);
         desk->takeDeal(deal(0, at(monday, 10, 1), 9.98, 300, feed::DealKind::SellerInitiated));
@@ -113,7 +108,6 @@ TEST_F(DeskStoring, QuittingBeforeEverythingIsStoredIsAsked)
 {
     open();
     sendBuy(9.99, 300);
-    settle();
     {
         const FileSizeLimit full(0);
         desk->takeDeal(deal(0, at(monday, 10, 1), 9.98, 300, feed::DealKind::SellerInitiated));
@@ -132,9 +126,7 @@ TEST_F(DeskStoring, ADeskWithoutItsFileAsksOnceBeforeItTrades)
     open();
     withoutQuestions();
     control->setUnsaved(QStringLiteral("文件已损坏"));
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
+    enterOrder();
     const auto sendHundred = [&] {
         ticket().setQuantity(100);
         QTest::qWait(600); // the button rests after a click
@@ -160,7 +152,6 @@ TEST_F(DeskStoring, AMarkInTheLadderWithdrawsAtThePriceThatTheUserSaw)
     open();
     sendBuy(9.98, 100);
     sendBuy(9.97, 100);
-    settle();
     page().setCurrentCode(QStringLiteral("600000.SH"));
     page().ladder().setLayoutKind(KV::QuoteLevel2Vertical);
     graph().grab();

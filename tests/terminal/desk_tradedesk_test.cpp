@@ -53,7 +53,7 @@ protected:
         setAccountData(nullptr);
         setUserConfig(nullptr);
     }
-    void begin(TradeDesk::Market market, const QString &path = {})
+    void begin(const QString &file = {}, TradeDesk::Market market = TradeDesk::Market::Recorded)
     {
         desk = std::make_unique<TradeDesk>(market);
         orders->table().clear();
@@ -62,8 +62,8 @@ protected:
         QObject::connect(desk.get(), &TradeDesk::dealsMade, deals.get(), &TablePanel::take);
         QObject::connect(desk.get(), &TradeDesk::dayBegan, orders.get(), &OwnRecordsPanel::beginDay);
         QObject::connect(desk.get(), &TradeDesk::dayBegan, deals.get(), &OwnRecordsPanel::beginDay);
-        if (!path.isEmpty()) {
-            ASSERT_EQ(desk->open(path).toStdString(), "");
+        if (!file.isEmpty()) {
+            ASSERT_EQ(desk->open(file).toStdString(), "");
         }
         desk->begin();
         desk->takeInstrument(stock(0, "600001.SH"));
@@ -78,6 +78,11 @@ protected:
     {
         ASSERT_TRUE(QTest::qWaitFor([this] { return desk->desk().isSettled(); }));
     }
+    void send(const trading::OrderRequest &request)
+    {
+        EXPECT_EQ(desk->send({request}).toStdString(), "");
+        settle();
+    }
     std::string orderRows() const
     {
         return deskRows(*orders, {OrderNumber, OrderDirection, OrderPrice, OrderQuantity, OrderFilled, OrderStatus});
@@ -91,26 +96,15 @@ protected:
     std::unique_ptr<OwnOrdersPanel> orders;
     std::unique_ptr<OwnDealsPanel> deals;
     QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("desk.db"));
 };
 
 } // namespace
 
-TEST_F(TradeDeskTest, WhatHappensStandsInTheTablesTheNewestFirst)
-{
-    begin(TradeDesk::Market::Recorded);
-    EXPECT_EQ(desk->send({buy(10, 300)}).toStdString(), "");
-    EXPECT_EQ(desk->send({buy(9.98, 200)}).toStdString(), "");
-    EXPECT_EQ(orderRows(), "2 买入 9.98 200 0 已报 \n1 买入 10.00 300 300 已成 \n");
-    EXPECT_EQ(dealRows(), "1 1 10.00 300 3,000.00 \n");
-    EXPECT_EQ(desk->cancel(2).toStdString(), "");
-    EXPECT_EQ(orderRows(), "2 买入 9.98 200 0 已撤 \n1 买入 10.00 300 300 已成 \n");
-    EXPECT_EQ(desk->cancel(2).toStdString(), "委托 2 已经结束，不能撤单");
-}
-
 TEST_F(TradeDeskTest, AnotherPriceThatWouldBeRefusedLeavesTheOrderWhereItStands)
 {
-    begin(TradeDesk::Market::Recorded);
-    desk->send({buy(9.95, 1000)});
+    begin();
+    send(buy(9.95, 1000));
     const std::string before = orderRows();
     const auto reprice = [&](double price) { return desk->reprice(1, price).toStdString(); };
     EXPECT_NE(reprice(11.5).find("高于涨停价"), std::string::npos);
@@ -125,8 +119,8 @@ TEST_F(TradeDeskTest, AnotherPriceThatWouldBeRefusedLeavesTheOrderWhereItStands)
 /// Of the recorded days every sixtieth level is no whole lot.
 TEST_F(TradeDeskTest, ARestThatIsNoWholeLotIsLeftOutAtAnotherPrice)
 {
-    begin(TradeDesk::Market::Recorded);
-    desk->send({buy(9.98, 1000)});
+    begin();
+    send(buy(9.98, 1000));
     desk->takeDeal(deal(0, at(monday, 10, 1), 9.97, 137, feed::DealKind::SellerInitiated));
     EXPECT_EQ(desk->reprice(1, 9.95).toStdString(), "");
     EXPECT_EQ(orderRows(), "2 买入 9.95 800 0 已报 \n1 买入 9.98 1,000 137 部撤 \n");
@@ -137,7 +131,7 @@ TEST_F(TradeDeskTest, ARestThatIsNoWholeLotIsLeftOutAtAnotherPrice)
 
 TEST_F(TradeDeskTest, OrdersThatBelongTogetherGoOutTogetherOrNotAtAll)
 {
-    begin(TradeDesk::Market::Recorded);
+    begin();
     EXPECT_NE(desk->send({buy(9.9, 100), buy(9.9, 150)}).toStdString(), "");
     EXPECT_EQ(orderRows(), "");
     EXPECT_NE(desk->send({buy(10, 60'000), buy(10, 60'000)}).toStdString().find("可用资金"), std::string::npos)
@@ -147,12 +141,12 @@ TEST_F(TradeDeskTest, OrdersThatBelongTogetherGoOutTogetherOrNotAtAll)
 
 TEST_F(TradeDeskTest, OpenOrdersAreWithdrawnBySideAndPriceAndRepriced)
 {
-    begin(TradeDesk::Market::Recorded);
-    desk->send({buy(10, 500)});
+    begin();
+    send(buy(10, 500));
     showMarket(tuesday, 0);
-    desk->send({{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 10.1, 200}});
-    desk->send({buy(9.9, 100)});
-    desk->send({buy(9.8, 100)});
+    send({"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 10.1, 200});
+    send(buy(9.9, 100));
+    send(buy(9.8, 100));
     EXPECT_EQ(desk->openOrders({}), (std::vector<qint64>{2, 3, 4}));
     EXPECT_EQ(desk->openOrders({"600001.SH", feed::Side::Buy, 0}), (std::vector<qint64>{3, 4}));
     EXPECT_EQ(desk->openOrders({"600001.SH", feed::Side::Buy, feed::priceUnits(9.8)}), (std::vector<qint64>{4}));
@@ -162,41 +156,18 @@ TEST_F(TradeDeskTest, OpenOrdersAreWithdrawnBySideAndPriceAndRepriced)
     EXPECT_EQ(orderRows(), "5 买入 9.95 100 0 已报 \n4 买入 9.80 100 0 已撤 \n3 买入 9.90 100 0 已报 \n"
                            "2 卖出 10.10 200 0 已报 \n");
     EXPECT_EQ(desk->reprice(4, 9.9).toStdString(), "委托 4 已经结束，不能改价");
+    EXPECT_EQ(desk->cancel(4).toStdString(), "委托 4 已经结束，不能撤单");
     for (const qint64 order : desk->openOrders({}))
         EXPECT_EQ(desk->cancel(order).toStdString(), "");
     EXPECT_TRUE(desk->openOrders({}).empty());
     EXPECT_NE(desk->reprice(5, 9.9).toStdString(), "");
 }
 
-TEST_F(TradeDeskTest, ARestartTellsThePresentDayAndGoesOn)
-{
-    const QString path = folder.filePath(QStringLiteral("desk.db"));
-    begin(TradeDesk::Market::Recorded, path);
-    desk->send({buy(10, 300)});
-    settle();
-    desk->send({buy(9.98, 200)});
-    settle();
-    const std::string before = orderRows();
-    EXPECT_EQ(before, "2 买入 9.98 200 0 已报 \n1 买入 10.00 300 300 已成 \n");
-    desk.reset();
-    begin(TradeDesk::Market::Recorded, path);
-    EXPECT_EQ(orderRows(), before);
-    EXPECT_EQ(dealRows(), "1 1 10.00 300 3,000.00 \n");
-    EXPECT_EQ(desk->cancel(2).toStdString(), "");
-    settle();
-    showMarket(tuesday, 0);
-    EXPECT_EQ(orderRows(), "") << "past days are history";
-    EXPECT_EQ(dealRows(), "");
-}
-
 TEST_F(TradeDeskTest, TheExchangesNextDaySettlesAndLetsSellWhatWasBought)
 {
-    const QString path = folder.filePath(QStringLiteral("desk.db"));
-    begin(TradeDesk::Market::Simulated, path);
-    desk->send({buy(10, 300)});
-    settle();
-    desk->send({buy(9.9, 100)});
-    settle();
+    begin(path, TradeDesk::Market::Simulated);
+    send(buy(10, 300));
+    send(buy(9.9, 100));
     const trading::OrderRequest sale{"88001", "600001.SH", feed::Side::Sell, trading::Offset::Close, 10.55, 300};
     EXPECT_NE(desk->send({sale}).toStdString(), "") << "bought today";
     EXPECT_NE(desk->send({buy(11.5, 100)}).toStdString(), "") << "above the limit";
@@ -208,13 +179,12 @@ TEST_F(TradeDeskTest, TheExchangesNextDaySettlesAndLetsSellWhatWasBought)
     EXPECT_EQ(desk->books().at("88001").account().day, tuesday);
     EXPECT_EQ(desk->desk().broker().orders().size(), 0u) << "what was open has ended";
     EXPECT_EQ(orderRows(), "");
-    EXPECT_EQ(desk->send({buy(11.5, 100)}).toStdString(), "") << "within the limits of the new day";
-    EXPECT_EQ(desk->send({sale}).toStdString(), "");
-    settle();
+    send(buy(11.5, 100)); // within the limits of the new day
+    send(sale);
     EXPECT_EQ(orderRows(), "4 卖出 10.55 300 300 已成 \n3 买入 11.50 100 100 已成 \n");
     desk.reset();
 
-    begin(TradeDesk::Market::Simulated, path);
+    begin(path, TradeDesk::Market::Simulated);
     EXPECT_EQ(desk->books().at("88001").account().day, tuesday) << "Monday once more would be time running back";
     showMarket(tuesday, 0);
     EXPECT_EQ(desk->books().at("88001").account().day, tuesday + 1);
@@ -234,28 +204,15 @@ TEST(ExchangeDays, TheFirstIsTheDesksAndEachThatFollowsTheNextWeekday)
     EXPECT_EQ(days.moved(at(friday, 9, 30), friday), at(nextMonday + 1, 9, 30)) << "days between are not played";
 }
 
-TEST_F(TradeDeskTest, KnowsHowLongACodeHasBeenSilent)
-{
-    begin(TradeDesk::Market::Recorded);
-    EXPECT_EQ(desk->silence("600002.SH"), feed::absent<qint64>);
-    EXPECT_EQ(desk->quote("600002.SH"), nullptr);
-    QTest::qWait(60);
-    const qint64 silent = desk->silence("600001.SH");
-    EXPECT_GE(silent, 50);
-    desk->takeQuote(quote(0, at(monday, 10, 1), {{9.99, 500}}, {{10, 500}}, 10));
-    EXPECT_LT(desk->silence("600001.SH"), silent);
-    EXPECT_EQ(desk->quote("600001.SH")->last, 10);
-}
-
 TEST_F(TradeDeskTest, OpensTheAccountsOfTheProgramAndTellsWhatChangesAboutThem)
 {
-    begin(TradeDesk::Market::Recorded);
+    begin();
     ASSERT_EQ(desk->books().size(), 2u);
     EXPECT_EQ(desk->books().at("88002").account().kind, trading::AccountKind::Future);
     ToldAccounts &told = desk->toldAccounts();
     EXPECT_EQ(told.takeChanges().accounts, (std::set<std::string>{"88001", "88002"})) << "all, at first";
     EXPECT_TRUE(told.takeChanges().accounts.empty());
-    desk->send({buy(10, 300)});
+    send(buy(10, 300));
     const trading::AccountChanges bought = told.takeChanges();
     EXPECT_EQ(bought.accounts, (std::set<std::string>{"88001"}));
     EXPECT_EQ(bought.positions.count({"88001", {"600001.SH", trading::PositionSide::Long}}), 1u);
@@ -264,17 +221,9 @@ TEST_F(TradeDeskTest, OpensTheAccountsOfTheProgramAndTellsWhatChangesAboutThem)
     EXPECT_EQ(told.books().at("88001").funds().total, desk->books().at("88001").funds().total);
 }
 
-TEST_F(TradeDeskTest, SettingsAreKeptAndSenselessOnesAreNot)
+TEST_F(TradeDeskTest, SenselessSettingsAreNotKept)
 {
-    DeskSettings settings = DeskSettings::load();
-    EXPECT_TRUE(settings.confirms);
-    settings.confirms = false;
-    settings.mostLots = 7;
-    settings.mostAmount = 1234.5;
-    settings.save();
-    EXPECT_FALSE(DeskSettings::load().confirms);
-    EXPECT_EQ(DeskSettings::load().mostLots, 7);
-    EXPECT_EQ(DeskSettings::load().mostAmount, 1234.5);
+    DeskSettings settings;
     settings.mostLots = -1;
     settings.mostAmount = -5;
     settings.save();

@@ -146,11 +146,7 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
 TEST_F(DeskTrading, WhatIsNotWantedOrTooLargeDoesNotGoOut)
 {
     open();
-    chooseAccount();
-    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
-    clickPrice(graph().places().asks[0].price);
-    ticket().setQuantity(100);
-    ticket().findChild<KV::CStockCodeLineEdit *>()->setFocus();
+    enterOrder();
     answerBox(false);
     send();
     EXPECT_EQ(ticket().message().toStdString(), "已取消，没有委托");
@@ -191,13 +187,9 @@ TEST_F(DeskTrading, KeysAndTheLadderWithdrawRepriceAndClose)
     settle();
     showMarket(tuesday, 0); // what was bought can be sold
     desk->send({{"88002", "rb2410", feed::Side::Sell, trading::Offset::Open, 3500, 1}});
-    const auto buy = [&](double price) {
-        desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, price, 100}});
-        settle();
-    };
     const auto open = [&] { return desk->openOrders({}).size(); };
-    buy(9.98);
-    buy(9.97);
+    sendBuy(9.98, 100);
+    sendBuy(9.97, 100);
     desk->send({{"88001", "600000.SH", feed::Side::Sell, trading::Offset::Close, 10.5, 100}});
     settle();
     ASSERT_EQ(open(), 3u);
@@ -216,7 +208,7 @@ TEST_F(DeskTrading, KeysAndTheLadderWithdrawRepriceAndClose)
     press(Qt::Key_F9);
     EXPECT_NE(control->orders().summary().toStdString().find("没有可撤的委托"), std::string::npos);
 
-    buy(9.95);
+    sendBuy(9.95, 100);
     press(Qt::Key_F10);
     settle();
     EXPECT_EQ(desk->desk().broker().orders().rbegin()->second.price, feed::priceUnits(10))
@@ -235,8 +227,7 @@ TEST_F(DeskTrading, AnotherPriceAsksAndKeepsToTheLimitsLikeANewOrder)
 {
     open();
     DeskSettings settings = control->settings();
-    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.95, 200}});
-    settle();
+    sendBuy(9.95, 200);
     window->tradePage().setFocus();
     answerBox(false);
     press(Qt::Key_F10);
@@ -304,9 +295,8 @@ TEST_F(DeskTrading, ADoubleClickOnAQuoteOrAPositionFillsTheTicket)
 TEST_F(DeskTrading, TheLadderCountsOpenOrdersOfItsInstrument)
 {
     open();
-    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.9, 100}});
-    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, 9.8, 100}});
-    settle();
+    sendBuy(9.9, 100);
+    sendBuy(9.8, 100);
     page().setCurrentCode(QStringLiteral("600000.SH"));
     page().ladder().setLayoutKind(KV::QuoteLevel2Vertical);
     const QImage shown = graph().grab().toImage();

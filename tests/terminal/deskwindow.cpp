@@ -171,6 +171,21 @@ void DeskWindow::send()
     press(Qt::Key_Return, Qt::ControlModifier);
 }
 
+void DeskWindow::enterOrder(qint64 quantity)
+{
+    chooseAccount();
+    typeCode(QStringLiteral("600000"), QStringLiteral("600000.SH"));
+    clickPrice(graph().places().asks[0].price);
+    ticket().setQuantity(quantity);
+    ticket().setFocus();
+}
+
+void DeskWindow::sendBuy(double price, qint64 quantity)
+{
+    desk->send({{"88001", "600000.SH", feed::Side::Buy, trading::Offset::Open, price, quantity}});
+    settle();
+}
+
 void DeskWindow::whenBoxOpens(const std::function<void(QDialog &)> &answer)
 {
     QTimer::singleShot(5, window.get(), [this, answer] {

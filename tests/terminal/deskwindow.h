@@ -56,6 +56,10 @@ protected:
     void clickLadder(const QPoint &point);
     void clickPrice(const KV::QuoteValuePlace &place);
     void send();
+    /// Everything up to the button: a hundred shares at the ladder's best ask, or another quantity.
+    void enterOrder(qint64 quantity = 100);
+    /// Past the ticket, until the desk's file has it.
+    void sendBuy(double price, qint64 quantity);
     /// Answers the box that comes next by its buttons, or by a key; what it asks goes to `asked`.
     void answerBox(bool yes);
     void answerBoxByKey(int key);
