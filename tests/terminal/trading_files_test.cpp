@@ -77,14 +77,21 @@ void makeDesk(const QString &path, int steps = 300)
     ASSERT_EQ(store.apply(tradedChanges(steps)).toStdString(), "");
 }
 
-std::string openProblem(const QString &path)
+std::string openProblem(const QString &path, DeskState *state = nullptr)
 {
     DeskStore store;
-    DeskState state;
+    DeskState ignored;
     QString problem = store.open(path);
     if (problem.isEmpty())
-        problem = store.load(state);
+        problem = store.load(state ? *state : ignored);
     return problem.toStdString();
+}
+
+DeskState loaded(const QString &path)
+{
+    DeskState state;
+    EXPECT_EQ(openProblem(path, &state), "");
+    return state;
 }
 
 std::string text(const QString &path, const char *what)
@@ -132,15 +139,14 @@ TEST_F(TradingFiles, OfTheFirstVersionAreTakenUp)
     execute(path, {QStringLiteral("ALTER TABLE position DROP COLUMN last_price"),
                    QStringLiteral("UPDATE position SET open_cost = open_cost + 1 WHERE kind = 0"),
                    QStringLiteral("PRAGMA user_version = 1")});
-    DeskStore store;
-    DeskState state;
-    ASSERT_EQ(store.open(path).toStdString(), "");
-    ASSERT_EQ(store.load(state).toStdString(), "");
+    const DeskState state = loaded(path);
     ASSERT_FALSE(state.positions.empty());
     trading::PaperBroker broker;
     ASSERT_TRUE(broker.restore(state));
     for (const auto &[key, position] : broker.accounts().at("S1").positions())
         EXPECT_EQ(position.openCost, position.basis()) << key.first;
+    DeskStore store;
+    ASSERT_EQ(store.open(path).toStdString(), "");
     EXPECT_EQ(store.apply(tradedChanges(10, 2)).toStdString(), "");
 }
 
@@ -193,11 +199,7 @@ TEST_F(TradingFiles, AnOrderThatWasStoredAsSendingIsAcceptedByTheNextRun)
         EXPECT_EQ(desk.initialState().orders[0].status, feed::OrderStatus::Accepted);
         desk.takeTime(at(monday, 10, 1));
     }
-    DeskStore store;
-    DeskState state;
-    ASSERT_EQ(store.open(path).toStdString(), "");
-    ASSERT_EQ(store.load(state).toStdString(), "");
-    EXPECT_EQ(state.orders.at(0).status, feed::OrderStatus::Accepted);
+    EXPECT_EQ(loaded(path).orders.at(0).status, feed::OrderStatus::Accepted);
 }
 
 TEST_F(TradingFiles, InUseByAnotherTerminalAreRefused)
@@ -315,10 +317,7 @@ TEST_F(TradingFiles, OnAFullDiskSayThatAndHoldNothingOfWhatFailed)
             ASSERT_EQ(mount("none", place.constData(), "tmpfs", MS_REMOUNT, "size=20m"), 0);
             ASSERT_EQ(store.apply({changes.begin() + std::ptrdiff_t(stored), changes.end()}).toStdString(), "");
         }
-        DeskStore store;
-        DeskState state;
-        ASSERT_EQ(store.open(path).toStdString(), "");
-        ASSERT_EQ(store.load(state).toStdString(), "");
+        const DeskState state = loaded(path);
         qint64 orders = 0;
         qint64 deals = 0;
         for (const DeskChange &change : changes) {
@@ -376,10 +375,7 @@ TEST_F(TradingFiles, ThatCannotBeWrittenForAWhileLoseNothing)
         ASSERT_EQ(problems.size(), 2);
         EXPECT_EQ(problems[1], QString());
     }
-    DeskStore store;
-    DeskState state;
-    ASSERT_EQ(store.open(path).toStdString(), "");
-    ASSERT_EQ(store.load(state).toStdString(), "");
+    const DeskState state = loaded(path);
     ASSERT_EQ(state.orders.size(), told.size());
     for (const trading::PaperOrder &order : state.orders)
         EXPECT_EQ(order.status, told[order.id].status) << order.id;
