@@ -73,7 +73,7 @@ public:
 
     int size() const;         ///< of the visible list
     int originalSize() const; ///< of all records
-    /// Whether the number of records changed since the last call.
+    /// Whether the number of records changed since the last call. There is one mark for all who ask.
     bool totalCountChange();
 
     /// All of the visible list, and of all records, in order: copies of as many pointers.
@@ -101,23 +101,28 @@ public:
     /// @name Page: 100 rows from index 0 at first; nothing is recomputed until the next add, update or read. What of a
     /// page lies outside of the list holds nothing, as does a page of 0 rows or less.
     /// @{
+    /// Rows of a page, not a number of pages.
     void setPageCount(int rows);
     void setStartIndex(int index);
     int pageCount() const;
     int startIndex() const;
+    /// Whether an index into the visible list lies on the page, be there a record or not.
     bool isIndexAtShowRegion(int index) const;
     /// @}
 
     /// @name Order
     /// @{
+    /// Where records without a sort go, from now on: to the end (true) or to the front.
     void setAppendSeq(bool append);
     bool defaultSeqAscending() const;
+    /// 0 ascending, any other order descending.
     void sortByColumnID(int column, int order);
     /// Another column than the present one sorts descending (order 1); the present one turns 1 into 0 and 0 into 1 and
     /// leaves any other order alone.
     void reverseSortByColumn(int column);
     /// Both lists keep their order; new records follow the order of arrival.
     void clearSort();
+    /// What was asked for last, carried out or not; -1 without a sort.
     int sortColumn() const;
     int sortOrder() const;
     /// A column under which orders compare by their code, shorter ones first; -1 for none. Where the present sort is by
@@ -150,6 +155,7 @@ public:
     /// @{
     /// Replaces the column filters and rebuilds the visible list, with the search and the status as they are now.
     void filterColumn(const ColumnFilters &filters);
+    /// What was asked for last, carried out or not.
     ColumnFilters columnFilters() const;
     /// Drops the column filters. rebuild: the visible list becomes a copy of the all list, whatever search and status
     /// say.
