@@ -1,17 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QDirIterator>
-#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
-namespace {
+#include "docs/contentof.h"
 
-QString contentOf(const QString &path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return QString::fromUtf8(file.readAll());
-}
+namespace {
 
 /// The headers that a document names: "`zb/c*.h`" stands for many, "`zb/a.h`, `b.h`" for two of one folder.
 QStringList namedHeaders(const QString &document)
