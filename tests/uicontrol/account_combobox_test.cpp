@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 
 #include "kv/cuserconfig.h"
 #include "uicontrol/accountwindow.h"

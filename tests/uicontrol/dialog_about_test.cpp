@@ -5,7 +5,6 @@
 #include <QtGui/QDesktopServices>
 #include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
-#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTreeWidget>
@@ -13,6 +12,7 @@
 #include "dialog/authorisationtext.h"
 #include "dialog/caboutdialog.h"
 #include "eventwindow.h"
+#include "picturesinlooks.h"
 #include "printtext.h"
 #include "services/accounts.h"
 #include "services/productinfo.h"
@@ -215,26 +215,13 @@ TEST_F(AboutDialog, LinksOpenInTheBrowserAndAnythingElseIsOnlyCopied)
     EXPECT_EQ(lines(other).last(), QStringLiteral("error 无法打开 javascript:alert(1)，地址已复制到剪贴板"));
 }
 
-/// Pictures for the eye go where SHOTS_DIR says.
 TEST_F(AboutDialog, FollowsThemeAndScaleWhileItIsOpen)
 {
-    refhost::ThemeService &theme = refhost::ThemeService::instance();
     logIn(QDate::currentDate().addDays(9).toString(Qt::ISODate));
     KV::CAboutDialog dialog(&window);
     dialog.show();
-    QList<QImage> images;
-    for (const char *name : {"dark", "light"}) {
-        for (const double scale : {1.0, 1.5}) {
-            theme.setTheme(name);
-            theme.setScale(scale);
-            QCoreApplication::processEvents();
-            images << dialog.grab().toImage();
-            EXPECT_GE(images.last().width(), int(460 * scale));
-            const QString folder = qEnvironmentVariable("SHOTS_DIR");
-            if (!folder.isEmpty())
-                images.last().save(QStringLiteral("%1/about-%2-%3.png").arg(folder, name).arg(int(scale * 100)));
-        }
-    }
+    const QList<QImage> images = picturesInLooks(
+        dialog, "about", [&dialog](double scale) { EXPECT_GE(dialog.grab().width(), int(460 * scale)); });
     EXPECT_LT(qGray(images[0].pixel(2, 2)), qGray(images[2].pixel(2, 2)));
     EXPECT_NEAR(images[2].width(), images[0].width(), 8); // back to its size when the scale is
     EXPECT_NEAR(images[2].height(), images[0].height(), 8);
@@ -242,12 +229,11 @@ TEST_F(AboutDialog, FollowsThemeAndScaleWhileItIsOpen)
     const QSize larger = dialog.size();
     dialog.close();
     dialog.show();
-    theme.setTheme("dark");
+    refhost::ThemeService::instance().setTheme("light");
     EXPECT_EQ(dialog.size(), larger);
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
-    theme.setScale(1);
-    theme.setTheme("dark");
+    refhost::ThemeService::instance().setTheme("dark");
 }
 
 #include "dialog_about_test.moc"

@@ -2,7 +2,6 @@
 
 #include <KZip>
 
-#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QMap>

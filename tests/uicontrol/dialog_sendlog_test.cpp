@@ -8,8 +8,8 @@
 
 #include "dialog/clogpackfolder.h"
 #include "dialog/clogpreview.h"
+#include "picturesinlooks.h"
 #include "services/productinfo.h"
-#include "theme/themeservice.h"
 #include "uicontrol/sendlogwindow.h"
 
 namespace {
@@ -155,11 +155,6 @@ TEST_F(SendLogWindow, WhatIsLookedAtIsWhatGoesOut)
     ASSERT_EQ(list->count(), 2);
     list->setCurrentRow(1);
     EXPECT_EQ(text->toPlainText(), QString::fromUtf8(firstMasked));
-    const QString folderOfShots = qEnvironmentVariable("SHOTS_DIR");
-    if (!folderOfShots.isEmpty())
-        QCoreApplication::processEvents();
-    if (!folderOfShots.isEmpty())
-        preview->grab().save(folderOfShots + "/preview.png");
     delete preview;
     writeLog("terminal.log", firstLog + "one more line\n");
     press(QStringLiteral("发送"));
@@ -227,35 +222,19 @@ TEST_F(SendLogWindow, SavesThePackWithoutAnyMailService)
     EXPECT_EQ(QDir(folder.path()).entryList({"*.zip*"}, QDir::Files), QStringList("mine.zip"));
 }
 
-/// Pictures for the eye go where SHOTS_DIR says.
 TEST_F(SendLogWindow, FollowsThemeAndScaleWhileItIsOpen)
 {
-    refhost::ThemeService &theme = refhost::ThemeService::instance();
     config->setValue("mail/server", "mail.example.com");
     config->setValue("mail/from", "terminal@example.com");
     config->setValue("mail/to", "support@example.com");
     writeLog("terminal.log", firstLog);
-    writeLog("terminal.log.1", QByteArray(4 << 20, 'x'), QDate::currentDate().addDays(-1));
     writeLog("debug.log", QByteArray(70000, 'x'));
     open();
     description()->setPlainText(QStringLiteral("今天 10:15 撤单后委托仍显示“已报”。"));
     copies()->setText(QStringLiteral("leader@example.com, me@"));
-    QList<QImage> images;
-    for (const char *name : {"dark", "light"}) {
-        for (const double scale : {1.0, 1.5}) {
-            theme.setTheme(name);
-            theme.setScale(scale);
-            QCoreApplication::processEvents();
-            images << widget->grab().toImage();
-            EXPECT_GE(images.last().width(), int(620 * scale));
-            const QString shots = qEnvironmentVariable("SHOTS_DIR");
-            if (!shots.isEmpty())
-                images.last().save(QStringLiteral("%1/sendlog-%2-%3.png").arg(shots, name).arg(int(scale * 100)));
-        }
-    }
+    const QList<QImage> images = picturesInLooks(
+        *widget, "sendlog", [this](double scale) { EXPECT_GE(widget->grab().width(), int(620 * scale)); });
     EXPECT_LT(qGray(images[0].pixel(2, 2)), qGray(images[2].pixel(2, 2)));
     EXPECT_NEAR(images[2].width(), images[0].width(), 8); // back to its size when the scale is
     EXPECT_NEAR(images[2].height(), images[0].height(), 8);
-    theme.setScale(1);
-    theme.setTheme("dark");
 }
