@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 

@@ -32,12 +32,19 @@ TEST_F(HpfDataTableThreads, LoadsPaintingFiltersAndThemesGoOnAtTheSameTime)
     table->setDataModel(model.pointer().get());
     std::atomic<bool> stop{false};
     std::thread pusher([&] {
-        for (int turn = 0; !stop; ++turn)
+        for (int turn = 0; !stop; ++turn) {
             model->getExtraDataModel()->addData(QStringLiteral("T%1").arg(turn % 300), ColumnPrice, turn, nullptr);
+            if (turn % 64 == 0)
+                model->getExtraDataModel()->removeData(QStringLiteral("T%1").arg(turn % 300));
+        }
     });
     std::thread updater([&] {
         for (int turn = 0; !stop; ++turn)
-            model->updateData(makeRow(model.pointer(), fullTicket("T" + std::to_string(turn % 50), turn)));
+            if (turn % 2 == 0)
+                model->updateData(makeRow(model.pointer(), fullTicket("T" + std::to_string(turn % 50), turn)));
+            else
+                model->updateDataFixColorForSortTime(QStringLiteral("T7"), fullTicket("T7", turn),
+                                                     QStringLiteral("clr_global_rise"));
     });
     model->getExtraDataModel()->addColumn(ColumnPrice, KV::CExtraColumnInfo());
     table->setColumnStatEnable(ColumnPrice, true);
@@ -176,6 +183,7 @@ TEST_F(HpfDataTableThreads, AModelIsSwappedAndATableGoesWhileALoadRuns)
         watched.push_back(model);
         table->setDataModel(model.get());
         model->addDatas(tickets(0, 300));
+        model->setTradeType(kdservice::TraderFuture);
         model->addDatas(tickets(100, 300));
         QCoreApplication::processEvents();
         if (turn % 2 == 0)

@@ -10,7 +10,6 @@
 #include <thread>
 
 #include "model/chpfdata.h"
-#include "model/chpfextradatamodel.h"
 #include "model/chpfsorttimedata.h"
 #include "modelstrand.h"
 #include "testrecords.h"
@@ -179,50 +178,4 @@ TEST(HpfThreadDataModel, TheLastHoldOnAModelEndsOnTheGuiThread)
     }
     EXPECT_TRUE(waitFor([&] { return WatchedModel::destroyed == before + 1 + models; }));
     EXPECT_EQ(WatchedModel::destroyedElsewhere, 0);
-}
-
-TEST(HpfThreadDataModel, LoadingReadingAndChangingGoOnAtTheSameTime)
-{
-    const Guarded<CHpfThreadDataModel> model;
-    auto *extra = model->getExtraDataModel();
-    model->setFieldColors(true);
-    std::atomic<bool> stop{false};
-    std::thread pusher([&] {
-        for (int turn = 0; !stop; ++turn) {
-            extra->addData(QStringLiteral("T%1").arg(turn % 500), ColumnPrice, turn * 0.5, nullptr);
-            if (turn % 64 == 0)
-                extra->removeData(QStringLiteral("T%1").arg(turn % 500));
-        }
-    });
-    extra->addColumn(ColumnPrice, KV::CExtraColumnInfo(QStringLiteral("-"), 1, utils::FormatNone));
-    model->setColumnStatEnable(ColumnPrice, true);
-
-    constexpr int batches = 20;
-    constexpr int batchSize = 500;
-    quint64 seen = 0;
-    for (int batch = 0; batch < batches; ++batch) {
-        // In front of the batch, since it removes all rows, and the last batch may be loaded already when it is called.
-        if (batch % 5 == 4)
-            model->setTradeType(batch % 2 == 0 ? kdservice::TraderFuture : kdservice::TraderStock);
-        model->addDatas(tickets(batch * batchSize / 2, batchSize));
-        model->updateDataFixColorForSortTime(QStringLiteral("T7"), fullTicket("T7", batch),
-                                             QStringLiteral("clr_global_rise"));
-        for (int row = 0; row < 40; ++row) {
-            const auto shown = model->getData(row);
-            for (int column = 0; shown && column < model->columnCount(); ++column) {
-                seen += static_cast<quint64>(shown->getDisplayQString(column).size());
-                seen += shown->getColor(column) != nullptr ? 1 : 0;
-            }
-        }
-        seen += static_cast<quint64>(model->getStatDispalyQString(ColumnVolume).size());
-        model->reCalcExStat();
-    }
-    finishStrand();
-    stop = true;
-    pusher.join();
-    EXPECT_GT(seen, 0u);
-    EXPECT_GE(model->allSize(), batchSize);
-    const auto last = model->getDataByKey(QStringLiteral("T%1").arg((batches - 1) * batchSize / 2 + batchSize - 1));
-    ASSERT_TRUE(last);
-    EXPECT_EQ(last->getLongLong(ColumnVolume), ((batches - 1) * batchSize / 2 + batchSize - 1) * 100);
 }
