@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QStringList>
-#include <algorithm>
 #include <random>
 
 #include "codes/charreadings.h"

@@ -1,5 +1,4 @@
 #include <QtTest/QTest>
-#include <QtWidgets/QVBoxLayout>
 #include <gtest/gtest.h>
 
 #include "zb/cbasewidget.h"

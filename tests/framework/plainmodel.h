@@ -4,7 +4,6 @@
 #include <QtCore/QSet>
 #include <QtCore/QVector>
 #include <functional>
-#include <map>
 #include <random>
 #include <vector>
 

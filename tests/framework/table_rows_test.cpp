@@ -1,4 +1,4 @@
-#include <QtTest/QTest>
+#include <QtCore/QCoreApplication>
 #include <limits>
 
 #include "framework/tablefixture.h"

@@ -1,4 +1,3 @@
-#include <QtWidgets/QApplication>
 #include <gtest/gtest.h>
 
 #include "accessibleevents.h"

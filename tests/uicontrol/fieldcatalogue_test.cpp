@@ -2,7 +2,6 @@
 
 #include <QtCore/QMap>
 #include <QtCore/QStringList>
-#include <limits>
 
 #include "kdservice/typemanager.h"
 #include "model/fieldformatter.h"

@@ -1,7 +1,6 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QAccessible>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>

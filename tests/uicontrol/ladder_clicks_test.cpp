@@ -2,7 +2,6 @@
 #include <QtCore/QPointer>
 #include <QtGui/QFocusEvent>
 #include <QtTest/QTest>
-#include <boost/smart_ptr/make_shared.hpp>
 #include <gtest/gtest.h>
 #include <limits>
 

@@ -1,6 +1,5 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
-#include <QtCore/QSet>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>

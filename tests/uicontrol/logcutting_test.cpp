@@ -1,8 +1,6 @@
 #include "log/cloglinecutter.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QStringList>
-#include <QtGui/QFontInfo>
 #include <gtest/gtest.h>
 #include <random>
 

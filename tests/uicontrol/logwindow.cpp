@@ -1,6 +1,5 @@
 #include "uicontrol/logwindow.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtGui/QClipboard>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWheelEvent>
