@@ -9,7 +9,6 @@
 
 namespace SlotSort = core::SlotSort;
 namespace SortKey = core::SortKey;
-using core::ValueKind;
 
 namespace {
 
@@ -180,16 +179,4 @@ TEST(SortKey, OrdersValuesBothWaysWithAbsentOnesLast)
         for (const qint64 value : integers)
             EXPECT_LT(SortKey::ofInteger(value, descending), SortKey::noValue) << value;
     }
-}
-
-TEST(SortKey, TurnsRoundWithoutTheValue)
-{
-    const double absent = std::numeric_limits<double>::max();
-    for (const double value : {-2.5, 0.0, 1e9, absent})
-        EXPECT_EQ(SortKey::reversed(SortKey::ofReal(value, false), ValueKind::Real), SortKey::ofReal(value, true));
-    for (const qint64 value : {qint64(-7), qint64(0), std::numeric_limits<qint64>::max()})
-        EXPECT_EQ(SortKey::reversed(SortKey::ofInteger(value, true), ValueKind::Integer),
-                  SortKey::ofInteger(value, false));
-    for (const QString &text : {QString(), QString("ab"), QString("贵州茅台股份")})
-        EXPECT_EQ(SortKey::reversed(SortKey::ofText(text, false), ValueKind::Text), SortKey::ofText(text, true));
 }

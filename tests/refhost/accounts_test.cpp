@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QtTest/QSignalSpy>
 
 #include "services/userconfig.h"
 

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QPointer>
 #include <QtCore/QStringList>
-#include <QtWidgets/QVBoxLayout>
 #include <QtWidgets/QWidget>
 #include <functional>
 

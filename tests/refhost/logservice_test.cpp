@@ -57,6 +57,7 @@ TEST(LogService, HandsLinesWithTheirLevelToListeners)
         LOG4CXX_FATAL(utils::getLogger("some.other"), "end");
         EXPECT_EQ(listening.lines.join(QLatin1Char('|')).toStdString(),
                   "0 委托已报|1 行情延迟\n第二行|2 连接断开|2 end");
+        EXPECT_NE(utils::getLogger(nullptr), nullptr);
         EXPECT_TRUE(QRegExp(QStringLiteral("\\d\\d:\\d\\d:\\d\\d\\.\\d\\d\\d")).exactMatch(listening.times[0]));
     }
     LOG4CXX_INFO(utils::getStdLogger(), "nobody listens");
@@ -172,16 +173,4 @@ TEST(LogService, ListenersComeAndGoWhileOthersLog)
     stop = true;
     for (std::thread &writer : writers)
         writer.join();
-}
-
-TEST(LogCenter, ADebugIdThatWasWantedTwiceIsLeftOutAtOnce)
-{
-    utils::CLogCenter *center = utils::CLogCenter::instance();
-    center->setDebugIdEnabled(911, true);
-    center->setDebugIdEnabled(911, true);
-    EXPECT_TRUE(center->isDebugIdEnabled(911));
-    EXPECT_FALSE(center->isDebugIdEnabled(-911));
-    center->setDebugIdEnabled(911, false);
-    EXPECT_FALSE(center->isDebugIdEnabled(911));
-    EXPECT_NE(utils::getLogger(nullptr), nullptr);
 }

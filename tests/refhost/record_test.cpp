@@ -127,17 +127,6 @@ TEST(Record, CopyIsIndependentAndSharesItsInstrument)
     EXPECT_EQ(copy->getIData(OrderInstrument), order->getIData(OrderInstrument));
 }
 
-TEST(Record, DescribesItsFieldsAscendingOneMapForAllOfAType)
-{
-    const auto a = makeRecord(MetaMarketOrder, "a");
-    const auto b = makeRecord(MetaMarketOrder, "b");
-    EXPECT_EQ(&a->getFieldDes(), &b->getFieldDes());
-    EXPECT_EQ(a->getFieldDes().count(OrderRejectReason), 0u);
-    EXPECT_EQ(a->getFieldDes(OrderPrice), a->getFieldDes().at(OrderPrice));
-    EXPECT_EQ(a->getFieldDes(OrderPrice)->dataType, kdservice::ExtDouble);
-    EXPECT_EQ(a->getFieldDes(4711), nullptr);
-}
-
 TEST(Record, OrderOfTheMarketStaysSmall)
 {
     // Everything an order takes: the allocation is one, its values and key lie behind the record.

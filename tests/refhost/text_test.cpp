@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QDateTime>
-#include <QtCore/QTimeZone>
 #include <limits>
 #include <random>
 

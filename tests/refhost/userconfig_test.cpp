@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
