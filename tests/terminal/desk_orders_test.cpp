@@ -3,8 +3,8 @@
 #include "desk/ticketorders.h"
 #include "desk/tradedesk.h"
 #include "kv/eselectedaccounttype.h"
+#include "loggedin.h"
 #include "services/accounts.h"
-#include "services/userconfig.h"
 #include "trading_support.h"
 
 using namespace terminal;
@@ -20,7 +20,6 @@ class DeskOrders : public ::testing::Test
 protected:
     DeskOrders()
     {
-        setUserConfig(std::make_unique<UserConfig>());
         auto accounts = std::make_unique<Accounts>();
         for (const char *id : {"S1", "S2"})
             accounts->putAccount({QLatin1String(id), {}, kdservice::TraderStock, {}});
@@ -39,7 +38,6 @@ protected:
     {
         desk.reset();
         setAccountData(nullptr);
-        setUserConfig(nullptr);
     }
     void showMarket(int day)
     {
@@ -73,6 +71,7 @@ protected:
         return lines + made.problem.toStdString();
     }
 
+    const LoggedIn user;
     std::unique_ptr<TradeDesk> desk;
 };
 

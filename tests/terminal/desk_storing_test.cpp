@@ -1,4 +1,3 @@
-#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QDialog>
 #include <gtest/gtest.h>
@@ -8,7 +7,6 @@
 #include "desk/ownpositionspanel.h"
 #include "deskrows.h"
 #include "deskwindow.h"
-#include "feed/instrumentrules.h"
 #include "filesizelimit.h"
 #include "order/cquotesgraphwidget.h"
 #include "order/cquotespriceslist.h"

@@ -2,7 +2,6 @@
 #include <QtTest/QTest>
 #include <gtest/gtest.h>
 
-#include "desk/deskrecords.h"
 #include "desk/desksettings.h"
 #include "desk/exchangedays.h"
 #include "desk/owndealspanel.h"
@@ -10,10 +9,10 @@
 #include "desk/tradedesk.h"
 #include "deskrows.h"
 #include "kv/caccountdata.h"
+#include "loggedin.h"
 #include "records/fieldids.h"
 #include "services/accounts.h"
 #include "services/instruments.h"
-#include "services/userconfig.h"
 #include "table/chpfdatatable.h"
 #include "trading/tradinghours.h"
 #include "trading_support.h"
@@ -35,7 +34,6 @@ class TradeDeskTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        setUserConfig(std::make_unique<UserConfig>());
         auto accounts = std::make_unique<Accounts>();
         accounts->putAccount({QStringLiteral("88001"), QStringLiteral("股票"), kdservice::TraderStock, {}});
         accounts->putAccount({QStringLiteral("88002"), QStringLiteral("期货"), kdservice::TraderFuture, {}});
@@ -51,7 +49,6 @@ protected:
         orders.reset();
         deals.reset();
         setAccountData(nullptr);
-        setUserConfig(nullptr);
     }
     void begin(const QString &file = {}, TradeDesk::Market market = TradeDesk::Market::Recorded)
     {
@@ -92,6 +89,7 @@ protected:
         return deskRows(*deals, {DealNumber, DealOrder, DealPrice, DealQuantity, DealAmount});
     }
 
+    const LoggedIn user;
     std::unique_ptr<TradeDesk> desk;
     std::unique_ptr<OwnOrdersPanel> orders;
     std::unique_ptr<OwnDealsPanel> deals;

@@ -34,51 +34,6 @@ using DeskTrading = DeskWindow;
 
 namespace {
 
-/// The books of one account, worked out from what was done, in cents and without the program's help.
-struct Ledger
-{
-    long long cents = 100'000'000;
-    long long shares = 0;
-
-    static long long commission(long long amount) { return std::max(500LL, (amount * 25 + 50'000) / 100'000); }
-    static long long transfer(long long amount) { return (amount + 50'000) / 100'000; }
-    static long long duty(long long amount) { return (amount * 50 + 50'000) / 100'000; }
-
-    /// An order with all its deals, as price in cents and quantity.
-    void buy(std::initializer_list<std::pair<long long, long long>> deals)
-    {
-        long long amount = 0;
-        for (const auto &[price, quantity] : deals) {
-            amount += price * quantity;
-            shares += quantity;
-        }
-        cents -= amount + commission(amount) + transfer(amount);
-    }
-    void sell(long long price, long long quantity)
-    {
-        const long long amount = price * quantity;
-        shares -= quantity;
-        cents += amount - commission(amount) - transfer(amount) - duty(amount);
-    }
-    /// The largest quantity of whole lots that a part of the cash buys at a price.
-    static long long third(long long cash, long long price)
-    {
-        long long most = 0;
-        for (long long lots = 1; lots * 100 * price < cash; ++lots) {
-            const long long amount = lots * 100 * price;
-            if (amount + commission(amount) + transfer(amount) <= cash)
-                most = lots * 100;
-        }
-        return most * price / 3 / price / 100 * 100;
-    }
-    std::string text() const
-    {
-        char line[80];
-        std::snprintf(line, sizeof line, "%lld.%02lld %lld", cents / 100, cents % 100, shares);
-        return line;
-    }
-};
-
 std::string booksText(const TradeDesk &desk)
 {
     const trading::AccountBook &book = desk.books().at("88001");
@@ -99,8 +54,7 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
     EXPECT_EQ(ticket().draft().price, 10);
     ticket().findChild<KV::CStockCodeLineEdit *>()->setFocus();
     press(Qt::Key_3, Qt::AltModifier);
-    const long long third = Ledger::third(100'000'000, 1000);
-    EXPECT_EQ(ticket().draft().quantity, third);
+    EXPECT_EQ(ticket().draft().quantity, 33'300) << "a third of the 99,900 that the money buys, in whole lots";
 
     answerBox(true);
     send();
@@ -108,20 +62,19 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
     send(); // at once, once more
     settle();
     ASSERT_EQ(desk->desk().broker().orders().size(), 1u) << "a slip of the finger sends nothing";
-    EXPECT_EQ(orderRows(), "1 买入 10.00 " + QString::number(third).toStdString().insert(2, ",") + " 20,000 部成 \n");
+    EXPECT_EQ(orderRows(), "1 买入 10.00 33,300 20,000 部成 \n");
     EXPECT_EQ(fillSounds, 1);
 
     doubleClickOrder(1);
     settle();
     EXPECT_EQ(control->orders().summary().toStdString(), "1 笔 · 已撤委托 1");
-    Ledger ledger;
-    ledger.buy({{1000, 20'000}});
-    EXPECT_EQ(booksText(*desk), ledger.text());
+    // 200,000.00 for the shares, 50.00 commission and 2.00 transfer fee.
+    EXPECT_EQ(booksText(*desk), "799948.00 20000");
 
     close();
     open();
-    EXPECT_EQ(booksText(*desk), ledger.text());
-    EXPECT_EQ(orderRows(), "1 买入 10.00 " + QString::number(third).toStdString().insert(2, ",") + " 20,000 部撤 \n");
+    EXPECT_EQ(booksText(*desk), "799948.00 20000");
+    EXPECT_EQ(orderRows(), "1 买入 10.00 33,300 20,000 部撤 \n");
     showMarket(tuesday, 0);
     withoutQuestions();
     chooseAccount();
@@ -133,8 +86,8 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
     EXPECT_EQ(ticket().draft().quantity, 20'000);
     send();
     settle();
-    ledger.sell(999, 20'000);
-    EXPECT_EQ(booksText(*desk), ledger.text());
+    // 199,800.00 for them, less 49.95 commission, 2.00 transfer fee and 99.90 stamp duty.
+    EXPECT_EQ(booksText(*desk), "999596.15 0");
     EXPECT_EQ(deskRows(control->deals(), {DealNumber, DealOrder, DealPrice, DealQuantity}), "2 2 9.99 20,000 \n");
 
     control->orderHistory().show();

@@ -7,7 +7,6 @@
 
 #include "logfile/logfollower.h"
 #include "logfile/programlog.h"
-#include "services/logservice.h"
 #include "utils/clogcenter.h"
 
 using namespace terminal;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "account/caccountscombobox.h"
-#include "account/caccountstree.h"
 #include "kv/cstockcodelineedit.h"
 #include "records/record.h"
 #include "services/instruments.h"

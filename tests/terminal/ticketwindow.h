@@ -2,9 +2,6 @@
 
 #include <QtCore/QString>
 #include <QtWidgets/QAbstractButton>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "eventwindow.h"
 #include "printtext.h"

@@ -1,4 +1,3 @@
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtSql/QSqlDatabase>

@@ -4,17 +4,14 @@
 #include <QtGui/QClipboard>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QLineEdit>
 #include <gtest/gtest.h>
 
 #include "log/chpflogwidget.h"
 #include "loggedin.h"
-#include "theme/themeservice.h"
 #include "window/barbutton.h"
 #include "window/barlabel.h"
 #include "window/logfilepanel.h"
 #include "window/logpage.h"
-#include "zb/cuiresource.h"
 
 using namespace terminal;
 

@@ -113,37 +113,6 @@ TEST_F(WindowTest, TheTablesStartWithTheColumnsOfATickDesk)
     EXPECT_EQ(window.marketPage().orderStream().summary().toStdString(), "0 笔");
 }
 
-TEST_F(WindowTest, AFilterShowsInTheTitleAndTheSumsAreThoseOfTheShownRows)
-{
-    const auto pump = simulatedPump(feed::MarketFeed::maxSpeed);
-    MainWindow window(*pump);
-    window.show();
-    pump->start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return pump->counters().orders > 3000; }, 30000));
-    pump->stop();
-
-    OrderStreamPanel &panel = window.marketPage().orderStream();
-    KV::CHpfDataTable &table = panel.table();
-    QSet<QString> sells{QStringLiteral("卖出")};
-    table.onFilterTrigger(table.getColumnIdByFileId(refhost::OrderDirection), ZB::FilterExact, sells);
-    const auto isDone = [&panel] { return !panel.stream().pages().isPending(); };
-    ASSERT_TRUE(QTest::qWaitFor(isDone));
-    panel.refresh();
-    const Records shownOrders = shownRecords(panel);
-    const int allOrders = panel.stream().pages().getAllDatas().size();
-    const QString all = QLocale(QLocale::English).toString(allOrders);
-    const QString shown = QLocale(QLocale::English).toString(static_cast<int>(shownOrders.size()));
-    EXPECT_LT(static_cast<int>(shownOrders.size()), allOrders);
-    EXPECT_EQ(panel.summary(), QStringLiteral("筛选 %1 / %2 笔").arg(shown, all));
-    for (const auto &record : shownOrders)
-        ASSERT_EQ(record->getString(refhost::OrderDirection), "1");
-    expectSums(panel, {refhost::OrderQuantity, refhost::OrderFilled, refhost::OrderCancelled, refhost::OrderUnfilled});
-    table.clearFilter();
-    ASSERT_TRUE(QTest::qWaitFor(isDone));
-    panel.refresh();
-    EXPECT_EQ(panel.summary(), all + QStringLiteral(" 笔"));
-}
-
 TEST_F(WindowTest, EveryControlOfTheBarHasAKey)
 {
     const auto pump = simulatedPump(1);

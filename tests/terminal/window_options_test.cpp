@@ -1,5 +1,4 @@
 #include <QtCore/QRegularExpression>
-#include <cmath>
 #include <gtest/gtest.h>
 
 #include "window/options.h"

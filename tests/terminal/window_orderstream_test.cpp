@@ -2,7 +2,6 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
 #include <gtest/gtest.h>
 #include <set>
 

@@ -1,10 +1,10 @@
 #include <QtCore/QString>
 #include <gtest/gtest.h>
 
-#include "feed/instrumentrules.h"
 #include "kdservice/idata.h"
 #include "kv/efilterflag.h"
 #include "records/fieldids.h"
+#include "trading_support.h"
 #include "window/marketrecords.h"
 
 using namespace terminal;
@@ -14,13 +14,7 @@ namespace {
 
 feed::Instrument stock(int index)
 {
-    feed::Instrument instrument;
-    instrument.index = index;
-    instrument.code = "60558" + std::to_string(index) + ".SH";
-    instrument.name = "恒盛能源";
-    instrument.exchange = "SH";
-    instrument.previousClose = 15.5;
-    return instrument;
+    return tradingtest::stock(index, index == 0 ? "605580.SH" : "605581.SH", 15.5);
 }
 
 feed::OrderState order()
@@ -115,17 +109,14 @@ TEST(MarketRecords, ADealTakesTheSideThatMovedLastAndAnAuctionHasNone)
 {
     MarketRecords records;
     records.takeInstrument(stock(0));
-    feed::Deal deal;
+    feed::Deal deal = tradingtest::deal(0, 1689038100010, 15.95, 200, feed::DealKind::Auction);
     deal.entry = 3;
     deal.day = 20230711;
     deal.channel = 2;
     deal.sequence = 99;
-    deal.price = 15.95;
-    deal.quantity = 200;
     deal.amount = 3190;
     deal.buyOrderNo = 11;
     deal.sellOrderNo = 12;
-    deal.time = 1689038100010;
     const char *sides[] = {"[]", "[0]", "[1]"};
     for (const auto kind : {feed::DealKind::Auction, feed::DealKind::BuyerInitiated, feed::DealKind::SellerInitiated}) {
         deal.kind = kind;
