@@ -327,21 +327,6 @@ TEST(HpfDataModel, FieldsOfAWiderSetStayBehindTheLastColumn)
     EXPECT_EQ(row->getDisplayQString(ticketColumns), QStringLiteral("77"));
 }
 
-TEST(HpfDataModel, AddedColumnsStandAtTheEnd)
-{
-    const Guarded<> model;
-    const auto row = makeRow(model.pointer(), fullTicket("T1", 1));
-    EXPECT_EQ(model->addColumn(namedColumn("操作-列"), QStringLiteral("撤单"), true), ticketColumns);
-    EXPECT_EQ(model->addColumn(namedColumn("空列"), QStringLiteral("无用"), false), ticketColumns + 1);
-    EXPECT_EQ(headers(*model), "备注 方向 手数 数量 金额 开仓 价格 共有 操作 空列");
-    EXPECT_EQ(rowText(*model, *row), "第1|卖出|1|+100|1.25|否|||撤单|");
-    KV::CExtraColumnInfo info;
-    ASSERT_TRUE(model->getExtraDataModel()->getColumnInfo(ticketColumns, info));
-    EXPECT_EQ(info.precision, 2);
-    EXPECT_EQ(info.flag, utils::FormatNone);
-    EXPECT_FALSE(model->getExtraDataModel()->exist(ticketColumns + 1));
-}
-
 TEST(HpfDataModel, AColumnThatComesAfterItsSortSortsByItsOwnType)
 {
     const Guarded<> model;

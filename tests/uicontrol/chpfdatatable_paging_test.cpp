@@ -53,13 +53,6 @@ protected:
 
 } // namespace
 
-TEST_F(HpfDataTablePaging, APagedTableStartsEmpty)
-{
-    EXPECT_EQ(table->tableFlags(), 4 | 1 << 30);
-    EXPECT_EQ(table->pagingQueryType(), 3);
-    EXPECT_EQ(table->totalCount(), 0);
-}
-
 TEST_F(HpfDataTablePaging, APageModelThatIsSetShowsItsPageInTheBar)
 {
     const auto other = boost::make_shared<KV::CHpfPageDataModel>(MetaTicket, kdservice::TraderStock, true);
@@ -80,6 +73,8 @@ TEST_F(HpfDataTablePaging, TheTimerBringsTheTotal)
 {
     add(0, 5);
     const int before = model->steps;
+    EXPECT_EQ(table->tableFlags(), 4 | 1 << 30);
+    EXPECT_EQ(table->pagingQueryType(), 3);
     EXPECT_EQ(table->totalCount(), 0);
     table->onTimer();
     EXPECT_EQ(model->steps, before + 1);

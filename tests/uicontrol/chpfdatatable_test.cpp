@@ -64,28 +64,21 @@ TEST_F(HpfDataTable, ItStartsWithItsFlagsAndTheColumnsOfItsRecords)
     EXPECT_EQ(looks, "129/129 bold\n132/132 filter\n130/130\n130/130\n130/130\n132/132\n130/130\n130/130\n");
 }
 
-TEST_F(HpfDataTable, ARecordOfAKnownKeyReplacesItsRow)
-{
-    table->updateData(fullTicket("a", 1), true);
-    table->updateData(fullTicket("b", 2), false);
-    table->updateData(fullTicket("a", 3), true);
-    table->updateData(RecordPtr(), true);
-    EXPECT_EQ(shown(), "备注|方向|手数|数量|金额|开仓|价格|共有\n"
-                       "第3|卖出|3|+300|3.25|是||\n"
-                       "第2|买入|2|+200|2.25|否||");
-    EXPECT_EQ(statistics(), "||5|500|5.50|||0");
-    EXPECT_EQ(table->getColumnIdByFileId(TicketVolume), ColumnVolume);
-    EXPECT_EQ(table->getColumnIdByFileId(4711), -1);
-    EXPECT_FALSE(table->getData(2) || table->getData(-1) || table->getDataByKey(QStringLiteral("c")));
-}
-
-TEST_F(HpfDataTable, ManyRecordsComeInEveryForm)
+TEST_F(HpfDataTable, RecordsComeInEveryFormAndReplaceThoseOfTheirKeys)
 {
     table->updateDatas(std::vector<RecordPtr>{fullTicket("a", 1), nullptr, fullTicket("b", 2)}, false);
     table->updateDatas(QVector<RecordPtr>{fullTicket("c", 3)}, false);
     table->updateDatas(RecordList{fullTicket("b", 20), fullTicket("b", 21)}, true);
-    EXPECT_EQ(keys(*table), "a b c");
-    EXPECT_EQ(table->getDataByKey(QStringLiteral("b"))->getInt(ColumnLots), 21);
+    table->updateData(fullTicket("a", 4), true);
+    table->updateData(RecordPtr(), true);
+    EXPECT_EQ(shown(), "备注|方向|手数|数量|金额|开仓|价格|共有\n"
+                       "第4|买入|4|+400|4.25|否||\n"
+                       "第21|卖出|21|+2,100|21.25|是||\n"
+                       "第3|卖出|3|+300|3.25|是||");
+    EXPECT_EQ(statistics(), "||28|2800|28.75|||0");
+    EXPECT_EQ(table->getColumnIdByFileId(TicketVolume), ColumnVolume);
+    EXPECT_EQ(table->getColumnIdByFileId(4711), -1);
+    EXPECT_FALSE(table->getData(3) || table->getData(-1) || table->getDataByKey(QStringLiteral("x")));
 
     const QString rise = QStringLiteral("clr_global_rise");
     table->updateDataFixColor(fullTicket("a", 1), rise, false);
