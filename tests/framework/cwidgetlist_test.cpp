@@ -6,7 +6,6 @@
 #include "zb/cwidgetlist.h"
 
 using ZB::CWidgetList;
-using ZB::WidgetListItem;
 using ZB::WidgetListLayout;
 
 namespace {

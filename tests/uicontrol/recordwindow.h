@@ -16,16 +16,12 @@ class OpenTable : public KV::CDataTable
 {
 public:
     using KV::CDataTable::CDataTable;
-    using KV::CDataTable::getDataByFieldID;
     using KV::CDataTable::getMetaIDs;
     using KV::CDataTable::initColumns;
     using KV::CDataTable::onFilter;
-    using KV::CDataTable::passData;
-    using KV::CDataTable::reFilterDatas;
     using KV::CDataTable::resetTableColumnID;
     using KV::CDataTable::showFilterMenu;
     using KV::CDataTable::takeColumnFilter;
-    using KV::CDataTable::testShowData;
 
     /// What a derived table might do in its hooks, for the record that the hook is called with.
     std::function<void(const RecordPtr &)> whileShowing;

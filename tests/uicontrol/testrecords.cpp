@@ -10,7 +10,6 @@ namespace testrecords {
 namespace {
 
 using namespace kdservice;
-using refhost::EnumItem;
 using refhost::FieldDef;
 using refhost::TypeCatalogue;
 using refhost::TypeDef;
