@@ -8,14 +8,6 @@
 
 namespace {
 
-QStringList numbered(int from, int to)
-{
-    QStringList lines;
-    for (int i = from; i < to; ++i)
-        lines << QStringLiteral("line %1").arg(i);
-    return lines;
-}
-
 /// A log of five rows, with the keyboard.
 class AccessibleLog : public testing::Test
 {

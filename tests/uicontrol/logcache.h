@@ -13,7 +13,6 @@ class TestCache : public KV::CModelTextCache
 {
 public:
     using CModelTextCache::doData;
-    using CModelTextCache::doReset;
     using CModelTextCache::getSplitSize;
 };
 

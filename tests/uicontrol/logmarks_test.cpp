@@ -16,11 +16,6 @@ const QFont &logFont()
     return *ZB::CUiResource::instance()->getFont(QStringLiteral("fnt_output_log_text"));
 }
 
-std::string text(const QStringList &lines)
-{
-    return lines.join(QLatin1Char('\n')).toStdString();
-}
-
 constexpr int windowWidth = 260;
 
 /// What has to be marked in each piece of the lines, found by looking at every place of every line. The last piece of a
@@ -55,14 +50,6 @@ QStringList expectedHits(const std::vector<KV::LogTextPtr> &pieces, const QStrin
         }
     }
     return rows;
-}
-
-QStringList numbered(int from, int to)
-{
-    QStringList lines;
-    for (int i = from; i < to; ++i)
-        lines << QStringLiteral("line %1").arg(i);
-    return lines;
 }
 
 } // namespace

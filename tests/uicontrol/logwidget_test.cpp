@@ -10,23 +10,6 @@
 #include "uicontrol/logcache.h"
 #include "uicontrol/logwindow.h"
 
-namespace {
-
-QStringList numbered(int from, int to)
-{
-    QStringList lines;
-    for (int i = from; i < to; ++i)
-        lines << QStringLiteral("line %1").arg(i);
-    return lines;
-}
-
-std::string text(const QStringList &lines)
-{
-    return lines.join(QLatin1Char('\n')).toStdString();
-}
-
-} // namespace
-
 TEST(LogWidget, RowsStandInTheMiddleOfTheHeight)
 {
     KV::CLogLayout layout;

@@ -157,3 +157,16 @@ QStringList LogWindow::hits()
     }
     return found;
 }
+
+QStringList numbered(int from, int to)
+{
+    QStringList lines;
+    for (int i = from; i < to; ++i)
+        lines << QStringLiteral("line %1").arg(i);
+    return lines;
+}
+
+std::string text(const QStringList &lines)
+{
+    return lines.join(QLatin1Char('\n')).toStdString();
+}

@@ -2,6 +2,7 @@
 
 #include <QtCore/QStringList>
 #include <QtGui/QImage>
+#include <string>
 #include <vector>
 
 #include "log/chpflogwidget.h"
@@ -49,3 +50,8 @@ public:
 private:
     int rowTop(int row) const;
 };
+
+/// "line 5", "line 6" ... in front of the last number.
+QStringList numbered(int from, int to);
+/// A line each.
+std::string text(const QStringList &lines);
