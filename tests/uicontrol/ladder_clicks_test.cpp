@@ -145,23 +145,7 @@ TEST(LadderClicks, OnALadderTooNarrowForItsPartsTellTheVolumeThenThePriceThenThe
         << "from left to right";
 }
 
-TEST(LadderClicks, OnPlacesWithoutAValueMeanNothing)
-{
-    LadderWindow window;
-    window.giveNothing();
-    window.settle();
-    const QuotesLayout places = window.places();
-    for (const QuoteRowPlace &row : places.asks) {
-        window.click(on(row.price));
-        window.click(on(row.volume));
-    }
-    window.click(on(places.latest));
-    for (const QuoteSummaryPlace &place : places.summary)
-        window.click(on(place.value));
-    EXPECT_EQ(window.takeEvents().toStdString(), "");
-}
-
-TEST(LadderClicks, OnAZeroTellTheZeroThatIsShownAsMissing)
+TEST(LadderClicks, OnAZeroTellTheZeroThatIsShownAsMissingAndNothingWhereThereIsNoValue)
 {
     for (const EQuoteType layout : {QuoteNormal, QuoteLevel2Vertical, QuoteLevel2Horizontal}) {
         LadderWindow window(layout);
@@ -180,6 +164,12 @@ TEST(LadderClicks, OnAZeroTellTheZeroThatIsShownAsMissing)
         window.click(on(places.summary[3].value));
         EXPECT_EQ(window.takeEvents().toStdString(), "1128 0 0 0.0000 | 1129 0 0 0.0000 | 1128 0 0 0.0000")
             << "nothing for what has no value";
+        window.giveNothing();
+        window.settle();
+        for (const QuoteValuePlace &place : {places.asks[0].price, places.asks[0].volume, places.latest,
+                                             places.summary[0].value, places.summary[1].value})
+            window.click(on(place));
+        EXPECT_EQ(window.takeEvents().toStdString(), "") << "the whole quote has gone";
     }
 }
 
