@@ -197,19 +197,6 @@ TEST(MarketFeed, ChangesOfAnOrderMeltTogetherWhileNobodyTakes)
     EXPECT_EQ(batch.counters.updates, 52);
 }
 
-TEST(MarketFeed, StandsStillAtSpeedZeroAndGoesOnWhenToldTo)
-{
-    MarketFeed feed(std::make_unique<CountingSource>(1000, 60'000), 0);
-    feed.start();
-    FeedBatch batch;
-    EXPECT_TRUE(takeUntil(feed, batch, [](const FeedBatch &taken) { return taken.orders.size() == 1; }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_FALSE(feed.take(batch));
-    feed.setSpeed(MarketFeed::maxSpeed);
-    EXPECT_TRUE(takeUntil(feed, batch, [](const FeedBatch &taken) { return taken.finished; }));
-    EXPECT_EQ(batch.counters.orders, 1000);
-}
-
 TEST(PlayClock, PassesMarketTimeAtItsSpeed)
 {
     PlayClock clock(10, 10'000'000);

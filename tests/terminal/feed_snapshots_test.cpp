@@ -59,14 +59,9 @@ QuoteSnapshot randomQuote(std::mt19937_64 &random)
     QuoteSnapshot quote;
     quote.time = qint64(random() % 5);
     quote.phase = random() % 2 ? TradingPhase::Unknown : TradingPhase::Continuous;
-    quote.last = price();
-    quote.previousClose = price();
-    quote.previousSettlement = price();
-    quote.open = price();
-    quote.high = price();
-    quote.low = price();
-    quote.upperLimit = price();
-    quote.lowerLimit = price();
+    for (double *field : {&quote.last, &quote.previousClose, &quote.previousSettlement, &quote.open, &quote.high,
+                          &quote.low, &quote.upperLimit, &quote.lowerLimit})
+        *field = price();
     quote.volume = count();
     quote.turnover = random() % 5 ? double(random()) : absent<double>;
     quote.openInterest = count();

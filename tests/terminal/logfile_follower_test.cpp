@@ -36,35 +36,15 @@ public:
                     lines << QStringLiteral("%1:%2").arg(block.level).arg(line);
             }
             largest = std::max(largest, news.blocks.empty() ? 0 : news.blocks.back().text.size());
-            if (!news.problem.isEmpty())
-                problem = news.problem;
         });
         start();
     }
 
-    std::string text() const { return lines.join(QLatin1Char('|')).toStdString(); }
-
     QStringList lines;
-    QString problem;
     int largest = 0;
 };
 
 } // namespace
-
-TEST(LogFollower, HandsOverWhatIsThereAndWhatComes)
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.log"));
-    Follower follower(path);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !follower.problem.isEmpty(); }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return follower.isCaughtUp(); })) << "there is nothing more to read";
-    append(path, "one\nERROR two\n  more\nthree\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return follower.lines.size() == 4; }));
-    EXPECT_EQ(follower.text(), "0:one|2:ERROR two|2:  more|0:three");
-    append(path, "委托\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return follower.lines.size() == 5; }));
-    EXPECT_EQ(follower.lines.last().toStdString(), "0:委托");
-}
 
 TEST(LogFollower, ALongFileComesInBlocksAndWhole)
 {

@@ -237,35 +237,6 @@ TEST_F(TerminalRun, TheLogTellsWhatARunBeganWithWhichFilesItUsedAndHowItEnded)
         "INFO 退出：运行 时间，委托 2，成交 0，行情 1，警告 0，错误 0");
 }
 
-TEST_F(TerminalRun, ScreenshotsShowEveryPageInBothThemesAndScales)
-{
-    writeSmallMarket();
-    const Outcome outcome =
-        run("--headless --speed max --replay . --shots out/shots --size 800x400 --config user.ini --scale 200");
-    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
-    for (const char *page : {"market", "log"})
-        EXPECT_EQ(QDir(folder.filePath("out/shots"))
-                      .entryList({QStringLiteral("%1-*.png").arg(QLatin1String(page))}, QDir::Files, QDir::Name)
-                      .join(QLatin1Char(' '))
-                      .remove(QStringLiteral("%1-").arg(QLatin1String(page)))
-                      .toStdString(),
-                  "dark-100.png dark-150.png light-100.png light-150.png");
-    PictureFacts facts[2][2];
-    for (const int light : {0, 1})
-        for (const int percent : {100, 150}) {
-            const QImage image(folder.filePath(QStringLiteral("out/shots/market-%1-%2.png")
-                                                   .arg(light ? QStringLiteral("light") : QStringLiteral("dark"))
-                                                   .arg(percent)));
-            EXPECT_EQ(image.size(), QSize(800, 400) * percent / 100);
-            facts[light][percent / 150] = factsOf(image);
-            EXPECT_GT(facts[light][percent / 150].colors, 50) << "nearly nothing is on the picture";
-        }
-    for (const int scale : {0, 1}) {
-        EXPECT_LT(facts[0][scale].lightness, 60);
-        EXPECT_GT(facts[1][scale].lightness, 200);
-    }
-}
-
 /// What tables show of a picture: not the bars above and below them, which tell of the time.
 QByteArray tablesOf(const QImage &image)
 {
@@ -276,7 +247,7 @@ QByteArray tablesOf(const QImage &image)
     return hash.result();
 }
 
-TEST_F(TerminalRun, ATourShowsEveryFeatureOfTheTablesAndLeavesTheUsersSettings)
+TEST_F(TerminalRun, ATourShowsEveryPageAndFeatureInBothThemesAndScalesAndLeavesTheUsersSettings)
 {
     writeSmallMarket();
     {
@@ -288,21 +259,30 @@ TEST_F(TerminalRun, ATourShowsEveryFeatureOfTheTablesAndLeavesTheUsersSettings)
         QStringLiteral("--headless --speed max --replay orders.csv --replay trades.csv --config user.ini");
     ASSERT_EQ(run(options).status, 0);
     const QByteArray before = read("user.ini");
-    const Outcome outcome = run(options + " --shots out --tour --size 700x400");
+    const Outcome outcome = run(options + " --shots out/shots --tour --size 700x400");
     EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
     EXPECT_EQ(read("user.ini"), before);
 
+    const QDir shots(folder.filePath("out/shots"));
+    for (const char *page : {"market", "log"})
+        for (const auto &[theme, percent] :
+             {std::pair("dark", 100), std::pair("dark", 150), std::pair("light", 100), std::pair("light", 150)}) {
+            const QImage image(shots.filePath(QStringLiteral("%1-%2-%3.png").arg(page, theme).arg(percent)));
+            EXPECT_EQ(image.size(), QSize(700, 400) * percent / 100) << page << ' ' << theme;
+            const PictureFacts facts = factsOf(image);
+            EXPECT_TRUE(theme[0] == 'd' ? facts.lightness < 60 : facts.lightness > 200) << page << ' ' << theme;
+        }
     QStringList expected;
     std::map<QByteArray, QString> shown;
     for (const QString &feature : terminal::FeatureTour::names())
         for (const char *look : {"dark-100", "dark-150", "light-100", "light-150"}) {
             expected.append(QStringLiteral("feature-%1-%2.png").arg(feature, QLatin1String(look)));
-            const QImage image(QDir(folder.filePath("out")).filePath(expected.back()));
+            const QImage image(shots.filePath(expected.back()));
             EXPECT_GT(factsOf(image).colors, 50) << expected.back().toStdString();
             const auto [same, isNew] = shown.emplace(tablesOf(image), expected.back());
             EXPECT_TRUE(isNew) << expected.back().toStdString() << " shows no more than " << same->second.toStdString();
         }
-    const QStringList taken = QDir(folder.filePath("out")).entryList({"feature-*.png"}, QDir::Files, QDir::Name);
+    const QStringList taken = shots.entryList({"feature-*.png"}, QDir::Files, QDir::Name);
     EXPECT_EQ(taken.join(QLatin1Char('\n')).toStdString(), expected.join(QLatin1Char('\n')).toStdString());
 }
 
