@@ -81,9 +81,11 @@ std::unique_ptr<GlyphStore::Glyph> GlyphStore::makeGlyph(QChar character) const
         for (int x = 0; x < picture.width(); ++x) {
             if (qAlpha(line[x]) == 0)
                 continue;
-            made->extent |= QRect(x - border, y - 2 * border, 1, 1);
-            made->ink.push_back({static_cast<qint16>(x - border), static_cast<qint16>(y - 2 * border),
-                                 static_cast<quint16>(qAlpha(line[x]))});
+            if (made->shape.lines.empty() || made->shape.lines.back().y != y - 2 * border)
+                made->shape.lines.push_back({y - 2 * border, 0});
+            ++made->shape.lines.back().dots;
+            made->shape.dots.push_back({static_cast<qint16>(x - border), static_cast<quint16>(qAlpha(line[x]))});
+            made->shape.extent |= QRect(x - border, y - 2 * border, 1, 1);
         }
     }
     return made;
@@ -113,9 +115,9 @@ int GlyphStore::draw(GridCanvas &canvas, int x, int baseline, const QString &tex
                      const GridTint &tint) const
 {
     for (int i = 0; i < count; ++i) {
-        const Glyph &shape = glyph(text.at(i));
-        canvas.blendInk(x, baseline, shape.ink, shape.extent, tint);
-        x += shape.advance;
+        const Glyph &drawn = glyph(text.at(i));
+        canvas.blendShape(x, baseline, drawn.shape, tint);
+        x += drawn.advance;
     }
     return x;
 }

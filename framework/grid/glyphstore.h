@@ -48,8 +48,7 @@ private:
     struct Glyph
     {
         int advance = 0;
-        QRect extent;             ///< of the ink, from the pen on the baseline
-        std::vector<GridInk> ink; ///< line by line
+        GridShape shape; ///< from the pen on the baseline
     };
     using Page = std::array<std::unique_ptr<Glyph>, 256>;
 

@@ -30,8 +30,10 @@ void GridBody::invalidate()
 {
     for (Slot &slot : slotStore) {
         slot.painted = false;
-        for (GridCell &cell : slot.cells)
+        for (GridCell &cell : slot.cells) {
             cell.painted = false;
+            cell.ground = 0;
+        }
     }
 }
 
@@ -122,8 +124,11 @@ void GridBody::moveSideways(const GridFrame &frame, const std::vector<GridShownC
     for (const GridShownColumn &column : next) {
         if (column.frozen || column.clipLeft >= uncoveredRight || column.clipRight <= uncoveredLeft)
             continue;
-        for (Slot &slot : slotStore)
-            slot.cells[static_cast<size_t>(column.column)].painted = false;
+        for (Slot &slot : slotStore) {
+            GridCell &cell = slot.cells[static_cast<size_t>(column.column)];
+            cell.painted = false;
+            cell.ground = 0;
+        }
     }
 }
 
@@ -162,18 +167,24 @@ bool GridBody::assignSlots(const GridFrame &frame)
         if (slot >= 0)
             taken[static_cast<size_t>(slot)] = true;
     }
-    size_t next = 0;
-    for (Place &place : places) {
-        if (place.slot >= 0)
-            continue;
-        while (taken[next])
-            ++next;
-        place.slot = static_cast<int>(next++);
-        Slot &slot = slotStore[static_cast<size_t>(place.slot)];
-        slot.painted = false;
-        std::fill(slot.cells.begin(), slot.cells.end(), GridCell());
-    }
+    for (size_t i = 0; i < places.size(); ++i)
+        if (places[i].slot < 0)
+            places[i].slot = takeSlot(taken, rowDecor(frame, static_cast<int>(i)));
     return true;
+}
+
+/// A free one, which has the wanted ground if there is such a one.
+int GridBody::takeSlot(std::vector<bool> &taken, quint8 decor)
+{
+    size_t found = slotStore.size();
+    for (size_t i = 0; i < slotStore.size() && (found == slotStore.size() || slotStore[found].decor != decor); ++i)
+        if (!taken[i] && (found == slotStore.size() || slotStore[i].decor == decor))
+            found = i;
+    taken[found] = true;
+    slotStore[found].painted = false;
+    for (GridCell &cell : slotStore[found].cells)
+        cell.forgetContent();
+    return static_cast<int>(found);
 }
 
 quint8 GridBody::rowDecor(const GridFrame &frame, int index) const

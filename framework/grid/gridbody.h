@@ -17,6 +17,7 @@ class QPainter;
 namespace ZB {
 
 class CBaseTableColumnWidgetDelegate;
+class GridCanvas;
 class GridCellPainter;
 class GridSelection;
 
@@ -88,10 +89,13 @@ private:
     void moveSideways(const GridFrame &frame, const std::vector<GridShownColumn> &next);
     void forgetOutOfSight(const std::vector<GridShownColumn> &next, size_t columnCount);
     bool assignSlots(const GridFrame &frame);
+    int takeSlot(std::vector<bool> &taken, quint8 decor);
     QRect updateRow(GridSource &source, const GridFrame &frame, int index);
     bool updateCell(GridSource &source, const GridFrame &frame, int index, bool ask, const GridShownColumn &where);
     void ask(GridSource &source, int index, int column, GridCell &cell, qint64 now);
-    void paintCell(const GridFrame &frame, int index, const GridShownColumn &where, const GridCell &cell);
+    void paintCell(const GridFrame &frame, int index, const GridShownColumn &where, GridCell &cell);
+    bool paintGround(GridCanvas &canvas, const GridFrame &frame, const QRect &rect, const GridShownColumn &where,
+                     const GridCell &cell);
     /// Lets the column's delegate paint; returns whether the cell's text is still to be drawn, and which.
     bool paintDelegate(const GridFrame &frame, int index, const GridShownColumn &where, GridCell &cell);
     quint8 rowDecor(const GridFrame &frame, int index) const;

@@ -37,16 +37,15 @@ void GridBody::paintMargins(const GridFrame &frame, int index, quint8 decor)
         cells.paintRest(canvas, QRect(end, top, strip.width() - end, rowHeight), decor);
 }
 
-void GridBody::paintCell(const GridFrame &frame, int index, const GridShownColumn &where, const GridCell &cell)
+void GridBody::paintCell(const GridFrame &frame, int index, const GridShownColumn &where, GridCell &cell)
 {
     const QRect rect(where.left, places[static_cast<size_t>(index)].slot * rowHeight, where.width, rowHeight);
     const GridColumn &column = frame.geometry.columns.at(where.column);
-    const bool frozenEdge = where.frozen && frame.geometry.columns.placeOf(where.column) == frozen - 1;
     const auto at = static_cast<size_t>(where.column);
     const bool delegated = at < frame.delegates.size() && frame.delegates[at];
     GridCanvas canvas(strip);
     canvas.setClip(QRect(where.clipLeft, rect.top(), where.clipRight - where.clipLeft, rect.height()));
-    cells.paintBackground(canvas, rect, cell, frozenEdge);
+    const bool isWhole = paintGround(canvas, frame, rect, where, cell);
     bool isCut = false;
     if (!delegated) {
         isCut = cells.paintContent(canvas, rect, cell, column);
@@ -58,6 +57,25 @@ void GridBody::paintCell(const GridFrame &frame, int index, const GridShownColum
     if (isCut && column.numeric)
         cutNumbers.insert(where.column);
     cells.paintFrame(canvas, rect, cell);
+    const bool isKnown = isWhole && !delegated && (canvas.drawn() | cells.inside(rect)) == cells.inside(rect);
+    cell.ground = isKnown ? cells.background(cell) : 0;
+    cell.drawn = canvas.drawn().translated(-rect.topLeft());
+}
+
+/// On the ground that it had, a cell only loses what was drawn there. True when all of the cell is in sight.
+bool GridBody::paintGround(GridCanvas &canvas, const GridFrame &frame, const QRect &rect, const GridShownColumn &where,
+                           const GridCell &cell)
+{
+    const bool isWhole = where.clipLeft <= rect.left() && where.clipRight > rect.right();
+    const QRgb ground = cells.background(cell);
+    if (isWhole && cell.ground == ground) {
+        canvas.fill(cell.drawn.translated(rect.topLeft()), ground);
+    } else {
+        const bool frozenEdge = where.frozen && frame.geometry.columns.placeOf(where.column) == frozen - 1;
+        cells.paintBackground(canvas, rect, ground, frozenEdge);
+    }
+    canvas.forgetDrawn();
+    return isWhole;
 }
 
 bool GridBody::paintDelegate(const GridFrame &frame, int index, const GridShownColumn &where, GridCell &cell)

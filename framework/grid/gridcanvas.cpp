@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace ZB {
 
@@ -13,11 +14,31 @@ QRgb dimmed(QRgb color, quint32 coverage)
     return mixColors(color, 0, static_cast<int>(coverage)) & 0x00ffffffu;
 }
 
+/// Returns the end.
+inline const GridShape::Dot *blendDots(QRgb *origin, const GridShape::Dot *dot, const GridShape::Dot *end,
+                                       const GridTint &tint)
+{
+    const QRgb ground = tint.ground; // the pixels could be the tint's, as far as the compiler knows
+    const QRgb *const mixed = tint.mixed.data();
+    for (; dot != end; ++dot) {
+        QRgb &target = origin[dot->x];
+        target = target == ground ? mixed[dot->coverage] : mixColors(target, tint.color, dot->coverage);
+    }
+    return end;
+}
+
 } // namespace
 
 GridCanvas::GridCanvas(QImage &picture)
     : bits(picture.bits()), stride(picture.bytesPerLine()), whole(picture.rect()), bounds(picture.rect())
 {
+    forgetDrawn();
+}
+
+void GridCanvas::forgetDrawn()
+{
+    drawnBegin = {std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
+    drawnEnd = {std::numeric_limits<int>::min(), std::numeric_limits<int>::min()};
 }
 
 void GridCanvas::setClip(const QRect &rect)
@@ -30,6 +51,7 @@ void GridCanvas::fill(const QRect &rect, QRgb color)
     const QRect area = rect & bounds;
     if (area.isEmpty())
         return;
+    noteDrawn(area);
     color |= 0xff000000u;
     for (int y = area.top(); y <= area.bottom(); ++y)
         std::fill_n(line(y) + area.left(), area.width(), color);
@@ -43,18 +65,34 @@ void GridCanvas::frame(const QRect &rect, QRgb color)
     fill(QRect(rect.right(), rect.top(), 1, rect.height()), color);
 }
 
-void GridCanvas::blendInk(int x, int y, const std::vector<GridInk> &ink, const QRect &extent, const GridTint &tint)
+void GridCanvas::blendShape(int x, int y, const GridShape &shape, const GridTint &tint)
 {
-    const QRect area = extent.translated(x, y);
-    const bool uncut = bounds.contains(area);
-    if (!uncut && !bounds.intersects(area))
+    const QRect area = shape.extent.translated(x, y);
+    const QRect inside = area & bounds;
+    if (inside.isEmpty())
         return;
-    uchar *origin = bits + y * stride + static_cast<qint64>(x) * 4;
-    for (const GridInk &dot : ink) {
-        if (!uncut && !bounds.contains(x + dot.x, y + dot.y))
+    noteDrawn(inside);
+    const GridShape::Dot *dot = shape.dots.data();
+    if (inside != area)
+        return blendCut(x, y, shape, tint);
+    uchar *const origin = bits + y * stride + static_cast<qint64>(x) * 4;
+    for (const GridShape::Line &inked : shape.lines)
+        dot = blendDots(reinterpret_cast<QRgb *>(origin + inked.y * stride), dot, dot + inked.dots, tint);
+}
+
+void GridCanvas::blendCut(int x, int y, const GridShape &shape, const GridTint &tint)
+{
+    const GridShape::Dot *next = shape.dots.data();
+    for (const GridShape::Line &inked : shape.lines) {
+        const GridShape::Dot *dot = next;
+        const GridShape::Dot *end = next += inked.dots;
+        if (y + inked.y < bounds.top() || y + inked.y > bounds.bottom())
             continue;
-        QRgb &target = *reinterpret_cast<QRgb *>(origin + dot.y * stride + dot.x * 4);
-        target = target == tint.ground ? tint.mixed[dot.coverage] : mixColors(target, tint.color, dot.coverage);
+        while (dot != end && x + dot->x < bounds.left())
+            ++dot;
+        while (end != dot && x + (end - 1)->x > bounds.right())
+            --end;
+        blendDots(line(y + inked.y) + x, dot, end, tint);
     }
 }
 
@@ -71,6 +109,9 @@ void GridCanvas::blendPicture(int x, int y, const QImage &source)
 {
     Q_ASSERT(source.isNull() || source.format() == QImage::Format_ARGB32_Premultiplied);
     const QRect area = QRect(QPoint(x, y), source.size()) & bounds;
+    if (area.isEmpty())
+        return;
+    noteDrawn(area);
     for (int row = area.top(); row <= area.bottom(); ++row) {
         const auto *from = reinterpret_cast<const QRgb *>(source.constScanLine(row - y)) + (area.left() - x);
         QRgb *target = line(row) + area.left();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QRect>
 #include <QtCore/QString>
 #include <QtGui/QRgb>
 
@@ -20,6 +21,16 @@ enum GridDecor : quint8
 /// One cell as it was painted last.
 struct GridCell
 {
+    /// Another cell stands here, on the pixels of this one.
+    void forgetContent()
+    {
+        const QRect wasDrawn = drawn;
+        const QRgb wasGround = ground;
+        *this = GridCell();
+        drawn = wasDrawn;
+        ground = wasGround;
+    }
+
     QString text;
     QString unit;
     QRgb color = 0;      ///< 0: the grid's own
@@ -31,6 +42,8 @@ struct GridCell
     quint8 decor = 0;     ///< GridDecor
     bool known = false;   ///< the content above is the source's
     bool painted = false; ///< its pixels show the content above
+    QRgb ground = 0;      ///< on all of its pixels but for `drawn` and the lines; 0: on not all of them, or not known
+    QRect drawn;          ///< from the cell's corner
 };
 
 } // namespace ZB

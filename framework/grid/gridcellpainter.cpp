@@ -26,6 +26,12 @@ QRgb strongerLine(const GridLook &look)
 
 } // namespace
 
+bool haveLikeCells(const GridColumn &a, const GridColumn &b)
+{
+    return cellFont(a) == cellFont(b) && a.numeric == b.numeric && a.alignment == b.alignment &&
+           a.unitSample == b.unitSample;
+}
+
 GridFont cellFont(const GridColumn &column)
 {
     if (column.numeric)
@@ -104,10 +110,10 @@ QRect GridCellPainter::inside(const QRect &rect) const
     return rect.adjusted(0, 0, -colors.verticalLine, -colors.horizontalLine);
 }
 
-void GridCellPainter::paintBackground(GridCanvas &canvas, const QRect &rect, const GridCell &cell, bool frozenEdge)
+void GridCellPainter::paintBackground(GridCanvas &canvas, const QRect &rect, QRgb ground, bool frozenEdge)
 {
     const QRect content = inside(rect);
-    canvas.fill(content, background(cell));
+    canvas.fill(content, ground);
     const QRgb side = frozenEdge ? strongerLine(colors) : colors.line.rgb();
     canvas.fill(QRect(content.right() + 1, rect.top(), colors.verticalLine, rect.height()), side);
     canvas.fill(QRect(rect.left(), content.bottom() + 1, content.width(), colors.horizontalLine), colors.line.rgb());

@@ -38,8 +38,10 @@ public:
     /// Keeps an icon and returns its key for GridCell; 0 for null.
     qint64 keepIcon(const QPixmap *icon);
 
-    /// frozenEdge: the column is the last one that does not scroll.
-    void paintBackground(GridCanvas &canvas, const QRect &rect, const GridCell &cell, bool frozenEdge);
+    /// What a cell's content stands on, opaque.
+    QRgb background(const GridCell &cell) const;
+    /// Ground and lines. frozenEdge: the column is the last one that does not scroll.
+    void paintBackground(GridCanvas &canvas, const QRect &rect, QRgb ground, bool frozenEdge);
     /// True when the text did not fit.
     bool paintContent(GridCanvas &canvas, const QRect &rect, const GridCell &cell, const GridColumn &column);
     void paintFrame(GridCanvas &canvas, const QRect &rect, const GridCell &cell);
@@ -60,7 +62,6 @@ public:
     static quint8 flashStep(const GridCell &cell, qint64 now);
 
 private:
-    QRgb background(const GridCell &cell) const;
     QRgb rowBackground(quint8 decor) const;
     QRgb textColor(const GridCell &cell) const;
     QRect textRect(const QRect &rect, const GridCell &cell, const GridColumn &column) const;
@@ -74,6 +75,9 @@ private:
     QString marked;
     QHash<qint64, QImage> icons;
 };
+
+/// Whether cells of both columns are painted alike at the same width.
+bool haveLikeCells(const GridColumn &a, const GridColumn &b);
 
 /// The font of a column's cells.
 GridFont cellFont(const GridColumn &column);

@@ -77,8 +77,8 @@ public:
 
     /// @name Columns
     /// @{
-    /// As many as the source's columnCount() at the last refresh; GridColumn() for others.
-    GridColumn column(int column) const;
+    /// As many as the source's columnCount() at the last refresh; GridColumn() for others. Valid until columns change.
+    const GridColumn &column(int column) const;
     void setColumn(int column, const GridColumn &look);
     void setColumnWidth(int column, int width);
     void setColumnVisible(int column, bool visible);

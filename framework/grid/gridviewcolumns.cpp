@@ -7,7 +7,7 @@
 
 namespace ZB {
 
-GridColumn GridView::column(int column) const
+const GridColumn &GridView::column(int column) const
 {
     d->ensureColumns();
     return d->geometry.columns.at(column);
@@ -16,7 +16,12 @@ GridColumn GridView::column(int column) const
 void GridView::setColumn(int column, const GridColumn &look)
 {
     d->ensureColumns();
-    if (d->geometry.columns.set(column, look))
+    const GridColumn before = d->geometry.columns.at(column);
+    if (!d->geometry.columns.set(column, look))
+        return;
+    if (haveLikeCells(before, look)) // the header or the statistics row, or where columns stand
+        d->touchLayout();
+    else
         d->touchColumns();
 }
 

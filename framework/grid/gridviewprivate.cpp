@@ -143,12 +143,16 @@ int GridViewPrivate::currentColumn() const
     return geometry.columns.placed().empty() ? -1 : geometry.columns.placed().front().column;
 }
 
-int GridViewPrivate::wantedNumberWidth() const
+/// Room for one digit too many stays: a filter would move all columns, and its removal move them back.
+int GridViewPrivate::wantedNumberWidth()
 {
     if (!numbersVisible)
         return 0;
-    const int digits = QString::number(firstNumber + std::max<qint64>(0, geometry.rowCount - 1)).size();
-    return cells.numberWidth(std::max(fewestDigits, digits));
+    const qint64 last = firstNumber + std::max<qint64>(0, geometry.rowCount - 1);
+    const int digits = std::max<int>(fewestDigits, QString::number(last).size());
+    if (digits > numberDigits || digits < numberDigits - 1)
+        numberDigits = digits;
+    return cells.numberWidth(numberDigits);
 }
 
 void GridViewPrivate::layOut()

@@ -92,6 +92,7 @@ public:
     bool numbersVisible = true;
     bool statisticsVisible = false;
     qint64 firstNumber = 1;
+    int numberDigits = 0; ///< that the row numbers have room for
     QString statisticsTitle;
     QString emptyText;
 
@@ -127,7 +128,7 @@ private:
     void updateRows();
     bool updateStatistics(bool ask);
     qint64 untilCutNumbers() const;
-    int wantedNumberWidth() const;
+    int wantedNumberWidth();
     void paintEmptyText(QPainter &painter) const;
     void paintDrag(QPainter &painter) const;
 

@@ -41,6 +41,7 @@ void RecordSource::markCell(RecordRow &row, int column)
 
 const RecordCell &RecordSource::shownCell(RecordRow &row, int column) const
 {
+    row.cells.reserve(columns.size()); // most are asked for one after the other
     if (row.cell(column).due && !row.gone)
         show(row, column);
     return row.cell(column);

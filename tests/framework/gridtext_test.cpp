@@ -152,7 +152,7 @@ TEST(GridCellPainter, AFlashFadesWithinHalfASecond)
         GridCell drawn;
         drawn.flash = flash;
         drawn.flashStep = step;
-        painter.paintBackground(canvas, picture.rect(), drawn, false);
+        painter.paintBackground(canvas, picture.rect(), painter.background(drawn), false);
         return QColor(picture.pixel(5, 5));
     };
     EXPECT_EQ(ground(0, GridFlash::Rise), look.background);

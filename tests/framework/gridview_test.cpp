@@ -293,6 +293,21 @@ TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
     EXPECT_EQ(view.grab().toImage(), fresh());
 }
 
+TEST_F(GridViewTest, ColumnsDoNotMoveForOneDigitFewerInTheRowNumbers)
+{
+    const auto leftWith = [&](qint64 lastNumber) {
+        view.setFirstRowNumber(lastNumber - source.rowCount() + 1);
+        view.refreshNow();
+        return view.headerRect(0).left();
+    };
+    const int fourDigits = leftWith(1000);
+    const int sixDigits = leftWith(100000);
+    EXPECT_GT(sixDigits, fourDigits);
+    EXPECT_EQ(leftWith(99999), sixDigits) << "a filter takes a digit, and its removal gives it back";
+    EXPECT_EQ(leftWith(100000), sixDigits);
+    EXPECT_EQ(leftWith(9999), fourDigits);
+}
+
 TEST_F(GridViewTest, BadInputChangesNothing)
 {
     view.setColumnWidth(-1, 10);

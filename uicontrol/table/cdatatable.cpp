@@ -111,6 +111,8 @@ const CDataTable::ShownRow *CDataTable::shownRow(int row) const
 
 CDataTable::ShownRow &CDataTable::rowFor(int row)
 {
+    if (rowToKey.empty() || row > rowToKey.back().row)
+        return rowToKey.emplace_back(ShownRow{row, false, nullptr, RecordPtr()});
     if (const ShownRow *known = shownRow(row))
         return rowToKey[static_cast<std::size_t>(known - rowToKey.data())];
     const auto place = std::lower_bound(rowToKey.begin(), rowToKey.end(), row,

@@ -218,6 +218,7 @@ private:
     };
 
     bool passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const;
+    bool textOfColumn(const RecordPtr &record, int column, QString &text) const;
     bool passCustomFilters(const RecordPtr &record) const;
     bool passAllBut(const RecordPtr &record, int column) const;
     const CFieldFormat *formatOfColumn(int column) const;

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "model/cfieldformat.h"
+#include "model/recordsearch.h"
 #include "table/cdatatable.h"
 
 namespace KV {
@@ -29,11 +30,9 @@ bool CDataTable::passFilterByCol(const RecordPtr &record, int column, const Colu
     const QSet<QString> &wanted = filter.second;
     if (column < 0 || wanted.isEmpty() || !columnFilterable(column))
         return true;
-    const int field = record ? columnID2fieldID(column) : -1;
-    if (field < 0)
-        return false;
     QString text;
-    getDataByFieldID(record, field, text);
+    if (!textOfColumn(record, column, text))
+        return false;
     if (filter.first == ZB::FilterExact)
         return wanted.contains(text);
     // The box of this table lists every value, so that it asks for no other type.
@@ -41,6 +40,22 @@ bool CDataTable::passFilterByCol(const RecordPtr &record, int column, const Colu
            std::any_of(wanted.begin(), wanted.end(), [&text](const QString &part) {
                return !part.isEmpty() && text.contains(part, Qt::CaseInsensitive);
            });
+}
+
+/// The text by which a column is filtered, empty for a record that does not have the field; false for a column that
+/// shows no field.
+bool CDataTable::textOfColumn(const RecordPtr &record, int column, QString &text) const
+{
+    const int field = record ? columnID2fieldID(column) : -1;
+    if (field < 0)
+        return false;
+    const CFieldFormat *format = formatOfColumn(column);
+    if (!format)
+        return getDataByFieldID(record, field, text), true;
+    RecordPtr nested;
+    if (const kdservice::IData *holder = recordHolding(*record, field, nested))
+        text = format->text(*holder);
+    return true;
 }
 
 void CDataTable::onFilter(int column, int type, QString text)
