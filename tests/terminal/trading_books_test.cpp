@@ -1,4 +1,3 @@
-#include <functional>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -8,7 +7,6 @@
 using namespace tradingtest;
 using feed::Side;
 using trading::Money;
-using trading::Offset;
 using trading::PaperBroker;
 using trading::PositionSide;
 
@@ -274,38 +272,4 @@ TEST(TradingBooks, AgreeWithARecountOfTheDealsAfterRandomDays)
         EXPECT_GT(archive.settlements.size(), 5u);
         EXPECT_GT(refused, 500);
     }
-}
-
-TEST(TradingBooks, AreNotTakenUpWhenTheyContradictEachOther)
-{
-    trading::DeskState good;
-    good.accounts = {stockAccount()};
-    trading::Position position;
-    position.account = "S1";
-    position.code = "600001.SH";
-    position.old.quantity = 100;
-    good.positions = {position};
-    trading::PaperOrder order;
-    order.id = 1;
-    order.account = "S1";
-    order.code = "600001.SH";
-    order.side = Side::Sell;
-    order.offset = Offset::Close;
-    order.price = feed::priceUnits(10);
-    order.quantity = order.heldOld = 100;
-    good.orders = {order};
-    EXPECT_TRUE(PaperBroker().restore(good));
-
-    const auto isRestored = [&good](const std::function<void(trading::DeskState &)> &spoil) {
-        trading::DeskState state = good;
-        spoil(state);
-        return PaperBroker().restore(state);
-    };
-    EXPECT_FALSE(isRestored([&order](trading::DeskState &state) {
-        state.orders.push_back(order);
-        state.orders[1].id = 2;
-    })) << "held twice";
-    EXPECT_FALSE(isRestored([](trading::DeskState &state) { state.positions[0].account = "S2"; })) << "nobody's";
-    EXPECT_FALSE(isRestored([](trading::DeskState &state) { state.orders[0].filled.quantity = 200; })) << "overfilled";
-    EXPECT_FALSE(isRestored([](trading::DeskState &state) { state.positions[0].today.quantity = -100; })) << "negative";
 }

@@ -259,7 +259,8 @@ TEST_F(TradingFiles, WithValuesThatNoDeskWritesAreRefused)
     for (const char *statement :
          {"UPDATE account SET kind = 7 WHERE id = 'S1'", "UPDATE position SET side = side + 7",
           "UPDATE position SET kind = 99", "UPDATE position SET multiplier = 0",
-          "UPDATE position SET old_quantity = -1", "UPDATE position SET today_basis = -5",
+          "UPDATE position SET old_quantity = -1", "UPDATE position SET today_quantity = -1",
+          "UPDATE orders SET filled = quantity + 100 WHERE id = 3", "UPDATE position SET today_basis = -5",
           "UPDATE orders SET status = 7 WHERE id = 3", "UPDATE orders SET side = 7 WHERE id = 3",
           "UPDATE orders SET offset = 7 WHERE id = 3", "UPDATE orders SET price = -1 WHERE id = 3",
           "UPDATE orders SET quantity = 0 WHERE id = 3", "UPDATE position SET account = 'nobody'",
