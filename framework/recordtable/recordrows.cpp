@@ -1,6 +1,7 @@
 #include "recordtable/recordrows.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace ZB {
@@ -18,11 +19,15 @@ GridRowId RecordRows::takeScreenId(quint64 identity, RecordRow *row)
 
 RecordRowPtr RecordRows::freshRow()
 {
-    if (spare.empty())
-        return std::make_shared<RecordRow>();
-    RecordRowPtr row = std::move(spare.back());
-    spare.pop_back();
-    return row;
+    while (!spare.empty()) {
+        const RecordRowPtr row = std::move(spare.back());
+        spare.pop_back();
+        if (row.use_count() > 1)
+            continue; // still on the screen
+        row->reset();
+        return row;
+    }
+    return std::make_shared<RecordRow>();
 }
 
 RecordRow *RecordRows::add(quint64 identity)
@@ -52,13 +57,11 @@ bool RecordRows::remove(int id)
 
 void RecordRows::clear()
 {
-    for (RecordRowPtr &row : arrival) {
-        row->gone = true;
-        if (row.use_count() > 1)
-            continue;
-        row->reset();
-        spare.push_back(std::move(row));
-    }
+    // Rows that nobody knows are not even looked at: tables of thousands are filtered while somebody waits.
+    for (int id = 0; id < nextId; ++id)
+        if (RecordRow *row = isKnown(id) ? peek(id) : nullptr)
+            row->gone = true;
+    std::move(arrival.begin(), arrival.end(), std::back_inserter(spare));
     order.clear();
     touchedRows.clear();
     rowOfScreenId.clear();

@@ -62,6 +62,7 @@ int CDataTable::removeDataByKey(std::string key)
     sumAnew();
     removeRow(row);
     keyToRow->remove(kdservice::hashOfKey(key), entry);
+    inOrder.clear();
     ++removals;
     rowToKey.erase(rowToKey.begin() + (shownRow(row) - rowToKey.data()));
     records.erase(key);
@@ -72,6 +73,7 @@ void CDataTable::clear()
 {
     forgetRows();
     keyToRow->clear();
+    inOrder.clear();
     ++removals;
     records.clear();
     boldColumns.clear();

@@ -219,6 +219,7 @@ private:
 
     bool passFilterByCol(const RecordPtr &record, int column, const ColumnFilter &filter) const;
     bool textOfColumn(const RecordPtr &record, int column, QString &text) const;
+    bool passColumnFilters(const RecordPtr &record) const;
     bool passCustomFilters(const RecordPtr &record) const;
     bool passAllBut(const RecordPtr &record, int column) const;
     const CFieldFormat *formatOfColumn(int column) const;
@@ -238,7 +239,10 @@ private:
     Entry *stillStored(Entry &entry, const RecordPtr &record, quint64 removalsBefore) const;
     std::vector<NewRecord> withoutRows(const std::vector<NewRecord> &passed, bool lookUp) const;
     QVector<int> showNew(const std::vector<NewRecord> &newOnes);
-    void forEachStored(const std::function<void(Entry &, const RecordPtr &)> &visit);
+    /// wanted: those to visit; calls no hooks. Null for all.
+    void forEachStored(const std::function<bool(const Entry &)> &wanted,
+                       const std::function<void(Entry &, const RecordPtr &)> &visit);
+    void takeOrder();
     void forgetRows();
     const ShownRow *shownRow(int row) const;
     ShownRow &rowFor(int row);
@@ -271,9 +275,11 @@ private:
     std::unique_ptr<Index> keyToRow; ///< of all that is stored; the row stands in the entry
     std::vector<ShownRow> rowToKey;  ///< by ascending row
     std::map<std::string, Stored> records;
-    quint64 removals = 0;      ///< of stored records, up to now: entries that were known before may be gone
-    quint64 rowsForgotten = 0; ///< how often all rows have gone
-    int showingRow = -1;       ///< the one that showData() is called for
+    std::vector<Entry *> inOrder; ///< of their keys; empty while it is stale
+    quint64 additions = 0;        ///< of stored records, up to now
+    quint64 removals = 0;         ///< the same: entries that were known before may be gone
+    quint64 rowsForgotten = 0;    ///< how often all rows have gone
+    int showingRow = -1;          ///< the one that showData() is called for
     kdservice::EVxTraderType tradeType = kdservice::TraderStock;
     std::set<int> boldColumns;
     bool boldKnown = false; ///< the columns that are bold by their fields are among them

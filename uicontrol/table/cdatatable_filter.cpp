@@ -13,11 +13,15 @@ bool CDataTable::passCustomFilters(const RecordPtr &record) const
     });
 }
 
+bool CDataTable::passColumnFilters(const RecordPtr &record) const
+{
+    return std::all_of(columnFilters.begin(), columnFilters.end(),
+                       [&](const auto &entry) { return passFilterByCol(record, entry.first, entry.second); });
+}
+
 bool CDataTable::passData(const RecordPtr &record) const
 {
-    return passCustomFilters(record) && std::all_of(columnFilters.begin(), columnFilters.end(), [&](const auto &entry) {
-               return passFilterByCol(record, entry.first, entry.second);
-           });
+    return passCustomFilters(record) && passColumnFilters(record);
 }
 
 bool CDataTable::passFilter(const RecordPtr &, int, int, QString) const
@@ -102,7 +106,10 @@ void CDataTable::reFilterDatas()
     forgetRows();
     rowToKey.reserve(records.size());
     const quint64 forgottenBefore = rowsForgotten;
-    forEachStored([this, forgottenBefore](Entry &stored, const RecordPtr &record) {
+    const auto mayPass = [this](const Entry &stored) {
+        return !customFilters.empty() || passColumnFilters(stored.second.record);
+    };
+    forEachStored(mayPass, [this, forgottenBefore](Entry &stored, const RecordPtr &record) {
         const quint64 removalsBefore = removals;
         if (rowsForgotten != forgottenBefore || !passData(record))
             return;
@@ -136,7 +143,7 @@ void CDataTable::showFilterMenu(int column, QRect header)
     const bool ofNumbers = type == kdservice::ExtInt || type == kdservice::ExtLong || type == kdservice::ExtDouble;
     std::map<QString, int> counts;
     std::map<QString, double> numbers;
-    forEachStored([&](Entry &, const RecordPtr &record) {
+    forEachStored(nullptr, [&](Entry &, const RecordPtr &record) {
         QString text;
         if (!passAllBut(record, column))
             return;

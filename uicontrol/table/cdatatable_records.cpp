@@ -18,6 +18,8 @@ CDataTable::Entry &CDataTable::store(const RecordPtr &record)
     if (!entry) {
         entry = &*records.emplace(std::move(key), Stored()).first;
         keyToRow->insert(kdservice::hashOfKey(entry->first), entry);
+        inOrder.clear();
+        ++additions;
     }
     handIn(*entry, record);
     return *entry;
@@ -98,18 +100,45 @@ void CDataTable::refreshDatas()
 {
     if (records.empty())
         return;
-    forEachStored([this](Entry &entry, const RecordPtr &) { showStored(entry, false); });
+    forEachStored(nullptr, [this](Entry &entry, const RecordPtr &) { showStored(entry, false); });
     repaint(true); // once for all
 }
 
-/// In the order of their keys. Records may come and go meanwhile.
-void CDataTable::forEachStored(const std::function<void(Entry &, const RecordPtr &)> &visit)
+void CDataTable::takeOrder()
 {
-    for (auto next = records.begin(); next != records.end();) {
-        const RecordPtr record = next->second.record;
-        const quint64 removalsBefore = removals;
-        visit(*next, record);
-        next = removals == removalsBefore ? std::next(next) : records.upper_bound(record->getKey());
+    if (inOrder.size() == records.size())
+        return;
+    inOrder.clear();
+    inOrder.reserve(records.size());
+    for (Entry &entry : records)
+        inOrder.push_back(&entry);
+}
+
+/// In the order of their keys. Records may come and go meanwhile. Entries and records lie anywhere in memory: those of
+/// the next steps are fetched ahead.
+void CDataTable::forEachStored(const std::function<bool(const Entry &)> &wanted,
+                               const std::function<void(Entry &, const RecordPtr &)> &visit)
+{
+    constexpr std::size_t entryAhead = 16;
+    constexpr std::size_t recordAhead = 8;
+    takeOrder();
+    for (std::size_t next = 0; next < inOrder.size();) {
+        if (next + entryAhead < inOrder.size())
+            core::prefetch(&inOrder[next + entryAhead]->second);
+        if (next + recordAhead < inOrder.size())
+            core::prefetchObject(inOrder[next + recordAhead]->second.record.get());
+        Entry &entry = *inOrder[next++];
+        if (wanted && !wanted(entry))
+            continue;
+        const RecordPtr record = entry.second.record;
+        const quint64 before = additions + removals;
+        visit(entry, record);
+        takeOrder();
+        if (additions + removals != before)
+            next = static_cast<std::size_t>(
+                std::upper_bound(inOrder.begin(), inOrder.end(), record->getKey(),
+                                 [](const std::string &key, const Entry *one) { return key < one->first; }) -
+                inOrder.begin());
     }
 }
 
