@@ -58,9 +58,13 @@ bool RecordRows::remove(int id)
 void RecordRows::clear()
 {
     // Rows that nobody knows are not even looked at: tables of thousands are filtered while somebody waits.
-    for (int id = 0; id < nextId; ++id)
-        if (RecordRow *row = isKnown(id) ? peek(id) : nullptr)
+    for (int id = 0; id < nextId; ++id) {
+        RecordRow *row = isKnown(id) ? peek(id) : nullptr;
+        if (row && row->weak_from_this().use_count() == 1)
+            row->reset();
+        else if (row)
             row->gone = true;
+    }
     std::move(arrival.begin(), arrival.end(), std::back_inserter(spare));
     order.clear();
     touchedRows.clear();
