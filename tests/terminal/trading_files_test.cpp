@@ -260,11 +260,12 @@ TEST_F(TradingFiles, WithValuesThatNoDeskWritesAreRefused)
          {"UPDATE account SET kind = 7 WHERE id = 'S1'", "UPDATE position SET side = side + 7",
           "UPDATE position SET kind = 99", "UPDATE position SET multiplier = 0",
           "UPDATE position SET old_quantity = -1", "UPDATE position SET today_quantity = -1",
-          "UPDATE orders SET filled = quantity + 100 WHERE id = 3", "UPDATE position SET today_basis = -5",
+          "UPDATE orders SET filled = quantity + 100 WHERE status = 56", "UPDATE position SET today_basis = -5",
           "UPDATE orders SET status = 7 WHERE id = 3", "UPDATE orders SET side = 7 WHERE id = 3",
           "UPDATE orders SET offset = 7 WHERE id = 3", "UPDATE orders SET price = -1 WHERE id = 3",
           "UPDATE orders SET quantity = 0 WHERE id = 3", "UPDATE position SET account = 'nobody'",
           "DELETE FROM account",
+          "UPDATE orders SET quantity = quantity + 1000000, held_today = held_today + 1000000 WHERE held_today > 0",
           "UPDATE orders SET held_old = 1000000000 WHERE id = (SELECT max(id) FROM orders WHERE offset <> 48)"}) {
         write(path, good);
         execute(path, {QLatin1String(statement), QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)")});
