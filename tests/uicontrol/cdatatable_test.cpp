@@ -5,7 +5,6 @@
 
 #include "grid/gridview.h"
 #include "popups/filterpopup.h"
-#include "records/record.h"
 #include "recordwindow.h"
 #include "services/userconfig.h"
 #include "zb/ccombopushbutton.h"

@@ -262,7 +262,7 @@ TEST(HpfDataModel, StatisticsTextsFollowTheirField)
     EXPECT_EQ(model->getStatDispalyQString(0), QStringLiteral("非法值"));
 }
 
-TEST(HpfDataModel, AColumnWithoutStatisticsHasNoText)
+TEST(HpfDataModel, AColumnWithoutStatisticsOrWithoutAFieldHasNoText)
 {
     registerStatType();
     const Guarded<> model(MetaStat);
@@ -272,6 +272,10 @@ TEST(HpfDataModel, AColumnWithoutStatisticsHasNoText)
     EXPECT_EQ(statTexts(*model), "|7.00||7||7.00||");
     model->setColumnStatEnable(2, true);
     EXPECT_EQ(statTexts(*model), "|7.00|7|7||7.00||");
+    const int extra = model->addColumn(namedColumn("计算", QVariant::Double), QStringLiteral("无"), true);
+    model->setColumnStatEnable(extra, true);
+    model->getExtraDataModel()->addData(QStringLiteral("a"), extra, 5.0, nullptr);
+    EXPECT_EQ(model->getStatDispalyQString(extra), QString()) << "there is no field that says how";
 }
 
 TEST(HpfDataModel, AnExtraColumnOverARecordColumnShowsItsOwnSum)
@@ -296,16 +300,6 @@ TEST(HpfDataModel, AnExtraColumnOverARecordColumnShowsItsOwnSum)
     EXPECT_EQ(statTexts(*model), "+1.3|15.00|1|15||15.00||");
     model->clear();
     EXPECT_EQ(statTexts(*model), "|0.00||0||0.00||");
-}
-
-TEST(HpfDataModel, AnExtraColumnWithoutAFieldHasNoStatisticsText)
-{
-    const Guarded<> model;
-    const int column = model->addColumn(namedColumn("计算", QVariant::Double), QStringLiteral("无"), true);
-    model->setColumnStatEnable(column, true);
-    model->getExtraDataModel()->addData(QStringLiteral("a"), column, 5.0, nullptr);
-    EXPECT_EQ(model->getExtraDataModel()->getStatData(column), 5.0);
-    EXPECT_EQ(model->getStatDispalyQString(column), QString());
 }
 
 TEST(HpfDataModel, FieldsOfAWiderSetStayBehindTheLastColumn)

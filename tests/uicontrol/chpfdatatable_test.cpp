@@ -17,7 +17,6 @@
 #include "services/logservice.h"
 #include "table/chpfprogressdelegate.h"
 #include "tablewindow.h"
-#include "zb/cuiresource.h"
 
 using namespace testrecords;
 using KV::CHpfDataTable;

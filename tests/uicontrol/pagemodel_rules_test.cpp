@@ -2,7 +2,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include "kdservice/keyhash.h"
 #include "pagerulesmodel.h"
 
 using namespace pagetest;
