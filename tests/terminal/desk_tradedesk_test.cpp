@@ -202,6 +202,17 @@ TEST(ExchangeDays, TheFirstIsTheDesksAndEachThatFollowsTheNextWeekday)
     EXPECT_EQ(days.moved(at(friday, 9, 30), friday), at(nextMonday + 1, 9, 30)) << "days between are not played";
 }
 
+TEST_F(TradeDeskTest, KnowsHowLongACodeHasBeenSilent)
+{
+    begin();
+    EXPECT_EQ(desk->silence("600002.SH"), feed::absent<qint64>);
+    QTest::qWait(60);
+    const qint64 silent = desk->silence("600001.SH");
+    EXPECT_GE(silent, 50);
+    showMarket(monday, 1);
+    EXPECT_LT(desk->silence("600001.SH"), silent);
+}
+
 TEST_F(TradeDeskTest, OpensTheAccountsOfTheProgramAndTellsWhatChangesAboutThem)
 {
     begin();

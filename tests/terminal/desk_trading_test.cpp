@@ -75,6 +75,7 @@ TEST_F(DeskTrading, ADayByHandEndsInTheBooksOfAnIndependentCalculation)
     open();
     EXPECT_EQ(booksText(*desk), "799948.00 20000");
     EXPECT_EQ(orderRows(), "1 买入 10.00 33,300 20,000 部撤 \n");
+    EXPECT_EQ(deskRows(control->deals(), {DealNumber, DealQuantity}), "1 20,000 \n");
     showMarket(tuesday, 0);
     withoutQuestions();
     chooseAccount();
