@@ -213,29 +213,18 @@ void GridHeaderPainter::paintHeader(QImage &picture, const GridGeometry &geometr
 QSet<int> GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
                                              const QString &title)
 {
-    QSet<int> cutNumbers;
     const GridLook &look = cells.look();
     picture = fitted(picture, geometry.statistics().size());
     GridCanvas canvas(picture);
     const QRect all = picture.rect();
-    const int border = std::max(look.statisticsBorder, look.horizontalLine);
-    const int margin = cells.devicePixels(look.statisticsMargin);
-    const QRgb borderColor = (look.statisticsBorder > 0 ? look.statisticsBorderColor : look.line).rgb();
     canvas.fill(all, look.statisticsBackground.rgb());
-    for (const GridShownColumn &where : geometry.shownColumns()) {
-        const GridColumn &column = geometry.columns.at(where.column);
-        const QRect rect = QRect(where.left, border, where.width - look.verticalLine, all.height() - border);
-        canvas.setClip(QRect(where.clipLeft, 0, where.clipRight - where.clipLeft, all.height()));
-        canvas.fill(QRect(rect.right() + 1, 0, look.verticalLine, all.height()), look.line.rgb());
-        const QRect room = rect.adjusted(margin, 0, -margin, 0);
-        if (!paintStatistic(canvas, room, texts.value(where.column), column) && column.numeric)
-            cutNumbers.insert(where.column);
-    }
-    canvas.setClip(all);
-    canvas.fill(QRect(0, 0, all.width(), border), borderColor);
+    const QSet<int> cutNumbers = repaintStatistics(picture, geometry, geometry.shownColumns(), texts);
+    const int border = std::max(look.statisticsBorder, look.horizontalLine);
+    canvas.fill(QRect(0, 0, all.width(), border), statisticsBorderColor());
     if (title.isEmpty())
         return cutNumbers;
     // Without row numbers the title stands in front, as narrow as its text.
+    const int margin = cells.devicePixels(look.statisticsMargin);
     const int wanted = cells.text().width(title, GridFont::Statistics) + margin;
     const QRect place(0, border, geometry.numberWidth > 0 ? geometry.numberWidth - look.verticalLine : wanted + margin,
                       all.height() - border);
@@ -243,6 +232,35 @@ QSet<int> GridHeaderPainter::paintStatistics(QImage &picture, const GridGeometry
     cells.text().draw(canvas, place, title, GridFont::Statistics, Qt::AlignHCenter, GridCut::Ellipsis,
                       look.statisticsText.rgb());
     return cutNumbers;
+}
+
+QSet<int> GridHeaderPainter::repaintStatistics(QImage &picture, const GridGeometry &geometry,
+                                               const std::vector<GridShownColumn> &columns, const QStringList &texts)
+{
+    QSet<int> cutNumbers;
+    const GridLook &look = cells.look();
+    GridCanvas canvas(picture);
+    const int height = picture.height();
+    const int border = std::max(look.statisticsBorder, look.horizontalLine);
+    const int margin = cells.devicePixels(look.statisticsMargin);
+    for (const GridShownColumn &where : columns) {
+        const GridColumn &column = geometry.columns.at(where.column);
+        const QRect rect(where.left, border, where.width - look.verticalLine, height - border);
+        canvas.setClip(QRect(where.clipLeft, 0, where.clipRight - where.clipLeft, height));
+        canvas.fill(rect, look.statisticsBackground.rgb());
+        canvas.fill(QRect(rect.right() + 1, 0, look.verticalLine, height), look.line.rgb());
+        const QRect room = rect.adjusted(margin, 0, -margin, 0);
+        if (!paintStatistic(canvas, room, texts.value(where.column), column) && column.numeric)
+            cutNumbers.insert(where.column);
+        canvas.fill(QRect(where.left, 0, where.width, border), statisticsBorderColor());
+    }
+    return cutNumbers;
+}
+
+QRgb GridHeaderPainter::statisticsBorderColor() const
+{
+    const GridLook &look = cells.look();
+    return (look.statisticsBorder > 0 ? look.statisticsBorderColor : look.line).rgb();
 }
 
 /// The unit stands where the units of the cells above do, so the figures stand below one another too.

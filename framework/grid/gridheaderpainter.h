@@ -37,6 +37,10 @@ public:
     /// texts: by model column, of the columns on the screen at least. Returns the columns whose number does not fit.
     QSet<int> paintStatistics(QImage &picture, const GridGeometry &geometry, const QStringList &texts,
                               const QString &title);
+    /// Only the cells of these columns, in a picture that is otherwise as it should be; the title must not be over
+    /// them.
+    QSet<int> repaintStatistics(QImage &picture, const GridGeometry &geometry,
+                                const std::vector<GridShownColumn> &columns, const QStringList &texts);
 
     /// The width at which nothing of a header is cut off, with room for its marks.
     int wantedWidth(const QString &text, const GridGeometry &geometry, const GridHeaderState &state, int column) const;
@@ -60,6 +64,7 @@ private:
     /// False when the text did not fit.
     bool paintStatistic(GridCanvas &canvas, const QRect &room, QString text, const GridColumn &column);
     void paintShapes(QImage &picture, const GridGeometry &geometry, const GridHeaderState &state) const;
+    QRgb statisticsBorderColor() const;
     QColor ground(const GridHeaderState &state, int column) const;
     static int sortPlace(const GridHeaderState &state, int column);
 

@@ -140,8 +140,9 @@ QRegion GridViewPrivate::takeFrame()
         headers.paintHeader(headerPicture, geometry, headerState, source);
         damage += toLogical(geometry.header());
     }
-    if (statisticsVisible && updateStatistics(news || layoutTouched || headerTouched))
-        damage += toLogical(geometry.statistics());
+    if (const QRect drawn = updateStatistics(statisticsVisible && (news || layoutTouched || headerTouched));
+        !drawn.isEmpty())
+        damage += toLogical(drawn);
     for (const QRect &rect : body.update(source, frameNow()))
         damage += toLogical(rect);
     cutNumbers.unite(body.takeCutNumbers());
@@ -153,23 +154,40 @@ QRegion GridViewPrivate::takeFrame()
     return whole ? QRegion(q->rect()) : damage;
 }
 
-/// True when the statistics row was drawn. Its texts are asked for on news only: a host may have to add up for them.
-bool GridViewPrivate::updateStatistics(bool ask)
+/// Returns what was drawn of the statistics row, as a rectangle of the view. Its texts are asked for on news only: a
+/// host may have to add up for them.
+QRect GridViewPrivate::updateStatistics(bool ask)
 {
     if (!ask)
-        return false;
-    QStringList texts;
-    const int count = geometry.columns.count();
-    for (int column = 0; column < count; ++column)
-        texts.append(QString());
-    if (source)
-        for (const GridShownColumn &shown : geometry.shownColumns())
-            texts[shown.column] = source->statisticsText(shown.column);
-    if (texts == statisticsTexts && !headerTouched && !layoutTouched)
-        return false;
-    statisticsTexts = texts;
-    cutNumbers.unite(headers.paintStatistics(statisticsPicture, geometry, texts, statisticsTitle));
-    return true;
+        return QRect();
+    const QRect row = geometry.statistics();
+    const std::vector<GridShownColumn> shown = geometry.shownColumns();
+    const bool isTitleOver = !statisticsTitle.isEmpty() && geometry.numberWidth == 0;
+    const bool isOther = headerTouched || layoutTouched || shown != statisticsColumns ||
+                         statisticsTexts.size() != geometry.columns.count() || statisticsPicture.size() != row.size();
+    std::vector<GridShownColumn> changed;
+    QRect drawn;
+    while (statisticsTexts.size() > geometry.columns.count())
+        statisticsTexts.removeLast();
+    while (statisticsTexts.size() < geometry.columns.count())
+        statisticsTexts.append(QString());
+    for (const GridShownColumn &where : shown) {
+        const QString text = source ? source->statisticsText(where.column) : QString();
+        if (text == statisticsTexts[where.column])
+            continue;
+        statisticsTexts[where.column] = text;
+        changed.push_back(where);
+        drawn |= QRect(where.clipLeft, row.top(), where.clipRight - where.clipLeft, row.height());
+    }
+    if (!isOther && changed.empty())
+        return QRect();
+    statisticsColumns = shown;
+    if (isOther || isTitleOver) {
+        cutNumbers.unite(headers.paintStatistics(statisticsPicture, geometry, statisticsTexts, statisticsTitle));
+        return row;
+    }
+    cutNumbers.unite(headers.repaintStatistics(statisticsPicture, geometry, changed, statisticsTexts));
+    return drawn;
 }
 
 void GridViewPrivate::announce()

@@ -101,7 +101,8 @@ public:
     GridHeaderPainter headers{cells};
     QImage headerPicture;
     QImage statisticsPicture;
-    QStringList statisticsTexts; ///< as painted
+    QStringList statisticsTexts;                    ///< as painted, by model column
+    std::vector<GridShownColumn> statisticsColumns; ///< as painted
 
     GridPacer pacer;
     GridScrollBars bars;
@@ -126,7 +127,7 @@ private:
     GridFrame frameNow() const;
     void layOut();
     void updateRows();
-    bool updateStatistics(bool ask);
+    QRect updateStatistics(bool ask);
     qint64 untilCutNumbers() const;
     int wantedNumberWidth();
     void paintEmptyText(QPainter &painter) const;

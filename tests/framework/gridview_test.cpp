@@ -1,6 +1,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QAccessible>
 #include <QtGui/QHelpEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QShortcut>
 #include <QtWidgets/QToolTip>
 
@@ -281,6 +282,13 @@ TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
     view.setColumnWidth(2, 90);
     view.refreshNow();
     EXPECT_EQ(view.grab().toImage(), fresh());
+    QCoreApplication::processEvents();
+    source.statistics = QStringLiteral("8"); // narrower, and nothing else but one cell is put on the screen
+    source.setText(60, 1, QStringLiteral("x"));
+    view.refreshNow();
+    QCoreApplication::processEvents();
+    const QPixmap onScreen = view.screen()->grabWindow(view.winId());
+    EXPECT_EQ(onScreen.toImage().convertToFormat(QImage::Format_RGB32), fresh().convertToFormat(QImage::Format_RGB32));
     GridLook larger = plainLook();
     larger.rowHeight = 36;
     larger.headerHeight = 42;
