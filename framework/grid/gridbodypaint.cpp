@@ -12,13 +12,19 @@ namespace ZB {
 void GridBody::paint(QPainter &painter, const QRect &area) const
 {
     const QRect wanted = area & body;
-    int top = body.top() + topOffset;
-    for (const Place &place : places) {
+    if (wanted.isEmpty())
+        return;
+    const int first = body.top() + topOffset;
+    const int count = static_cast<int>(places.size());
+    for (int at = std::max(0, (wanted.top() - first) / rowHeight); at < count; ++at) {
+        const int top = first + at * rowHeight;
         const QRect part = QRect(0, top, body.width(), rowHeight) & wanted;
-        if (!part.isEmpty())
-            painter.drawImage(part.topLeft(), strip, part.translated(0, place.slot * rowHeight - top));
-        top += rowHeight;
+        if (part.isEmpty())
+            break;
+        const int slotTop = places[static_cast<size_t>(at)].slot * rowHeight;
+        painter.drawImage(part.topLeft(), strip, part.translated(0, slotTop - top));
     }
+    const int top = first + count * rowHeight;
     const QRect below = QRect(0, top, body.width(), body.bottom() + 1 - top) & wanted;
     if (!below.isEmpty())
         painter.fillRect(below, cells.look().background);

@@ -20,10 +20,16 @@ void GridViewPrivate::paint(QPainter &painter, const QRegion &region)
             if (!part.isEmpty())
                 painter.drawImage(part.topLeft(), picture, part.translated(-place.topLeft()));
         };
-        const auto fill = [&](const QRect &place, const QColor &color) { painter.fillRect(place & area, color); };
+        const auto fill = [&](const QRect &place, const QColor &color) {
+            const QRect part = place & area;
+            if (!part.isEmpty())
+                painter.fillRect(part, color);
+        };
+        body.paint(painter, area);
+        if (geometry.body().contains(area))
+            continue; // the many small changes of a running market
         put(headerPicture, header);
         put(statisticsPicture, statistics);
-        body.paint(painter, area);
         // Behind and beside the scroll bars: header and statistics row go on to the edge of the view.
         const QRect beside(right, header.bottom() + 1, std::max(0, area.right() + 1 - right), geometry.body().height());
         fill(beside, look.background);
