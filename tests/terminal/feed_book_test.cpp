@@ -1,6 +1,7 @@
 #include "feed/bookbuilder.h"
 #include "feed/instrumentrules.h"
 #include "feedplayer.h"
+#include "recordedday.h"
 
 #include <gtest/gtest.h>
 

@@ -8,6 +8,7 @@
 #include "dealrecount.h"
 #include "feed/instrumentrules.h"
 #include "loggedin.h"
+#include "recordedday.h"
 #include "records/fieldids.h"
 #include "table/cdatatable.h"
 #include "trading_support.h"

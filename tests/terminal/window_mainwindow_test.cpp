@@ -10,6 +10,7 @@
 #include "model/chpfdata.h"
 #include "model/chpfdatamodel.h"
 #include "pagemodel/chpfpagedatamodel.h"
+#include "recordedday.h"
 #include "records/fieldids.h"
 #include "services/userconfig.h"
 #include "table/chpfdatatable.h"

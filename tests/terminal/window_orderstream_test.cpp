@@ -13,6 +13,7 @@
 #include "popups/checklist.h"
 #include "popups/filterpopup.h"
 #include "popups/pagingbar.h"
+#include "recordedday.h"
 #include "records/fieldids.h"
 #include "records/record.h"
 #include "window/feedpump.h"
