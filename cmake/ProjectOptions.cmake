@@ -30,6 +30,9 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   endif()
 endif()
 
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fno-semantic-interposition UICONTROL_NO_INTERPOSITION)
+
 # A library of the project: hidden symbols, own export macro, its folder as the only include root that it adds.
 function(project_library name)
   set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON CXX_EXTENSIONS OFF
@@ -39,7 +42,7 @@ function(project_library name)
   if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(${name} PUBLIC ${upper}_STATIC)
   endif()
-  if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  if(UICONTROL_NO_INTERPOSITION)
     # Nobody puts another function in the place of an exported one: callers within the library need no table to find it.
     target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-fno-semantic-interposition>)
   endif()

@@ -1,5 +1,6 @@
 #include "grid/gridview.h"
 
+#include <QtCore/QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -181,6 +182,10 @@ void GridView::scrollTo(GridRowId row, bool center)
 
 void GridView::scrollToRow(qint64 row, bool center)
 {
+    if (d->isTakingFrame()) { // a cell is being filled: rows that have come with it are not known yet
+        QTimer::singleShot(0, this, [this, row, center] { scrollToRow(row, center); });
+        return;
+    }
     d->sync();
     if (row < 0 || row >= d->geometry.rowCount)
         return;

@@ -44,7 +44,8 @@ void GridViewPrivate::showFrame(bool forced)
         return; // the frame that is being taken asks for one more
     sync();
     pacer.done();
-    if (source && holds == 0 && source->revision() != seenRevision)
+    const bool isTouched = layoutTouched || headerTouched || rowsTouched || overlayTouched;
+    if (isTouched || (source && holds == 0 && source->revision() != seenRevision))
         requestFrame(); // who fills a cell may change others
     if (body.isFlashing() && q->isVisible())
         pacer.requestIn(fadeMilliseconds);
@@ -143,12 +144,13 @@ QRegion GridViewPrivate::takeFrame()
     if (const QRect drawn = updateStatistics(statisticsVisible && (news || layoutTouched || headerTouched));
         !drawn.isEmpty())
         damage += toLogical(drawn);
+    layoutTouched = headerTouched = rowsTouched = overlayTouched =
+        false; // who fills a cell may touch them for the next
     for (const QRect &rect : body.update(source, frameNow()))
         damage += toLogical(rect);
     cutNumbers.unite(body.takeCutNumbers());
     if (!cutNumbers.isEmpty() && q->isVisible())
         pacer.requestIn(static_cast<int>(untilCutNumbers()));
-    layoutTouched = headerTouched = rowsTouched = overlayTouched = false;
     if (!damage.isEmpty() || whole)
         ++frames;
     return whole ? QRegion(q->rect()) : damage;

@@ -1,5 +1,6 @@
 #include "grid/gridviewprivate.h"
 
+#include <QtCore/QTimer>
 #include <algorithm>
 #include <cmath>
 
@@ -26,6 +27,7 @@ GridViewPrivate::GridViewPrivate(GridView *view)
 void GridViewPrivate::touchSource()
 {
     body.forget();
+    numberDigits = 0;
     seenRevision = source ? ~source->revision() : 0;
     seenEpoch = source ? ~source->epoch() : 0;
     statisticsTexts.clear();
@@ -92,6 +94,10 @@ void GridViewPrivate::ensureColumns()
 
 void GridViewPrivate::scrollTo(qint64 x, qint64 y)
 {
+    if (takingFrame) { // a cell is being filled: the frame goes on with the rows that it has
+        QTimer::singleShot(0, q, [this, x, y] { scrollTo(x, y); });
+        return;
+    }
     const qint64 dx = x - geometry.scrollX;
     const qint64 dy = y - geometry.scrollY;
     if (source && source->revision() != seenRevision) // or the view would run away from rows that moved meanwhile
@@ -147,7 +153,7 @@ int GridViewPrivate::currentColumn() const
 int GridViewPrivate::wantedNumberWidth()
 {
     if (!numbersVisible)
-        return 0;
+        return numberDigits = 0;
     const qint64 last = firstNumber + std::max<qint64>(0, geometry.rowCount - 1);
     const int digits = std::max<int>(fewestDigits, QString::number(last).size());
     if (digits > numberDigits || digits < numberDigits - 1)

@@ -62,6 +62,8 @@ public:
 
     void applyLook();
     void ensureColumns();
+    /// Cells may be being filled just now, by whoever asks.
+    bool isTakingFrame() const { return takingFrame; }
     void scrollTo(qint64 x, qint64 y);
     void scrollBy(qint64 dx, qint64 dy) { scrollTo(geometry.scrollX + dx, geometry.scrollY + dy); }
     void showCell(const GridTarget &cell);

@@ -79,7 +79,7 @@ private:
     std::vector<RecordRow *> touchedRows;        ///< new ones too
     std::vector<bool> known;                     ///< by id; in bits, which stay in the near caches
     core::PointerIndex<RecordRow> rowOfScreenId; ///< each id is its own hash
-    std::vector<RecordRowPtr> spare;             ///< rows that have gone
+    std::vector<RecordRowPtr> spare;             ///< rows that have gone; given again once nobody holds them
     int nextId = 0;
     int goneCount = 0;
     quint64 lastSerial = 0;

@@ -251,7 +251,8 @@ TEST_F(GridViewTest, FramesAreKeptApartAndNothingIsPaintedWithoutAReason)
 
 TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
 {
-    const auto fresh = [this] {
+    QString title;
+    const auto fresh = [&] {
         GridView other;
         other.setLook(view.look());
         other.setSource(&source);
@@ -260,6 +261,7 @@ TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
             other.setColumn(column, view.column(column));
         other.setFrozenColumns(view.frozenColumns());
         other.setStatisticsVisible(view.statisticsVisible());
+        other.setStatisticsTitle(title);
         other.setRowNumbersVisible(view.rowNumbersVisible());
         other.setSortMarks(view.sortMarks());
         other.resize(view.size());
@@ -299,6 +301,29 @@ TEST_F(GridViewTest, WhatIsShownIsTheSameWhicheverWayItCameAbout)
     source.renew();
     view.refreshNow();
     EXPECT_EQ(view.grab().toImage(), fresh());
+    view.setStatisticsTitle(title = QStringLiteral("合计"));
+    view.refreshNow();
+    source.statistics = QStringLiteral("a sum under the title");
+    source.setText(60, 1, QStringLiteral("y"));
+    view.refreshNow();
+    EXPECT_EQ(view.grab().toImage(), fresh()) << "the title stays in front";
+    GridColumn column = view.column(1);
+    const auto expectFresh = [&](const char *changed) {
+        view.setColumn(1, column);
+        view.refreshNow();
+        const QImage shown = view.grab().toImage();
+        EXPECT_EQ(shown, fresh()) << changed;
+    };
+    column.alignment = Qt::AlignHCenter | Qt::AlignVCenter;
+    expectFresh("alignment");
+    column.numeric = !column.numeric;
+    expectFresh("numeric");
+    column.bold = !column.bold;
+    expectFresh("bold");
+    column.unitSample = QStringLiteral("万");
+    expectFresh("unit");
+    column.filtered = column.filterable = true;
+    expectFresh("funnel");
 }
 
 TEST_F(GridViewTest, ColumnsDoNotMoveForOneDigitFewerInTheRowNumbers)

@@ -92,6 +92,10 @@ TEST_F(RecordTable, FillsACellOnceAndOnlyWhenItIsSeen)
     EXPECT_LT(seen, 60);
     table->updateTable();
     EXPECT_EQ(table->filled, seen);
+    const quint64 frames = grid()->frameCount();
+    table->markCell(999, 1);
+    table->updateTable();
+    EXPECT_EQ(grid()->frameCount(), frames) << "nobody has seen that cell";
     table->markCell(0, 1);
     table->markCell(999, 1);
     table->updateTable();

@@ -1,6 +1,9 @@
 #include <QtTest/QTest>
+#include <boost/make_shared.hpp>
 #include <random>
 
+#include "grid/gridview.h"
+#include "plainrecord.h"
 #include "popups/filterpopup.h"
 #include "recordwindow.h"
 #include "zb/ccombopushbutton.h"
@@ -137,6 +140,60 @@ TEST_F(CDataTableHooks, MayChangeTheListThatWasHandedIn)
     table->whilePassing = [&records](const RecordPtr &) { records.clear(); };
     EXPECT_EQ(table->updateDatas(records), (QVector<int>{3}));
     EXPECT_EQ(lots("a") + lots("b") + lots("c"), "778");
+}
+
+TEST_F(CDataTableHooks, ARecordWithAHashOfItsOwnIsFoundByItsKey)
+{
+    const auto record = boost::make_shared<pagetest::PlainRecord>("x", 1);
+    const int row = table->updateData(record, false);
+    EXPECT_GE(row, 0);
+    EXPECT_EQ(table->updateDataField(record, TicketLots, false), row);
+    EXPECT_EQ(table->updateDataFields({{record, TicketLots}}), (QVector<int>{row}));
+}
+
+TEST_F(CDataTableHooks, MayChangeAFieldOfARecordThatWaitsForItsTurnInTheList)
+{
+    addTickets(1);
+    onceAt(table->whileShowing, "b", [this] { table->updateDataField(fullTicket("c", 9), TicketLots, false); });
+    std::string shown;
+    const auto once = table->whileShowing;
+    table->whileShowing = [&](const RecordPtr &record) {
+        shown += record->getKey();
+        once(record);
+    };
+    table->updateDatas({fullTicket("b", 7), fullTicket("c", 8)});
+    EXPECT_EQ(shown, "bc") << "every record that gets a row";
+    EXPECT_EQ(lots("c"), "9");
+    checkRows();
+}
+
+TEST_F(CDataTableHooks, MayScrollAndHideColumnsWhileCellsAreFilled)
+{
+    addTickets(3);
+    auto *grid = table->findChild<ZB::GridView *>();
+    isDone = false;
+    table->whileFilling = [&](int) {
+        if (std::exchange(isDone, true))
+            return;
+        QVector<RecordPtr> more;
+        for (int i = 0; i < 80; ++i)
+            more.append(fullTicket("m" + std::to_string(i), i));
+        table->updateDatas(more);
+        grid->scrollToRow(70);
+        grid->setColumnVisible(ColumnText, false);
+    };
+    table->updateDataField(fullTicket("a", 5), TicketLots, true);
+    EXPECT_TRUE(isDone);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return grid->firstVisibleRow() > 0; }));
+    QTest::qWait(700); // flashes fade, and sums come
+    grid->refreshNow();
+    const QImage shown = grid->grab().toImage();
+    grid->setColumnVisible(ColumnText, true);
+    grid->refreshNow();
+    grid->setColumnVisible(ColumnText, false); // lays out anew, and draws everything
+    grid->refreshNow();
+    EXPECT_EQ(shown, grid->grab().toImage());
+    checkRows();
 }
 
 TEST_F(CDataTableHooks, MayRemoveRecordsWhileTheTextsOfAFilterBoxAreGathered)

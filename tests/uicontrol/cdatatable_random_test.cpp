@@ -168,10 +168,12 @@ TEST_F(CDataTableRandom, MapsAndRowsAgreeWithAPlainTableAfterAnySequence)
             QVector<KV::CDataTable::FieldChange> batch;
             QVector<int> rows;
             for (int i = below(120); i > 0; --i) {
-                batch.append({below(10) == 0 ? RecordPtr() : RecordPtr(anyTicket()), TicketLots});
-                const RecordPtr &record = batch.back().record;
+                const RecordPtr record = below(10) == 0 ? RecordPtr() : RecordPtr(anyTicket());
+                batch.append({record, below(20) - 4}); // some fields have no column, and some are summed
+                batch.append({record, TicketLots});
                 const bool isStored = record && plain.stored.count(record->getKey()) > 0;
-                rows.append(isStored ? plain.update(record) : -1);
+                for (int change = 0; change < 2; ++change)
+                    rows.append(isStored ? plain.update(record) : -1);
             }
             ASSERT_EQ(table->updateDataFields(batch), rows) << "step " << step;
         } else if (action < 27) {

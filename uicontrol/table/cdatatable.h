@@ -36,7 +36,8 @@ class ColumnTotals;
 ///
 /// Threading: GUI thread. Row ids stay with their record until it loses its row or all records are filtered anew.
 /// Derived tables change what is shown by the protected virtuals; showDataFieldImpl() is called for a cell when it is
-/// needed, showData() for every record that gets a row or changes. They may add, remove and filter records meanwhile.
+/// needed, showData() for every record that gets a row or is handed in whole. They may add, remove and filter records
+/// meanwhile.
 class UICONTROL_API CDataTable : public ZB::COddEvenRowTable
 {
     Q_OBJECT
@@ -91,7 +92,7 @@ public:
     int size() const;
     Records getAllDatas() const;
     int keyToRowID(std::string key) const;
-    /// Empty pointers for rows and keys that there are not.
+    /// Empty pointers for rows and keys that there are not; a row that shows no record is asked for as the empty key.
     RecordPtr getData(int row);
     RecordPtr getDataConst(int row) const;
     RecordPtr getDataByKey(std::string key);
@@ -242,6 +243,8 @@ private:
     /// wanted: those to visit; calls no hooks. Null for all.
     void forEachStored(const std::function<bool(const Entry &)> &wanted,
                        const std::function<void(Entry &, const RecordPtr &)> &visit);
+    void forEachStoredBehind(const std::string &key, const std::function<bool(const Entry &)> &wanted,
+                             const std::function<void(Entry &, const RecordPtr &)> &visit);
     void takeOrder();
     void forgetRows();
     const ShownRow *shownRow(int row) const;

@@ -98,7 +98,7 @@ CDataTable::Entry *CDataTable::FieldBatch::entryOf(const Ahead &ahead) const
 {
     const std::string key = ahead.change->record->getKey();
     const bool isThere = ahead.entry && table.removals == removalsBefore && ahead.entry->first == key;
-    return isThere ? ahead.entry : table.keyToRow->entryOf(key, ahead.hash);
+    return isThere ? ahead.entry : table.entryOf(key); // not by the record's own hash, which could be another
 }
 
 const CDataTable::FieldRoute &CDataTable::FieldBatch::routeOf(int field)
@@ -154,6 +154,8 @@ int CDataTable::takeField(Entry &known, const FieldRoute &route, const RecordPtr
     Entry *const entry = stillStored(known, record, removalsBefore);
     if (!entry || !passes || entry->second.row < 0)
         return entry ? entry->second.row : keyToRowID(record->getKey());
+    if (!recordIn(rowFor(entry->second.row)))
+        return showStored(*entry, flag); // it has its row, and waits for its turn in updateDatas()
     setShown(rowFor(entry->second.row), record, true);
     return showField(*entry, routeOf(route.field), flag); // as the hooks have left it
 }

@@ -111,7 +111,8 @@ void CDataTable::reFilterDatas()
     };
     forEachStored(mayPass, [this, forgottenBefore](Entry &stored, const RecordPtr &record) {
         const quint64 removalsBefore = removals;
-        if (rowsForgotten != forgottenBefore || !passData(record))
+        const auto passes = [&] { return customFilters.empty() || passData(record); }; // the others: mayPass
+        if (rowsForgotten != forgottenBefore || !passes())
             return;
         Entry *const entry = stillStored(stored, record, removalsBefore);
         if (!entry || entry->second.row >= 0 || rowsForgotten != forgottenBefore)

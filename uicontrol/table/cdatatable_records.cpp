@@ -133,12 +133,21 @@ void CDataTable::forEachStored(const std::function<bool(const Entry &)> &wanted,
         const RecordPtr record = entry.second.record;
         const quint64 before = additions + removals;
         visit(entry, record);
-        takeOrder();
         if (additions + removals != before)
-            next = static_cast<std::size_t>(
-                std::upper_bound(inOrder.begin(), inOrder.end(), record->getKey(),
-                                 [](const std::string &key, const Entry *one) { return key < one->first; }) -
-                inOrder.begin());
+            return forEachStoredBehind(record->getKey(), wanted, visit);
+    }
+}
+
+/// The rest of a walk in which records have come or gone: without fetching ahead, and without sorting again.
+void CDataTable::forEachStoredBehind(const std::string &key, const std::function<bool(const Entry &)> &wanted,
+                                     const std::function<void(Entry &, const RecordPtr &)> &visit)
+{
+    for (auto next = records.upper_bound(key); next != records.end();) {
+        const RecordPtr record = next->second.record;
+        const quint64 removalsBefore = removals;
+        if (!wanted || wanted(*next))
+            visit(*next, record);
+        next = removals == removalsBefore ? std::next(next) : records.upper_bound(record->getKey());
     }
 }
 

@@ -72,7 +72,7 @@ void CDataTable::showSum(const kdservice::FieldDes &field, int column, double su
     setStatColorKey(column, QStringLiteral("clr_table_text_default"));
     setStatColumnAlignment(column, this->column(column).alignment);
     setStatColumnBoldFont(column, field.getProperty(boldProperty));
-    if (field.getProperty(boldProperty))
+    if (field.getProperty(boldProperty) && !records.empty())
         boldColumns.insert(column);
 }
 
