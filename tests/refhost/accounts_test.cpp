@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "services/userconfig.h"
 
 using namespace refhost;
